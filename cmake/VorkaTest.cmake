@@ -1,0 +1,17 @@
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..])
+#
+# Adds a GoogleTest program and registers each of its tests with CTest under the given labels (default: unit).
+function(vorka_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK;LABELS")
+  if(NOT test_LABELS)
+    set(test_LABELS unit)
+  endif()
+  add_executable(${name} ${test_SOURCES})
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_compile_definitions(${name} PRIVATE VORKA_TEST_DIRECTORY="${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(${name} PRIVATE ${test_LINK} GTest::gmock GTest::gtest GTest::gtest_main)
+  gtest_discover_tests(${name} TEST_PREFIX "${name}." PROPERTIES LABELS "${test_LABELS}" DISCOVERY_TIMEOUT 120)
+endfunction()

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "chess/board.h"
+
+/// Who attacks what, on the present occupancy. Nothing here changes a board.
+
+/// All pieces of both sides that attack `square`.
+[[nodiscard]] Bitboard AttackersOf(Square square, const BOARD& board) noexcept;
+/// Whether any piece of that side attacks `square`.
+[[nodiscard]] bool IsAttackedBy(Square square, const BOARD& board, const SIDE_PIECES& side) noexcept;
+/// The sliders of the fitting kind that stand next on the ray from `square` in `direction` (1 to 8 of the line table);
+/// any other direction gives the empty set.
+[[nodiscard]] Bitboard HiddenAttacker(Square square, int direction, const BOARD& board) noexcept;
+/// The `candidates` that stand on a line between `square` and a slider of `attacker`: pinned pieces for the own king and
+/// the enemy, discovering pieces for the enemy king and the own side.
+[[nodiscard]] Bitboard FindPins(Square square, const BOARD& board, Bitboard candidates,
+                                const SIDE_PIECES& attacker) noexcept;
+/// Whether a queen of the side on move is attacked by an enemy pawn, knight, bishop or rook.
+[[nodiscard]] bool QueenAttacked(const BOARD& board) noexcept;
+
+/// The squares that each king can reach before the other, in a position of kings and pawns. A king may not leave the
+/// rule-of-the-square rectangle of an enemy runner.
+struct KingReach {
+    Bitboard white, black;
+};
+[[nodiscard]] KingReach ReachableSquares(const BOARD& board, Bitboard white_runners, Bitboard black_runners) noexcept;
+/// King steps on an empty board to the nearest of `targets`, at least 1. `targets` must not be empty.
+[[nodiscard]] int KingStepsTo(Square square, Bitboard targets) noexcept;

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+
+/// A set of squares: bit n is square n. a1 is 0, h1 is 7, h8 is 63.
+using Bitboard = std::uint64_t;
+using Square = int;
+
+/// The two sides. Used as an index: 0 White, 1 Black.
+enum Colour : std::uint32_t { white = 0, black = 1 };
+[[nodiscard]] constexpr Colour Opponent(Colour side) { return static_cast<Colour>(side ^ 1U); }
+
+/// Piece types. On a board a black piece is the negated code.
+enum PieceType : int { no_piece = 0, pawn = 1, knight = 2, bishop = 3, rook = 4, queen = 5, king = 6 };
+
+// clang-format off
+enum SquareName : int {
+    a1, b1, c1, d1, e1, f1, g1, h1,
+    a2, b2, c2, d2, e2, f2, g2, h2,
+    a3, b3, c3, d3, e3, f3, g3, h3,
+    a4, b4, c4, d4, e4, f4, g4, h4,
+    a5, b5, c5, d5, e5, f5, g5, h5,
+    a6, b6, c6, d6, e6, f6, g6, h6,
+    a7, b7, c7, d7, e7, f7, g7, h7,
+    a8, b8, c8, d8, e8, f8, g8, h8,
+};
+// clang-format on
+
+/// By piece type: material units (knight and bishop 3, rook 5, queen 9), and hundredths of a pawn.
+inline constexpr int material_units[7] = {0, 0, 3, 3, 5, 9, 0};
+inline constexpr int piece_value[7] = {0, 100, 305, 315, 500, 1020, 0};
+
+[[nodiscard]] constexpr int FileOf(Square s) { return s & 7; }
+[[nodiscard]] constexpr int RankOf(Square s) { return s >> 3; }
+[[nodiscard]] constexpr Bitboard Bit(Square s) { return Bitboard{1} << s; }
+[[nodiscard]] constexpr bool Has(Bitboard set, Square s) { return ((set >> s) & 1U) != 0; }
+
+[[nodiscard]] constexpr Square MirrorVertically(Square s) { return s ^ 56; }
+[[nodiscard]] constexpr Square MirrorHorizontally(Square s) { return s ^ 7; }
+[[nodiscard]] constexpr Square Rotate180(Square s) { return s ^ 63; }
+[[nodiscard]] constexpr Square Rotate90(Square s) { return (s >> 3) + (((s & 7) ^ 7) << 3); }
+[[nodiscard]] constexpr Square Transpose(Square s) { return (s >> 3) + ((s & 7) << 3); }
+
+/// A square or set written from White's side, as `Us` sees it: rank r becomes 7 - r, files stay.
+template <Colour Us>
+[[nodiscard]] constexpr Square Seen(Square s) { return Us == white ? s : MirrorVertically(s); }
+
+/// Number of squares in a set; the sparse form is for sets that are expected to be small.
+[[nodiscard]] int PopCount(Bitboard b);
+[[nodiscard]] int PopCountSparse(Bitboard b);
+/// The highest and the lowest square of a set; 0 for the empty set.
+[[nodiscard]] Square FindHighestBit(Bitboard b);
+[[nodiscard]] Square FindLowestBit(Bitboard b);
+/// The next square of a walk: sets are walked from h8 to a1, and the order of moves depends on it.
+[[nodiscard]] Square FindNextBit(Bitboard b);
+/// The set upside down: rank 1 exchanged with rank 8, and so on.
+[[nodiscard]] Bitboard MirrorRanks(Bitboard b);

@@ -1,0 +1,140 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "chess/board.h"
+#include "chess/notation.h"
+#include "frame/vorka_exception.h"
+
+enum class GameResult : std::int32_t { running = 0, white_wins = 1, black_wins = 2, draw = 3, aborted = 4 };
+
+enum class GameEndReason : std::int32_t {
+    mate = 0,
+    resignation = 1,
+    flag_fell = 2,
+    stalemate = 3,
+    too_little_material = 4,
+    threefold_repetition = 5,
+    agreed_draw = 6,
+    fifty_moves = 7,
+    aborted = 8,
+    unknown = 9,
+};
+
+/// "1-0", "0-1", "1/2-1/2" and, for a game that was cut off, "*".
+[[nodiscard]] std::string ResultText(GameResult result);
+/// "White mates", "Black resigns" and so on; who did it follows from the result.
+[[nodiscard]] std::string ReasonText(GameResult result, GameEndReason reason);
+
+struct GAME_STATE {
+    BOARD board;
+    GameResult result = GameResult::running;
+    GameEndReason reason = GameEndReason::unknown;
+};
+
+/// A game: the current position with its game-end state, the start position, the moves made, the moves taken back
+/// (which can be replayed) and the keys that a threefold repetition counts. A failing call throws one of the exceptions
+/// below and leaves the game as it was.
+class UserBoard {
+  public:
+    class user_exception : public VorkaException {};
+    class invalid_move : public user_exception {
+      public:
+        explicit invalid_move(MoveParseError error) : error_(error) {}
+        [[nodiscard]] MoveParseError error() const { return error_; }
+
+      private:
+        MoveParseError error_;
+    };
+    class invalid_position : public user_exception {};
+    class next_moves_empty : public user_exception {};
+    class no_moves_to_undo : public user_exception {};
+    class invalid_board_after_changing_side : public user_exception {};
+    class io_error : public user_exception {};
+
+    /// The normal start position.
+    UserBoard();
+    virtual ~UserBoard() = default;
+    UserBoard(const UserBoard&) = default;
+    UserBoard& operator=(const UserBoard&) = default;
+
+    void Reset();
+    /// A position as the new start; `ply_offset` are the half moves that it stands for.
+    void SetBoard(const BOARD& board, std::uint32_t ply_offset = 0);
+    /// An empty, invalid position with no legal moves: what is left after an interface sent an impossible one. Every
+    /// move is refused until the next position.
+    void SetInvalid();
+    /// Kings alone on e1 and e8, the side to move kept.
+    void Clear();
+    void SetBoardFromFen(const std::string& text);
+
+    void MakeMoveFromText(const std::string& text);
+    void MakeMove(Move move);
+    void UndoMove();
+    void NextMove();
+    void ChangeSide();
+    /// Ends the game from outside the board: resignation, time, agreement, abort.
+    void EndGame(GameResult result, GameEndReason reason);
+
+    [[nodiscard]] const BOARD& board() const { return current_.board; }
+    [[nodiscard]] const GAME_STATE& current() const { return current_; }
+    [[nodiscard]] const GAME_STATE& start() const { return start_; }
+    [[nodiscard]] GameResult result() const { return current_.result; }
+    [[nodiscard]] GameEndReason reason() const { return current_.reason; }
+    [[nodiscard]] bool IsGameOver() const { return current_.result != GameResult::running; }
+    /// False only behind SetInvalid.
+    [[nodiscard]] bool IsPositionValid() const { return valid_; }
+    [[nodiscard]] Colour side_to_move() const { return static_cast<Colour>(current_.board.side_to_move); }
+    [[nodiscard]] std::uint32_t ply_offset() const { return ply_offset_; }
+    [[nodiscard]] const std::vector<Move>& made_moves() const { return made_moves_; }
+    [[nodiscard]] const std::deque<Move>& next_moves() const { return next_moves_; }
+    /// (ply_offset + moves made) / 2 + 1.
+    [[nodiscard]] int FullMoveNumber() const;
+    [[nodiscard]] std::string GetFen() const;
+    void Print(bool with_state) const;
+
+  private:
+    std::uint32_t ply_offset_ = 0;
+    GAME_STATE current_;
+    GAME_STATE start_;
+    std::vector<Move> made_moves_;
+    std::deque<Move> next_moves_;
+    std::vector<std::uint64_t> position_keys_;
+    bool valid_ = true;
+};
+
+/// The position under construction in edit mode. Its squares may be nonsense until somebody asks for a board.
+class EditBoard {
+  public:
+    class invalid_position {};
+
+    EditBoard() { SetDefault(); }
+    /// All squares empty.
+    void Clear();
+    /// The kings alone on e1 and e8.
+    void SetDefault();
+    /// Puts a piece of the edit colour on a square, or empties it (no_piece).
+    void SetSquare(Square square, PieceType piece);
+    void SetColour(Colour colour) { edit_colour_ = colour; }
+    void SetSide(Colour side);
+    void LoadFrom(const BOARD& board);
+    [[nodiscard]] Colour edit_colour() const { return edit_colour_; }
+    [[nodiscard]] Colour side() const { return side_; }
+    [[nodiscard]] bool IsValid();
+    /// Throws EditBoard::invalid_position.
+    [[nodiscard]] const BOARD& GetBoard();
+    /// Shows an invalid position too.
+    void Print(bool with_state);
+
+  private:
+    enum class State : std::int32_t { valid = 0, invalid = 1, unchecked = 2 };
+    State state_ = State::unchecked;
+    BOARD board_;
+    std::int8_t squares_[64] = {};
+    Colour side_ = white;
+    Colour edit_colour_ = white;
+    std::int32_t castling_ = -1;  ///< -1: all rights that the placement allows
+};

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <streambuf>
+#include <string>
+#include <string_view>
+
+/// The one stream through which everything is said: what is written to it goes to the log file, if one is open, and to
+/// standard output while the echo is on. Text that an interface must not see is written with the echo off.
+///
+///     vlog << "move e2e4\n";
+///     const EchoScope file_only(vlog, Echo::off);
+///     vlog << "only in the log\n";
+///
+/// A log file that can't be opened or written stops nothing: standard output still gets its text.
+enum class Echo : bool { off, on };
+
+class Logfile : public std::ostream {
+  public:
+    Logfile();
+    ~Logfile() override;
+    Logfile(const Logfile&) = delete;
+    Logfile& operator=(const Logfile&) = delete;
+
+    /// Closes an open file and creates `name`, headed by the local time. False if it can't be created; writing to the
+    /// file then has no effect.
+    bool Open(const std::string& name);
+    void Close();
+    /// Flushes standard output, and the file if `flush_always` is set.
+    void Flush();
+
+    /// Each returns the old value. Prefer EchoScope and FileScope: a command may throw through the caller.
+    bool SetEcho(bool on);
+    bool SetFlush(bool always);
+    /// Whether the text reaches the file; off only for what belongs to the screen alone (a carriage return).
+    bool SetFileOutput(bool on);
+
+    [[nodiscard]] const std::string& file_name() const { return file_name_; }
+
+  private:
+    class Tee;
+    std::unique_ptr<Tee> tee_;
+    std::string file_name_;
+    bool flush_always_ = true;
+};
+
+/// The global log.
+extern Logfile vlog;
+
+/// Sets the echo for a scope and puts it back at its end, also when a command throws through it.
+class EchoScope {
+  public:
+    EchoScope(Logfile& log, Echo echo) : log_(log), before_(log.SetEcho(echo == Echo::on)) {}
+    ~EchoScope() { log_.SetEcho(before_); }
+    EchoScope(const EchoScope&) = delete;
+    EchoScope& operator=(const EchoScope&) = delete;
+
+  private:
+    Logfile& log_;
+    bool before_;
+};
+
+/// Keeps the text of a scope out of the file.
+class ScreenOnlyScope {
+  public:
+    explicit ScreenOnlyScope(Logfile& log) : log_(log), before_(log.SetFileOutput(false)) {}
+    ~ScreenOnlyScope() { log_.SetFileOutput(before_); }
+    ScreenOnlyScope(const ScreenOnlyScope&) = delete;
+    ScreenOnlyScope& operator=(const ScreenOnlyScope&) = delete;
+
+  private:
+    Logfile& log_;
+    bool before_;
+};
+
+/// Writes `message` and the mark " (not sent to xboard)" as one line to the log alone, and flushes.
+void LogOnly(std::string_view message);

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// Every call to the operating system, the file mappings excepted.
+
+/// A reading of the wall clock.
+struct Timestamp {
+    bool valid = false;  ///< set once the clock was read
+    std::int64_t seconds = 0;
+    std::int64_t microseconds = 0;
+
+    [[nodiscard]] static Timestamp Now();
+};
+
+/// Milliseconds from `from` to `to`, truncated; negative if the clock went back.
+[[nodiscard]] std::int64_t ElapsedMilliseconds(const Timestamp& from, const Timestamp& to);
+void SleepMilliseconds(int milliseconds);
+/// The local time in the form of ctime, its newline included.
+[[nodiscard]] std::string LocalTimeText();
+
+/// Takes standard input out of the terminal's line mode and off its buffer, once; logs that it did.
+void SetStdinRawMode();
+/// Whether ReadLine has something to read: buffered characters, or a descriptor that is ready. Never blocks.
+[[nodiscard]] bool IsInputAvailable();
+/// The next line of standard input without its end, written to the log; "quit" once the input has ended or failed.
+/// Blocks until there is one.
+[[nodiscard]] std::string ReadLine();
+
+/// SIGINT and SIGTERM have no effect from here on: an interface sends them, and `quit` ends the program.
+void IgnoreTerminationSignals();
+/// A closed standard output must not kill the program; the end of its input will end it in order.
+void IgnoreBrokenPipe();
+
+/// The directory of the running program: the first call stores what stands before the last "/" of `argv0`, or ".";
+/// later calls return it whatever they are given.
+const std::string& ExecutableDirectory(const std::string& argv0 = {});
+/// Whether the path can be opened for reading.
+[[nodiscard]] bool FileExists(const std::string& path);
+
+/// 0..32767 from a generator seeded by the clock. For greetings and the like; its use is counted, and the eleventh call
+/// is remarked upon in the log.
+[[nodiscard]] int NonDeterministicRand_16bit();
