@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// A personality from its name, "Random" or a decimal integer. False if the text is none of them.
+[[nodiscard]] bool parse_personality(std::string_view text, int& value);
+/// The first name with that value; the number as text if there is none.
+[[nodiscard]] std::string personality_name(int value);

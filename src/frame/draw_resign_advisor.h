@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+
+#include "chess/board.h"
+
+/// What a tablebase says of the position that was searched.
+enum class TablebaseVerdict : std::int32_t { won = 0, lost_soon = 1, lost_far_off = 2, drawn = 3, unknown = 4 };
+
+enum class ResignMode : std::int32_t { never = 0, keen = 1, patient = 2, by_opponent = 3 };
+
+/// Decides on draws and resignation from the scores of the engine's own searches.
+struct DrawResignAdvisor {
+    std::int32_t lastScore = 1000000;
+    bool losingMateWorse = false;      ///< a losing mate, and nearer than the search before had it
+    std::int32_t matedIn = -1;         ///< moves to being mated, -1 for none
+    std::int32_t searches = 0;         ///< since the reset
+    std::int32_t sinceOffer = 1000;    ///< searches since the engine's last draw offer
+    std::int32_t drawScoreRun = 0;     ///< consecutive scores equal to drawValue
+    std::int32_t drawishRun = 0;       ///< within the drawish margin
+    std::int32_t hopelessRun = 0;
+    std::int32_t belowRun = 0;         ///< below drawValue - 14
+    std::int32_t aboveRun = 0;         ///< above drawValue + 14
+    TablebaseVerdict tablebaseVerdict = TablebaseVerdict::unknown;
+    bool drawOfferPending = false;
+    bool opponentIsComputer = false;
+    ResignMode resignMode = ResignMode::by_opponent;
+    std::int32_t drawValue = 0;        ///< the contempt, in centipawns
+
+    /// A new game or position: everything but the opponent's kind, the resign mode and the draw value.
+    void reset();
+    /// A new value resets the rest.
+    void setDrawValue(std::int32_t value);
+    /// Takes the score of a finished search, in centipawns for the engine, which is on move in `position`.
+    void addSearch(const BOARD& position, std::int32_t score);
+
+    [[nodiscard]] bool isHopeless(const BOARD& position, std::int32_t score) const;
+    [[nodiscard]] bool shouldResign() const;
+    [[nodiscard]] bool shouldOfferDraw() const;
+    [[nodiscard]] bool acceptDraw() const;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/game_control.h"
+#include "interfaces/command.h"
+#include "search/search_host.h"
+#include "search/steering.h"
+
+/// The top object: the queues, the main loop, and what a search asks of the world. main owns it.
+///
+/// Re-entrancy is the matter to watch: pollInput runs commands inside a search.
+class EngineShell : private SearchHost {
+  public:
+    /// Starts the console protocol, then carries out the command line. `arguments` without the program's name.
+    explicit EngineShell(std::vector<std::string> arguments);
+
+    /// The main loop; returns when `quit` arrives.
+    void run();
+    /// Runs queued work and reads the lines that are ready. Leaves by an exception if something ends the search.
+    void pollInput() override;
+
+  private:
+    void readStep();
+    void translateStep();
+    void executeStep();
+    /// The one place that starts a search.
+    void startSearch(const SearchRequest& request);
+    void analyzeFinishedGame();
+    void writeSearchHeader(const SearchRequest& request) const;
+
+    void sendThinking(const SearchInfo& info) override { game_->protocol->sendThinking(info); }
+    void sendDepthStarted(int depth) override { game_->protocol->sendDepthStarted(depth); }
+    void sendNewPvMove(const std::string& move) override { game_->protocol->sendNewPvMove(move); }
+    void sendSearchInstability() override { game_->protocol->sendSearchInstability(); }
+    void sendSearchStatistics(const SearchInfo& info) override { game_->protocol->sendSearchStatistics(info); }
+    void onSearchFinished(bool discard) override { game_->onSearchFinished(discard); }
+
+    std::deque<std::unique_ptr<VorkaInterfaces::Command>> commands_;
+    std::deque<std::string> input_;
+    std::unique_ptr<GameControl> game_;
+};

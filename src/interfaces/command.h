@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "frame/vorka_exception.h"
+
+class GameControl;
+
+namespace VorkaInterfaces {
+
+/// One input line, ready to run. Execute may be unwound by an exception and run again from its top: a command that can't
+/// run beside a search aborts it, and the main loop calls Execute once more. Checks therefore run once, behind a
+/// `checked` flag, while the search is still undisturbed.
+class Command {
+  public:
+    explicit Command(std::string input_line) : line(std::move(input_line)) {}
+    virtual ~Command() = default;
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+    virtual void Execute(GameControl& game) = 0;
+
+    const std::string line;  ///< the whole input line; quoted in error messages
+    bool finished = false;   ///< the main loop deletes the command when it finds this set
+};
+
+/// A refused command or move, with its text ready for sendError.
+class ErrorCommand : public VorkaException {
+  public:
+    enum class Kind { illegal_move = 0, error = 1, plain = 2 };
+    ErrorCommand(Kind kind, std::string_view reason, std::string_view line);
+    [[nodiscard]] const std::string& text() const { return text_; }
+    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
+
+  private:
+    std::string text_;
+};
+
+/// A failure that a start-up option may survive.
+class IgnorableErrorCommand : public ErrorCommand {
+  public:
+    using ErrorCommand::ErrorCommand;
+};
+
+}  // namespace VorkaInterfaces

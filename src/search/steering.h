@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+
+#include "chess/user_board.h"
+
+/// What a search is for.
+enum class SearchKind : std::int32_t {
+    normal = 0,     ///< on the engine's own clock; its best move is played
+    analyze = 1,    ///< never stops by itself
+    pondering = 2,  ///< on the opponent's clock, on the predicted move; never stops by itself
+    puzzle = 3,     ///< a short run for a hint or a forecast
+};
+
+/// What the engine is doing, as the commands see it.
+enum class SearchStatus : std::int32_t { none = 0, thinking = 1, pondering = 2, analyzing = 3, hint = 4 };
+
+/// How far a search may go. 0 means no bound everywhere.
+struct SearchLimits {
+    SearchKind kind = SearchKind::normal;
+    std::int32_t max_depth = 0;            ///< deepest iteration
+    std::int32_t max_time_limit = 0;       ///< milliseconds that may not be exceeded
+    std::int32_t variable_time_limit = 0;  ///< milliseconds that the search stretches and shrinks by what it meets
+};
+
+/// What a command hands to the main loop when it wants a search.
+struct SearchRequest {
+    SearchLimits limits;
+    UserBoard position;
+};
+
+// The exceptions that steer the search. They have no common base, and nothing but their own handler catches them.
+
+/// Ends the running search; thrown from inside a poll, caught by the search entry.
+struct search_aborted_exception {
+    bool discard;  ///< true: forget the search; false: stop, and play what was found
+};
+
+/// A command wants a new search; passes through a running one, caught by the main loop.
+struct search_request_received_exception {
+    SearchRequest request;
+};
+
+/// Ends the program; passes through a running search, caught by the main loop.
+struct quit_command_received_exception {};
