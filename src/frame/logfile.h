@@ -42,7 +42,6 @@ class Logfile : public std::ostream {
     class Tee;
     std::unique_ptr<Tee> tee_;
     std::string file_name_;
-    bool flush_always_ = true;
 };
 
 /// The global log.

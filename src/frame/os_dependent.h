@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 /// Every call to the operating system, the file mappings excepted.
 
@@ -20,6 +22,26 @@ void SleepMilliseconds(int milliseconds);
 /// The local time in the form of ctime, its newline included.
 [[nodiscard]] std::string LocalTimeText();
 
+/// Lines from a descriptor, which it doesn't own, with a buffer of their own.
+class DescriptorReader {
+  public:
+    explicit DescriptorReader(int descriptor) : descriptor_(descriptor) {}
+
+    /// Whether ReadLine has something to say: buffered characters (be they a part of a line), a descriptor that is
+    /// ready, or the end of the input. Never blocks.
+    [[nodiscard]] bool IsInputAvailable() const;
+    /// The next line without its end, of any length and with any bytes; the last one may lack its end. Nothing once the
+    /// input has ended or failed. Blocks until it knows.
+    [[nodiscard]] std::optional<std::string> ReadLine();
+
+  private:
+    bool ReadMore();
+
+    int descriptor_;
+    std::string buffer_;
+    std::size_t next_ = 0;  ///< first character of `buffer_` that no line has taken
+};
+
 /// Takes standard input out of the terminal's line mode and off its buffer, once; logs that it did.
 void SetStdinRawMode();
 /// Whether ReadLine has something to read: buffered characters, or a descriptor that is ready. Never blocks.
@@ -32,7 +54,12 @@ void SetStdinRawMode();
 void IgnoreTerminationSignals();
 /// A closed standard output must not kill the program; the end of its input will end it in order.
 void IgnoreBrokenPipe();
+/// Opens the null device in place of each standard stream that the program was started without; else the log file would
+/// become the standard output. To be called before any file is opened.
+void ReserveStandardDescriptors();
 
+/// What stands before the last "/" of `argv0`, or "." if there is none.
+[[nodiscard]] std::string DirectoryOfProgram(std::string_view argv0);
 /// The directory of the running program: the first call stores what stands before the last "/" of `argv0`, or ".";
 /// later calls return it whatever they are given.
 const std::string& ExecutableDirectory(const std::string& argv0 = {});
