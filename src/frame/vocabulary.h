@@ -30,8 +30,39 @@ inline constexpr std::string_view size_megabyte = "megabyte";
 inline constexpr std::string_view size_gigabyte = "gigabyte";
 
 // --- Board and notation ---
+inline constexpr std::string_view board_separator_line = "    +---+---+---+---+---+---+---+---+\n";
+inline constexpr std::string_view board_files_line = "      a   b   c   d   e   f   g   h\n";
+inline constexpr std::string_view castle_possibilities = "castle possibilities";
+inline constexpr std::string_view side_on_move = "side on move";
+inline constexpr std::string_view en_passant_square = "en-passant square";
+inline constexpr std::string_view side_white = "white";
+inline constexpr std::string_view side_black = "black";
+inline constexpr std::string_view no_castling_and_no_square = "none";
+inline constexpr std::string_view short_castling = "O-O";
+inline constexpr std::string_view long_castling = "O-O-O";
+inline constexpr std::string_view start_position_fen = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
+inline constexpr std::string_view ambiguous_move = "ambiguous move";
+inline constexpr std::string_view no_correspondence = "no correspondence";
+inline constexpr std::string_view invalid_move = "invalid move";
+inline constexpr std::string_view syntax_error = "syntax error";
 
 // --- Results and reasons ---
+inline constexpr std::string_view result_white_wins = "1-0";
+inline constexpr std::string_view result_black_wins = "0-1";
+inline constexpr std::string_view result_draw = "1/2-1/2";
+inline constexpr std::string_view result_open = "*";
+inline constexpr std::string_view white_mates = "White mates";
+inline constexpr std::string_view black_mates = "Black mates";
+inline constexpr std::string_view white_resigns = "White resigns";
+inline constexpr std::string_view black_resigns = "Black resigns";
+inline constexpr std::string_view lost_on_time = "Lost on time";
+inline constexpr std::string_view stalemate = "Stalemate";
+inline constexpr std::string_view insufficient_material = "Insufficient material";
+inline constexpr std::string_view threefold_repetition = "Threefold repetition";
+inline constexpr std::string_view mutual_agreement = "Mutual agreement";
+inline constexpr std::string_view fifty_move_rule = "Fifthy move rule";
+inline constexpr std::string_view game_aborted = "aborted";
+inline constexpr std::string_view unknown_reason = "unknown reason";
 
 // --- Search ---
 
