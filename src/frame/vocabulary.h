@@ -11,6 +11,8 @@ inline constexpr std::string_view program_name = "Vorka";
 inline constexpr std::string_view not_sent_to_xboard = "not sent to xboard";
 inline constexpr std::string_view vorka_received_input = "Vorka received input";
 inline constexpr std::string_view quit = "quit";
+inline constexpr std::string_view game_over = "game over";
+inline constexpr std::string_view no_search_running = "no search running";
 
 // --- Diagnostics, log and system ---
 inline constexpr std::string_view no_error_description = "no error description available";
@@ -67,17 +69,160 @@ inline constexpr std::string_view unknown_reason = "unknown reason";
 // --- Search ---
 
 // --- Start-up and main loop ---
+inline constexpr std::string_view log_file_prefix = "logfile.";
+inline constexpr std::string_view log_file_of_last_resort = "logfile.max";
+// The bit algorithms, as the log tells them: fixed, whatever the implementation does.
+inline constexpr std::string_view bitboard_algorithms = "Bitboard algorithms";
+inline constexpr std::string_view popcount_algorithm = "popcount:         Table lookup PopCount";
+inline constexpr std::string_view popcount_sparse_algorithm = "popcount_sparse:  Table lookup PopCount";
+inline constexpr std::string_view find_lowest_bit_algorithm = "find_lowest_bit:  FindLowestBitViaFindHighestBit";
+inline constexpr std::string_view find_highest_bit_algorithm = "find_highest_bit: Table lookup (not inlined)";
+inline constexpr std::string_view find_next_bit_algorithm = "find_next_bit:    FindHighestBit";
+inline constexpr std::string_view expecting_dash_before_option = "Warning: Expecting '-' before option \"";
+inline constexpr std::string_view continuing_without_dash = "\"! Continuing...\n";
+inline constexpr std::string_view executing_startup_command = "Executing startup command: ";
+inline constexpr std::string_view error_while_parsing_startup_commands = "Error while parsing startup commands";
+inline constexpr std::string_view stopped_at = "stopped at";
+inline constexpr std::string_view startup_command_failed_safely =
+    "Execution of the command failed, but it is safe to proceed and ignore this error:\n";
+inline constexpr std::string_view warning_startup_command_failed = "Warning: Startup command failed!\n";
+inline constexpr std::string_view entering_analyze_compatibility_mode = "Entering analyze compatibility mode";
+inline constexpr std::string_view starting_search = "starting search";
+inline constexpr std::string_view search_header_fen = "FEN";
+inline constexpr std::string_view search_settings = "search settings";
+inline constexpr std::string_view search_setting_type = "type";
+inline constexpr std::string_view search_setting_max_depth = "max_depth";
+inline constexpr std::string_view search_setting_max_time_limit = "max_time_limit";
+inline constexpr std::string_view search_setting_variable_time_limit = "variable_time_limit";
 
 // --- Game control ---
+inline constexpr std::string_view default_opponent_name = "Incognito";
+inline constexpr std::string_view engine_rejects_draw_offer = "Engine rejects draw offer";
 
 // --- Protocol operations common to all ---
+inline constexpr std::string_view search_kind_normal = "normal";
+inline constexpr std::string_view search_kind_analyze = "analyze";
+inline constexpr std::string_view search_kind_pondering = "pondering";
+inline constexpr std::string_view search_kind_puzzle = "puzzle";
+inline constexpr std::string_view id_override_mark = "##";
+inline constexpr std::string_view rejects_the_draw_offer = " rejects the draw offer and wants to play on.";
+inline constexpr std::string_view is_thinking_about_the_draw_offer =
+    " is thinking about the draw offer and will decide after the next move.";
+inline constexpr std::string_view personality = "Personality: ";
+inline constexpr std::string_view program_version = "v2.0.1";
+// What was built, as showVersion tells it: fixed, but for the platform.
+inline constexpr std::string_view build_extensions = "build: Vorka with variable search extensions\n";
+inline constexpr std::string_view build_inline_assembler = "inline assembler:       disabled\n";
+inline constexpr std::string_view build_move_generator_cache = "move generator cache:   disabled\n";
+inline constexpr std::string_view build_tablebase_support = "tablebase support:      enabled\n";
+inline constexpr std::string_view build_architecture = "architecture:           i386 compatible\n";
+inline constexpr std::string_view build_platform = "platform:               ";
+inline constexpr std::string_view platform_word = "Unix compatible";
+inline constexpr std::string_view predicted_move_made = "Predicted move made";
+inline constexpr std::string_view command_ignored = "Command ignored";
+inline constexpr std::string_view search_status = "stat01: ";
+inline constexpr std::string_view statistics_time = "time: ";
+inline constexpr std::string_view statistics_seconds = " sec (";
+inline constexpr std::string_view statistics_knodes = " knodes, ";
+inline constexpr std::string_view statistics_knps = " knps)\n";
+inline constexpr std::string_view statistics_hit_ratio_trans = "hit ratio: trans=";
+inline constexpr std::string_view statistics_hit_ratio_pawn = ", pawn=";
+inline constexpr std::string_view statistics_hit_ratio_eval = ", eval=";
+inline constexpr std::string_view statistics_ettc_tries = "ETTC tries=";
+inline constexpr std::string_view statistics_ettc_cutoffs = ", cutoffs=";
+inline constexpr std::string_view statistics_ettc_efficiency = ", efficiency=";
+// The words that `help` would be asked with, for its refusal.
+inline constexpr std::string_view help = "help";
+inline constexpr std::string_view hash = "hash";
 
 // --- Console protocol ---
+inline constexpr std::string_view greeting_hallo = "Hallo";
+inline constexpr std::string_view greeting_guten_tag = "Guten Tag";
+inline constexpr std::string_view greeting_welcome = "Welcome";
+inline constexpr std::string_view greeting_vorka_welcomes_you = "Vorka welcomes you";
+inline constexpr std::string_view greeting_vorka_ist_bereit = "Vorka ist bereit";
+inline constexpr std::string_view greeting_ave = "Ave und beim Jupiter";
+inline constexpr std::string_view vorka_suggests = "Vorka suggests";
+inline constexpr std::string_view hint_without_legal_move =
+    "Hint request could not be responded, because no legal move was found";
+inline constexpr std::string_view vorka_played = "Vorka played";
+inline constexpr std::string_view edit_mode_aborted = "Edit mode aborted";
+inline constexpr std::string_view prompt_white = "White";
+inline constexpr std::string_view prompt_black = "Black";
+inline constexpr std::string_view prompt_end = "> ";
+inline constexpr std::string_view over_the_open_line = " \r";
+inline constexpr std::string_view ok = "OK";
+inline constexpr std::string_view new_move_on_screen = "!? ";
+inline constexpr std::string_view new_move_found = "New move found: ";
+inline constexpr std::string_view warning_search_instability_found = "#warning: Search instability found!\n";
+inline constexpr std::string_view vorka_accepts_draw_offer = "Vorka accepts draw offer";
+inline constexpr std::string_view congratulations_vorka_resigns = "Congratulations! Vorka resigns.";
+inline constexpr std::string_view vorka_offers_draw = "Vorka offers draw. (Note: type \"draw\" to accept)";
+inline constexpr std::string_view edit_mode_prompt = "edit mode> ";
+inline constexpr std::string_view depth = "Depth";
+inline constexpr std::string_view knodes_searched = " knodes searched\n";
 
 // --- XBoard protocols ---
+inline constexpr std::string_view xboard_hint = "Hint";
+inline constexpr std::string_view xboard_move = "move";
+inline constexpr std::string_view xboard_offer_draw = "offer draw";
+inline constexpr std::string_view xboard_resign = "resign";
+inline constexpr std::string_view xboard_tell_user = "telluser";
+inline constexpr std::string_view new_pv_move_candidate_found = "New pv-move candidate found: ";
+inline constexpr std::string_view search_instability_found = "Search instability found!";
+inline constexpr std::string_view search_status_idle = "stat01: 0 0 0 0 0\n";
+inline constexpr std::string_view feature = "feature";
 
 // --- Errors of commands ---
+// The forms that an interface expects, then the reasons in brackets.
+inline constexpr std::string_view error = "Error";
+inline constexpr std::string_view illegal_move = "Illegal move";
+inline constexpr std::string_view argument_out_of_bounds = "argument out of bounds";
+inline constexpr std::string_view cannot_change_sides = "cannot change sides";
+inline constexpr std::string_view command_is_not_supported = "command is not supported";
+inline constexpr std::string_view command_is_not_supported_in_this_build = "command is not supported in this build";
+inline constexpr std::string_view command_not_legal_now = "command not legal now";
+inline constexpr std::string_view could_not_parse_personality = "could not parse personality";
+inline constexpr std::string_view could_not_tokenize_the_input_string = "could not tokenize the input string";
+inline constexpr std::string_view input_inconsistent_with_fen_standard = "input inconsistent with FEN standard";
+inline constexpr std::string_view integer_argument_expected = "integer argument expected";
+inline constexpr std::string_view invalid_arguments = "invalid argument(s)";
+inline constexpr std::string_view it_is_not_your_turn_now = "it is not your turn now";
+inline constexpr std::string_view last_time_control_must_not_terminate = "last time control must not terminate";
+inline constexpr std::string_view missing_parameters = "missing parameters";
+inline constexpr std::string_view must_be_in_analyze_mode = "must be in analyze mode";
+inline constexpr std::string_view must_be_in_force_mode = "must be in force mode";
+inline constexpr std::string_view next_move_buffer_is_empty = "next move buffer is empty";
+inline constexpr std::string_view no_move_to_undo = "no move to undo";
+inline constexpr std::string_view no_moves_to_remove = "no moves to remove";
+inline constexpr std::string_view separator_missing = "seperator missing (';')";
+inline constexpr std::string_view too_many_parameters = "too many parameters";
+inline constexpr std::string_view unknown_command = "unknown command";
+inline constexpr std::string_view unrecognized_command = "unrecognized command";
+inline constexpr std::string_view wrong_number_of_arguments = "wrong number of arguments";
 
 // --- Commands ---
+inline constexpr std::string_view could_not_undo = "could not undo";
+inline constexpr std::string_view moves_not_undone_at_start_position =
+    "move(s), because start position has been reached";
+inline constexpr std::string_view moves_not_made_next_move_buffer_is_empty =
+    "move(s) could not be made, because next move buffer is empty";
+inline constexpr std::string_view unexpected_protocol_version =
+    "Unexpected xboard protocol version. Executing command \"xboard\" instead";
+inline constexpr std::string_view future_protocol_version =
+    "Future XBoard protocol version not support, falling back to version 2";
+inline constexpr std::string_view illegal_position = "Illegal position";
+inline constexpr std::string_view current_position_is = "Current position is";
+inline constexpr std::string_view position_valid = "valid";
+inline constexpr std::string_view position_invalid = "invalid";
+inline constexpr std::string_view eval = "eval";
+inline constexpr std::string_view pong = "pong";
+inline constexpr std::string_view clock_active_side = "time (active side):";
+inline constexpr std::string_view clock_passive_side = "time (passive side):";
+inline constexpr std::string_view clock_moves_left = "moves_left: ";
+inline constexpr std::string_view clock_milliseconds_left = "milliseconds_left: ";
+inline constexpr std::string_view clock_out_of_time = "out_of_time: ";
+inline constexpr std::string_view player1_played_by_engine = "player1 played by engine: ";
+inline constexpr std::string_view player2_played_by_engine = "player2 played by engine: ";
 
 }  // namespace vocabulary
