@@ -24,7 +24,7 @@ enum class GameEndReason : std::int32_t {
     unknown = 9,
 };
 
-/// "1-0", "0-1", "1/2-1/2" and, for a game that was cut off, "*".
+/// "1-0", "0-1", "1/2-1/2" and, for a game that was cut off or still goes on, "*".
 [[nodiscard]] std::string ResultText(GameResult result);
 /// "White mates", "Black resigns" and so on; who did it follows from the result.
 [[nodiscard]] std::string ReasonText(GameResult result, GameEndReason reason);
@@ -38,6 +38,9 @@ struct GAME_STATE {
 /// A game: the current position with its game-end state, the start position, the moves made, the moves taken back
 /// (which can be replayed) and the keys that a threefold repetition counts. A failing call throws one of the exceptions
 /// below and leaves the game as it was.
+///
+/// A finished game keeps its result and reason until a new position is set or a move is taken back, which plays the
+/// game again from its start.
 class UserBoard {
   public:
     class user_exception : public VorkaException {};
@@ -62,19 +65,28 @@ class UserBoard {
     UserBoard& operator=(const UserBoard&) = default;
 
     void Reset();
-    /// A position as the new start; `ply_offset` are the half moves that it stands for.
+    /// A position as the new start; `ply_offset` are the half moves that it stands for, made odd if Black is to move.
+    /// Throws invalid_position.
     void SetBoard(const BOARD& board, std::uint32_t ply_offset = 0);
     /// An empty, invalid position with no legal moves: what is left after an interface sent an impossible one. Every
     /// move is refused until the next position.
     void SetInvalid();
     /// Kings alone on e1 and e8, the side to move kept.
     void Clear();
+    /// Throws io_error for a text that is no FEN, and invalid_position.
     void SetBoardFromFen(const std::string& text);
 
+    /// Throws invalid_move, also for every move behind the end of the game and in the invalid position.
     void MakeMoveFromText(const std::string& text);
+    /// `move` is legal here. Moves taken back can still be replayed behind it if it is the first of them. A game that
+    /// is over may be played on in this way and keeps its end. Throws invalid_move in the invalid position alone.
     void MakeMove(Move move);
+    /// Throws no_moves_to_undo.
     void UndoMove();
+    /// Throws next_moves_empty.
     void NextMove();
+    /// The position with the other side to move as a new start. Throws invalid_board_after_changing_side if it can't
+    /// be, as with an en passant square.
     void ChangeSide();
     /// Ends the game from outside the board: resignation, time, agreement, abort.
     void EndGame(GameResult result, GameEndReason reason);
@@ -97,12 +109,14 @@ class UserBoard {
     void Print(bool with_state) const;
 
   private:
+    void StartFrom(const GAME_STATE& state, std::uint32_t ply_offset);
+
     std::uint32_t ply_offset_ = 0;
     GAME_STATE current_;
     GAME_STATE start_;
     std::vector<Move> made_moves_;
     std::deque<Move> next_moves_;
-    std::vector<std::uint64_t> position_keys_;
+    std::vector<std::uint64_t> position_keys_;  ///< of every position from the start to the current one
     bool valid_ = true;
 };
 
@@ -131,10 +145,15 @@ class EditBoard {
 
   private:
     enum class State : std::int32_t { valid = 0, invalid = 1, unchecked = 2 };
+    static constexpr std::int32_t rights_by_placement = -1;
+
+    /// The squares as a position without en passant square; works out the castling rights first.
+    bool SetPosition(BOARD& board);
+
     State state_ = State::unchecked;
-    BOARD board_;
+    BOARD board_;  ///< means something in the state `valid` only
     std::int8_t squares_[64] = {};
     Colour side_ = white;
     Colour edit_colour_ = white;
-    std::int32_t castling_ = -1;  ///< -1: all rights that the placement allows
+    std::int32_t castling_ = rights_by_placement;
 };
