@@ -1,0 +1,90 @@
+"""XBoard itself, on a screen that nobody sees, plays the engine against fairymax, and every saved game is replayed."""
+
+import contextlib
+import os
+import re
+import subprocess
+
+import pytest
+import rules
+from engine import PROGRAM
+
+GAMES = 2  # one with each colour
+PATIENCE = 420.0
+
+TROUBLE = re.compile("illegal|forfeit|time|flag|exit|died|disconnect|error|claim|abort", re.I)
+
+
+@contextlib.contextmanager
+def screen():
+    """A virtual display; gives its name."""
+    reader, writer = os.pipe()
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
+                              pass_fds=[writer], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL)
+    os.close(writer)
+    try:
+        with os.fdopen(reader) as answer:
+            number = answer.readline().strip()
+        assert number, "Xvfb did not start"
+        yield ":" + number
+    finally:
+        server.terminate()
+        server.wait()
+
+
+def play_match(folder, first, second, *options):
+    """Lets XBoard play; returns the saved games and its debug file, which holds all that went over the pipes."""
+    games, debug, messages = folder / "games.pgn", folder / "debug", folder / "messages"
+    with screen() as display, messages.open("wb") as output:
+        environment = dict(os.environ, DISPLAY=display, HOME=str(folder), PATH=os.environ["PATH"] + ":/usr/games")
+        match = subprocess.Popen(
+            ["xboard", "-fcp", first, "-fd", str(folder), "-scp", second, "-sd", str(folder),
+             "-matchGames", str(GAMES), "-saveGameFile", str(games), "-autoCallFlag", "true",
+             "-popupExitMessage", "false", "-soundProgram", "", "-debug", "-nameOfDebugFile", str(debug), *options],
+            cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT)
+        try:
+            match.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            match.kill()
+            match.wait()
+            pytest.fail(f"the match did not end:\n{debug.read_text('latin-1')[-6000:]}")
+    assert match.returncode == 0, messages.read_text("latin-1")
+    return rules.read_pgn(games.read_text("latin-1")), debug.read_text("latin-1")
+
+
+def check_game(game, conversation):
+    """Every move is legal, and the result is one that the board or the engines bear out."""
+    position, keys = rules.Position.from_fen(), []
+    for text in game.moves:
+        keys.append(position.key())
+        position = position.make(position.find(text))
+    assert game.result == game.tags["Result"]
+    assert game.result in ("1-0", "0-1", "1/2-1/2"), conversation[-4000:]
+    assert not TROUBLE.search(game.comment), f"{game.comment}\n{conversation[-4000:]}"
+    ended = position.result(keys)
+    if ended:
+        assert game.result == ended[0], f"{game.comment} in {position.fen()}"
+    else:
+        assert re.search("resign|agree|draw|repetition|rule", game.comment, re.I), f"{game.comment} in {position.fen()}"
+    return position, ended
+
+
+def test_matches_against_fairymax(tmp_path):
+    # Twenty moves in ten seconds, again and again. XBoard leaves it to the engines to see the mate.
+    games, conversation = play_match(tmp_path, PROGRAM, "fairymax", "-movesPerSession", "20", "-timeControl", "0:10",
+                                     "-checkMates", "false")
+    assert len(games) == GAMES
+    assert sorted(game.tags["White"] == "Vorka" for game in games) == [False, True]
+    for game in games:
+        _, ended = check_game(game, conversation)
+        assert len(game.moves) >= 10
+        if ended:
+            # The engine saw the end by itself, and said so in its own words.
+            assert f"<first : {ended[0]} {{{ended[1]}}}" in conversation
+
+    sent = re.findall(r"^\d+ <first : (.*)$", conversation, re.M)
+    assert 'feature myname="Vorka"' in sent and "feature done=1" in sent
+    assert not [line for line in sent if line.startswith(("Error", "Illegal move"))]
+    # Two games are one run of the program, with one log.
+    assert [path.name for path in tmp_path.glob("logfile.*")] == ["logfile.000"]
