@@ -112,7 +112,7 @@ inline constexpr std::string_view personality = "Personality: ";
 inline constexpr std::string_view program_version = "v2.0.1";
 // What was built, as showVersion tells it: fixed, but for the platform.
 inline constexpr std::string_view build_extensions = "build: Vorka with variable search extensions\n";
-inline constexpr std::string_view build_inline_assembler = "inline assembler:       disabled\n";
+inline constexpr std::string_view build_inline_assembler = "\ninline assembler:       disabled\n";
 inline constexpr std::string_view build_move_generator_cache = "move generator cache:   disabled\n";
 inline constexpr std::string_view build_tablebase_support = "tablebase support:      enabled\n";
 inline constexpr std::string_view build_architecture = "architecture:           i386 compatible\n";
@@ -131,7 +131,7 @@ inline constexpr std::string_view statistics_hit_ratio_eval = ", eval=";
 inline constexpr std::string_view statistics_ettc_tries = "ETTC tries=";
 inline constexpr std::string_view statistics_ettc_cutoffs = ", cutoffs=";
 inline constexpr std::string_view statistics_ettc_efficiency = ", efficiency=";
-// The words that `help` would be asked with, for its refusal.
+// The lines that ask for a display, quoted where it is refused.
 inline constexpr std::string_view help = "help";
 inline constexpr std::string_view hash = "hash";
 
@@ -202,6 +202,7 @@ inline constexpr std::string_view unrecognized_command = "unrecognized command";
 inline constexpr std::string_view wrong_number_of_arguments = "wrong number of arguments";
 
 // --- Commands ---
+inline constexpr std::string_view unfinished_hint_request = "Unfinished hint request detected!";
 inline constexpr std::string_view could_not_undo = "could not undo";
 inline constexpr std::string_view moves_not_undone_at_start_position =
     "move(s), because start position has been reached";

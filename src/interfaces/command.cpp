@@ -9,9 +9,12 @@ namespace {
 
 [[nodiscard]] std::string_view NameOfKind(ErrorCommand::Kind kind) {
     switch (kind) {
-        case ErrorCommand::Kind::illegal_move: return vocabulary::illegal_move;
-        case ErrorCommand::Kind::error: return vocabulary::error;
-        case ErrorCommand::Kind::plain: break;
+        case ErrorCommand::Kind::illegal_move:
+            return vocabulary::illegal_move;
+        case ErrorCommand::Kind::error:
+            return vocabulary::error;
+        case ErrorCommand::Kind::plain:
+            break;
     }
     return {};
 }

@@ -11,8 +11,8 @@ enum class SearchPurpose;
 
 namespace VorkaInterfaces {
 
-/// One input line, ready to run. Execute may be unwound by an exception and run again from its top: a command that can't
-/// run beside a search aborts it, and the main loop calls Execute once more. Checks therefore run once, behind a
+/// One input line, ready to run. Execute may be unwound by an exception and run again from its top: a command that
+/// can't run beside a search aborts it, and the main loop calls Execute once more. Checks therefore run once, behind a
 /// `checked` flag, while the search is still undisturbed.
 ///
 /// Constructors run while a line is translated, maybe inside a search: they take their arguments and touch no game.
