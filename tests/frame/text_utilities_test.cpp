@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "support/slow_text_model.h"
+
 namespace {
 
 using namespace VorkaUtils;
@@ -74,6 +76,23 @@ TEST(TokenizeFailure, IsAnOpeningQuoteWithoutPartner) {
     }
     EXPECT_THROW((void)tokenize("(a", white_space, "(", ")"), tokenize_exception);
     EXPECT_THROW((void)tokenize("(a", white_space, "(", ")"), VorkaException);
+}
+
+TEST(TokenizeRandomText, GivesTheWordsOfTheSlowModel) {
+    constexpr std::string_view alphabet = "ab \t\"'";
+    std::mt19937 random(19520714);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        for (auto n = random() % 16; n > 0; --n) text += alphabet[random() % alphabet.size()];
+        const bool keep_quotes = i % 2 == 1;
+        const std::optional<Words> wanted = slow_model::Words(text, white_space, "\"'", keep_quotes);
+        if (wanted) {
+            ASSERT_EQ(tokenize(text, white_space, "\"'", "\"'", keep_quotes), *wanted) << text;
+        } else {
+            ASSERT_THROW((void)tokenize(text, white_space, "\"'", "\"'"), unterminated_embedded_string_exception)
+                << text;
+        }
+    }
 }
 
 TEST(TokenizeLongText, OfOneMebibyteIsSplit) {
