@@ -127,7 +127,8 @@ void UserBoard::SetBoard(const BOARD& board, std::uint32_t ply_offset) {
 }
 
 void UserBoard::SetInvalid() {
-    StartFrom(GAME_STATE{}, 0);
+    // Nothing can be played or searched: a game that is over already, for all who ask.
+    StartFrom(GAME_STATE{.result = GameResult::aborted, .reason = GameEndReason::aborted}, 0);
     valid_ = false;
 }
 

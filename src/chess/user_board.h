@@ -68,8 +68,8 @@ class UserBoard {
     /// A position as the new start; `ply_offset` are the half moves that it stands for, made odd if Black is to move.
     /// Throws invalid_position.
     void SetBoard(const BOARD& board, std::uint32_t ply_offset = 0);
-    /// An empty, invalid position with no legal moves: what is left after an interface sent an impossible one. Every
-    /// move is refused until the next position.
+    /// An empty, invalid position with no legal moves: what is left after an interface sent an impossible one. The game
+    /// counts as aborted, and every move is refused until the next position.
     void SetInvalid();
     /// Kings alone on e1 and e8, the side to move kept.
     void Clear();
