@@ -7,7 +7,7 @@
 #include "interfaces/command.h"
 #include "interfaces/commands_protocol.h"
 
-/// From an input line to words, and from words to a command: what every protocol does alike.
+/// From an input line to words, of a command or of edit mode: what every protocol does alike.
 namespace VorkaInterfaces {
 
 namespace {
@@ -20,24 +20,6 @@ namespace {
     } catch (const VorkaUtils::tokenize_exception&) {
         throw ErrorCommand(ErrorCommand::Kind::error, vocabulary::could_not_tokenize_the_input_string, line);
     }
-}
-
-struct KindOfSearch {
-    std::string_view name;
-    SearchStatus status;
-};
-
-/// By SearchKind.
-constexpr std::array kinds_of_search{
-    KindOfSearch{"normal", SearchStatus::thinking},
-    KindOfSearch{"analyze", SearchStatus::analyzing},
-    KindOfSearch{"pondering", SearchStatus::pondering},
-    KindOfSearch{"puzzle", SearchStatus::hint},
-};
-
-[[nodiscard]] KindOfSearch Describe(SearchKind kind) {
-    const auto index = static_cast<std::size_t>(kind);
-    return index < kinds_of_search.size() ? kinds_of_search[index] : KindOfSearch{"normal", SearchStatus::none};
 }
 
 struct EditWord {
@@ -100,9 +82,5 @@ EditCommand BasicProtocol::readEditCommand(std::string& line, Square& square, Pi
     square = SquareFromChars(word[1], word[2]);
     return EditCommand::place;
 }
-
-std::string_view BasicProtocol::nameOfSearchKind(SearchKind kind) { return Describe(kind).name; }
-
-SearchStatus BasicProtocol::statusOfSearchKind(SearchKind kind) { return Describe(kind).status; }
 
 }  // namespace VorkaInterfaces
