@@ -128,7 +128,10 @@ void UserBoard::SetBoard(const BOARD& board, std::uint32_t ply_offset) {
 
 void UserBoard::SetInvalid() {
     // Nothing can be played or searched: a game that is over already, for all who ask.
-    StartFrom(GAME_STATE{.result = GameResult::aborted, .reason = GameEndReason::aborted}, 0);
+    GAME_STATE empty;
+    empty.result = GameResult::aborted;
+    empty.reason = GameEndReason::aborted;
+    StartFrom(empty, 0);
     valid_ = false;
 }
 
