@@ -8,23 +8,29 @@
 
 /// One entry of a time control.
 struct TimeControl {
-    std::int32_t moves = 40;         ///< moves to make, -1 for the rest of the game
-    std::int32_t base = 300000;      ///< milliseconds
-    std::int32_t increment = 0;      ///< milliseconds
-    std::int32_t next = -1;          ///< -1 repeat this entry, 0 go on to the next of the list
+    std::int32_t moves = 40;     ///< moves to make, -1 for the rest of the game
+    std::int32_t base = 300000;  ///< milliseconds
+    std::int32_t increment = 0;  ///< milliseconds
+    std::int32_t next = -1;      ///< -1 repeat this entry, 0 go on to the next of the list
 
     bool operator==(const TimeControl&) const = default;
 };
 
-/// Both sides' clocks. Only the active side's time runs.
+/// Both sides' clocks. Only the active side's time runs, and only while the clock is running; it is taken off when the
+/// clock stops or changes sides. Nothing here is out of time by itself: what is left may become negative.
 class ChessClock {
   public:
     using TimeSource = Timestamp (*)();
     explicit ChessClock(TimeSource now = &Timestamp::Now);
 
+    /// Lets the active side's time run; a running clock goes on undisturbed.
     void startClock();
+    /// Takes the elapsed time off the active side. A clock that stands is left as it is.
     void stopClock();
+    /// The active side has moved: its increment comes in, its time goes off, its move is counted, and at the last move
+    /// of an entry the next one (or the same again) adds its time. A running clock runs on for the other side.
     void switchClock();
+    /// Stops the clock without taking time off; both sides go back to the first entry of their list.
     void resetClock(Colour active);
 
     /// A new control list for a side (at least one entry); its clock restarts from the first entry at once.
@@ -46,7 +52,9 @@ class ChessClock {
         std::size_t index = 0;
         std::int32_t next = -1;
     };
-    void restart(Side& side);
+    static void restart(Side& side);
+    /// Milliseconds since the clock was started or changed sides; 0 for one that stands.
+    [[nodiscard]] std::int64_t elapsed(const Timestamp& now) const;
 
     TimeSource now_;
     bool running_ = false;

@@ -2,10 +2,12 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "frame/game_control.h"
+#include "frame/startup_options.h"
 #include "interfaces/command.h"
 #include "search/search_host.h"
 #include "search/steering.h"
@@ -16,19 +18,29 @@
 class EngineShell : private SearchHost {
   public:
     /// Starts the console protocol, then carries out the command line. `arguments` without the program's name.
-    explicit EngineShell(std::vector<std::string> arguments);
+    explicit EngineShell(const std::vector<std::string>& arguments);
 
-    /// The main loop; returns when `quit` arrives.
-    void run();
+    /// The main loop; returns the exit status of the program when `quit` arrives, or at once if the command line has
+    /// ended the program already.
+    [[nodiscard]] int run();
     /// Runs queued work and reads the lines that are ready. Leaves by an exception if something ends the search.
     void pollInput() override;
 
   private:
+    /// Carries out one option after the other until one of them ends the program.
+    void carryOutOptions(const std::vector<std::string>& arguments);
+    void carryOut(const StartupOption& option);
+    /// Translates a line and runs its command to the end.
+    void executeAtOnce(const std::string& line);
+    /// An option that can't be carried out ends the program.
+    void stopAt(const std::string& word);
+
     void readStep();
     void translateStep();
     void executeStep();
     /// The one place that starts a search.
     void startSearch(const SearchRequest& request);
+    /// Waits for input in place of an analysis, for interfaces that analyze on behind the end of a game.
     void analyzeFinishedGame();
     void writeSearchHeader(const SearchRequest& request) const;
 
@@ -42,4 +54,6 @@ class EngineShell : private SearchHost {
     std::deque<std::unique_ptr<VorkaInterfaces::Command>> commands_;
     std::deque<std::string> input_;
     std::unique_ptr<GameControl> game_;
+    std::optional<SearchRequest> requested_;  ///< the search that the main loop starts next
+    std::optional<int> exit_status_;          ///< set once the program is to end
 };

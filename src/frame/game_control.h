@@ -76,12 +76,26 @@ class GameControl : public UserBoard {
     void startPondering();
     /// Plays a move of either side: notes its text, switches the clock, forgets the prediction.
     void makeMove(Move move, std::string& text);
-    /// Replaces position and game record (after setboard, edit, read_fen): the rest of the game state follows.
+    /// Replaces position and game record (after setboard, edit, read_fen). In this order: the prediction is forgotten,
+    /// the advisor starts anew, the protocol shows the board, the clocks start anew with the side on move. The caller
+    /// has aborted the search before, and requests a new one in analyze mode.
     void replaceGame(const UserBoard& game);
     /// The end-of-search handler: the search entry calls it once, at its very end. May throw the next request.
     void onSearchFinished(bool discard);
 
   private:
     void onThinkingFinished();
-    void onHintFinished(bool discard);
+    void onHintFinished();
+    /// A hint that was asked for and can't be found any more leaves no pending request behind.
+    void forgetPendingHint();
+    /// Answers the opponent's offer. True if that ended the game.
+    [[nodiscard]] bool answerDrawOffer();
+    /// Says how the game ended, and stops the clock.
+    void announceResult();
+    /// The move that the search decided on.
+    [[nodiscard]] Move moveToPlay() const;
+    /// The opponent's answer to `move` in the principal variation; INVALID if the line ends before it.
+    [[nodiscard]] Move forecastBehind(Move move) const;
+    /// Requests pondering behind the stored move, or returns if the game ends with it.
+    void ponderOnPrediction();
 };

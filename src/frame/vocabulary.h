@@ -11,6 +11,7 @@ inline constexpr std::string_view program_name = "Vorka";
 inline constexpr std::string_view not_sent_to_xboard = "not sent to xboard";
 inline constexpr std::string_view vorka_received_input = "Vorka received input";
 inline constexpr std::string_view quit = "quit";
+inline constexpr std::string_view force = "force";
 inline constexpr std::string_view game_over = "game over";
 inline constexpr std::string_view no_search_running = "no search running";
 
@@ -43,6 +44,9 @@ inline constexpr std::string_view no_castling_and_no_square = "none";
 inline constexpr std::string_view short_castling = "O-O";
 inline constexpr std::string_view long_castling = "O-O-O";
 inline constexpr std::string_view start_position_fen = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
+inline constexpr std::string_view pseudo_legal_test_of_invalid_move =
+    "IsMovePseudoLegal: move == INVALID test is necessary!";
+inline constexpr std::string_view too_many_moves = "Increase the constant MAX_MOVES!";
 inline constexpr std::string_view ambiguous_move = "ambiguous move";
 inline constexpr std::string_view no_correspondence = "no correspondence";
 inline constexpr std::string_view invalid_move = "invalid move";
@@ -67,6 +71,14 @@ inline constexpr std::string_view game_aborted = "aborted";
 inline constexpr std::string_view unknown_reason = "unknown reason";
 
 // --- Search ---
+inline constexpr std::string_view transposition_collision_detected = "collision in transposition table detected";
+inline constexpr std::string_view hash_move_of_line_condition = "local_board.VerifyMove(hash_move) == true";
+inline constexpr std::string_view pawn_hash_collision_detected = "pawnhashtable collision detected";
+inline constexpr std::string_view pawn_hash_type_condition = "entry.position_type != 16";
+inline constexpr std::string_view bounds_crossed = "error: lowerbound and upperbound crossed!\n";
+inline constexpr std::string_view lowerbound_is = "lowerbound=";
+inline constexpr std::string_view upperbound_is = ", upperbound=";
+inline constexpr std::string_view illegal_move_detected = "Illegal move detected: ";
 
 // --- Start-up and main loop ---
 inline constexpr std::string_view log_file_prefix = "logfile.";

@@ -97,6 +97,20 @@ class BasicProtocol {
     virtual void sendEditPrompt() = 0;
     virtual void writeThinkingLine(const SearchInfo& info) = 0;
     virtual void writeDepthLine(int depth) = 0;
+
+  protected:
+    // What the protocols say alike. The texts go where the echo of the log stream sends them; no flush.
+
+    /// The line that answers "." while a search runs.
+    static void writeSearchStatus(const SearchInfo& info);
+    /// Time, hash tables and enhanced transposition cutoffs of a search that has ended.
+    static void writeSearchStatistics(const SearchInfo& info);
+    /// The moves from the start of the game, those taken back included, in lines of numbered moves.
+    static void writeMoveList(const UserBoard& game);
+
+  private:
+    /// Whether `id` stands in for the engine's name altogether.
+    [[nodiscard]] bool idReplacesName() const;
 };
 
 }  // namespace VorkaInterfaces
