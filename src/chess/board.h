@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "chess/bitboard_tables.h"
 #include "chess/bits.h"
 #include "chess/move.h"
 
@@ -26,8 +27,8 @@ struct PLY_FRAME {
     std::uint16_t fifty_counter;      ///< plies since the last capture or pawn move
     std::uint16_t en_passant_square;  ///< the square jumped over, 0 if none
     std::uint8_t castling;
-    std::uint8_t in_check;            ///< 1 if the side to move is in check
-    std::uint64_t pawn_key;           ///< XOR of zobrist_piece of all pawns
+    std::uint8_t in_check;   ///< 1 if the side to move is in check
+    std::uint64_t pawn_key;  ///< XOR of zobrist_piece of all pawns
 
     bool operator==(const PLY_FRAME&) const = default;
 };
@@ -75,13 +76,25 @@ struct BOARD {
     [[nodiscard]] bool in_check() const { return frame().in_check != 0; }
 
     // Attacks of a piece on `s`, on the present occupancy.
-    [[nodiscard]] Bitboard RankAttacks(Square s) const;
-    [[nodiscard]] Bitboard FileAttacks(Square s) const;
-    [[nodiscard]] Bitboard DiagonalA1H8Attacks(Square s) const;
-    [[nodiscard]] Bitboard DiagonalA8H1Attacks(Square s) const;
-    [[nodiscard]] Bitboard RookAttacks(Square s) const { return RankAttacks(s) | FileAttacks(s); }
-    [[nodiscard]] Bitboard BishopAttacks(Square s) const { return DiagonalA1H8Attacks(s) | DiagonalA8H1Attacks(s); }
-    [[nodiscard]] Bitboard QueenAttacks(Square s) const { return RookAttacks(s) | BishopAttacks(s); }
+    [[nodiscard]] Bitboard RankAttacks(Square s) const noexcept {
+        return bitboard_tables.attacks_rank[s][(occupied >> (s & 56)) & 255];
+    }
+    [[nodiscard]] Bitboard FileAttacks(Square s) const noexcept {
+        return bitboard_tables.attacks_file[s][(occupied_file >> ((~s & 7) * 8)) & 255];
+    }
+    [[nodiscard]] Bitboard DiagonalA1H8Attacks(Square s) const noexcept {
+        const BITBOARD_TABLES& t = bitboard_tables;
+        return t.attacks_diag_a1h8[s][(occupied_a1h8 >> t.diag_shift_a1h8[s]) & t.diag_mask_a1h8[s]];
+    }
+    [[nodiscard]] Bitboard DiagonalA8H1Attacks(Square s) const noexcept {
+        const BITBOARD_TABLES& t = bitboard_tables;
+        return t.attacks_diag_a8h1[s][(occupied_a8h1 >> t.diag_shift_a8h1[s]) & t.diag_mask_a8h1[s]];
+    }
+    [[nodiscard]] Bitboard RookAttacks(Square s) const noexcept { return RankAttacks(s) | FileAttacks(s); }
+    [[nodiscard]] Bitboard BishopAttacks(Square s) const noexcept {
+        return DiagonalA1H8Attacks(s) | DiagonalA8H1Attacks(s);
+    }
+    [[nodiscard]] Bitboard QueenAttacks(Square s) const noexcept { return RookAttacks(s) | BishopAttacks(s); }
 
     /// Loads a position as ply 0. False, with nothing changed, for values out of range (side, castling, piece codes, an
     /// en passant square on the wrong rank); false with the invalid position loaded if it fails IsValid.

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
-/// Knuth's lagged-Fibonacci generator ran_array (The Art of Computer Programming, volume 2, section 3.6) with its
-/// published parameters, as the source of the Zobrist keys: the keys are the same in every run.
+/// Knuth's lagged-Fibonacci generator ran_array (The Art of Computer Programming, volume 2, section 3.6, in its form
+/// of 2002) with its published parameters, as the source of the Zobrist keys: the keys are the same in every run.
 class RandomKeys {
   public:
     explicit RandomKeys(long seed = 310952);
@@ -12,11 +14,12 @@ class RandomKeys {
     [[nodiscard]] std::uint64_t Next64();
     /// The next number of the stream, 0 <= n < 2^30.
     [[nodiscard]] long Next();
+    /// The next numbers.size() numbers of the recurrence, at least 100. Next() serves from such arrays.
+    void RanArray(std::span<long> numbers);
 
   private:
-    static constexpr int long_lag = 100, short_lag = 37, quality = 1009;
-    void Refill(long* numbers, int count);
+    static constexpr std::size_t long_lag = 100, short_lag = 37, buffer_size = 1009;
     std::array<long, long_lag> state_{};
-    std::array<long, quality> buffer_{};
-    int position_ = long_lag;  // a buffer is used up after its first 100 numbers
+    std::array<long, buffer_size> buffer_{};
+    std::size_t position_ = long_lag;  ///< a buffer counts as used up after its first 100 numbers
 };
