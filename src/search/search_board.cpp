@@ -1,0 +1,22 @@
+#include "search/search_board.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "evaluation/position_type.h"
+#include "search/threats.h"
+
+void SearchBoard::StartSearch(const BOARD& position, Score contempt) {
+    board = position;
+    moves_played[0] = INVALID;
+    pv[0][0] = INVALID;
+    position_class[0] = classify_position(board, no_position_type);
+    std::fill(std::begin(pins), std::end(pins), PinRecord{});
+    pins[0] = FindStandingPin(board);
+    std::fill(std::begin(check_runs), std::end(check_runs), CheckRunRecord{});
+    history.NewSearch();
+    draw_score[position.side_to_move] = contempt;
+    draw_score[position.side_to_move ^ 1U] = -contempt;
+    nodes = ettc_tries = ettc_cutoffs = 0;
+    poll_countdown = first_poll_countdown;
+}
