@@ -127,6 +127,18 @@ class Engine:
         match = self.ask(f"ping {900000 + self._pings}", f"pong {900000 + self._pings}\n")
         return match.string[start:match.start()]
 
+    def position(self):
+        """The position on the board as `display` prints it: the first four fields of its FEN."""
+        start = self._cursor
+        end = self.ask("display", r"castle possibilities: (\w+)\nside on move: (\w+); en-passant square: (\w+)\n")
+        castling, side, en_passant = ("-" if word == "none" else word for word in end.groups())
+        ranks = []
+        for cells in re.findall(r"^  [1-8] \|(.*)\|$", end.string[start:end.start()], re.M):
+            men = [cell.strip() for cell in cells.split("|")]
+            text = "".join(" " if not man else man[1] if man[0] == "*" else man.lower() for man in men)
+            ranks.append(re.sub(" +", lambda run: str(len(run[0])), text))
+        return f"{'/'.join(ranks)} {side[0]} {castling} {en_passant}"
+
     @property
     def log_file(self):
         return self.folder / "logfile.000"

@@ -1,0 +1,227 @@
+"""From the first byte to the first prompt: greeting, options, log file, and the ways to end."""
+
+import os
+import re
+import signal
+import subprocess
+
+import pytest
+
+GREETINGS = ["Hallo", "Guten Tag", "Welcome", "Vorka welcomes you", "Vorka ist bereit", "Ave und beim Jupiter"]
+GREETING = "(?:" + "|".join(GREETINGS) + ")!\n"
+PROMPT = " \rWhite 1> "
+
+LOG_HEAD = """\
+Bitboard algorithms
+- popcount:         Table lookup PopCount
+- popcount_sparse:  Table lookup PopCount
+- find_lowest_bit:  FindLowestBitViaFindHighestBit
+- find_highest_bit: Table lookup (not inlined)
+- find_next_bit:    FindHighestBit
+
+"""
+
+
+def test_greets_and_prompts(start):
+    output = start().finish()
+    assert re.fullmatch(GREETING + PROMPT, output), output
+
+
+def test_end_of_input_is_quit(start):
+    engine = start()
+    engine.finish(status=0)
+    assert engine.errors == ""
+
+
+def test_log_begins_with_its_date_and_the_bit_algorithms(start):
+    engine = start()
+    engine.send("ping 1")
+    engine.finish()
+    assert re.fullmatch(
+        r"Vorka logfile created at: \w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}\n" + re.escape(LOG_HEAD) + GREETING
+        + "White 1> Vorka received input: ping 1\npong 1\nWhite 1> ", engine.log), engine.log
+
+
+@pytest.mark.parametrize("existing, expected", [
+    ([], "logfile.000"),
+    (["logfile.000"], "logfile.001"),
+    (["logfile.000", "logfile.002"], "logfile.001"),
+    ([f"logfile.{i:03}" for i in range(1000)], "logfile.1000"),
+])
+def test_takes_the_first_free_log_name(start, tmp_path, existing, expected):
+    folder = tmp_path / "logs"
+    folder.mkdir()
+    for name in existing:
+        (folder / name).touch()
+    start(folder=folder).finish()
+    assert {path.name for path in folder.iterdir()} == {*existing, expected}
+
+
+def test_goes_on_without_a_log_where_none_can_be_written(start, tmp_path):
+    # Not even root can create a file in a folder that is gone.
+    folder = tmp_path / "gone"
+    folder.mkdir()
+    engine = start(folder=folder, preexec_fn=lambda: os.rmdir(folder))
+    engine.ask_text("ping 1", "pong 1\n")
+    engine.send("sd 1")
+    engine.ask("e4", "Vorka played: ")
+    engine.finish()
+    assert engine.errors == ""
+
+
+def test_version_option(start):
+    engine = start("--version")
+    engine.wait(status=0)
+    assert re.fullmatch(
+        GREETING + r"Vorka v2\.0\.1 \(\w{3} [ \d]\d \d{4}, \d\d:\d\d:\d\d\)\n"
+        r"build: Vorka with variable search extensions\n"
+        r"\n"
+        r"inline assembler:       disabled\n"
+        r"move generator cache:   disabled\n"
+        r"tablebase support:      enabled\n"
+        r"architecture:           i386 compatible\n"
+        r"platform:               \S.*\n", engine.output), engine.output
+    assert "Executing startup command: version\n" in engine.log
+
+
+@pytest.mark.parametrize("options, stop_word", [
+    (["-unknownword"], "unknownword"),
+    (["--unknownword"], "unknownword"),
+    (["unknownword"], "unknownword"),
+    (["-"], "-"),
+    (["--"], "--"),
+    (["---quit"], "-quit"),
+    (["--display"], "display"),
+    (["--st", "abc"], "Error (integer argument expected): st abc"),
+    (["--st"], "Error (wrong number of arguments): st"),
+    (["--st", "-5"], "Error (wrong number of arguments): st"),
+    (["--st=-5"], "Error (argument out of bounds): st -5"),
+    (["--st="], "st="),
+    (["--contempt", "-5"], "Error (wrong number of arguments): contempt"),
+    (["--contempt=-5"], "Error (command is not supported in this build): contempt -5"),
+    (["--hash=trans", "64M"], "Error (command is not supported in this build): hash trans 64M"),
+    (["--setboard", "nonsense"], "Error (input inconsistent with FEN standard): setboard nonsense"),
+    (["--help"], None),
+])
+def test_bad_options_end_with_status_one(start, options, stop_word):
+    engine = start(*options)
+    engine.wait(status=1)
+    if stop_word is None:
+        assert "command is not supported in this build" in engine.output
+    else:
+        assert engine.output.endswith(f'\nError while parsing startup commands (stopped at "{stop_word}")\n'), engine.output
+    assert re.match(GREETING, engine.output)
+
+
+def test_commands_before_a_bad_option_have_taken_effect(start):
+    engine = start("--id", "Club", "--xboard", "--protover=2", "--nonsense")
+    engine.wait(status=1)
+    assert 'feature myname="Vorka Club"\n' in engine.output
+    assert engine.output.endswith('telluser Error while parsing startup commands (stopped at "nonsense")\n')
+
+
+def test_options_are_commands(start):
+    engine = start("--sd", "1", "-level", "40", "0:30", "0", "--easy", "", "--id=##Foo Bar", "--eval")
+    assert re.fullmatch(GREETING + "eval: -?\\d+\n", engine.output[:engine.expect("eval: .*\n").end()])
+    engine.ping()
+    for line in ("sd 1", "level 40 0:30 0", "easy", "id ##Foo Bar", "eval"):
+        assert f"Executing startup command: {line}\n" in engine.log
+    assert "max_depth=1\n" in (engine.ask("e4", "Vorka played: .*\n") and engine.ping() and engine.log)
+
+
+def test_setboard_option_stands_behind_a_forced_force(start):
+    engine = start("--setboard", "4k3/8/8/8/8/8/4P3/4K3 w - - 0 1")
+    engine.expect(" \rWhite 2> ")
+    assert engine.position() == "4k3/8/8/8/8/8/4P3/4K3 w - -"
+    engine.send("e4")
+    assert "Vorka played" not in engine.ping()
+
+
+def test_a_bare_word_is_an_option_with_a_warning(start):
+    engine = start("xboard")
+    engine.send("protover 2")
+    engine.expect_text("feature done=1\n")
+    engine.finish()
+    assert engine.errors == "Warning: Expecting '-' before option \"xboard\"! Continuing...\n"
+
+
+def test_quit_option_ends_with_status_zero(start):
+    start("--quit").wait(status=0)
+
+
+def test_first_feature_follows_the_open_prompt(start):
+    engine = start()
+    engine.send("xboard", "protover 2")
+    engine.expect_text(" \rWhite 1> feature analyze=1\n")
+
+
+def test_greeting_names_no_opponent_that_has_the_default_name(start):
+    engine = start()
+    engine.send("name Anna")
+    engine.ask("console", r"(?:" + "|".join(GREETINGS) + "), Anna!\n")
+
+
+# --- Standard output that is not there ---
+
+def test_full_output_device_does_no_harm(start):
+    with open("/dev/full", "wb") as full:
+        engine = start(stdout=full)
+    engine.send("display", "sd 1", "e4", "nonsense")
+    engine.finish()
+    assert "Illegal move: nonsense\n" in engine.log
+
+
+def test_output_closed_from_the_start(start):
+    engine = start(stdout=None, preexec_fn=lambda: os.close(1))
+    engine.send("display", "nonsense")
+    engine.finish()
+    assert "Illegal move: nonsense\n" in engine.log
+
+
+@pytest.mark.parametrize("before", [[], ["xboard", "protover 2"]])
+def test_reader_that_goes_away_ends_the_program(start, before):
+    reader, writer = os.pipe()
+    engine = start(stdout=writer)
+    os.close(writer)
+    engine.send(*before)
+    os.close(reader)
+    try:
+        engine.send("display", "post", "analyze")
+        engine.process.stdin.close()
+    except BrokenPipeError:
+        pass
+    engine.process.wait(60)
+    assert engine.process.returncode in (0, -signal.SIGPIPE), engine.describe()
+
+
+def test_signals_end_the_console_and_leave_xboard_alone(start):
+    engine = start()
+    engine.ping()
+    engine.process.send_signal(signal.SIGINT)
+    engine.wait(status=-signal.SIGINT)
+
+    engine = start()
+    engine.send("xboard")
+    engine.ping()
+    for number in (signal.SIGINT, signal.SIGTERM):
+        engine.process.send_signal(number)
+    engine.ping()
+    engine.send("console")  # the signals stay ignored
+    engine.ping()
+    engine.process.send_signal(signal.SIGINT)
+    engine.ping()
+
+
+def test_output_is_the_same_with_input_from_a_file(start, tmp_path):
+    script = tmp_path / "script"
+    script.write_text("force\ne4\ne5\nping 3\n")
+    engine = start()
+    engine.send(*script.read_text().splitlines())
+    by_pipe = engine.finish()
+    folder = tmp_path / "file"
+    folder.mkdir()
+    with script.open("rb") as lines:
+        from_file = subprocess.run([engine.process.args[0]], stdin=lines, cwd=folder, capture_output=True, check=True)
+    cut = by_pipe.index("\n")  # behind the greeting, which changes
+    text = from_file.stdout.decode("latin-1")
+    assert text[text.index("\n"):] == by_pipe[cut:]
