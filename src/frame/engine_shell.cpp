@@ -143,19 +143,13 @@ void EngineShell::pollInput() {
 
 void EngineShell::startSearch(const SearchRequest& request) {
     const SearchKind kind = request.limits.kind;
-    // The position that an impossible setboard leaves has no moves to analyze either.
-    const bool nothing_to_search = game_->IsGameOver() || !request.position.IsPositionValid();
-    if (nothing_to_search && kind == SearchKind::analyze) {
+    if (game_->IsGameOver() && kind == SearchKind::analyze) {
         analyzeFinishedGame();
         return;
     }
     writeSearchHeader(request);
     game_->searchStatus = BasicProtocol::statusOfSearchKind(kind);
-    if (request.position.IsPositionValid()) {
-        game_->search.Run(request.limits, request.position, *this);
-    } else {
-        game_->onSearchFinished(true);
-    }
+    game_->search.Run(request.limits, request.position, *this);
 }
 
 void EngineShell::analyzeFinishedGame() {

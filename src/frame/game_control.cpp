@@ -105,7 +105,7 @@ void GameControl::requestSearch(SearchPurpose purpose, const UserBoard& position
 }
 
 void GameControl::startPondering() {
-    if (IsGameOver() || !IsPositionValid()) return;
+    if (IsGameOver()) return;
     if (prediction == no_prediction) requestSearch(SearchPurpose::hint, *this);
     if (prediction == prediction_no_move_exists || prediction == prediction_pending) return;
     ponderOnPrediction();
@@ -219,6 +219,5 @@ void GameControl::onHintFinished() {
 
 void GameControl::forgetPendingHint() {
     if (prediction != prediction_pending) return;
-    const bool nothing_to_search = IsGameOver() || !IsPositionValid();
-    prediction = nothing_to_search ? prediction_no_move_exists : no_prediction;
+    prediction = IsGameOver() ? prediction_no_move_exists : no_prediction;
 }
