@@ -20,8 +20,8 @@ enum GenerationMode : unsigned {
 };
 
 /// Writes legal moves of the kinds in `mode` and returns the end; in check, every legal move whatever the mode. The
-/// caller owns a buffer of at least MAX_MOVES words. Pieces of a kind come from the highest square to the lowest, and so
-/// do the moves of a piece.
+/// caller owns a buffer of at least MAX_MOVES words. Pieces of a kind come from the highest square to the lowest, and
+/// so do the moves of a piece.
 Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept;
 
 /// All legal moves in generator order. Asserts that the buffer was large enough.
