@@ -98,8 +98,8 @@ TEST(Otim, WritesTheSameBlock) {
 }
 
 TEST(Time, RunsBesideAnySearch) {
-    for (const SearchStatus status : {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing,
-                                      SearchStatus::hint}) {
+    for (const SearchStatus status :
+         {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
         for (const std::string line : {"time 100", "otim 100", "sd 3", "st 3", "level 40 5 0", "tc 0 5 0"}) {
             CommandBench bench;
             bench.game.searchStatus = status;
@@ -150,7 +150,9 @@ struct Shown {
     bool operator==(const Shown&) const = default;
 };
 
-Shown ClockOf(const GameControl& game, Colour side) { return {game.clock.movesLeft(side), game.clock.milliseconds(side)}; }
+Shown ClockOf(const GameControl& game, Colour side) {
+    return {game.clock.movesLeft(side), game.clock.milliseconds(side)};
+}
 
 TEST(Level, SetsBothClocksAtOnce) {
     struct Row {
@@ -186,8 +188,8 @@ TEST(Level, CountsMovesAndAddsTheIncrement) {
 TEST(Level, KeepsItsBounds) {
     CommandBench bench;
     bench.Prepare({"level 0 3 0"});
-    for (const std::string line : {"level -1 5 0", "level 40 0 0", "level 40 -5 0", "level 40 0:00 0", "level 40 5 -1",
-                                   "level 40 0 12"}) {
+    for (const std::string line :
+         {"level -1 5 0", "level 40 0 0", "level 40 -5 0", "level 40 0:00 0", "level 40 5 -1", "level 40 0 12"}) {
         EXPECT_EQ(bench.Send(line).error, "Error (argument out of bounds): " + line);
     }
     EXPECT_EQ(ClockOf(bench.game, white), (Shown{-1, 180000}));

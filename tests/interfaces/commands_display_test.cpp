@@ -43,8 +43,8 @@ TEST(Eval, PrintsTheScoreOfThePosition) {
 }
 
 TEST(Displays, RunBesideAnySearch) {
-    for (const SearchStatus status : {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing,
-                                      SearchStatus::hint}) {
+    for (const SearchStatus status :
+         {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
         for (const std::string line : {"display", "version", "eval", "."}) {
             CommandBench bench;
             bench.game.searchStatus = status;

@@ -196,8 +196,8 @@ TEST(Exit, LeavesAnalyzeModeAndNothingElse) {
 }
 
 TEST(Exit, IsRefusedWithoutAnAnalysis) {
-    for (const SearchStatus status : {SearchStatus::none, SearchStatus::thinking, SearchStatus::pondering,
-                                      SearchStatus::hint}) {
+    for (const SearchStatus status :
+         {SearchStatus::none, SearchStatus::thinking, SearchStatus::pondering, SearchStatus::hint}) {
         CommandBench bench;
         bench.game.searchStatus = status;
         EXPECT_EQ(bench.Send("exit").error, "Error (must be in analyze mode): exit");
@@ -220,8 +220,7 @@ TEST(Undo, TakesBackOneMoveOrAsManyAsAsked) {
              Row{"undo 3", 1, ""},
              Row{"undo 4", 0, ""},
              Row{"undo 5", 0, "tellUser(could not undo 1 move(s), because start position has been reached)"},
-             Row{"undo 999999", 0,
-                 "tellUser(could not undo 999995 move(s), because start position has been reached)"},
+             Row{"undo 999999", 0, "tellUser(could not undo 999995 move(s), because start position has been reached)"},
              Row{"undo all", 0, ""},
              Row{"undo 1000000", 0, ""},
          }) {
@@ -504,8 +503,8 @@ TEST(Hint, TellsThatThereIsNoMove) {
 }
 
 TEST(Hint, IsRefusedBesideASearchThatHasNoMoveForIt) {
-    for (const SearchStatus status : {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing,
-                                      SearchStatus::hint}) {
+    for (const SearchStatus status :
+         {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
         for (const std::uint32_t prediction : {no_prediction, prediction_pending}) {
             CommandBench bench;
             bench.game.searchStatus = status;
@@ -554,8 +553,8 @@ TEST(MoveNow, StopsThinkingOnceAndKeepsTheResult) {
 }
 
 TEST(MoveNow, IsIgnoredUnlessTheEngineThinks) {
-    for (const SearchStatus status : {SearchStatus::none, SearchStatus::pondering, SearchStatus::analyzing,
-                                      SearchStatus::hint}) {
+    for (const SearchStatus status :
+         {SearchStatus::none, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
         CommandBench bench;
         bench.game.searchStatus = status;
         ExpectDone(bench.Send("?"));
@@ -565,8 +564,8 @@ TEST(MoveNow, IsIgnoredUnlessTheEngineThinks) {
 }
 
 TEST(Pondering, IsTurnedOnAndOffBesideAnySearch) {
-    for (const SearchStatus status : {SearchStatus::none, SearchStatus::thinking, SearchStatus::analyzing,
-                                      SearchStatus::hint}) {
+    for (const SearchStatus status :
+         {SearchStatus::none, SearchStatus::thinking, SearchStatus::analyzing, SearchStatus::hint}) {
         CommandBench bench;
         bench.game.searchStatus = status;
         ExpectDone(bench.Send("hard"));
@@ -709,8 +708,8 @@ TEST(AMove, ThatEndsTheGameIsAnnounced) {
     const auto outcome = bench.Send("Qh4");
     EXPECT_EQ(outcome.aborted, true) << "even a predicted one";
     ExpectDone(outcome);
-    EXPECT_THAT(bench.calls, ElementsAre("onBoardChanged(" + bench.fen() + ")",
-                                         "sendGameResult(0-1, Black mates, mode 1)"));
+    EXPECT_THAT(bench.calls,
+                ElementsAre("onBoardChanged(" + bench.fen() + ")", "sendGameResult(0-1, Black mates, mode 1)"));
     EXPECT_FALSE(bench.game.clock.running());
     ExpectPlayers(bench.game, false, false, EngineMode::force);
 }

@@ -123,8 +123,10 @@ TEST(Ping, IsAnsweredAtOnce) {
 
 TEST(Ping, GivesItsWordBackAsItCame) {
     CommandBench bench;
-    for (const auto& [line, answer] : std::vector<std::pair<std::string, std::string>>{
-             {"ping 007", "pong 007\n"}, {"ping x", "pong x\n"}, {"ping 'a b'", "pong a b\n"}, {"ping \"\"", "pong \n"}}) {
+    for (const auto& [line, answer] : std::vector<std::pair<std::string, std::string>>{{"ping 007", "pong 007\n"},
+                                                                                       {"ping x", "pong x\n"},
+                                                                                       {"ping 'a b'", "pong a b\n"},
+                                                                                       {"ping \"\"", "pong \n"}}) {
         testing::internal::CaptureStdout();
         bench.Send(line);
         EXPECT_EQ(testing::internal::GetCapturedStdout(), answer);

@@ -99,7 +99,7 @@ TEST(Setboard, ReplacesTheGame) {
 
 TEST(Setboard, IsRefusedWhileTheEnginePlays) {
     CommandBench bench;
-    for (const std::string line : {"setboard " + pawn_fen, "setboard nonsense", std::string("edit")}) {
+    for (const std::string& line : {"setboard " + pawn_fen, std::string("setboard nonsense"), std::string("edit")}) {
         EXPECT_EQ(bench.Send(line).error, "Error (must be in force mode): " + line);
     }
     EXPECT_EQ(bench.fen(), start_fen);
@@ -119,11 +119,22 @@ TEST(Setboard, RestartsTheAnalysis) {
 
 TEST(Setboard, RefusesATextThatIsNoFen) {
     for (const std::string fen : {
-             "nonsense", "\"\"", "4k3/8/8/8/8/8/4P3/4K3 w - - 0", "4k3/8/8/8/8/8/4P3/4K3 w - - 0 1 2",
-             "4k3/8/8/8/8/8/4P3/4K4 w - - 0 1", "4k3/8/8/8/8/8/4P3/4K2 w - - 0 1", "4k3/8/8/8/8/4P3/4K3 w - - 0 1",
-             "4k3/8/8/8/8/8/4P3/4K3/8 w - - 0 1", "4k3/8/8/8/8/8/4P3/4K3 x - - 0 1", "4k3/8/8/8/8/8/4P3/4K3 w qK - 0 1",
-             "4k3/8/8/8/8/8/4P3/4K3 w - e9 0 1", "4k3/8/8/8/8/8/4P3/4K3 w - - 101 1", "4k3/8/8/8/8/8/4P3/4K3 w - - -1 1",
-             "4k3/8/8/8/8/8/4P3/4K3 w - - 0 x", "4k3/8/8/8/8/8/4Z3/4K3 w - - 0 1", "\xff/\xfe w - - 0 1",
+             "nonsense",
+             "\"\"",
+             "4k3/8/8/8/8/8/4P3/4K3 w - - 0",
+             "4k3/8/8/8/8/8/4P3/4K3 w - - 0 1 2",
+             "4k3/8/8/8/8/8/4P3/4K4 w - - 0 1",
+             "4k3/8/8/8/8/8/4P3/4K2 w - - 0 1",
+             "4k3/8/8/8/8/4P3/4K3 w - - 0 1",
+             "4k3/8/8/8/8/8/4P3/4K3/8 w - - 0 1",
+             "4k3/8/8/8/8/8/4P3/4K3 x - - 0 1",
+             "4k3/8/8/8/8/8/4P3/4K3 w qK - 0 1",
+             "4k3/8/8/8/8/8/4P3/4K3 w - e9 0 1",
+             "4k3/8/8/8/8/8/4P3/4K3 w - - 101 1",
+             "4k3/8/8/8/8/8/4P3/4K3 w - - -1 1",
+             "4k3/8/8/8/8/8/4P3/4K3 w - - 0 x",
+             "4k3/8/8/8/8/8/4Z3/4K3 w - - 0 1",
+             "\xff/\xfe w - - 0 1",
          }) {
         for (const Like model : {Like::console, Like::xboard}) {
             CommandBench bench(model);
@@ -373,10 +384,9 @@ TEST_F(EditMode, IsGivenUp) {
 
 TEST_F(EditMode, DoesNotLetAPersonGoWithAnIllegalPosition) {
     const auto outcome = Edit(bench, "#\n.\nKe1\n.\ncancel\n");
-    EXPECT_EQ(outcome.calls,
-              (std::vector<std::string>{"onEditBoardChanged", "sendCommandIgnored(Illegal position)",
-                                        "onEditBoardChanged", "sendCommandIgnored(Illegal position)",
-                                        "sendEditModeAborted"}));
+    EXPECT_EQ(outcome.calls, (std::vector<std::string>{"onEditBoardChanged", "sendCommandIgnored(Illegal position)",
+                                                       "onEditBoardChanged", "sendCommandIgnored(Illegal position)",
+                                                       "sendEditModeAborted"}));
     EXPECT_EQ(bench.fen(), start_fen);
 }
 
@@ -403,13 +413,13 @@ TEST_F(EditMode, DisplaysEvenAnIllegalPosition) {
 
 TEST_F(EditMode, AnswersUnknownLinesAndGoesOn) {
     const auto outcome = Edit(bench, "restore\n\n # #\nZe4\n\"\n\xff\nhelp\ncancel\n");
-    EXPECT_EQ(outcome.calls,
-              (std::vector<std::string>{
-                  "sendError(Error (unknown command): restore)", "sendError(Error (unknown command): )",
-                  "sendError(Error (unknown command):  # #)", "sendError(Error (unknown command): Ze4)",
-                  "sendError(Error (could not tokenize the input string): \")",
-                  "sendError(Error (unknown command): \xff)",
-                  "sendError(Error (command is not supported in this build): help)", "sendEditModeAborted"}));
+    EXPECT_EQ(
+        outcome.calls,
+        (std::vector<std::string>{
+            "sendError(Error (unknown command): restore)", "sendError(Error (unknown command): )",
+            "sendError(Error (unknown command):  # #)", "sendError(Error (unknown command): Ze4)",
+            "sendError(Error (could not tokenize the input string): \")", "sendError(Error (unknown command): \xff)",
+            "sendError(Error (command is not supported in this build): help)", "sendEditModeAborted"}));
 }
 
 TEST_F(EditMode, SurvivesALineOfAMegabyte) {
@@ -436,8 +446,7 @@ TEST_F(EditMode, IsADialogueOnceEvenIfASearchRuns) {
     EXPECT_EQ(outcome.command.runs, 2);
     EXPECT_EQ(outcome.prompts, 2);
     ASSERT_TRUE(outcome.command.request);
-    EXPECT_EQ(outcome.command.request->position.GetFen(),
-              "rnbqkbnr/pppppppp/8/8/8/8/PPPP1PPP/RNBQKBNR w KQkq - 0 1");
+    EXPECT_EQ(outcome.command.request->position.GetFen(), "rnbqkbnr/pppppppp/8/8/8/8/PPPP1PPP/RNBQKBNR w KQkq - 0 1");
 }
 
 TEST_F(EditMode, DoesNotDisturbTheAnalysisUnlessItSucceeds) {

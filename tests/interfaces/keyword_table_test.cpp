@@ -43,8 +43,8 @@ constexpr std::string_view wrong_number = "wrong number of arguments";
 constexpr std::string_view missing = "missing parameters";
 constexpr std::string_view not_supported = "command is not supported";
 
-/// One keyword: the numbers of words that it takes (written out up to 8), the answer to any other number, and its class.
-/// `filler` is an argument that passes.
+/// One keyword: the numbers of words that it takes (written out up to 8), the answer to any other number, and its
+/// class. `filler` is an argument that passes.
 struct KeywordCase {
     std::string_view word;
     std::set<std::size_t> counts;
@@ -220,12 +220,12 @@ INSTANTIATE_TEST_SUITE_P(KeywordTable, EachKeyword, testing::ValuesIn(keyword_ca
 
 /// Lines with X where an integer belongs.
 constexpr std::array lines_with_an_integer{
-    "protover X", "contempt X", "level X 5 0", "next X",     "otim X", "rating X 1",
-    "rating 1 X", "sd X",       "st X",        "time X",     "undo X",
+    "protover X", "contempt X", "level X 5 0", "next X", "otim X", "rating X 1",
+    "rating 1 X", "sd X",       "st X",        "time X", "undo X",
 };
 
-constexpr std::array no_integers{"x", "1.5", "12x", "--5", "+5", "-", "2147483648", "-2147483649", "0x10", "1e3", "\"\"",
-                                 "\"1 2\"", "\xff"};
+constexpr std::array no_integers{"x",           "1.5",  "12x", "--5",  "+5",      "-",   "2147483648",
+                                 "-2147483649", "0x10", "1e3", "\"\"", "\"1 2\"", "\xff"};
 
 TEST(KeywordArguments, MustBeIntegers) {
     CommandBench bench;
@@ -243,13 +243,13 @@ TEST(KeywordArguments, MustBeIntegers) {
 
 TEST(KeywordArguments, TimesOfALevelMustBeTimes) {
     CommandBench bench;
-    for (const std::string line : {"level 40 x 0", "level 40 5 x", "level 40 5:60 0", "level 40 :30 0", "level 40 5: 0",
-                                   "level 40 5:3:0 0", "level 40 \"\" 0", "level 40 5 1:0", "level 40 5 .",
-                                   "level 40 99999999 0", "level 40 5 99999999"}) {
+    for (const std::string line :
+         {"level 40 x 0", "level 40 5 x", "level 40 5:60 0", "level 40 :30 0", "level 40 5: 0", "level 40 5:3:0 0",
+          "level 40 \"\" 0", "level 40 5 1:0", "level 40 5 .", "level 40 99999999 0", "level 40 5 99999999"}) {
         EXPECT_EQ(Translate(bench, line).error, "Error (integer argument expected): " + line);
     }
-    for (const std::string line : {"level 40 5 0", "level 40 0:30 0", "level 0 5:00 12", "level 0 1 0.1",
-                                   "level 0 0:30.5 0"}) {
+    for (const std::string line :
+         {"level 40 5 0", "level 40 0:30 0", "level 0 5:00 12", "level 0 1 0.1", "level 0 0:30.5 0"}) {
         EXPECT_EQ(Translate(bench, line).error, "") << line;
     }
 }
@@ -302,10 +302,12 @@ TEST(ProtocolVersion, SelectsTheClassAndRemarksOnOddOnes) {
         const Command& reference = *command;
         return typeid(reference);
     };
-    const std::string before = "Unexpected xboard protocol version. Executing command \"xboard\" instead"
-                               " (not sent to xboard)\n";
-    const std::string beyond = "Future XBoard protocol version not support, falling back to version 2"
-                               " (not sent to xboard)\n";
+    const std::string before =
+        "Unexpected xboard protocol version. Executing command \"xboard\" instead"
+        " (not sent to xboard)\n";
+    const std::string beyond =
+        "Future XBoard protocol version not support, falling back to version 2"
+        " (not sent to xboard)\n";
     testing::internal::CaptureStdout();
     EXPECT_EQ(type_of("protover 2"), typeid(Command_Protover2));
     EXPECT_EQ(log.text(), "");

@@ -21,8 +21,8 @@ struct CommandOutcome {
     int runs = 0;  ///< how often Execute was called
 };
 
-/// A game with a recording protocol, and a main loop in small: commands are run, unwound and run again as in the engine,
-/// but no search ever runs. A running search is simulated by setting `game.searchStatus`.
+/// A game with a recording protocol, and a main loop in small: commands are run, unwound and run again as in the
+/// engine, but no search ever runs. A running search is simulated by setting `game.searchStatus`.
 class CommandBench {
   public:
     explicit CommandBench(RecordingProtocol::Like model = RecordingProtocol::Like::console)
