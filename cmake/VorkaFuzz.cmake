@@ -1,11 +1,19 @@
 # vorka_fuzz_target(<name> SOURCES <file>.. LINK <target>..)
 #
-# Adds a libFuzzer program. Its seeds lie in tests/fuzz/seeds/<name>.
+# Adds a libFuzzer program if VORKA_BUILD_FUZZERS is on. Its seeds lie in tests/fuzz/seeds/<name>; where tests are built,
+# the unit test <name>_seeds runs them all through the same code, so that no build lets a target rot.
 function(vorka_fuzz_target name)
+  cmake_parse_arguments(PARSE_ARGV 1 target "" "" "SOURCES;LINK")
+  if(VORKA_BUILD_TESTS)
+    vorka_test(${name}_seeds SOURCES ${target_SOURCES} seed_replay_test.cpp LINK ${target_LINK})
+    target_compile_definitions(${name}_seeds PRIVATE FUZZ_TARGET="${name}")
+  endif()
+  if(NOT VORKA_BUILD_FUZZERS)
+    return()
+  endif()
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "The fuzz targets need clang: cmake --preset fuzz")
   endif()
-  cmake_parse_arguments(PARSE_ARGV 1 target "" "" "SOURCES;LINK")
   add_executable(${name} ${target_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE ${target_LINK})

@@ -23,7 +23,11 @@ inline std::optional<std::vector<std::string>> Words(std::string_view text, std:
             continue;
         }
         if (!word) word.emplace();
-        if (is_quote) open_quote = open_quote ? std::nullopt : std::optional(c);
+        if (is_quote && open_quote) {
+            open_quote.reset();
+        } else if (is_quote) {
+            open_quote = c;
+        }
         if (!is_quote || keep_quotes) *word += c;
     }
     if (open_quote) return std::nullopt;
