@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <utility>
-#include <vector>
 
-#include "chess/move_generator.h"
 #include "frame/logfile.h"
 #include "frame/text_utilities.h"
 #include "frame/vocabulary.h"
@@ -147,8 +145,7 @@ void GameControl::onThinkingFinished() {
     advisor.addSearch(board(), search.score());
     if (advisor.drawOfferPending && answerDrawOffer()) return;
 
-    const Move move = moveToPlay();
-    if (move == INVALID) return;
+    const Move move = search.best_move() & move_bits;
     const Move forecast = forecastBehind(move);
     std::string text;
     makeMove(move, text);
@@ -178,7 +175,6 @@ void GameControl::onThinkingFinished() {
 
 bool GameControl::answerDrawOffer() {
     advisor.drawOfferPending = false;
-    // The advisor's own verdict on offering looks at the pending offer; the verdict on accepting does not.
     if (!advisor.acceptDraw()) {
         LogOnly(vocabulary::engine_rejects_draw_offer);
         protocol->sendDrawRejected(advisor.opponentIsComputer);
@@ -194,13 +190,6 @@ bool GameControl::answerDrawOffer() {
 void GameControl::announceResult() {
     protocol->sendGameResult(*this, result(), reason(), EngineMode::one_side);
     clock.stopClock();
-}
-
-Move GameControl::moveToPlay() const {
-    if (search.best_move() != INVALID) return search.best_move() & move_bits;
-    std::vector<Move> moves;  // stopped before the first answer: any move is better than none
-    GenerateLegalMoves(board(), moves);
-    return moves.empty() ? INVALID : moves.front();
 }
 
 Move GameControl::forecastBehind(Move move) const {

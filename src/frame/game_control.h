@@ -92,8 +92,6 @@ class GameControl : public UserBoard {
     [[nodiscard]] bool answerDrawOffer();
     /// Says how the game ended, and stops the clock.
     void announceResult();
-    /// The move that the search decided on.
-    [[nodiscard]] Move moveToPlay() const;
     /// The opponent's answer to `move` in the principal variation; INVALID if the line ends before it.
     [[nodiscard]] Move forecastBehind(Move move) const;
     /// Requests pondering behind the stored move, or returns if the game ends with it.
