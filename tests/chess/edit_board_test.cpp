@@ -165,6 +165,14 @@ TEST(EditBoard, ForgetsTheEnPassantSquareBehindAChange) {
     EXPECT_EQ(FenOf(edit.GetBoard()), "4k3/8/8/3pP3/8/8/P7/4K3 w - - 0 1");
 }
 
+TEST(EditBoard, KeepsTheEnPassantSquareOfTheSameSide) {
+    EditBoard edit;
+    edit.LoadFrom(BoardFromFen("4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"));
+    edit.SetSide(white);
+    edit.SetSquare(e5, pawn);
+    EXPECT_EQ(FenOf(edit.GetBoard()), "4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1");
+}
+
 TEST(EditBoard, LoadsAnInvalidBoard) {
     EditBoard edit;
     edit.LoadFrom(BOARD());

@@ -137,6 +137,7 @@ constexpr auto readable_moves = std::to_array<ReadRow>({
     {"Black promotion by bare coordinate", black_promotion, "e2e1", "e2e1"},
     {"Black promotion to bishop", black_promotion, "e1=B", "e2e1B"},
     {"capture and promotion", capture_promotion, "exd8=Q+", "e7d8"},
+    {"capture and promotion from a square", capture_promotion, "e7xd8=N", "e7d8N"},
     {"capture and promotion in short", capture_promotion, "ed=N", "e7d8N"},
 
     {"knight by file", two_knights, "Ngf3", "g1f3"},
@@ -372,8 +373,8 @@ TEST(MoveToCoordinate, WritesFromToAndAPromotionOtherThanQueen) {
 }
 
 TEST(MoveToSan, TellsMateAtTheDeepestPlyOfASearch) {
-    BOARD board = BoardFromFen("6k1/5ppp/8/8/8/8/8/R3K3 w - - 100 80");
-    while (board.ply + 2 < max_frames) board.MakeNullMove();
+    BOARD board = BoardFromFen("6k1/5ppp/8/8/8/8/8/R3K3 b - - 100 80");
+    while (board.ply + 1 < max_frames) board.MakeNullMove();
     ASSERT_EQ(board.side_to_move, static_cast<std::uint32_t>(white));
     EXPECT_EQ(MoveToSan(board, MoveOf(board, "a1a8")), "Ra8#");
 }
