@@ -206,7 +206,7 @@ void BOARD::SetFiftyCounter(int n) {
     const std::uint64_t current = key();
     frame().fifty_counter = static_cast<std::uint16_t>(n);
     for (int i = 0; i < n; ++i) key_store[i] = static_cast<std::uint64_t>(i) + 1;
-    key_history = key_store + n - ply;
+    key_history = key_store + n;
     key_history[ply] = current;
 }
 

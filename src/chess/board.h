@@ -129,7 +129,8 @@ struct BOARD {
     bool ChangeSide();
     /// Makes the current position ply 0, keeping the keys that a repetition may still reach.
     void ResetPly();
-    /// Sets the counter and fills the history below the current key with keys that match nothing. n <= 100.
+    /// Sets the counter of a position at ply 0, 0 <= n <= 100, and fills the history below its key with keys that
+    /// match nothing.
     void SetFiftyCounter(int n);
 
     /// Writes the board to the log stream, with the state line if asked. No flush.
