@@ -13,24 +13,24 @@ inline std::optional<std::vector<std::string>> Words(std::string_view text, std:
                                                      std::string_view quotes, bool keep_quotes) {
     std::vector<std::string> words;
     std::optional<std::string> word;
-    std::optional<char> open_quote;
+    bool is_quoted = false;
+    char open_quote = 0;
     for (const char c : text) {
-        const bool is_quote = open_quote ? c == *open_quote : quotes.find(c) != std::string_view::npos;
-        const bool is_separator = !open_quote && separators.find(c) != std::string_view::npos;
+        const bool is_quote = is_quoted ? c == open_quote : quotes.find(c) != std::string_view::npos;
+        const bool is_separator = !is_quoted && separators.find(c) != std::string_view::npos;
         if (is_separator) {
             if (word) words.push_back(*word);
             word.reset();
             continue;
         }
         if (!word) word.emplace();
-        if (is_quote && open_quote) {
-            open_quote.reset();
-        } else if (is_quote) {
+        if (is_quote) {
+            is_quoted = !is_quoted;
             open_quote = c;
         }
         if (!is_quote || keep_quotes) *word += c;
     }
-    if (open_quote) return std::nullopt;
+    if (is_quoted) return std::nullopt;
     if (word) words.push_back(*word);
     return words;
 }
