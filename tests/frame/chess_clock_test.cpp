@@ -128,6 +128,14 @@ TEST_F(ChessClockTest, LastMoveOfAnEntryGoesOnToTheNext) {
     EXPECT_EQ(clock.milliseconds(white), 1396);
 }
 
+TEST_F(ChessClockTest, RepeatedEntryNeverReachesTheOnesBehindIt) {
+    clock.setControls(white, {{.moves = 1, .base = 100, .increment = 0, .next = -1},
+                              {.moves = -1, .base = 7, .increment = 0, .next = -1}});
+    MakeMoves(2);
+    EXPECT_EQ(clock.movesLeft(white), 1);
+    EXPECT_EQ(clock.milliseconds(white), 300);
+}
+
 TEST_F(ChessClockTest, LastEntryOfAListRepeatsEvenIfItPointsOn) {
     clock.setControls(white, {{.moves = 1, .base = 100, .increment = 0, .next = 0}});
     MakeMoves(2);

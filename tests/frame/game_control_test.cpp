@@ -442,7 +442,7 @@ TEST(ThinkingFinished, DrawIsOfferedBehindTheMove) {
 // --- The end of a hint or forecast search ---
 
 TEST(HintFinished, AnswersNothingByItself) {
-    Game game(Like::console, mate_in_one);
+    Game game(Like::console, winning);
     game.control.pondering = true;
     game.control.prediction = prediction_pending;
     game.Search(SearchStatus::hint);
