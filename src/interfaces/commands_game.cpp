@@ -1,7 +1,5 @@
 #include "interfaces/commands_game.h"
 
-#include <algorithm>
-#include <array>
 
 #include "frame/checked_assert.h"
 #include "frame/game_control.h"

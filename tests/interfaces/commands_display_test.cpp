@@ -3,16 +3,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "evaluation/evaluate.h"
 #include "support/board_builder.h"
 #include "support/command_bench.h"
+#include "support/fake_search_host.h"
 #include "support/log_capture.h"
 
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 
 TEST(Display, ShowsTheBoardWithItsState) {
@@ -68,32 +70,24 @@ TEST(SearchStatusCommand, HasNothingToTellWithoutASearch) {
     EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
 }
 
-/// Sends `.` from inside a search, the first time that it polls behind the start of an iteration, and then ends it.
-class AskingHost : public SearchHost {
-  public:
-    explicit AskingHost(CommandBench& bench) : bench_(bench) {}
-    void pollInput() override {
-        if (!bench_.game.search.info().valid) return;
-        bench_.Send(".");
+/// Sends `.` from inside an analysis, once a root move is in work, behind whatever `prepare` does; then ends it.
+std::vector<std::string> AskRunningSearch(CommandBench& bench, const std::function<void()>& prepare) {
+    FakeSearchHost host;
+    host.on_poll = [&] {
+        if (!bench.game.search.info().valid) return;
+        prepare();
+        bench.Send(".");
         throw search_aborted_exception{true};
-    }
-    void sendThinking(const SearchInfo&) override {}
-    void sendDepthStarted(int) override {}
-    void sendNewPvMove(const std::string&) override {}
-    void sendSearchInstability() override {}
-    void sendSearchStatistics(const SearchInfo&) override {}
-    void onSearchFinished(bool discard) override { bench_.game.onSearchFinished(discard); }
-
-  private:
-    CommandBench& bench_;
-};
+    };
+    host.on_finished = [&](bool discard) { bench.game.onSearchFinished(discard); };
+    bench.game.searchStatus = SearchStatus::analyzing;
+    bench.game.search.Run({.kind = SearchKind::analyze}, bench.game, host);
+    return bench.calls;
+}
 
 TEST(SearchStatusCommand, TellsOfARunningSearch) {
     CommandBench bench;
-    AskingHost host(bench);
-    bench.game.searchStatus = SearchStatus::analyzing;
-    bench.game.search.Run({.kind = SearchKind::analyze}, bench.game, host);
-    EXPECT_THAT(bench.calls, Contains("sendSearchStatus(search)"));
+    EXPECT_THAT(AskRunningSearch(bench, [] {}), ElementsAre("sendSearchStatus(search)"));
     EXPECT_EQ(bench.game.searchStatus, SearchStatus::none);
     bench.Send(".");
     EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
@@ -101,11 +95,8 @@ TEST(SearchStatusCommand, TellsOfARunningSearch) {
 
 TEST(SearchStatusCommand, HasNothingToTellBehindTheEndOfTheGame) {
     CommandBench bench;
-    AskingHost host(bench);
-    bench.game.EndGame(GameResult::draw, GameEndReason::agreed_draw);
-    bench.game.searchStatus = SearchStatus::analyzing;  // an analysis that waits for the next game
-    bench.Send(".");
-    EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
+    const auto end_game = [&] { bench.game.EndGame(GameResult::draw, GameEndReason::agreed_draw); };
+    EXPECT_THAT(AskRunningSearch(bench, end_game), ElementsAre("sendSearchStatus(none)"));
 }
 
 }  // namespace

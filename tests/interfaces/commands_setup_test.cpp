@@ -9,6 +9,7 @@
 
 #include "support/board_builder.h"
 #include "support/command_bench.h"
+#include "support/fake_search_host.h"
 #include "support/log_capture.h"
 #include "support/standard_input.h"
 
@@ -248,22 +249,6 @@ const std::vector<EmptyPositionCase> empty_position_cases{
 };
 // clang-format on
 
-/// Answers a search as the search entry does if there is nothing to search.
-class SilentHost : public SearchHost {
-  public:
-    explicit SilentHost(GameControl& game) : game_(game) {}
-    void pollInput() override {}
-    void sendThinking(const SearchInfo&) override {}
-    void sendDepthStarted(int) override {}
-    void sendNewPvMove(const std::string&) override {}
-    void sendSearchInstability() override {}
-    void sendSearchStatistics(const SearchInfo&) override {}
-    void onSearchFinished(bool discard) override { game_.onSearchFinished(discard); }
-
-  private:
-    GameControl& game_;
-};
-
 TEST(EmptyPosition, IsSurvivedByEveryCommand) {
     for (const EmptyPositionCase& row : empty_position_cases) {
         CommandBench bench(Like::xboard);
@@ -282,7 +267,8 @@ TEST(EmptyPosition, IsSurvivedByEveryCommand) {
         EXPECT_EQ(outcome.request.has_value(), row.searches) << row.line;
         EXPECT_FALSE(bench.game.IsPositionValid()) << row.line;
         if (outcome.request && outcome.request->limits.kind != SearchKind::analyze) {
-            SilentHost host(bench.game);
+            FakeSearchHost host;
+            host.on_finished = [&](bool discard) { bench.game.onSearchFinished(discard); };
             bench.game.searchStatus = SearchStatus::thinking;
             bench.game.search.Run(outcome.request->limits, outcome.request->position, host);
             EXPECT_EQ(bench.game.searchStatus, SearchStatus::none);

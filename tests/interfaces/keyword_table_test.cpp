@@ -216,6 +216,16 @@ INSTANTIATE_TEST_SUITE_P(KeywordTable, EachKeyword, testing::ValuesIn(keyword_ca
     return word == "." ? "dot" : word == "?" ? "question_mark" : word;
 });
 
+TEST(WordCount, CountsUpToThirtyAndTakesAllBeyondAsOne) {
+    for (std::size_t n = 0; n <= 30; ++n) {
+        const WordCount count{1U << n, {}};
+        for (std::size_t words = 0; words <= 40; ++words) EXPECT_EQ(count.Fits(words), words == n);
+    }
+    const WordCount many{1U << 31, {}};
+    for (std::size_t words = 0; words <= 40; ++words) EXPECT_EQ(many.Fits(words), words > 30);
+    EXPECT_TRUE(many.Fits(1U << 20U));
+}
+
 // --- Arguments of the wrong type ---
 
 /// Lines with X where an integer belongs.
