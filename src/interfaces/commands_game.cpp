@@ -1,6 +1,5 @@
 #include "interfaces/commands_game.h"
 
-
 #include "frame/checked_assert.h"
 #include "frame/game_control.h"
 #include "frame/text_utilities.h"
