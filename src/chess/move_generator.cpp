@@ -319,7 +319,9 @@ Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept {
 }
 
 void GenerateLegalMoves(const BOARD& board, std::vector<Move>& list) {
-    Move buffer[MAX_MOVES + 1];
+    // The room behind the sentinel: a board accepts more queens than a game can bring, and a list that runs over has to
+    // be reported, not to overwrite the stack.
+    Move buffer[4 * MAX_MOVES + 1];
     buffer[MAX_MOVES] = INVALID;
     const std::ptrdiff_t NUM_MOVES = GenerateMoves(buffer, board, mode_legal) - buffer;
     CHECKED_ASSERT(NUM_MOVES <= MAX_MOVES && buffer[MAX_MOVES] == INVALID, vocabulary::too_many_moves);
