@@ -65,7 +65,7 @@ void BuildKeys(BITBOARD_TABLES& t) {
 
 void BuildBitInfo(BITBOARD_TABLES& t) {
     for (unsigned v = 1; v < 65535; ++v)
-        t.bit_info[v] = static_cast<std::uint8_t>(std::popcount(v) << 4 | (std::bit_width(v) - 1));
+        t.bit_info[v] = static_cast<std::uint8_t>(std::popcount(v) << 4 | (31 - std::countl_zero(v)));
     t.bit_info[65535] = 15;  // a population of 16 does not fit
 }
 
