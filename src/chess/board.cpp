@@ -1,13 +1,11 @@
 #include "chess/board.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "chess/attacks.h"
 #include "chess/move_generator.h"
 #include "chess/notation.h"
 #include "chess/position_keys.h"
-#include "frame/checked_assert.h"
 #include "frame/logfile.h"
 #include "frame/vocabulary.h"
 

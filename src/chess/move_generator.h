@@ -9,13 +9,13 @@ inline constexpr int MAX_MOVES = 256;
 /// What GenerateMoves is asked for; bits of a mask.
 enum GenerationMode : unsigned {
     mode_captures = 1,           ///< all captures, capture-promotions and en passant among them
-    mode_direct_checks = 2,      ///< quiet moves that give direct check
-    mode_discovered_checks = 4,  ///< quiet moves that give discovered check
-    mode_double_checks = 8,      ///< quiet moves that give both
+    mode_direct_checks = 2,      ///< moves that give direct check, captures too
+    mode_discovered_checks = 4,  ///< moves that give discovered check
+    mode_double_checks = 8,      ///< moves that give both
     mode_queen_promotions = 16,  ///< pushes that promote to a queen
     mode_underpromotions = 32,   ///< pushes that promote, to all four pieces
     mode_castling = 64,          ///< castling, checking or not
-    mode_all = 128,              ///< no restriction
+    mode_all = 128,              ///< every move but castling
     mode_legal = 255,
 };
 
