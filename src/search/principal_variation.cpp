@@ -23,7 +23,7 @@ struct LineWalk {
 };
 
 NodeFlags FlagsOf(const BOARD& board) {
-    Move moves[MAX_MOVES];
+    Move moves[move_list_room];
     const bool single_reply = GenerateMoves(moves, board, mode_legal) - moves == 1;
     const NodeFlags queen_test = QueenAttacked(board) ? NodeFlags::queen_attacked : NodeFlags::queen_not_attacked;
     return single_reply ? queen_test | NodeFlags::single_reply : queen_test;

@@ -65,6 +65,11 @@ INSTANTIATE_TEST_SUITE_P(BoundSearch, Walks, testing::Values(
     WalkRow{"a mate in two", {.depth = 3, .guess = 0}, 32764,
             {0, 58, 116, 185, 274, 398, 584, 881, 1385, 2292, 4015, 7461, 14697, 28614, 32767, 32248, 32508, 32637, 32713, 32754, 32766, 32764, 32765}, 32764},
     WalkRow{"bounds that are close at once", {.depth = 9, .lower = 10, .upper = 30, .guess = 20}, 25, {}, 20},
+    // Bounds are close enough if the draw score lies more than one point outside of them.
+    WalkRow{"two above the draw score", {.depth = 9, .lower = 2, .upper = 6, .guess = 4}, 2, {}, 4},
+    WalkRow{"one above the draw score", {.depth = 9, .lower = 1, .upper = 5, .guess = 4}, 1, {4, 3, 2}, 1},
+    WalkRow{"two below the draw score", {.depth = 9, .lower = -6, .upper = -2, .guess = -4}, -2, {}, -4},
+    WalkRow{"one below the draw score", {.depth = 9, .lower = -5, .upper = -1, .guess = -4}, -1, {-4, -3, -2, -1}, -1},
     WalkRow{"bounds that meet", {.depth = 9, .lower = 10, .upper = 10, .guess = 10}, 25, {}, 10}),
     RowName<WalkRow>);
 // clang-format on

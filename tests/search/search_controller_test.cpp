@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "search/hash.h"
+#include "search/search_settings.h"
 #include "support/board_builder.h"
 #include "support/fake_search_host.h"
+#include "support/random_games.h"
 #include "support/row_name.h"
 
 namespace {
@@ -188,7 +190,7 @@ TEST(SearchController, OnlyMoveIsSearchedLikeAnyOther) {
 TEST(SearchController, LinesArePlayable) {
     for (const std::string_view fen : {std::string_view(start_fen), middle_game_fen,
                                        std::string_view("8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1")}) {
-        SearchRun run(fen, {.max_depth = 4});
+        SearchRun run(fen, {.max_depth = 3});
         run.Run();
         ASSERT_FALSE(run.host.thinking.empty());
         for (const SearchInfo& info : run.host.thinking) {
@@ -235,6 +237,74 @@ TEST(SearchController, InfoCountsTheMovesLeftInTheIteration) {
     EXPECT_FALSE(run.controller.info().valid) << "no move is in work any more";
     EXPECT_TRUE(run.host.thinking.front().valid);
     EXPECT_FALSE(run.controller.IsRunning());
+}
+
+// --- A candidate that fails on confirmation ---
+
+/// d4-d5 forks the rooks, which takes two plies to see. The draw score is worked out to the last point, and so the
+/// search can't miss that a candidate is no better than that.
+class FailedCandidate : public testing::Test {
+  protected:
+    FailedCandidate() {
+        // The search that confirms the candidate sees one ply less than the question that found it.
+        run_.host.on_candidate = [this] {
+            if (candidates_++ == 0) search_settings::root_distance_multiplier = 0;
+            moves_left_ = run_.controller.info().moves_to_search;
+        };
+        run_.host.on_instability = [] { search_settings::root_distance_multiplier = 64; };
+    }
+    ~FailedCandidate() override { search_settings::root_distance_multiplier = 64; }
+    FailedCandidate(const FailedCandidate&) = delete;
+    FailedCandidate& operator=(const FailedCandidate&) = delete;
+
+    SearchRun run_{"6k1/pp3ppp/2r1r3/8/3PP3/8/5PPP/3RR1K1 w - - 0 1", {.max_depth = 2}};
+    int candidates_ = 0;
+    int moves_left_ = 0;
+};
+
+TEST_F(FailedCandidate, IsNotTheBestMove) {
+    run_.Run();
+    ASSERT_EQ(candidates_, 1);
+    ASSERT_EQ(run_.host.events[run_.host.events.size() - 4], "candidate d5");
+    ASSERT_EQ(run_.host.events[run_.host.events.size() - 3], "instability");
+    EXPECT_EQ(run_.controller.score(), 0);
+    EXPECT_NE(MoveToCoordinate(run_.controller.best_move()), "d4d5");
+    EXPECT_EQ(run_.controller.info().principal_variation, run_.host.thinking.back().principal_variation);
+}
+
+TEST_F(FailedCandidate, IsTheSecondMoveOfTheNextIteration) {
+    run_.limits.max_depth = 3;
+    run_.Run();
+    const auto& events = run_.host.events;
+    const auto next = std::find(events.begin(), events.end(), "depth 3");
+    ASSERT_NE(next, events.end());
+    EXPECT_EQ(run_.host.thinking[2].principal_variation.front(), run_.host.thinking[1].principal_variation.front())
+        << "the old best move is the first again";
+    EXPECT_EQ(*(next + 2), "candidate d5");
+    EXPECT_EQ(moves_left_, run_.controller.info().root_moves - 1);
+    EXPECT_EQ(MoveToCoordinate(run_.controller.best_move()), "d4d5");
+}
+
+/// A candidate beat the best score at this depth; a search that is cut off while it works out by how much plays it.
+TEST(SearchController, CandidateStandsAsTheBestMoveWhileItIsConfirmed) {
+    int cut_off = 0;
+    for (const std::string& fen : random_game_starts) {
+        SearchRun run(fen, {.max_depth = 3});
+        std::string candidate;
+        run.host.on_poll = [&] {
+            const std::string& last = run.host.events.back();
+            if (last.compare(0, 10, "candidate ") != 0 || run.controller.info().root_move_text != last.substr(10))
+                return;
+            candidate = last.substr(10);
+            throw search_aborted_exception{false};
+        };
+        run.Run();
+        if (candidate.empty()) continue;
+        ++cut_off;
+        EXPECT_EQ(MoveToSan(run.game.board(), run.controller.best_move()), candidate) << fen;
+        EXPECT_EQ(run.controller.score(), run.host.thinking.back().score) << fen << ": the score is the old one";
+    }
+    EXPECT_GT(cut_off, 0) << "no poll came at the right time";
 }
 
 // --- Draws ---
@@ -286,6 +356,24 @@ TEST(SearchController, NewContemptClearsTheTablesThatDependOnIt) {
     EXPECT_TRUE(is_empty(evaluation_hash_table));
     EXPECT_FALSE(is_empty(pawn_hash_table));
     pawn_hash_table.clear();
+}
+
+TEST(SearchController, DrawScoreOfTheEvaluationFollowsTheRootSide) {
+    const auto run_with_a_full_table = [](SearchController& controller, std::string_view fen) {
+        FakeSearchHost host;
+        evaluation_hash_table.Store({.key = 5, .score = 1});
+        controller.Run({.max_depth = 1}, GameFrom(fen), host);
+        return evaluation_hash_table.freeSlots() != evaluation_hash_table.totalSlots();
+    };
+    constexpr std::string_view white_to_move = "4k3/pppp4/8/8/8/8/PPPP4/4K3 w - - 0 1";
+    constexpr std::string_view black_to_move = "4k3/pppp4/8/8/8/8/PPPP4/4K3 b - - 0 1";
+    SearchController controller;
+    EXPECT_TRUE(run_with_a_full_table(controller, black_to_move)) << "no contempt, one draw score for both sides";
+    controller.SetContempt(20);
+    EXPECT_TRUE(run_with_a_full_table(controller, black_to_move));
+    EXPECT_FALSE(run_with_a_full_table(controller, white_to_move)) << "what was stored for Black is worth nothing now";
+    EXPECT_TRUE(run_with_a_full_table(controller, white_to_move));
+    evaluation_hash_table.clear();
 }
 
 // --- Ends before the tree ---
@@ -488,6 +576,22 @@ TEST(SearchController, PonderHitPutsTheLimitsInForce) {
     run.Run();
     EXPECT_EQ(run.host.finished, false);
     EXPECT_GE(run.controller.info().depth, 3) << "it went on until the hit";
+}
+
+TEST(SearchController, PonderingTimeCountsForSeventyPercent) {
+    constexpr std::int64_t limit = 100;
+    SearchRun run(endless, {.kind = SearchKind::pondering, .max_time_limit = limit});
+    std::int64_t hit = 0;
+    run.host.on_poll = [&] {
+        if (hit != 0 || run.controller.info().Milliseconds() < limit) return;
+        hit = run.controller.info().Milliseconds();
+        run.controller.PonderHit();
+    };
+    run.Run();
+    // A slow machine ends it later, nothing ends it sooner.
+    if (run.controller.info().depth < 80) {
+        EXPECT_GE(run.controller.info().Milliseconds() - hit * 3 / 10, limit);
+    }
 }
 
 TEST(SearchController, AnalysisIsPolledWhileItSearches) {

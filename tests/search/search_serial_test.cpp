@@ -259,6 +259,13 @@ TEST(SearchNode, LeavesTheLineOfItsAnswer) {
     EXPECT_EQ(search.board->pv[2][1], INVALID);
 }
 
+TEST(SearchNode, LeavesTheFirstOfEqualMovesOnAFailLow) {
+    SearchBuilder search(kings_and_pawns);
+    search.Make("e1f1");
+    EXPECT_EQ(search.Ask(500, 64), 499);
+    EXPECT_EQ(search.board->pv[1][0], LegalMovesOf(search.board->board).front());
+}
+
 TEST(SearchNode, GivesTheBoardBackAsItWas) {
     SearchBuilder search("r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1");
     search.Make("e1g1");

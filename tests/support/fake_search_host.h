@@ -10,6 +10,8 @@
 /// A world for a search: notes what it is told, and does what the test wants when it is polled.
 struct FakeSearchHost : SearchHost {
     std::function<void()> on_poll = [] {};
+    std::function<void()> on_candidate = [] {};
+    std::function<void()> on_instability = [] {};
     std::function<void(bool discard)> on_finished = [](bool) {};
 
     std::vector<std::string> events;       ///< one short text for each call, polls left out
@@ -29,8 +31,14 @@ struct FakeSearchHost : SearchHost {
         events.push_back(line);
     }
     void sendDepthStarted(int depth) override { events.push_back("depth " + std::to_string(depth)); }
-    void sendNewPvMove(const std::string& move) override { events.push_back("candidate " + move); }
-    void sendSearchInstability() override { events.push_back("instability"); }
+    void sendNewPvMove(const std::string& move) override {
+        events.push_back("candidate " + move);
+        on_candidate();
+    }
+    void sendSearchInstability() override {
+        events.push_back("instability");
+        on_instability();
+    }
     void sendSearchStatistics(const SearchInfo& info) override {
         statistics = info;
         events.push_back("statistics");
