@@ -67,7 +67,7 @@ Score BoundSearch(const BoundSearchTask& task, SearchClock& clock, FailState& fa
     Score upper = task.upper;
     Score test = task.guess;
     Step step(task.depth, task.guess);
-    Score result;
+    Score result = task.guess;
     for (;;) {
         fail_state = FailStateOf(lower, upper, task.guess);
         clock.NoteFail(fail_state);

@@ -45,8 +45,8 @@ Move HashMove(const LineWalk& walk) {
 void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class) {
     LineWalk walk{.board = root, .position_class = root_class};
     for (const Move move : record.line) {
-        Move known_move;
-        Distance known_distance;
+        Move known_move = INVALID;
+        Distance known_distance = 0;
         const bool is_root_move = walk.board.ply == root.ply;
         if (!is_root_move && !transposition_table.ProbeMove(walk.board.key(), known_move, known_distance)) {
             transposition_table.Store(

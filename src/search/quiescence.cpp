@@ -76,7 +76,7 @@ bool GainsEnough(const Node& node, Move move) {
 /// Whether the moved piece is safe enough on its square.
 bool IsSoundExchange(const Node& node, Move move) {
     if (material_units[CapturedPiece(move)] >= material_units[MovingPiece(move)]) return true;
-    Bitboard touched;
+    Bitboard touched = 0;
     return ExchangeScore(move, node.board(), touched) >= -exchange_tolerance;
 }
 

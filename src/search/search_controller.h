@@ -17,6 +17,7 @@ struct SearchBoard;
 
 /// Runs one search at a time: lists the root moves, deepens iteration by iteration, and finds each score by bisection.
 /// Built once; its tables (killers, history) live from search to search.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted through NodePoll.
 class SearchController final : private NodePoll {
   public:
     SearchController();

@@ -10,16 +10,16 @@
 
 /// What a search tells about itself; the counters are those of the last poll or iteration.
 struct SearchInfo {
-    bool valid = false;          ///< a root move is in work
-    int root_moves = 0;          ///< number of root moves
-    int moves_to_search = 0;     ///< root moves of this iteration not finished yet, the one in work included
-    std::int16_t depth = 0;      ///< number of the iteration
+    bool valid = false;       ///< a root move is in work
+    int root_moves = 0;       ///< number of root moves
+    int moves_to_search = 0;  ///< root moves of this iteration not finished yet, the one in work included
+    std::int16_t depth = 0;   ///< number of the iteration
     std::uint64_t nodes = 0;
     std::string root_move_text;  ///< the root move in work
     std::vector<std::pair<Move, std::string>> principal_variation;
-    int score = 0;               ///< centipawns for the side on move at the root
+    int score = 0;  ///< centipawns for the side on move at the root
     Timestamp start;
-    Timestamp end;               ///< valid once the search has ended
+    Timestamp end;  ///< valid once the search has ended
     std::uint64_t ettc_tries = 0;
     std::uint64_t ettc_cutoffs = 0;
 
