@@ -220,7 +220,7 @@ bool BOARD::LeavesKingInCheck(Move move) const {
 }
 
 bool BOARD::VerifyMove(Move move) const {
-    Move buffer[MAX_MOVES];
+    Move buffer[move_list_room];
     const Move* const end = GenerateMoves(buffer, *this, mode_legal);
     return std::find<const Move*>(buffer, end, move) != end;
 }

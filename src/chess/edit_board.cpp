@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "chess/move_generator.h"
 #include "chess/user_board.h"
 
 namespace {
@@ -69,7 +70,7 @@ void EditBoard::LoadFrom(const BOARD& board) {
 }
 
 bool EditBoard::IsValid() {
-    if (state_ == State::unchecked) state_ = SetPosition(board_) ? State::valid : State::invalid;
+    if (state_ == State::unchecked) state_ = SetPosition(board_) && FitsMoveLists(board_) ? State::valid : State::invalid;
     return state_ == State::valid;
 }
 

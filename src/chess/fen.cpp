@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chess/move_generator.h"
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "frame/text_utilities.h"
@@ -142,6 +143,7 @@ void ReadFen(BOARD& board, const std::string& text, std::uint32_t& ply_offset) {
     if (!board.SetPosition(fields.squares, static_cast<int>(fields.side), en_passant_square, fields.castling)) {
         throw UserBoard::invalid_position();
     }
+    if (!FitsMoveLists(board)) throw UserBoard::invalid_position();
     ply_offset = 2 * fields.full_move_number + (fields.side == black ? 1 : 0);
     board.SetFiftyCounter(fields.half_move_clock);
 }

@@ -318,10 +318,22 @@ Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept {
                                        : Generator<black>(buffer, board, mode).Run();
 }
 
+bool FitsMoveLists(const BOARD& board) noexcept {
+    constexpr int most_officers = 16;
+    constexpr std::ptrdiff_t most_moves = 218;
+    for (const SIDE_PIECES& side : board.sides) {
+        if (PopCount(side.all & ~side.pawns) > most_officers) return false;
+    }
+    Move buffer[move_list_room];
+    if (GenerateMoves(buffer, board, mode_legal) - buffer > most_moves) return false;
+    BOARD other_side = board;
+    other_side.MakeNullMove();
+    return GenerateMoves(buffer, other_side, mode_legal) - buffer <= most_moves;
+}
+
 void GenerateLegalMoves(const BOARD& board, std::vector<Move>& list) {
-    // The room behind the sentinel: a board accepts more queens than a game can bring, and a list that runs over has to
-    // be reported, not to overwrite the stack.
-    Move buffer[4 * MAX_MOVES + 1];
+    // The room behind the sentinel: a list that runs over has to be reported, not to overwrite the stack.
+    Move buffer[move_list_room];
     buffer[MAX_MOVES] = INVALID;
     const std::ptrdiff_t NUM_MOVES = GenerateMoves(buffer, board, mode_legal) - buffer;
     CHECKED_ASSERT(NUM_MOVES <= MAX_MOVES && buffer[MAX_MOVES] == INVALID, vocabulary::too_many_moves);

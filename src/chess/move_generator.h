@@ -5,6 +5,8 @@
 #include "chess/board.h"
 
 inline constexpr int MAX_MOVES = 256;
+/// Room for the moves of any board at all, with a queen on every square.
+inline constexpr int move_list_room = 4 * MAX_MOVES;
 
 /// What GenerateMoves is asked for; bits of a mask.
 enum GenerationMode : unsigned {
@@ -23,6 +25,10 @@ enum GenerationMode : unsigned {
 /// caller owns a buffer of at least MAX_MOVES words. Pieces of a kind come from the highest square to the lowest, and
 /// so do the moves of a piece.
 Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept;
+
+/// False for a board with more men other than pawns than a game can bring (16 a side), or more moves for either side than
+/// a game can bring (218). Such boards are refused where positions enter, so that no input reaches the assertion below.
+[[nodiscard]] bool FitsMoveLists(const BOARD& board) noexcept;
 
 /// All legal moves in generator order. Asserts that the buffer was large enough.
 void GenerateLegalMoves(const BOARD& board, std::vector<Move>& list);

@@ -219,7 +219,7 @@ bool Mates(const BOARD& board, Move move) {
     after.frame().fifty_counter = 0;
     after.ResetPly();
     after.MakeMove(move);
-    Move replies[MAX_MOVES + 1];
+    Move replies[move_list_room];
     return GenerateMoves(replies, after, mode_legal) == replies;
 }
 

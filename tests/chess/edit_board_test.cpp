@@ -72,6 +72,14 @@ TEST(EditBoard, PlacesPiecesOfTheEditColour) {
     EXPECT_EQ(FenOf(edit.GetBoard()), "1n2k3/8/8/8/8/8/8/4K3 w - - 0 1");
 }
 
+TEST(EditBoard, RefusesMoreMenThanAGameCanBring) {
+    EditBoard edit;
+    for (Square s = a2; s < a4; ++s) edit.SetSquare(s, knight);
+    EXPECT_FALSE(edit.IsValid());
+    edit.SetSquare(a2, no_piece);
+    EXPECT_TRUE(edit.IsValid());
+}
+
 TEST(EditBoard, ReplacesAPiece) {
     EditBoard edit;
     edit.SetSquare(d4, queen);
