@@ -22,8 +22,8 @@ class ABSTRACT_HASH_TABLE {
     ABSTRACT_HASH_TABLE& operator=(const ABSTRACT_HASH_TABLE&) = delete;
     virtual ~ABSTRACT_HASH_TABLE() = default;
 
-    /// Takes the largest power of two of slots that fits in `bytes`, all empty. Requests below the smallest table get
-    /// that one. False, with the old table left as it is, if there is no memory for it.
+    /// Takes the largest power of two of slots that fits in `bytes`, at least two, all empty. False, with the old table
+    /// left as it is, if there is no memory for it.
     virtual bool resize(std::uint64_t bytes) = 0;
     virtual void clear() noexcept = 0;
     [[nodiscard]] virtual std::uint64_t totalSlots() const noexcept = 0;
@@ -48,7 +48,7 @@ class ABSTRACT_HASH_TABLE {
 template <class Slot>
 class HashSlots {
   public:
-    HashSlots() { Resize(smallest_table); }
+    HashSlots() { Resize(first_size); }
 
     /// False, with nothing changed, if there is no memory.
     bool Resize(std::uint64_t bytes) noexcept;
@@ -58,7 +58,8 @@ class HashSlots {
     [[nodiscard]] const Slot* begin() const noexcept { return slots_.get(); }
     [[nodiscard]] const Slot* end() const noexcept { return slots_.get() + count(); }
 
-    static constexpr std::uint64_t smallest_table = 0x3000;  // bytes
+    static constexpr std::uint64_t first_size = 0x3000;  // bytes
+    static constexpr std::uint64_t fewest_slots = 2;
 
   private:
     struct Free {
@@ -70,7 +71,7 @@ class HashSlots {
 
 template <class Slot>
 bool HashSlots<Slot>::Resize(std::uint64_t bytes) noexcept {
-    const std::uint64_t count = std::bit_floor(std::max(bytes, smallest_table) / sizeof(Slot));
+    const std::uint64_t count = std::bit_floor(std::max(bytes / sizeof(Slot), fewest_slots));
     if (count > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(Slot)) return false;
     // Zeroed pages come from the system when they are first touched: a large table costs neither time nor memory before
     // it is used.
@@ -137,7 +138,10 @@ struct TranspositionHit {
 /// deeper or the fresher one, the second is always replaced.
 class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
   public:
-    bool resize(std::uint64_t bytes) override { return buckets_.Resize(bytes); }
+    /// Requests below 12 KiB get 256 buckets.
+    bool resize(std::uint64_t bytes) override {
+        return buckets_.Resize(std::max(bytes, HashSlots<Bucket>::first_size));
+    }
     /// Keeps the age.
     void clear() noexcept override { buckets_.Clear(); }
     [[nodiscard]] std::uint64_t totalSlots() const noexcept override { return buckets_.count() * 2; }

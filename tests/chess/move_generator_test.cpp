@@ -213,8 +213,18 @@ TEST(GenerateLegalMoves, ReplacesTheList) {
 
 // No game comes here, but the board accepts any number of queens.
 TEST(GenerateLegalMovesDeathTest, TooManyMovesAreReported) {
-    constexpr std::string_view queens_all_around = "kqQQQQQQ/ppQ4Q/Q6Q/Q6Q/Q6Q/Q6Q/Q6Q/KQQQQQQQ w - - 0 1";
-    const BOARD board = BoardFromFen(std::string(queens_all_around));
+    std::int8_t queens_all_around[64] = {};
+    for (Square s = a1; s <= h8; ++s) {
+        const bool at_the_edge = FileOf(s) == 0 || FileOf(s) == 7 || RankOf(s) == 0 || RankOf(s) == 7;
+        if (at_the_edge) queens_all_around[s] = queen;
+    }
+    queens_all_around[a1] = king;
+    queens_all_around[a8] = -king;
+    queens_all_around[b8] = -queen;
+    queens_all_around[a7] = queens_all_around[b7] = -pawn;
+    queens_all_around[c7] = queen;
+    BOARD board;
+    ASSERT_TRUE(board.SetPosition(queens_all_around, white, 0, 0));
     // The report goes to standard output, and a death test watches the error stream.
     EXPECT_EXIT(
         {
