@@ -11,7 +11,7 @@ import threading
 from pathlib import Path
 
 # Generous, for a sanitizer build on a busy machine. It is reached only by a failing test.
-PATIENCE = 120.0
+PATIENCE = float(os.environ.get("VORKA_PATIENCE", "120"))
 
 PROGRAM = os.environ.get("VORKA_ENGINE", "")
 
@@ -129,6 +129,7 @@ class Engine:
 
     def position(self):
         """The position on the board as `display` prints it: the first four fields of its FEN."""
+        self.ping()
         start = self._cursor
         end = self.ask("display", r"castle possibilities: (\w+)\nside on move: (\w+); en-passant square: (\w+)\n")
         castling, side, en_passant = ("-" if word == "none" else word for word in end.groups())

@@ -92,7 +92,7 @@ def test_undo_takes_back_the_end_of_the_game(console):
 def test_undo_and_next(console):
     console.send("force", "e4", "e5", "Nf3", "Nc6")
     console.send("undo", "undo 2", "next")
-    assert console.position() == "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq -"
+    assert console.position() == "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq e6"
     console.send("next all")
     assert console.position().startswith("r1bqkbnr/pppp1ppp/2n5/")
     console.send("undo all")

@@ -22,7 +22,7 @@ NORMALISED = [
     (r"time: \S+ sec \(\d+ knodes, \S+ knps\)\nhit ratio: trans=\S+, pawn=\S+, eval=\S+\n"
      r"ETTC tries=\d+, cutoffs=\d+, efficiency=\S+\n", "<statistics>\n"),
     # On the screen a depth line stays open until the thinking line overwrites it.
-    (r"(?:Depth: \d+\.(?=[\r\n]| \()(?: \(not sent to xboard\)\n)?|\r?Depth: \d+\. .*\n|!\? \S+\n|\d+ knodes searched\n"
+    (r"(?:Depth: \d+\.(?=[\r\n<]| \()(?: \(not sent to xboard\)\n)?|\r?Depth: \d+\. .*\n|!\? \S+\n|\d+ knodes searched\n"
      r"|New move found: \S+\n|#warning: Search instability found!\n)+", "<thinking>\n"),
     (r"(?m)(?:^\d+ -?\d+ \d+ \d+ .* $\n(?: \(not sent to xboard\)\n)?|^New pv-move candidate found: .*\n"
      r"|^Search instability found!.*\n)+", "<thinking>\n"),
