@@ -70,7 +70,8 @@ void EditBoard::LoadFrom(const BOARD& board) {
 }
 
 bool EditBoard::IsValid() {
-    if (state_ == State::unchecked) state_ = SetPosition(board_) && FitsMoveLists(board_) ? State::valid : State::invalid;
+    if (state_ == State::unchecked)
+        state_ = SetPosition(board_) && FitsMoveLists(board_) ? State::valid : State::invalid;
     return state_ == State::valid;
 }
 

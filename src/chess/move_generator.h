@@ -26,8 +26,9 @@ enum GenerationMode : unsigned {
 /// so do the moves of a piece.
 Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept;
 
-/// False for a board with more men other than pawns than a game can bring (16 a side), or more moves for either side than
-/// a game can bring (218). Such boards are refused where positions enter, so that no input reaches the assertion below.
+/// False for a board with more men other than pawns than a game can bring (16 a side), or more moves for either side
+/// than a game can bring (218). Such boards are refused where positions enter, so that no input reaches the assertion
+/// below.
 [[nodiscard]] bool FitsMoveLists(const BOARD& board) noexcept;
 
 /// All legal moves in generator order. Asserts that the buffer was large enough.
