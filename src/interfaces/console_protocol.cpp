@@ -41,7 +41,9 @@ void Say(const Pieces&... pieces) {
 std::string ScoreText(int score) {
     if (score >= -mate_bound && score <= mate_bound) return std::to_string(score);
     const int moves = (mate_value - std::abs(score)) / 2 + 1;
-    return (score < 0 ? "-#" : "#") + std::to_string(moves);
+    std::string text = score < 0 ? "-#" : "#";
+    text += std::to_string(moves);
+    return text;
 }
 
 std::string GreetingText(int number, const std::string& opponent_name) {
