@@ -32,8 +32,9 @@ void WriteBitAlgorithms() {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    IgnoreBrokenPipe();
     RunSelfChecks();
+    IgnoreBrokenPipe();
+    ReserveStandardDescriptors();
     vlog.Open(ChooseLogFileName(FileExists));
     WriteBitAlgorithms();
     transposition_table.resize(transposition_table_bytes);
