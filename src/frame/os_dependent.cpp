@@ -19,6 +19,14 @@
 
 namespace {
 
+/// What select says of one descriptor: above 0 if reading would not block. Waits for ever without a time.
+int WaitForInput(int descriptor, timeval* at_most) {
+    fd_set ready;
+    FD_ZERO(&ready);
+    FD_SET(descriptor, &ready);
+    return select(descriptor + 1, &ready, nullptr, nullptr, at_most);
+}
+
 DescriptorReader& StandardInput() {
     static DescriptorReader reader(STDIN_FILENO);
     return reader;
@@ -54,11 +62,8 @@ std::string LocalTimeText() {
 
 bool DescriptorReader::IsInputAvailable() const {
     if (next_ < buffer_.size()) return true;
-    fd_set ready;
-    FD_ZERO(&ready);
-    FD_SET(descriptor_, &ready);
     timeval no_time{};
-    const int result = select(descriptor_ + 1, &ready, nullptr, nullptr, &no_time);
+    const int result = WaitForInput(descriptor_, &no_time);
     // A descriptor that can't be asked is closed: its reader shall learn so.
     return result > 0 || (result < 0 && errno != EINTR);
 }
@@ -86,10 +91,7 @@ bool DescriptorReader::ReadMore() {
         const ssize_t length = read(descriptor_, chunk.data(), chunk.size());
         if (length < 0 && errno == EINTR) continue;
         if (length < 0 && errno == EAGAIN) {  // an interface handed over a pipe that doesn't block
-            fd_set ready;
-            FD_ZERO(&ready);
-            FD_SET(descriptor_, &ready);
-            select(descriptor_ + 1, &ready, nullptr, nullptr, nullptr);
+            WaitForInput(descriptor_, nullptr);
             continue;
         }
         if (length <= 0) return false;
