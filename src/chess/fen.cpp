@@ -125,14 +125,6 @@ std::string RankToText(const BOARD& board, int rank) {
     return text;
 }
 
-std::string CastlingLetters(int rights) {
-    std::string text;
-    for (std::size_t i = 0; i < castling_letters.size(); ++i) {
-        if ((rights >> i & 1) != 0) text += castling_letters[i];
-    }
-    return text.empty() ? std::string(nothing) : text;
-}
-
 }  // namespace
 
 void ReadFen(BOARD& board, const std::string& text, std::uint32_t& ply_offset) {
@@ -156,9 +148,9 @@ std::string WriteFen(const BOARD& board, int full_move_number) {
     }
     const PLY_FRAME& frame = board.frame();
     text += board.side_to_move == white ? " w " : " b ";
-    text += CastlingLetters(frame.castling);
+    text += frame.castling == 0 ? std::string(nothing) : board.CastlingText();
     text += ' ';
-    text += frame.en_passant_square == 0 ? std::string(nothing) : SquareToString(frame.en_passant_square);
+    text += frame.en_passant_square == 0 ? std::string(nothing) : board.EnPassantText();
     text += ' ';
     text += VorkaUtils::ToString(std::int32_t{frame.fifty_counter});
     text += ' ';
