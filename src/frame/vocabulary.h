@@ -72,6 +72,8 @@ inline constexpr std::string_view unknown_reason = "unknown reason";
 
 // --- Search ---
 inline constexpr std::string_view transposition_collision_detected = "collision in transposition table detected";
+inline constexpr std::string_view transposition_collision_condition =
+    "hash_entry_found == false || board.IsMovePseudoLegal(hash_move)";
 inline constexpr std::string_view hash_move_of_line_condition = "local_board.VerifyMove(hash_move) == true";
 inline constexpr std::string_view pawn_hash_collision_detected = "pawnhashtable collision detected";
 inline constexpr std::string_view pawn_hash_type_condition = "entry.position_type != 16";

@@ -55,6 +55,7 @@ class HashSlots {
     void Clear() noexcept;
     [[nodiscard]] std::uint64_t count() const noexcept { return mask_ + 1; }
     [[nodiscard]] Slot& at(std::uint64_t key) noexcept { return slots_[key & mask_]; }
+    [[nodiscard]] const Slot& at(std::uint64_t key) const noexcept { return slots_[key & mask_]; }
     [[nodiscard]] const Slot* begin() const noexcept { return slots_.get(); }
     [[nodiscard]] const Slot* end() const noexcept { return slots_.get() + count(); }
 
@@ -153,6 +154,8 @@ class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
     /// Whether the position at `ply`, searched to `distance`, is worth at least `beta`.
     [[nodiscard]] TranspositionAnswer Probe(std::uint64_t key, std::uint32_t ply, Distance distance, Score beta,
                                             TranspositionHit& hit) noexcept;
+    /// Asks the memory for a bucket that will be probed soon.
+    void Prefetch(std::uint64_t key) const noexcept { __builtin_prefetch(&buckets_.at(key)); }
     /// Whether there is an entry, with its move and the larger of its distances. Counts nothing.
     [[nodiscard]] bool ProbeMove(std::uint64_t key, Move& move, Distance& max_distance) noexcept;
     /// The table sets the age of `entry`.

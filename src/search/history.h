@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "chess/move.h"
+#include "search/score.h"
 
 /// How often quiet moves have cut, in bands of eight plies. An entry counts only while its generation is its band's, so
 /// a band is emptied by counting its generation up.
@@ -42,6 +43,8 @@ class HistoryTable {
     void EnterPly(std::uint32_t ply) noexcept {
         if (ply % plies_per_band == 0) ++Band(ply).generation();
     }
+    /// Tells the table of a move that cut. `distance` is the node's.
+    void UpdateHistory(Move move, Colour side, Distance distance, std::uint32_t ply) noexcept;
     [[nodiscard]] HistoryBand& Band(std::uint32_t ply) noexcept { return (*bands_)[ply / plies_per_band]; }
 
   private:

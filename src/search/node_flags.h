@@ -31,8 +31,26 @@ enum class ChildFlags : std::uint32_t {
     no_late_move_reduction = 0x080,
 };
 
+/// Why the moves of a node were extended. The check bits are cleared for each move; the others stay set for all later
+/// moves of the node, so that one recapture keeps the rest of them from being reduced: deliberate.
+enum class ExtensionCauses : std::uint32_t {
+    none = 0,
+    simple_check = 0x001,
+    discovered_check = 0x002,
+    double_check = 0x004,
+    single_reply = 0x008,
+    recapture = 0x010,
+    passed_pawn_6th = 0x020,
+    passed_pawn_7th = 0x040,
+    rook_on_7th = 0x080,
+    queen_attacked = 0x100,
+    perpetual_threat = 0x200,
+    pin_threat = 0x400,
+    mate_threat = 0x800,
+};
+
 template <class T>
-concept FlagWord = std::same_as<T, NodeFlags> || std::same_as<T, ChildFlags>;
+concept FlagWord = std::same_as<T, NodeFlags> || std::same_as<T, ChildFlags> || std::same_as<T, ExtensionCauses>;
 
 template <FlagWord T>
 [[nodiscard]] constexpr std::uint32_t Word(T flags) {
@@ -47,9 +65,20 @@ constexpr T& operator|=(T& a, T b) {
     return a = a | b;
 }
 template <FlagWord T>
+[[nodiscard]] constexpr T Without(T flags, T bits) {
+    return static_cast<T>(Word(flags) & ~Word(bits));
+}
+template <FlagWord T>
 [[nodiscard]] constexpr bool HasAny(T flags, T bits) {
     return (Word(flags) & Word(bits)) != 0;
 }
+
+/// A position with one of these is no place for selective techniques.
+inline constexpr NodeFlags threats = NodeFlags::single_reply | NodeFlags::mate_threat | NodeFlags::queen_attacked |
+                                     NodeFlags::pin_threat | NodeFlags::perpetual_threat;
+static_assert(Word(threats) == 0x37);
+/// What a hash entry keeps.
+inline constexpr std::uint32_t stored_node_flags = 0x1F;
 
 /// The same orders for one ply later.
 [[nodiscard]] constexpr ChildFlags NextPly(ChildFlags flags) { return static_cast<ChildFlags>(Word(flags) << 5); }

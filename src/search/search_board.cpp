@@ -17,6 +17,8 @@ void SearchBoard::StartSearch(const BOARD& position, Score contempt) {
     history.NewSearch();
     draw_score[position.side_to_move] = contempt;
     draw_score[position.side_to_move ^ 1U] = -contempt;
+    noise.Restart();
+    iteration_depth = 1;
     nodes = ettc_tries = ettc_cutoffs = 0;
     poll_countdown = first_poll_countdown;
 }

@@ -8,6 +8,7 @@
 #include "evaluation/evaluation_context.h"
 #include "search/history.h"
 #include "search/node_poll.h"
+#include "search/ordering_noise.h"
 #include "search/score.h"
 
 /// A pin that the search follows through the plies.
@@ -28,9 +29,16 @@ struct CheckRunRecord {
     Bitboard own_ring = 0;  ///< own pieces next to the king
 };
 
+/// The last moves that cut at a ply, the latest first.
 struct KillerPair {
     Move first = INVALID;
     Move second = INVALID;
+
+    void Take(Move move) noexcept {
+        if (move == first) return;
+        second = first;
+        first = move;
+    }
 };
 
 /// A node at this ply answers at once that it is below the bound, so max_frames slots are enough for every stack.
@@ -52,8 +60,11 @@ struct SearchBoard {
     CheckRunRecord check_runs[max_frames];
     HistoryTable history;
 
+    OrderingNoise noise;
+
     EVALUATION_CONTEXT evaluation;
     Score draw_score[2] = {};  ///< worth of a draw, by side on move
+    int iteration_depth = 1;   ///< number of the iteration at work
 
     // Local counters; the search collects them at every poll.
     std::uint64_t nodes = 0;

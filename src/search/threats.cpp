@@ -37,3 +37,7 @@ PinRecord FindStandingPin(const BOARD& board) {
     }
     return record;
 }
+
+void DetectPinThreat(Node&) {}
+
+void PerpetualCheckTest(Node&) {}

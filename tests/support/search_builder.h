@@ -43,6 +43,7 @@ class SearchBuilder : private NodePoll {
                 .distance = distance,
                 .in_check = board->board.in_check(),
                 .type = NodeType::principal,
+                .parent_class = board->position_class[0],
                 .position_class = board->position_class[0],
                 .child_flags = root_child,
                 .moves = board->move_buffer,
