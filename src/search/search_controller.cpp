@@ -133,6 +133,7 @@ void SearchController::IterationLoop() {
 void SearchController::StartIteration(int depth) {
     clock_.NewIteration();
     info_.depth = static_cast<std::int16_t>(depth);
+    search_->iteration_depth = depth;
     info_.moves_to_search = info_.root_moves;
     host_->sendDepthStarted(depth);
 }

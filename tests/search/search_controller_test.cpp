@@ -16,6 +16,7 @@
 #include "support/fake_search_host.h"
 #include "support/random_games.h"
 #include "support/row_name.h"
+#include "support/settings_scope.h"
 
 namespace {
 
@@ -257,6 +258,7 @@ class FailedCandidate : public testing::Test {
     FailedCandidate(const FailedCandidate&) = delete;
     FailedCandidate& operator=(const FailedCandidate&) = delete;
 
+    PlainSearchScope plain_;
     SearchRun run_{"6k1/pp3ppp/2r1r3/8/3PP3/8/5PPP/3RR1K1 w - - 0 1", {.max_depth = 2}};
     int candidates_ = 0;
     int moves_left_ = 0;

@@ -12,12 +12,14 @@
 #include <vector>
 
 #include "chess/exchange.h"
+#include "evaluation/evaluate.h"
 #include "evaluation/position_type.h"
 #include "search/search_serial.h"
 #include "support/board_builder.h"
 #include "support/mode_filter.h"
 #include "support/random_games.h"
 #include "support/search_builder.h"
+#include "support/settings_scope.h"
 
 namespace {
 
@@ -40,9 +42,7 @@ class SlowSearch {
         }
         const bool in_check = board.in_check();
         const bool quiescence = distance < 1 && !in_check;
-        const Score material = board.frame().material_balance;
-        if (quiescence && std::abs(beta) <= 31766 && material >= beta) return true;
-        if (quiescence && beta < -31766) return true;
+        if (quiescence && evaluate(evaluation_, board, beta, type) >= beta) return true;
 
         const std::vector<Move> moves = LegalMovesOf(board);
         if (!quiescence && moves.empty()) return (in_check ? ply - 32767 : draw) >= beta;
@@ -100,9 +100,12 @@ class SlowSearch {
 
     Colour root_side_;
     Score contempt_;
+    EVALUATION_SETTINGS evaluation_settings_;
+    EVALUATION_CONTEXT evaluation_{.settings = &evaluation_settings_};
 };
 
 TEST(SearchNodeModel, GivesTheSameAnswers) {
+    const PlainSearchScope plain;
     constexpr std::uint32_t seed = 20240229;
     std::mt19937 random(seed);
     int questions = 0;

