@@ -129,7 +129,7 @@ int main(int argc, char** argv) {
     const option long_options[] = {
         {"depth", required_argument, nullptr, 'd'}, {"time", required_argument, nullptr, 't'},
         {"hash", required_argument, nullptr, 'h'},  {"quiet", no_argument, nullptr, 'q'},
-        {"help", no_argument, nullptr, '?'},        {nullptr, 0, nullptr, 0}};
+        {"help", no_argument, nullptr, 'H'},        {nullptr, 0, nullptr, 0}};
     for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
         switch (letter) {
             case 'd':
@@ -144,8 +144,10 @@ int main(int argc, char** argv) {
             case 'q':
                 options.is_quiet = true;
                 break;
+            case 'H':
+                return Usage(std::cout, EXIT_SUCCESS);
             default:
-                return optopt != 0 ? Usage(std::cerr, EXIT_FAILURE) : Usage(std::cout, EXIT_SUCCESS);
+                return Usage(std::cerr, EXIT_FAILURE);
         }
     }
     if (optind != argc || options.depth < 1 || options.milliseconds < 0) return Usage(std::cerr, EXIT_FAILURE);

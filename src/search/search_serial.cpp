@@ -4,7 +4,6 @@
 
 #include "search/search_serial.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -12,10 +11,10 @@
 #include "evaluation/position_type.h"
 #include "frame/checked_assert.h"
 #include "frame/vocabulary.h"
+#include "search/child_search.h"
 #include "search/extensions.h"
 #include "search/hash.h"
-#include "search/move_list.h"
-#include "search/move_ordering.h"
+#include "search/move_supply.h"
 #include "search/node.h"
 #include "search/node_result.h"
 #include "search/pruning.h"
@@ -91,96 +90,6 @@ void UpdateClass(Node& node) {
         node.position_class = ClassBehindMove(node.board(), node.last_move(), node.parent_class);
     }
     node.search.position_class[node.ply] = node.position_class;
-}
-
-/// Where the moves of a node come from next.
-enum class Supply { hash_move, list, sort, pick, none };
-
-/// The moves of a node in the order in which they are tried; nothing is generated or sorted before it is needed.
-struct MoveSupply {
-    explicit MoveSupply(Node& owner)
-        : node(owner), next(owner.hash_move != INVALID ? Supply::hash_move : Supply::list) {}
-
-    /// Gives the next move, or INVALID behind the last. A result ends the node.
-    [[nodiscard]] std::optional<Score> Next(Move& move) {
-        move = INVALID;
-        if (next == Supply::hash_move) {
-            // One reply: its move is known, and nothing needs to be generated.
-            next = HasAny(node.flags, NodeFlags::single_reply) ? Supply::none : Supply::list;
-            move = node.hash_move;
-            return std::nullopt;
-        }
-        if (next == Supply::list) {
-            if (const auto answer = List(move)) return answer;
-        }
-        while (next == Supply::sort || next == Supply::pick) {
-            if (next == Supply::sort) Sort();
-            if (batch.begin != batch.end) {
-                move = Pick();
-                break;
-            }
-            next = batch.is_last ? Supply::none : Supply::sort;
-        }
-        return std::nullopt;
-    }
-
-  private:
-    [[nodiscard]] std::optional<Score> List(Move& move) {
-        next = Supply::sort;
-        if (node.has_move_list) return std::nullopt;
-        if (const auto answer = ListMoves(node)) return answer;
-        if (node.is_quiescence() || node.moves_end - node.moves > 1) return std::nullopt;
-        next = Supply::none;
-        // With extensions the only move is tried again behind itself, now that it is known to be the only one.
-        if (settings::enable_search_extensions || node.hash_move == INVALID) move = *node.moves;
-        return std::nullopt;
-    }
-
-    void Sort() {
-        batch = node.is_quiescence() ? SortQuiescence(node) : StagedMoveSorter(sorter, node);
-        next = Supply::pick;
-    }
-
-    [[nodiscard]] Move Pick() {
-        if (!batch.is_ordered) std::iter_swap(batch.begin, std::max_element(batch.begin, batch.end));
-        return *batch.begin++;
-    }
-
-    Node& node;
-    Supply next;
-    MoveSortState sorter;
-    MoveBatch batch{};
-};
-
-ChildFlags FlagsForChild(const Node& node, Move move) {
-    ChildFlags flags = Inherited(node.child_flags);
-    if (HasAny(node.extended, ExtensionCauses::double_check)) flags |= ChildFlags::no_recapture_extension;
-    if (GivesCheck(move)) {
-        if (settings::skip_razoring_when_last_move_was_a_check) flags |= NextPly(ChildFlags::no_limited_razoring);
-        if (settings::skip_extended_futility_pruning_when_last_move_was_a_check) {
-            flags |= NextPly(ChildFlags::no_extended_futility);
-        }
-    }
-    return flags;
-}
-
-/// Plays a move and asks the child the opposite question. A move that cuts at a reduced distance has to confirm it
-/// without the reduction.
-Score SearchChild(Node& node, Move move, Distance new_distance, Distance reduced) {
-    SearchBoard& search = node.search;
-    const ChildFlags flags = FlagsForChild(node, move);
-    const NodeType type = node.moves_tried == 1 ? -node.type : NodeType::cut;
-    search.moves_played[node.ply + 1] = move;
-    search.board.MakeMove(move);
-    transposition_table.Prefetch(search.board.key());
-    Score score =
-        -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY, type, node.position_class, flags);
-    if (settings::enable_verification_search && score >= node.beta && reduced > 0) {
-        score = -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY + reduced,
-                            node.is_principal() ? NodeType::principal : NodeType::all, node.position_class, flags);
-    }
-    search.board.UnmakeMove(move);
-    return score;
 }
 
 /// Whether the filter of quiescence lets a move pass.
