@@ -116,7 +116,7 @@ TEST(MoveSupply, MateEndsTheNode) {
     Node node = search.NodeAt(0, 256);
     // Not quite: the king can step up.
     EXPECT_FALSE(SupplyOf(node).answer);
-    SearchBuilder mated("7k/8/8/8/8/6k1/8/r5K1 w - - 0 1");
+    SearchBuilder mated("8/8/8/8/8/6k1/8/r5K1 w - - 0 1");
     Node end = mated.NodeAt(0, 0);
     const Supplied supplied = SupplyOf(end);
     ASSERT_TRUE(supplied.answer);
