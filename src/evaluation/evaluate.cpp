@@ -1,22 +1,67 @@
 #include "evaluation/evaluate.h"
 
+#include <cstdint>
 #include <cstdlib>
 
+#include "evaluation/ending.h"
+#include "evaluation/middle_game.h"
+#include "evaluation/pawn_ending.h"
+#include "evaluation/pawn_hash_entry.h"
+#include "evaluation/pawn_structure.h"
+#include "evaluation/pawnless.h"
+#include "evaluation/queen_ending.h"
+#include "evaluation/rook_ending.h"
+#include "search/hash.h"
 #include "search/score.h"
 
-int evaluate(EVALUATION_CONTEXT& /*context*/, const BOARD& board, int bound, int /*position_type*/) noexcept {
-    // Scores near a mate are never computed.
-    if (std::abs(bound) >= mate_score_limit) return bound > 0 ? bound - 1 : bound;
-    return board.frame().material_balance;
+namespace {
+
+/// Scores near a mate are never computed.
+bool is_near_mate(int bound) { return std::abs(bound) >= mate_score_limit; }
+int answer_near_mate(int bound) { return bound > 0 ? bound - 1 : bound; }
+
+EVALUATION_RESULT run_routine(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
+    switch (position_type) {
+        case opening:
+            return evaluate_opening(context, board, bound);
+        case middle_game:
+            return evaluate_middle_game(context, board, bound);
+        case rook_ending:
+            return evaluate_rook_ending(context, board, bound);
+        case queen_ending:
+            return evaluate_queen_ending(context, board, bound);
+        case pawn_ending:
+            return evaluate_pawn_ending(context, board, bound);
+        default:
+            return evaluate_ending(context, board, bound);
+    }
 }
 
-int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int position_type) noexcept {
+/// Everything between the two hash tables of scores: pawn facts are taken from their table or built, and a finished
+/// evaluation leaves new ones there.
+EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
+    context = {.settings = context.settings};
+    if (const PAWN_HASH_ENTRY* const entry = pawn_hash_table.Probe(board.frame().pawn_key, position_type)) {
+        restore_pawn_entry(*entry, context, board);
+    } else {
+        build_pawn_lists(context, board);
+    }
+    const EVALUATION_RESULT result = run_routine(context, board, bound, position_type);
+    if (!result.lazy && !context.pawn_entry_from_table) {
+        pawn_hash_table.Store(construct_pawn_entry(context, board, position_type));
+    }
+    return result;
+}
+
+/// The score of a bound test: the greatest bound that `ask` does not find the position below.
+template <class BoundTest>
+int bisect(BoundTest ask) {
     int low = -infinity_bound;
     int high = infinity_bound;
     for (;;) {
         int middle = (low + high) / 2;
         if (middle == low) middle = high;
-        if (evaluate(context, board, middle, position_type) < middle) {
+        if (ask(middle) < middle) {
             high = middle - 1;
             if (low >= high) return low;
         } else {
@@ -26,8 +71,34 @@ int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int positi
     }
 }
 
+}  // namespace
+
+int evaluate(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) noexcept {
+    if (is_near_mate(bound)) return answer_near_mate(bound);
+    if (position_type == pawnless) return evaluate_pawnless(board);
+
+    const EvaluationAnswer stored = evaluation_hash_table.Probe(board.key(), bound);
+    if (stored != EvaluationAnswer::not_found) {
+        return stored == EvaluationAnswer::below_threshold ? bound - 1 : bound;
+    }
+    const EVALUATION_RESULT result = evaluate_afresh(context, board, bound, position_type);
+    if (!result.lazy) {
+        evaluation_hash_table.Store({.key = board.key(), .score = static_cast<std::int16_t>(result.score)});
+    }
+    return result.score;
+}
+
+int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int position_type) noexcept {
+    return bisect([&](int bound) { return evaluate(context, board, bound, position_type); });
+}
+
 int evaluate_for_display(const BOARD& board, int personality) noexcept {
     const EVALUATION_SETTINGS settings{.draw_score = 0, .personality = static_cast<std::int16_t>(personality)};
     EVALUATION_CONTEXT context{.settings = &settings};
-    return exact_evaluation(context, board, classify_position(board, no_position_type));
+    const int position_type = classify_position(board, no_position_type);
+    if (position_type == pawnless) return evaluate_pawnless(board);
+    return bisect([&](int bound) {
+        return is_near_mate(bound) ? answer_near_mate(bound)
+                                   : evaluate_afresh(context, board, bound, position_type).score;
+    });
 }

@@ -4,14 +4,12 @@
 #include <optional>
 
 #include "chess/bits.h"
+#include "evaluation/evaluation_context.h"
 
 namespace {
 
-/// Above this much material of the stronger side a position is an opening or a middle game; in units, a queen on the
-/// board counting three more.
+/// Above this much material of the stronger side a position is an opening or a middle game.
 constexpr int most_ending_material = 21;
-
-constexpr Bitboard white_squares = 0x55AA55AA55AA55AA;
 
 /// How far a side has brought out its minor pieces.
 enum class Development { at_home, partial, complete };
@@ -53,7 +51,7 @@ std::optional<int> MinorAgainstMinor(const BOARD& board) {
     if (one.knights != 0 && other.knights != 0) return knight_against_knight;
     if (one.knights != 0 || other.knights != 0) return knight_against_bishop;
     const Bitboard bishops = one.bishops | other.bishops;
-    const bool on_one_colour = (bishops & white_squares) == 0 || (bishops & ~white_squares) == 0;
+    const bool on_one_colour = (bishops & light_squares) == 0 || (bishops & ~light_squares) == 0;
     return on_one_colour ? same_coloured_bishops : opposite_bishops;
 }
 
@@ -124,15 +122,19 @@ std::optional<int> NamedEnding(const BOARD& board) {
 
 }  // namespace
 
+int stronger_side_units(const BOARD& board) noexcept {
+    const SIDE_PIECES& w = board.white_pieces();
+    const SIDE_PIECES& b = board.black_pieces();
+    const bool any_queen = (w.queens | b.queens) != 0;
+    return std::max(5 * w.heavy_points + w.minor_points, 5 * b.heavy_points + b.minor_points) + (any_queen ? 3 : 0);
+}
+
 int classify_position(const BOARD& board, int previous_type) noexcept {
     const SIDE_PIECES& w = board.white_pieces();
     const SIDE_PIECES& b = board.black_pieces();
     if ((w.pawns | b.pawns) == 0) return pawnless;
 
-    const bool any_queen = (w.queens | b.queens) != 0;
-    const int material =
-        std::max(5 * w.heavy_points + w.minor_points, 5 * b.heavy_points + b.minor_points) + (any_queen ? 3 : 0);
-    if (material > most_ending_material) return OpeningOrMiddleGame(board, previous_type);
+    if (stronger_side_units(board) > most_ending_material) return OpeningOrMiddleGame(board, previous_type);
 
     if (const auto type = NamedEnding(board)) return *type;
     const bool equal_pieces = w.heavy_points == b.heavy_points && w.minor_points == b.minor_points;

@@ -14,6 +14,10 @@ enum PositionType : int {
 
 inline constexpr int no_position_type = 18;  ///< "no previous type"
 
+/// The material units of the stronger side, three more with any queen on the board: above 21 a position is an opening
+/// or a middle game.
+[[nodiscard]] int stronger_side_units(const BOARD& board) noexcept;
+
 /// The class of a position. `previous_type` is its parent's: a middle game never falls back into the opening along a
 /// line of the search.
 [[nodiscard]] int classify_position(const BOARD& board, int previous_type) noexcept;

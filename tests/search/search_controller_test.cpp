@@ -321,17 +321,17 @@ TEST(SearchController, ContemptIsTheWorthOfADrawForTheRootSide) {
 }
 
 TEST(SearchController, ContemptDecidesBetweenADrawAndTheRest) {
-    // A bishop behind: White may repeat nothing, but can take the last pawn and have a draw.
-    constexpr std::string_view fen = "4k1b1/8/8/8/8/8/3p4/3K4 w - - 0 1";
+    // A queen behind: a move of the king is the hundredth without progress, one of the pawn starts the count again.
+    constexpr std::string_view fen = "3qk3/8/8/8/8/8/P7/4K3 w - - 99 80";
     SearchRun content(fen, {.max_depth = 1});
     content.Run();
     EXPECT_EQ(content.controller.score(), 0);
-    EXPECT_EQ(MoveToCoordinate(content.controller.best_move()), "d1d2");
+    EXPECT_EQ(MovingPiece(content.controller.best_move()), king);
     SearchRun proud(fen, {.max_depth = 1});
     proud.controller.SetContempt(-7000);
     proud.Run();
     EXPECT_GT(proud.controller.score(), -7000);
-    EXPECT_NE(MoveToCoordinate(proud.controller.best_move()), "d1d2");
+    EXPECT_EQ(MovingPiece(proud.controller.best_move()), pawn);
 }
 
 TEST(SearchController, NewContemptClearsTheTablesThatDependOnIt) {
@@ -361,11 +361,12 @@ TEST(SearchController, NewContemptClearsTheTablesThatDependOnIt) {
 }
 
 TEST(SearchController, DrawScoreOfTheEvaluationFollowsTheRootSide) {
+    // Whether a score from before the search survives it.
     const auto run_with_a_full_table = [](SearchController& controller, std::string_view fen) {
         FakeSearchHost host;
         evaluation_hash_table.Store({.key = 5, .score = 1});
         controller.Run({.max_depth = 1}, GameFrom(fen), host);
-        return evaluation_hash_table.freeSlots() != evaluation_hash_table.totalSlots();
+        return evaluation_hash_table.Probe(5, 1) != EvaluationAnswer::not_found;
     };
     constexpr std::string_view white_to_move = "4k3/pppp4/8/8/8/8/PPPP4/4K3 w - - 0 1";
     constexpr std::string_view black_to_move = "4k3/pppp4/8/8/8/8/PPPP4/4K3 b - - 0 1";

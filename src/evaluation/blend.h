@@ -1,0 +1,14 @@
+#pragma once
+
+#include "chess/board.h"
+#include "evaluation/evaluation_context.h"
+#include "evaluation/score_pair.h"
+
+/// How far an opening or middle game has gone towards the ending, from 0.0 with nearly all pieces to 1.0.
+[[nodiscard]] double endgame_weight(const BOARD& board) noexcept;
+
+/// One score, in centipawns, from the sum of all pairs: the positional value where nothing burns, the reckless one
+/// where a king is in danger. In between stand sixteenths that personality, openness, material and the kings decide on.
+/// `is_middle_game` says that the opening is over. Needs `openness`, `endgame_weight` and the danger factors.
+[[nodiscard]] int blend(SCORE_PAIR sum, bool is_middle_game, const EVALUATION_CONTEXT& context,
+                        const BOARD& board) noexcept;

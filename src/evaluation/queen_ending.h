@@ -1,0 +1,8 @@
+#pragma once
+
+#include "chess/board.h"
+#include "evaluation/evaluation_context.h"
+
+/// The routine of queen against queen. Counts the material alone yet.
+[[nodiscard]] EVALUATION_RESULT evaluate_queen_ending(EVALUATION_CONTEXT& context, const BOARD& board,
+                                                      int bound) noexcept;
