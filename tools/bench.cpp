@@ -3,6 +3,7 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -15,6 +16,7 @@
 #include "search/hash.h"
 #include "search/search_controller.h"
 #include "search/search_host.h"
+#include "search/search_settings.h"
 
 namespace {
 
@@ -112,8 +114,24 @@ void SearchPosition(std::string_view fen, const Options& options, Totals& totals
                 static_cast<long long>(milliseconds), depth, info.score, best.c_str(), std::string(fen).c_str());
 }
 
+/// `name=value` with a search setting and a number, or true or false. False, with a message, if there is none such.
+bool Set(std::string_view assignment) {
+    const std::size_t sign = std::min(assignment.find('='), assignment.size());
+    const std::string_view name = assignment.substr(0, sign);
+    const std::string value(assignment.substr(std::min(sign + 1, assignment.size())));
+    for (const search_settings::SettingRow& row : search_settings::Table()) {
+        if (row.name != name || row.size != 1) continue;
+        const int number = value == "true" ? 1 : std::atoi(value.c_str());
+        if (number < row.lower_bound || number > row.upper_bound) break;
+        row.Set(0, number);
+        return true;
+    }
+    std::cerr << "bench: no such setting or value: " << assignment << '\n';
+    return false;
+}
+
 int Usage(std::ostream& out, int status) {
-    out << "usage: bench [--depth N | --time MILLISECONDS] [--hash MEGABYTES] [--quiet]\n"
+    out << "usage: bench [--depth N | --time MILLISECONDS] [--hash MEGABYTES] [--set NAME=VALUE].. [--quiet]\n"
            "Searches "
         << std::size(positions) << " fixed positions from cleared tables, to depth " << default_depth
         << " if nothing is told.\nPrints nodes, time, and nodes per second; the node total at the default depth is the "
@@ -126,10 +144,13 @@ int Usage(std::ostream& out, int status) {
 int main(int argc, char** argv) {
     Options options;
     std::uint64_t hash_megabytes = 16;
-    const option long_options[] = {
-        {"depth", required_argument, nullptr, 'd'}, {"time", required_argument, nullptr, 't'},
-        {"hash", required_argument, nullptr, 'h'},  {"quiet", no_argument, nullptr, 'q'},
-        {"help", no_argument, nullptr, 'H'},        {nullptr, 0, nullptr, 0}};
+    const option long_options[] = {{"depth", required_argument, nullptr, 'd'},
+                                   {"time", required_argument, nullptr, 't'},
+                                   {"hash", required_argument, nullptr, 'h'},
+                                   {"set", required_argument, nullptr, 's'},
+                                   {"quiet", no_argument, nullptr, 'q'},
+                                   {"help", no_argument, nullptr, 'H'},
+                                   {nullptr, 0, nullptr, 0}};
     for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
         switch (letter) {
             case 'd':
@@ -140,6 +161,9 @@ int main(int argc, char** argv) {
                 break;
             case 'h':
                 hash_megabytes = std::strtoull(optarg, nullptr, 10);
+                break;
+            case 's':
+                if (!Set(optarg)) return EXIT_FAILURE;
                 break;
             case 'q':
                 options.is_quiet = true;
