@@ -180,6 +180,19 @@ Change Kings(Square of_white, Square of_black, double weight = 0.0) {
     };
 }
 
+/// Finer dangers, under which a tenth of an exposure shows.
+Change KingOnD1In(double danger) {
+    return [=](EvaluationBuilder& position) {
+        Kings(d1, h8)(position);
+        Danger(white, danger, 1.0)(position);
+    };
+}
+
+INSTANTIATE_TEST_SUITE_P(CentreExposure, BlendWeight,
+                         testing::Values(WeightChangeRow{"not below 0_8", KingOnD1In(0.94), 12 - 1},   // 11.58
+                                         WeightChangeRow{"not above 0_8", KingOnD1In(0.98), 12 - 1}),  // 12.39
+                         RowName<WeightChangeRow>);
+
 // In the comments the exposure x; the danger is 0.97 (x + 7.76).
 INSTANTIATE_TEST_SUITE_P(
     Exposure, BlendWeight,

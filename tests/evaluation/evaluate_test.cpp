@@ -9,6 +9,7 @@
 
 #include "evaluation/blend.h"
 #include "evaluation/king_safety.h"
+#include "evaluation/pawn_hash_entry.h"
 #include "support/evaluation_builder.h"
 #include "support/row_name.h"
 
@@ -187,6 +188,15 @@ TEST(EvaluationTables, PawnsAreKnownAgainUnderAnotherPlacementOfThePieces) {
     EXPECT_EQ(Entries(), std::tuple(1, 2));
 }
 
+TEST(EvaluationTables, AKnownPawnEntryIsNotWrittenAgain) {
+    EvaluationBuilder position(ending_position);
+    PAWN_HASH_ENTRY entry = construct_pawn_entry(position.context, position.board, position.Type());
+    entry.facts.back() = 77;
+    pawn_hash_table.Store(entry);
+    position.Ask(0);
+    EXPECT_EQ(pawn_hash_table.Probe(entry.pawn_key, position.Type())->facts.back(), 77);
+}
+
 TEST(EvaluationTables, PawnsOfTwoTypesAreTwoEntries) {
     EvaluationBuilder position(ending_position);
     position.Ask(0);
@@ -229,7 +239,7 @@ TEST(EvaluationContext, IsClearedButForTheSettings) {
 
 TEST(EvaluationContext, HoldsWhatTheTermsRead) {
     // Black may castle still; the d-file is the only open one.
-    EvaluationBuilder position("r1bqkb1r/ppp1pppp/2n2n2/8/4P3/2N2N2/PPP1BPPP/R2Q1RK1 w kq - 0 1");
+    EvaluationBuilder position("r1b1kb1r/ppp1pppp/2n2n2/8/4P3/2N2N2/PPP1BPPP/R4RK1 w kq - 0 1");
     ASSERT_EQ(position.Type(), middle_game);
     position.AskAfresh(position.board.frame().material_balance);
     const EVALUATION_CONTEXT& context = position.context;
@@ -239,7 +249,7 @@ TEST(EvaluationContext, HoldsWhatTheTermsRead) {
     EXPECT_EQ(context.only_open_file, 3);
     EXPECT_EQ(context.king_wing[white], king_side);
     EXPECT_EQ(context.king_wing[black], centre);
-    EXPECT_EQ(context.endgame_weight, endgame_weight(position.board));
+    EXPECT_NEAR(context.endgame_weight, 1.0, 1e-9) << "two rooks and four minor pieces";
     EXPECT_EQ(context.pawns[white].pawn_count, 7);
     EXPECT_TRUE(Has(context.pawns[white].attacks, d5));
     for (const Colour side : {white, black}) {

@@ -1,0 +1,108 @@
+// The routines against a plain list of their terms: each routine has to run all of them, in this order, since they read
+// what those before them left in the context.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include "evaluation/bishops.h"
+#include "evaluation/blend.h"
+#include "evaluation/ending.h"
+#include "evaluation/king_safety.h"
+#include "evaluation/knights.h"
+#include "evaluation/material_terms.h"
+#include "evaluation/passed_pawns.h"
+#include "evaluation/patterns.h"
+#include "evaluation/pawn_structure.h"
+#include "evaluation/queens.h"
+#include "evaluation/rooks.h"
+#include "evaluation/scaling.h"
+#include "support/evaluation_builder.h"
+#include "support/random_games.h"
+
+namespace {
+
+void FindPlaces(EVALUATION_CONTEXT& context, const BOARD& board) {
+    find_bishop_pairs(context, board);
+    build_pawn_lists(context, board);
+    find_open_files(context, board);
+    place_kings(context, board);
+    find_pawn_attacks(context, board);
+}
+
+int ForSideToMove(const BOARD& board, int score) { return board.side_to_move == white ? score : -score; }
+
+int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, PositionType type) {
+    EVALUATION_CONTEXT context{.settings = &settings};
+    FindPlaces(context, board);
+    context.endgame_weight = endgame_weight(board);
+    const bool is_opening = type == opening;
+    SCORE_PAIR sum = passed_pawns(context, board);
+    sum += material_imbalance(board);
+    sum += bishop_pair(context);
+    find_pawn_facts(context, board);
+    sum += pawn_structure(context, board, type);
+    sum += is_opening ? knights_opening<white>(context, board) : knights_middle_game<white>(context, board);
+    sum -= is_opening ? knights_opening<black>(context, board) : knights_middle_game<black>(context, board);
+    sum += bishops<white>(context, board);
+    sum -= bishops<black>(context, board);
+    sum += rooks<white>(context, board);
+    sum -= rooks<black>(context, board);
+    context.attacks_no_queen[white] = context.attacks[white];
+    context.attacks_no_queen[black] = context.attacks[black];
+    sum += is_opening ? queens_opening<white>(context, board) : queens_middle_game<white>(context, board);
+    sum -= is_opening ? queens_opening<black>(context, board) : queens_middle_game<black>(context, board);
+    sum += is_opening ? patterns_opening(context, board) : patterns_middle_game(context, board);
+    sum += space(context, board);
+    if (!is_opening) sum += activity(context, board);
+    sum += king_safety(context, board);
+    sum += knight_mobility<white>(context, board);
+    sum -= knight_mobility<black>(context, board);
+    sum += pawn_balance(context, board);
+    return board.frame().material_balance + ForSideToMove(board, blend(sum, !is_opening, context, board));
+}
+
+int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
+    EVALUATION_CONTEXT context{.settings = &settings};
+    if (const auto value = wrong_bishop_rule(board)) return *value;
+    FindPlaces(context, board);
+    int sum = ForSideToMove(board, board.frame().material_balance);
+    const bool is_near_balance = std::abs(sum) < 500;
+    sum += passed_pawns_ending(context, board);
+    sum += material_imbalance(board).positional();
+    const UNSTOPPABLE_BONUS unstoppable = unstoppable_bonus(context, board);
+    sum += unstoppable.score;
+    sum += bishop_pair_ending(context);
+    sum += pawn_structure_ending(context, board);
+    sum += knights_ending<white>(context, board) - knights_ending<black>(context, board);
+    sum += bishops_ending<white>(context, board) - bishops_ending<black>(context, board);
+    sum += rooks_ending<white>(context, board) - rooks_ending<black>(context, board);
+    sum += queens_ending<white>(context, board) - queens_ending<black>(context, board);
+    sum += king_placement_ending(context, board);
+    sum += checked_unstoppable_bonus(context, board, unstoppable.check);
+    if (is_near_balance) sum = scale_ending(sum, has_opposite_bishops(board), board);
+    return ForSideToMove(board, limit_to_draw_score(sum, settings.draw_score, board));
+}
+
+TEST(SumOfTerms, IsTheScore) {
+    constexpr std::uint32_t seed = 77;
+    int pair_sums = 0;
+    int endings = 0;
+    ForEachRandomPosition(seed, 112, 120, [&](BOARD& board, const std::vector<Move>& /*moves*/) {
+        EvaluationBuilder position(FenOf(board), {.draw_score = 17, .personality = 4});
+        const int type = position.Type();
+        if (type == opening || type == middle_game) {
+            ++pair_sums;
+            ASSERT_EQ(position.Score(), SumOfPairs(position.settings, board, static_cast<PositionType>(type)))
+                << FenOf(board);
+        } else if (type != rook_ending && type != queen_ending && type != pawn_ending && type != pawnless) {
+            ++endings;
+            ASSERT_EQ(position.Score(), SumOfEnding(position.settings, board)) << FenOf(board);
+        }
+    });
+    EXPECT_GT(pair_sums, 100);
+    EXPECT_GT(endings, 100);
+}
+
+}  // namespace
