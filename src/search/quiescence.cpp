@@ -1,7 +1,5 @@
 #include "search/quiescence.h"
 
-#include <array>
-
 #include "chess/exchange.h"
 #include "evaluation/evaluate.h"
 #include "evaluation/position_type.h"
@@ -10,17 +8,6 @@
 namespace settings = search_settings;
 
 namespace {
-
-/// A capture is hopeless if it leaves the side on move this far below beta; by position type, in centipawns.
-// clang-format off
-constexpr std::array<Score, 18> hopeless_margin{
-    285, 275,                      // opening, middle game
-    300, 300, 300,                 // balanced, rooks, queens
-    400, 400, 400, 400, 400,       // minor pieces, rook against minor
-    500, 600, 600, 600, 1000,      // queen against rook, lone pieces
-    3000, 5000, 700,               // pawns, pawnless, unbalanced
-};
-// clang-format on
 
 /// The queen check case of the generation has its own limit, which is no setting.
 constexpr Distance perpetual_check_min_distance = -256;

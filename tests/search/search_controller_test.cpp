@@ -211,7 +211,7 @@ TEST(SearchController, SameSearchTwiceVisitsTheSameTree) {
     std::vector<std::string> events[2];
     std::uint64_t nodes[2];
     for (int i = 0; i < 2; ++i) {
-        SearchRun run(middle_game_fen, {.max_depth = 3});
+        SearchRun run(middle_game_fen, {.max_depth = 6});
         run.Run();
         events[i] = run.host.events;
         nodes[i] = run.controller.info().nodes;
@@ -490,7 +490,11 @@ TEST(SearchController, EndHandlerMayAskForTheNextSearch) {
     EXPECT_EQ(MoveToCoordinate(run.controller.best_move()), "a1a8");
 }
 
-TEST(SearchController, InterruptedSearchLeavesNoTrace) {
+TEST(SearchController, InterruptedSearchLeavesNoTraceButKillers) {
+    const SettingsScope scope;
+    search_settings::enable_killer_heuristic_for_move_ordering = false;
+    search_settings::killer1_bonus__quiescence = 0;
+    search_settings::killer2_bonus__quiescence = 0;
     SearchRun interrupted(endless);
     interrupted.host.on_poll = [&] {
         if (interrupted.controller.info().depth >= 3) throw search_aborted_exception{true};

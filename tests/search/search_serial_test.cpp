@@ -11,6 +11,7 @@
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
+#include "support/settings_scope.h"
 
 namespace {
 
@@ -263,6 +264,12 @@ TEST(SearchNode, LeavesTheLineOfItsAnswer) {
 }
 
 TEST(SearchNode, LeavesTheFirstOfEqualMovesOnAFailLow) {
+    const SettingsScope scope;
+    // As they are generated.
+    search_settings::randomize_move_ordering_of_remaining_moves = 0;
+    search_settings::enable_static_move_ordering_from_sq_malus = false;
+    search_settings::enable_static_move_ordering_to_sq_bonus = false;
+    search_settings::enable_static_move_ordering_piece_dependent_bonus = false;
     SearchBuilder search(kings_and_pawns);
     search.Make("e1f1");
     EXPECT_EQ(search.Ask(500, 64), 499);
