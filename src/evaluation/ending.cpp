@@ -66,6 +66,7 @@ EVALUATION_RESULT evaluate_ending(EVALUATION_CONTEXT& context, const BOARD& boar
     const int gap = bound - turned(board, estimate);
     if (std::abs(gap) > lazy_margin) return lazy_answer(gap <= 0, bound);
 
+    build_pawn_lists(context, board);
     find_open_files(context, board);
     place_kings(context, board);
     find_pawn_attacks(context, board);

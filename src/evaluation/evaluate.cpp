@@ -7,7 +7,6 @@
 #include "evaluation/middle_game.h"
 #include "evaluation/pawn_ending.h"
 #include "evaluation/pawn_hash_entry.h"
-#include "evaluation/pawn_structure.h"
 #include "evaluation/pawnless.h"
 #include "evaluation/queen_ending.h"
 #include "evaluation/rook_ending.h"
@@ -37,15 +36,12 @@ EVALUATION_RESULT run_routine(EVALUATION_CONTEXT& context, const BOARD& board, i
     }
 }
 
-/// Everything between the two hash tables of scores: pawn facts are taken from their table or built, and a finished
-/// evaluation leaves new ones there.
+/// Everything behind the table of scores. Pawn facts are taken from their table; if they are not there the routine
+/// builds them, and a finished evaluation leaves them there. The pawn lists wait until the lazy test has passed.
 EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
     context = {.settings = context.settings};
-    if (const PAWN_HASH_ENTRY* const entry = pawn_hash_table.Probe(board.frame().pawn_key, position_type)) {
-        restore_pawn_entry(*entry, context, board);
-    } else {
-        build_pawn_lists(context, board);
-    }
+    const PAWN_HASH_ENTRY* const entry = pawn_hash_table.Probe(board.frame().pawn_key, position_type);
+    if (entry != nullptr) restore_pawn_entry(*entry, context, board);
     const EVALUATION_RESULT result = run_routine(context, board, bound, position_type);
     if (!result.lazy && !context.pawn_entry_from_table) {
         pawn_hash_table.Store(construct_pawn_entry(context, board, position_type));

@@ -26,7 +26,7 @@ struct PAWN_INFO {
     Bitboard attacked_once;   ///< by exactly one of them
     Bitboard attacked_twice;  ///< by two
     std::int16_t pawn_count;
-    std::array<std::uint8_t, 16> squares;  ///< the first pawn_count entries, from h8 to a1; not built yet if that is 0
+    std::array<std::uint8_t, 16> squares;  ///< the first pawn_count entries, from h8 to a1
 };
 
 /// The working record of one evaluation. Every evaluation starts by clearing it. Arrays of two are by Colour.

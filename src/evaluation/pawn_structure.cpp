@@ -10,7 +10,6 @@ constexpr Bitboard h_file = a_file << 7;
 template <Colour Us>
 void build_pawn_list(EVALUATION_CONTEXT& context, const BOARD& board) {
     PAWN_INFO& info = context.pawns[Us];
-    if (info.pawn_count != 0) return;
     std::size_t count = 0;
     for (Bitboard pawns = board.side(Us).pawns; pawns != 0; ++count) {
         info.squares[count] = static_cast<std::uint8_t>(TakeNextBit(pawns));

@@ -7,7 +7,7 @@
 
 /// Pawn facts that every routine builds in the same order, and the terms that score them.
 
-/// Builds the pawn lists that are not built yet. The pawn hash table does not keep them.
+/// Builds the pawn lists, which the pawn hash table does not keep.
 void build_pawn_lists(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 /// Sets the masks and counts of files without pawns, and `only_open_file`.
 void find_open_files(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

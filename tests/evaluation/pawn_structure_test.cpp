@@ -54,10 +54,6 @@ TEST(PawnLists, HoldThePawnsFromH8ToA1) {
     };
     EXPECT_EQ(list(white), (std::vector<int>{e5, b2, a2}));
     EXPECT_EQ(list(black), (std::vector<int>{h7, a7, d5}));
-    const EVALUATION_CONTEXT built = position.context;
-    build_pawn_lists(position.context, position.board);
-    EXPECT_EQ(list(white).size(), 3U) << "once is enough";
-    EXPECT_EQ(built.pawns[black].squares, position.context.pawns[black].squares);
 }
 
 TEST(PawnLists, HaveRoomForAllPawnsThatABoardMayHave) {
