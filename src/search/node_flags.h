@@ -4,7 +4,8 @@
 #include <cstdint>
 
 /// What a node expects of itself. The first move tried passes the negated type to its child, every later one `cut`.
-enum class NodeType : std::int8_t { all = -1, principal = 0, cut = 1 };
+/// The mate threat test hands over any number in its place; what is none of the three is treated as no special kind.
+enum class NodeType : std::int32_t { all = -1, principal = 0, cut = 1 };
 [[nodiscard]] constexpr NodeType operator-(NodeType type) { return static_cast<NodeType>(-static_cast<int>(type)); }
 
 /// What a node has found out about its position. The low five bits are kept in the hash entry.

@@ -14,13 +14,16 @@
 #include "search/child_search.h"
 #include "search/extensions.h"
 #include "search/hash.h"
+#include "search/internal_deepening.h"
 #include "search/move_supply.h"
 #include "search/node.h"
 #include "search/node_result.h"
+#include "search/null_move.h"
 #include "search/pruning.h"
 #include "search/quiescence.h"
 #include "search/search_settings.h"
 #include "search/threats.h"
+#include "search/transposition_cutoff.h"
 
 namespace settings = search_settings;
 
