@@ -89,7 +89,7 @@ int danger_part(const EVALUATION_CONTEXT& context, const BOARD& board) {
     const double exposed = king_exposure(context, board) + 8.0 * (white_danger + black_danger + both);
     const double danger = std::max({both + 0.25, white_danger, black_danger}) * exposed;
     constexpr int most = 20;
-    return danger >= most ? most : static_cast<int>(danger + 0.5);
+    return danger >= most ? most : static_cast<int>(danger + 0.5);  // NOLINT(bugprone-incorrect-roundings): positive
 }
 
 }  // namespace
