@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "evaluation/position_type.h"
-#include "search/threats.h"
+#include "search/pin_threat.h"
 
 void SearchBoard::StartSearch(const BOARD& position, Score contempt) {
     board = position;

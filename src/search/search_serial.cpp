@@ -19,10 +19,11 @@
 #include "search/node.h"
 #include "search/node_result.h"
 #include "search/null_move.h"
+#include "search/perpetual_check.h"
+#include "search/pin_threat.h"
 #include "search/pruning.h"
 #include "search/quiescence.h"
 #include "search/search_settings.h"
-#include "search/threats.h"
 #include "search/transposition_cutoff.h"
 
 namespace settings = search_settings;

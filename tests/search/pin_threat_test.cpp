@@ -1,4 +1,4 @@
-#include "search/threats.h"
+#include "search/pin_threat.h"
 
 #include <gtest/gtest.h>
 
