@@ -83,6 +83,30 @@ inline constexpr std::string_view lowerbound_is = "lowerbound=";
 inline constexpr std::string_view upperbound_is = ", upperbound=";
 inline constexpr std::string_view illegal_move_detected = "Illegal move detected: ";
 
+// --- Search settings ---
+inline constexpr std::string_view type_integer = "integer";
+inline constexpr std::string_view type_boolean = "boolean";
+inline constexpr std::string_view boolean_true = "true";
+inline constexpr std::string_view boolean_false = "false";
+inline constexpr std::string_view all = "all";
+inline constexpr std::string_view separator_equals_missing = "seperator missing ('=')";
+inline constexpr std::string_view expected_variable = "Expected variable: ";
+inline constexpr std::string_view received_variable = ";\nReceived variable: ";
+inline constexpr std::string_view could_not_parse_boolean = "could not parse boolean: ";
+inline constexpr std::string_view could_not_parse_integer = "could not parse integer: ";
+inline constexpr std::string_view value_out_of_bounds = "value out of bounds";
+inline constexpr std::string_view index_out_of_bounds = "index out of bounds";
+inline constexpr std::string_view invalid_size = "invalid size";
+inline constexpr std::string_view not_initialized = "not initialized";
+inline constexpr std::string_view parse_error_in_line = "Parse error in line #";
+inline constexpr std::string_view initialized_missing_variable = "Warning: Initialized missing variable <";
+inline constexpr std::string_view with_default_value = "> with default value ('";
+inline constexpr std::string_view end_of_default_value = "')\n";
+inline constexpr std::string_view could_not_open_settings = "could not open file: ";
+inline constexpr std::string_view could_not_write_settings = "could not write file: ";
+inline constexpr std::string_view unknown_variable_of_settings = "unknown variable: ";
+inline constexpr std::string_view could_not_parse_new_value = "could not parse new value: ";
+
 // --- Start-up and main loop ---
 inline constexpr std::string_view log_file_prefix = "logfile.";
 inline constexpr std::string_view log_file_of_last_resort = "logfile.max";

@@ -11,6 +11,7 @@
 #include "interfaces/commands_display.h"
 #include "interfaces/commands_game.h"
 #include "interfaces/commands_protocol.h"
+#include "interfaces/commands_settings.h"
 #include "interfaces/commands_setup.h"
 
 namespace VorkaInterfaces {
@@ -67,7 +68,7 @@ struct Increment {
 struct MoveCount {
     static std::int32_t Read(const TokenizedLine& input, std::size_t place) {
         if (place >= input.tokens.size()) return 1;
-        return input.tokens[place] == "all" ? all_moves : Integer::Read(input, place);
+        return input.tokens[place] == vocabulary::all ? all_moves : Integer::Read(input, place);
     }
 };
 
@@ -137,7 +138,7 @@ constexpr std::array keywords{
     Keyword{"console",          alone,                Make<Command_Console>},
     Keyword{"contempt",         exactly(2),           Make<Command_NotInThisBuild, Integer>},
     Keyword{"display",          alone,                Make<Command_Display>},
-    Keyword{"display_settings", any,                  Make<Command_NotInThisBuild, Rest>},
+    Keyword{"display_settings", any,                  Make<Command_DisplaySettingVariables, Rest>},
     Keyword{"draw",             alone,                Make<Command_Draw>},
     Keyword{"easy",             alone,                Make<Command_Easy>},
     Keyword{"edit",             alone,                Make<Command_Edit>},
@@ -153,7 +154,7 @@ constexpr std::array keywords{
     Keyword{"hint",             alone,                Make<Command_Hint>},
     Keyword{"id",               any,                  Make<Command_Id, Rest>},
     Keyword{"level",            exactly(4),           Make<Command_Level, Integer, ClockTime, Increment>},
-    Keyword{"modify_settings",  at_least_two,         Make<Command_NotInThisBuild, Rest>},
+    Keyword{"modify_settings",  at_least_two,         Make<Command_ModifySettingVariables, Rest>},
     Keyword{"name",             at_least_two,         Make<Command_Name, Rest>},
     Keyword{"new",              alone,                Make<Command_New>},
     Keyword{"next",             at_most_two,          Make<Command_Next, MoveCount>},
@@ -167,7 +168,7 @@ constexpr std::array keywords{
     Keyword{"post",             alone,                Make<Command_Post>},
     Keyword{"read_fen",         exactly(2),           Make<Command_NotInThisBuild, Word>},
     Keyword{"read_pgn",         exactly(2),           Make<Command_NotInThisBuild, Word>},
-    Keyword{"read_settings",    exactly(2),           Make<Command_NotInThisBuild, Word>},
+    Keyword{"read_settings",    exactly(2),           Make<Command_ReadSearchSettings, Word>},
     Keyword{"quit",             alone,                Make<Command_Quit>},
     Keyword{"rating",           exactly(3),           Make<Command_Rating, Integer, Integer>},   // engine, opponent
     Keyword{"remove",           alone,                Make<Command_Remove>},
@@ -184,7 +185,7 @@ constexpr std::array keywords{
     Keyword{"white",            alone,                Make<Command_White>},
     Keyword{"write_fen",        exactly(2),           Make<Command_NotInThisBuild, Word>},
     Keyword{"write_pgn",        exactly(2),           Make<Command_NotInThisBuild, Word>},
-    Keyword{"write_settings",   exactly(2),           Make<Command_NotInThisBuild, Word>},
+    Keyword{"write_settings",   exactly(2),           Make<Command_WriteSearchSettings, Word>},
     Keyword{"xboard",           alone,                Make<Command_Xboard>},
     Keyword{"usermove",         exactly(2),           Make<Command_UsermoveNewStyle, Word>},
 };

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <fstream>
+#include <string>
+#include <string_view>
+
+/// Files that a person names: read if they are files at all, written whole or not at all.
+
+/// Opens a regular file for reading. False for everything else, be it missing, unreadable, a directory or a device.
+[[nodiscard]] bool OpenForReading(const std::string& path, std::ifstream& file);
+
+/// What came of the writing of a file.
+enum class FileOutcome {
+    written,
+    not_opened,   ///< no file can be created at this place
+    not_written,  ///< the device is full, or fails
+};
+
+/// Makes `text` the content of the file. It goes to a temporary file in the same folder, which then takes the place of
+/// the old one: a full disk or a kill leaves the old file as it was, never a part of the new one. A symbolic link is
+/// followed; what is no regular file (a device, a pipe) is written to directly. The permissions of an old file stay.
+[[nodiscard]] FileOutcome ReplaceFile(const std::string& path, std::string_view text);
