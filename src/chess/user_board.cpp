@@ -52,16 +52,19 @@ void TestGameEnd(GAME_STATE& state, const std::vector<std::uint64_t>& keys) {
 
 /// Plays a move of the game: it starts from a board at ply 0 and ends at one.
 void PlayMove(GAME_STATE& state, std::vector<std::uint64_t>& keys, Move move) {
-    BOARD& board = state.board;
-    board.MakeMove(move);
-    board.ResetPly();
-    // A game played on behind its end would outrun the key history.
-    if (board.frame().fifty_counter > fifty_moves_in_plies) board.SetFiftyCounter(fifty_moves_in_plies);
-    keys.push_back(board.key());
+    PlayGameMove(state.board, move);
+    keys.push_back(state.board.key());
     TestGameEnd(state, keys);
 }
 
 }  // namespace
+
+void PlayGameMove(BOARD& board, Move move) {
+    board.MakeMove(move);
+    board.ResetPly();
+    // A game played on behind its end would outrun the key history.
+    if (board.frame().fifty_counter > fifty_moves_in_plies) board.SetFiftyCounter(fifty_moves_in_plies);
+}
 
 std::string ResultText(GameResult result) {
     switch (result) {
@@ -200,6 +203,8 @@ void UserBoard::NextMove() {
     if (next_moves_.empty()) throw next_moves_empty();
     MakeMove(next_moves_.front());
 }
+
+void UserBoard::SetNextMoves(const std::deque<Move>& moves) { next_moves_ = moves; }
 
 void UserBoard::ChangeSide() {
     BOARD board(current_.board);

@@ -29,6 +29,9 @@ enum class GameEndReason : std::int32_t {
 /// "White mates", "Black resigns" and so on; who did it follows from the result.
 [[nodiscard]] std::string ReasonText(GameResult result, GameEndReason reason);
 
+/// Plays a legal move of a game: from a board at ply 0 to one at ply 0.
+void PlayGameMove(BOARD& board, Move move);
+
 struct GAME_STATE {
     BOARD board;
     GameResult result = GameResult::running;
@@ -85,6 +88,8 @@ class UserBoard {
     void UndoMove();
     /// Throws next_moves_empty.
     void NextMove();
+    /// What NextMove will play, in order; each must be legal behind those before it.
+    void SetNextMoves(const std::deque<Move>& moves);
     /// The position with the other side to move as a new start. Throws invalid_board_after_changing_side if it can't
     /// be, as with an en passant square.
     void ChangeSide();

@@ -70,6 +70,17 @@ inline constexpr std::string_view fifty_move_rule = "Fifthy move rule";
 inline constexpr std::string_view game_aborted = "aborted";
 inline constexpr std::string_view unknown_reason = "unknown reason";
 
+// --- Tags of games ---
+inline constexpr std::string_view tag_event = "Event";
+inline constexpr std::string_view tag_site = "Site";
+inline constexpr std::string_view tag_date = "Date";
+inline constexpr std::string_view tag_round = "Round";
+inline constexpr std::string_view tag_white = "White";
+inline constexpr std::string_view tag_black = "Black";
+inline constexpr std::string_view tag_result = "Result";
+inline constexpr std::string_view tag_time_control = "TimeControl";
+inline constexpr std::string_view tag_fen = "FEN";
+
 // --- Search ---
 inline constexpr std::string_view transposition_collision_detected = "collision in transposition table detected";
 inline constexpr std::string_view transposition_collision_condition =
@@ -221,6 +232,11 @@ inline constexpr std::string_view cannot_change_sides = "cannot change sides";
 inline constexpr std::string_view command_is_not_supported = "command is not supported";
 inline constexpr std::string_view command_is_not_supported_in_this_build = "command is not supported in this build";
 inline constexpr std::string_view command_not_legal_now = "command not legal now";
+inline constexpr std::string_view could_not_open_file = "could not open file";
+inline constexpr std::string_view could_not_read_fen_file = "could not read FEN file";
+inline constexpr std::string_view could_not_read_pgn_file = "could not read PGN file";
+inline constexpr std::string_view could_not_write_fen_file = "could not write FEN file";
+inline constexpr std::string_view could_not_write_pgn_file = "could not write PGN file";
 inline constexpr std::string_view could_not_parse_personality = "could not parse personality";
 inline constexpr std::string_view could_not_tokenize_the_input_string = "could not tokenize the input string";
 inline constexpr std::string_view input_inconsistent_with_fen_standard = "input inconsistent with FEN standard";

@@ -50,6 +50,7 @@ void Command_SetupBoardCommands::work(GameControl& game) {
 void Command_SetupBoardCommands::replaceGame(GameControl& game) {
     game.abortSearch(true);
     game.replaceGame(position_);
+    onReplaced(game);
     if (game.engineMode == EngineMode::analyze) finishWithSearch(game, SearchPurpose::analyze);
 }
 

@@ -49,6 +49,8 @@ class Command_SetupBoardCommands : public CheckedCommand {
     void answerIllegalPosition(GameControl& game);
     /// Fills `position` if the answer is `read`; leaves the game alone.
     [[nodiscard]] virtual PositionStatus readPosition(GameControl& game, UserBoard& position) = 0;
+    /// Called when the game has been replaced.
+    virtual void onReplaced(GameControl&) {}
 
     UserBoard position_;
     PositionStatus status_ = PositionStatus::given_up;

@@ -9,6 +9,7 @@
 #include "frame/vocabulary.h"
 #include "interfaces/commands_clock.h"
 #include "interfaces/commands_display.h"
+#include "interfaces/commands_files.h"
 #include "interfaces/commands_game.h"
 #include "interfaces/commands_protocol.h"
 #include "interfaces/commands_settings.h"
@@ -166,8 +167,8 @@ constexpr std::array keywords{
     Keyword{"probe",            at_least_two,         Make<Command_NotInThisBuild, Rest>},
     Keyword{"playother",        alone,                Make<Command_Playother>},
     Keyword{"post",             alone,                Make<Command_Post>},
-    Keyword{"read_fen",         exactly(2),           Make<Command_NotInThisBuild, Word>},
-    Keyword{"read_pgn",         exactly(2),           Make<Command_NotInThisBuild, Word>},
+    Keyword{"read_fen",         exactly(2),           Make<Command_ReadFEN, Word>},
+    Keyword{"read_pgn",         exactly(2),           Make<Command_ReadPGN, Word>},
     Keyword{"read_settings",    exactly(2),           Make<Command_ReadSearchSettings, Word>},
     Keyword{"quit",             alone,                Make<Command_Quit>},
     Keyword{"rating",           exactly(3),           Make<Command_Rating, Integer, Integer>},   // engine, opponent
@@ -183,8 +184,8 @@ constexpr std::array keywords{
     Keyword{"verify",           any,                  Make<Command_NotInThisBuild, Rest>},
     Keyword{"version",          alone,                Make<Command_Version>},
     Keyword{"white",            alone,                Make<Command_White>},
-    Keyword{"write_fen",        exactly(2),           Make<Command_NotInThisBuild, Word>},
-    Keyword{"write_pgn",        exactly(2),           Make<Command_NotInThisBuild, Word>},
+    Keyword{"write_fen",        exactly(2),           Make<Command_WriteFEN, Word>},
+    Keyword{"write_pgn",        exactly(2),           Make<Command_WritePGN, Word>},
     Keyword{"write_settings",   exactly(2),           Make<Command_WriteSearchSettings, Word>},
     Keyword{"xboard",           alone,                Make<Command_Xboard>},
     Keyword{"usermove",         exactly(2),           Make<Command_UsermoveNewStyle, Word>},

@@ -70,7 +70,6 @@ void SortLargestFirst(Move* begin, Move* end) {
 /// Scores the tactical moves and brings them to the front of the list.
 void SplitOffTacticals(MoveSortState& state, const Node& node) {
     state.tacticals_end = BringForward(node.moves, node.moves_end, [&node](Move& word) {
-        word &= move_bits;
         if (!IsTactical(word)) return false;
         word = WithSortScore(word, TacticalScore(node, word));
         return true;
