@@ -292,6 +292,19 @@ TEST_F(HistoryFirst, LookingForMateTacticalMovesGoFirst) {
     EXPECT_EQ(TextsOf(BatchesOf(ListedNode(31767))[1]), best_history_);
 }
 
+TEST_F(HistoryFirst, HistoryIsReadOnce) {
+    Node& node = ListedNode(BoundFor(0));
+    MoveSortState state;
+    (void)StagedMoveSorter(state, node);
+    MoveBatch batch = StagedMoveSorter(state, node);
+    ASSERT_EQ(TextsOf({batch.begin, batch.end}), best_history_);
+    Cut("d1d4", 40);
+    batch = StagedMoveSorter(state, node);
+    ASSERT_EQ(TextsOf({batch.begin, batch.end}), tacticals_);
+    batch = StagedMoveSorter(state, node);
+    EXPECT_EQ(TextsOf({batch.begin, batch.end}), (Texts{"g1h1"}));
+}
+
 TEST_F(HistoryFirst, AlsoWhenSortedAtOnce) {
     Node& node = ListedNode(BoundFor(0));
     node.type = NodeType::all;
@@ -415,6 +428,7 @@ TEST_F(MoveOrdering, QuiescenceSortsOnceForPicking) {
 }
 
 TEST_F(MoveOrdering, QuiescenceForgetsScoresThatWordsBring) {
+    SetKillers("h2h4", "d1d5");
     Node& node = ListedNode(1000);
     const Words listed(node.moves, node.moves_end);
     const OrderingNoise noise = search_.board->noise;

@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(Checks, TacticalScores, testing::Values(
     ScoreRow{"knight that forks a rook","r3k3/8/8/3N4/8/8/8/4K3 w - - 0 1", "d5c7", 325 + 15 + 4 + 500 / 8 + 15},
     ScoreRow{"lost knight forks nothing","r3k3/8/1b6/3N4/8/8/8/4K3 w - - 0 1", "d5c7", 325 + 15 - 305 / 16 - 8},
     ScoreRow{"capture that forks nothing without a check", "r3k3/8/8/1p6/3N4/8/8/4K3 w - - 0 1", "d4b5", 325 + 4 + 100 / 16},
+    ScoreRow{"even exchange is safe",   "4k3/1p6/2n5/1B6/8/8/8/4K3 w - - 0 1", "b5c6", 325 + 15 + 5 + 4 + (-10 + 100) / 16},
     ScoreRow{"safe queen next to the king",   "4k3/8/3P4/8/7Q/8/8/K7 w - - 0 1", "h4e7", 325 + 15 + 75},
     ScoreRow{"safe queen two squares off",    "4k3/8/8/8/8/8/8/K2Q4 w - - 0 1",   "d1e2", 325 + 15 + 6},
     ScoreRow{"safe queen two squares off the king", "4k3/8/8/8/2Q5/8/8/K7 w - - 0 1", "c4e6", 325 + 15 + 10},
