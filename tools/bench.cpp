@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr int default_depth = 9;
+constexpr int default_depth = 6;
 constexpr std::uint64_t megabyte = 1U << 20;
 
 /// Openings, middle games quiet and sharp, endings of several kinds; moves that promote, castle and take en passant.

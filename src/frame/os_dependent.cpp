@@ -1,6 +1,7 @@
 #include "frame/os_dependent.h"
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/select.h>
 #include <sys/time.h>
 #include <termios.h>
@@ -121,6 +122,13 @@ std::string ReadLine() {
     const EchoScope file_only(vlog, Echo::off);
     vlog << vocabulary::vorka_received_input << ": " << *line << '\n';
     return *std::move(line);
+}
+
+std::optional<TerminalSize> SizeOfTerminal() {
+    if (isatty(STDIN_FILENO) == 0) return std::nullopt;
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_row == 0 || size.ws_col == 0) return std::nullopt;
+    return TerminalSize{.rows = size.ws_row, .columns = size.ws_col};
 }
 
 void IgnoreTerminationSignals() {

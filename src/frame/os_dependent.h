@@ -50,6 +50,14 @@ void SetStdinRawMode();
 /// Blocks until there is one.
 [[nodiscard]] std::string ReadLine();
 
+struct TerminalSize {
+    int rows;
+    int columns;
+};
+/// The size of the terminal that standard input and standard output share; nothing if either is no terminal, or the
+/// terminal does not know its size.
+[[nodiscard]] std::optional<TerminalSize> SizeOfTerminal();
+
 /// SIGINT and SIGTERM have no effect from here on: an interface sends them, and `quit` ends the program.
 void IgnoreTerminationSignals();
 /// A closed standard output must not kill the program; the end of its input will end it in order.

@@ -3,13 +3,9 @@
 #include <algorithm>
 #include <array>
 
-namespace {
+#include "frame/vocabulary.h"
 
-constexpr std::array<std::string_view, 24> startup_commands{
-    "xboard",          "protover",    "easy",     "eval",          "contempt", "hash",     "help", "id", "level",
-    "modify_settings", "personality", "probe",    "quit",          "sd",       "setboard", "st",   "tb", "tc",
-    "version",         "read_fen",    "read_pgn", "read_settings", "generate", "verify",
-};
+namespace {
 
 constexpr std::array<std::string_view, 11> force_first{
     "contempt", "hash",          "tb",       "modify_settings", "personality", "read_fen",
@@ -57,7 +53,7 @@ StartupOption TakeStartupOption(const std::vector<std::string>& arguments, std::
     return option;
 }
 
-bool IsStartupCommand(std::string_view name) { return Contains(startup_commands, name); }
+bool IsStartupCommand(std::string_view name) { return Contains(vocabulary::startup_commands, name); }
 
 bool NeedsForceMode(std::string_view name) { return Contains(force_first, name); }
 

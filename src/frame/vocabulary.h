@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 
 /// Every fixed word and sentence of the program, once, byte for byte as it is printed: misspellings are the program's
@@ -128,6 +129,12 @@ inline constexpr std::string_view popcount_sparse_algorithm = "popcount_sparse: 
 inline constexpr std::string_view find_lowest_bit_algorithm = "find_lowest_bit:  FindLowestBitViaFindHighestBit";
 inline constexpr std::string_view find_highest_bit_algorithm = "find_highest_bit: Table lookup (not inlined)";
 inline constexpr std::string_view find_next_bit_algorithm = "find_next_bit:    FindHighestBit";
+// The commands that may stand on the command line.
+inline constexpr std::array<std::string_view, 24> startup_commands{
+    "xboard",          "protover",    "easy",     "eval",          "contempt", "hash",     "help", "id", "level",
+    "modify_settings", "personality", "probe",    "quit",          "sd",       "setboard", "st",   "tb", "tc",
+    "version",         "read_fen",    "read_pgn", "read_settings", "generate", "verify",
+};
 inline constexpr std::string_view expecting_dash_before_option = "Warning: Expecting '-' before option \"";
 inline constexpr std::string_view continuing_without_dash = "\"! Continuing...\n";
 inline constexpr std::string_view executing_startup_command = "Executing startup command: ";
@@ -181,9 +188,78 @@ inline constexpr std::string_view statistics_hit_ratio_eval = ", eval=";
 inline constexpr std::string_view statistics_ettc_tries = "ETTC tries=";
 inline constexpr std::string_view statistics_ettc_cutoffs = ", cutoffs=";
 inline constexpr std::string_view statistics_ettc_efficiency = ", efficiency=";
-// The lines that ask for a display, quoted where it is refused.
 inline constexpr std::string_view help = "help";
-inline constexpr std::string_view hash = "hash";
+
+inline constexpr std::string_view transposition_table = "transposition table";
+inline constexpr std::string_view pawn_hashtable = "pawn hashtable";
+inline constexpr std::string_view evaluation_hashtable = "evaluation hashtable";
+inline constexpr std::string_view hash_total_slots = "#total slots:    ";
+inline constexpr std::string_view hash_free_slots = "#free  slots:    ";
+inline constexpr std::string_view hash_fill_percentage = "fill percentage: ";
+// The words that name a table.
+inline constexpr std::string_view hash_word_transposition = "trans";
+inline constexpr std::string_view hash_word_pawn = "pawn";
+inline constexpr std::string_view hash_word_evaluation = "eval";
+
+// --- Help screens (their texts are in help_texts.h) ---
+inline constexpr std::string_view help_command = "command";
+inline constexpr std::string_view help_description = " description\n";
+inline constexpr std::string_view press_enter_to_continue = "press enter to continue...";
+
+// --- Endgame databases ---
+inline constexpr std::string_view supported_databases = "Supported bitbases/tablebases:\n";
+inline constexpr std::string_view nalimov_tablebases = "Nalimov tablebases (type=nalimov)\n";
+inline constexpr std::string_view single_pawn_bitbases = "King+pawn vs king bitbases (built-in)\n";
+inline constexpr std::string_view two_pawns_bitbases = "King+pawn vs king+pawn bitbases (";
+inline constexpr std::string_view rammed_pawn_bitbases = "King+pawn+pawn vs king+pawn with pawn ram bitbases (";
+inline constexpr std::string_view bitbase_not = "not ";
+inline constexpr std::string_view bitbase_loaded = "loaded)\n";
+inline constexpr std::string_view tablebase_type_nalimov = "nalimov";
+inline constexpr std::string_view nalimov_size_overflow =
+    "NalimovInitializer: Cannot allocate the requested memory, because of an integer overflow. Allocating maximum "
+    "memory instead.";
+inline constexpr std::string_view initializing_nalimov = "Initializing Nalimov tablebases... '";
+inline constexpr std::string_view could_not_initialize_tablebases =
+    "Error! Could not initialize tablebases!\nIs the path correct?";
+inline constexpr std::string_view could_not_open_tablebases = "Could not open tablebases. Is the path correct?";
+inline constexpr std::string_view could_not_initialize_nalimov = "Could not initialize Nalimov tablebases.\nReason: ";
+inline constexpr std::string_view probing_bitbases = "\nProbing bitbases: ";
+inline constexpr std::string_view probing_tablebases = "\nProbing tablebases: ";
+inline constexpr std::string_view probe_not_found = "not found";
+inline constexpr std::string_view probe_disabled = "disabled (not loaded)";
+inline constexpr std::string_view tablebases_not_loaded = "tablebases not loaded";
+inline constexpr std::string_view available_generation_jobs = "List of available generation jobs:\n";
+inline constexpr std::string_view available_verification_jobs = "List of available verification jobs:\n";
+inline constexpr std::string_view could_not_parse_generation_job = "Could not parse generation job description '";
+inline constexpr std::string_view could_not_parse_verify_job = "Could not parse verify job description '";
+inline constexpr std::string_view job_two_pawns = "two_pawns";
+inline constexpr std::string_view job_rammed_pawn = "rammed_pawn";
+inline constexpr std::string_view job_single_pawn = "single_pawn";
+inline constexpr std::string_view job_generic = "generic";
+inline constexpr std::string_view single_pawn_generation_disabled =
+    "Support for single pawn bitbase generation disabled";
+inline constexpr std::string_view generic_generation_disabled = "Support for generic bitbase generation disabled";
+inline constexpr std::string_view generic_verification_not_supported = "Generic bitbases verification not supported";
+inline constexpr std::string_view generating_two_pawns = "Generating king+pawn vs king+pawn bitbases data file";
+inline constexpr std::string_view generating_rammed_pawn = "Generating rammed pawn bitbases data file";
+inline constexpr std::string_view job_dots = "... ";
+inline constexpr std::string_view job_failed = "failed\n";
+inline constexpr std::string_view job_skipped = "skipped\n";
+inline constexpr std::string_view job_skipped_file_exists = "skipped (file already exists)\n";
+inline constexpr std::string_view two_pawns_file = "kp_kp.vbb";
+inline constexpr std::string_view rammed_pawn_file = "kpp_kp_ram.vbb";
+inline constexpr std::string_view verifying_bitbase = "Verifying bitbase '";
+inline constexpr std::string_view verifying_dots = "'...";
+inline constexpr std::string_view job_aborted = "aborted\n";
+inline constexpr std::string_view verification_finished = "Verification finished (";
+inline constexpr std::string_view milliseconds_total = "ms total).\n";
+
+// --- The best square of a piece ---
+inline constexpr std::string_view optimize_piece = "Piece:\n";
+inline constexpr std::string_view optimize_invalid_square = "Error: Invalid square\n";
+inline constexpr std::string_view optimize_new_best_square = "New best square: ";
+inline constexpr std::string_view optimize_best_square = "Best square: ";
+inline constexpr std::string_view optimize_value = " (val=";
 
 // --- Console protocol ---
 inline constexpr std::string_view greeting_hallo = "Hallo";
@@ -237,6 +313,9 @@ inline constexpr std::string_view could_not_read_fen_file = "could not read FEN 
 inline constexpr std::string_view could_not_read_pgn_file = "could not read PGN file";
 inline constexpr std::string_view could_not_write_fen_file = "could not write FEN file";
 inline constexpr std::string_view could_not_write_pgn_file = "could not write PGN file";
+inline constexpr std::string_view could_not_parse_new_size = "could not parse new size";
+inline constexpr std::string_view could_not_parse_type = "could not parse type";
+inline constexpr std::string_view unknown_hashtable_type = "unknown hashtable type";
 inline constexpr std::string_view could_not_parse_personality = "could not parse personality";
 inline constexpr std::string_view could_not_tokenize_the_input_string = "could not tokenize the input string";
 inline constexpr std::string_view input_inconsistent_with_fen_standard = "input inconsistent with FEN standard";

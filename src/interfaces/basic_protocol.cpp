@@ -8,6 +8,7 @@
 #include "frame/text_utilities.h"
 #include "frame/vocabulary.h"
 #include "interfaces/command.h"
+#include "interfaces/help_screen.h"
 #include "search/hash.h"
 
 namespace VorkaInterfaces {
@@ -42,8 +43,26 @@ double Ratio(std::uint64_t part, std::uint64_t whole) {
 
 double HitRatio(const ABSTRACT_HASH_TABLE& table) { return Ratio(table.hits(), table.probes()); }
 
-[[noreturn]] void RefuseInThisBuild(std::string_view line) {
-    throw ErrorCommand(ErrorCommand::Kind::error, vocabulary::command_is_not_supported_in_this_build, line);
+/// The three tables as `hash` lists them.
+struct NamedTable {
+    std::string_view name;
+    const ABSTRACT_HASH_TABLE& table;
+};
+const NamedTable hash_tables[] = {
+    {vocabulary::transposition_table, transposition_table},
+    {vocabulary::pawn_hashtable, pawn_hash_table},
+    {vocabulary::evaluation_hashtable, evaluation_hash_table},
+};
+
+void WriteFilling(const ABSTRACT_HASH_TABLE& table) {
+    const std::uint64_t total = table.totalSlots();
+    const std::uint64_t free = table.freeSlots();
+    const std::uint64_t hundredths = (total - free) * 10000 / total;
+    // The second decimal has no leading zero: deliberate.
+    vlog << vocabulary::hash_total_slots << VorkaUtils::ToString(total) << '\n'
+         << vocabulary::hash_free_slots << VorkaUtils::ToString(free) << '\n'
+         << vocabulary::hash_fill_percentage << VorkaUtils::ToString(hundredths / 100) << '.'
+         << VorkaUtils::ToString(hundredths % 100) << "%\n\n";
 }
 
 }  // namespace
@@ -87,13 +106,19 @@ void BasicProtocol::sendDrawOfferDeferred(bool opponent_is_computer) {
     if (!opponent_is_computer) tellUser(getShortName() + std::string(vocabulary::is_thinking_about_the_draw_offer));
 }
 
-void BasicProtocol::showHelp() { RefuseInThisBuild(vocabulary::help); }
+void BasicProtocol::showHelp() { VorkaHelpScreen::FullHelp().print(); }
 
-void BasicProtocol::showStartupHelp() { RefuseInThisBuild(vocabulary::help); }
+void BasicProtocol::showStartupHelp() { VorkaHelpScreen::StartupHelp().print(); }
 
-void BasicProtocol::showEditHelp() { RefuseInThisBuild(vocabulary::help); }
+void BasicProtocol::showEditHelp() { VorkaHelpScreen::EditHelp().print(); }
 
-void BasicProtocol::showHashtableStatus(bool) { RefuseInThisBuild(vocabulary::hash); }
+void BasicProtocol::showHashtableStatus(bool details) {
+    for (const NamedTable& row : hash_tables) {
+        vlog << row.name << ": " << VorkaUtils::SizeToString(row.table.totalBytes()) << '\n';
+        if (details) WriteFilling(row.table);
+    }
+    vlog.Flush();
+}
 
 void BasicProtocol::showVersion() {
     vlog << vocabulary::program_name << ' ' << vocabulary::program_version << " (" << __DATE__ << ", " << __TIME__

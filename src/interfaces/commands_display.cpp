@@ -24,6 +24,12 @@ void Command_Eval::work(GameControl& game) {
     vlog.Flush();
 }
 
+void Command_Help::work(GameControl& game) { game.protocol->showHelp(); }
+
+void Command_DisplayHashtableStatus::work(GameControl& game) { game.protocol->showHashtableStatus(true); }
+
+void Command_DisplayPersonality::work(GameControl& game) { game.protocol->showPersonality(); }
+
 void Command_Version::work(GameControl& game) { game.protocol->showVersion(); }
 
 }  // namespace VorkaInterfaces

@@ -33,6 +33,33 @@ class Command_Eval : public CheckedCommand {
     void work(GameControl& game) override;
 };
 
+/// `help`
+class Command_Help : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
+
+  private:
+    void work(GameControl& game) override;
+};
+
+/// `hash`
+class Command_DisplayHashtableStatus : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
+
+  private:
+    void work(GameControl& game) override;
+};
+
+/// `personality`
+class Command_DisplayPersonality : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
+
+  private:
+    void work(GameControl& game) override;
+};
+
 /// `version`
 class Command_Version : public CheckedCommand {
   public:

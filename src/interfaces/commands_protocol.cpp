@@ -15,8 +15,6 @@ void Command_Quit::work(GameControl& game) {
     throw quit_command_received_exception{};
 }
 
-void Command_NotInThisBuild::Execute(GameControl&) { refuse(vocabulary::command_is_not_supported_in_this_build); }
-
 void Command_InstallNewProtocol::work(GameControl& game) {
     std::unique_ptr<BasicProtocol> protocol = makeProtocol();
     protocol->copyStateFrom(*game.protocol);

@@ -28,14 +28,6 @@ class Command_Quit : public CheckedCommand {
     void work(GameControl& game) override;
 };
 
-/// A command whose work is no part of this build: its arguments are read and dropped, and it answers with an error.
-class Command_NotInThisBuild : public Command {
-  public:
-    template <class... Arguments>
-    explicit Command_NotInThisBuild(std::string input_line, const Arguments&...) : Command(std::move(input_line)) {}
-    void Execute(GameControl& game) override;
-};
-
 /// Replaces the protocol object; the new one takes over the state of the old one and starts.
 class Command_InstallNewProtocol : public CheckedCommand {
   public:

@@ -7,6 +7,7 @@
 
 #include "frame/game_control.h"
 #include "frame/logfile.h"
+#include "frame/text_utilities.h"
 #include "frame/vocabulary.h"
 
 namespace VorkaInterfaces {
@@ -24,6 +25,16 @@ std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
         begin = end + 1;
     }
     return pieces;
+}
+
+/// What the search relies on may change in force mode alone, where none runs.
+bool isForced(const GameControl& game) { return game.engineMode == EngineMode::force; }
+
+ABSTRACT_HASH_TABLE* tableNamed(std::string_view type) {
+    if (type == vocabulary::hash_word_transposition) return &transposition_table;
+    if (type == vocabulary::hash_word_pawn) return &pawn_hash_table;
+    if (type == vocabulary::hash_word_evaluation) return &evaluation_hash_table;
+    return nullptr;
 }
 
 }  // namespace
@@ -51,7 +62,7 @@ void Command_DisplaySettingVariables::work(GameControl&) {
 }
 
 void Command_ChangeSettings::check(GameControl& game) {
-    if (game.engineMode != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
     Settings changed = Settings::Current();
     try {
         change(changed);
@@ -85,6 +96,46 @@ void Command_WriteSearchSettings::work(GameControl&) {
     } catch (const Settings::SettingsException& error) {
         refuse(error.text());
     }
+}
+
+void Command_ResizeHashtable::check(GameControl& game) {
+    table_ = tableNamed(type_);
+    if (table_ == nullptr) refuse(vocabulary::unknown_hashtable_type);
+    try {
+        bytes_ = VorkaUtils::ParseSize(size_);
+    } catch (const string_conversion_error&) {
+        refuse(vocabulary::could_not_parse_new_size);
+    }
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+}
+
+void Command_ResizeHashtable::work(GameControl&) {
+    // Without the memory the old table stays.
+    if (!table_->resize(bytes_)) refuse(vocabulary::argument_out_of_bounds);
+}
+
+void Command_SetPersonality::check(GameControl& game) {
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+}
+
+void Command_SetPersonality::work(GameControl& game) {
+    constexpr std::int32_t most = 1000;
+    const std::int32_t value = std::clamp(value_, -most, most);
+    if (value == game.protocol->personality) return;
+    game.search.SetPersonality(value);
+    game.protocol->personality = static_cast<std::int16_t>(value);
+}
+
+void Command_Contempt::check(GameControl& game) {
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+}
+
+void Command_Contempt::work(GameControl& game) {
+    constexpr std::int32_t most = 32767;
+    const std::int32_t value = std::clamp(value_, -most, most);
+    if (value == game.search.contempt()) return;
+    game.search.SetContempt(value);
+    game.advisor.setDrawValue(value);
 }
 
 }  // namespace VorkaInterfaces

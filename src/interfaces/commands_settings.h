@@ -1,13 +1,15 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "interfaces/command.h"
+#include "search/hash.h"
 #include "search/settings_file.h"
 
-/// Commands that show, change, read and write the settings of the search.
+/// Commands that show and change what the search relies on: its settings, tables, personality and contempt.
 namespace VorkaInterfaces {
 
 /// `display_settings [all|name;name..]`
@@ -68,6 +70,45 @@ class Command_WriteSearchSettings : public CheckedCommand {
   private:
     void work(GameControl& game) override;
     const std::string path_;
+};
+
+/// `hash type size`
+class Command_ResizeHashtable : public CheckedCommand {
+  public:
+    Command_ResizeHashtable(std::string input_line, std::string type, std::string size)
+        : CheckedCommand(std::move(input_line)), type_(std::move(type)), size_(std::move(size)) {}
+
+  private:
+    void check(GameControl& game) override;
+    void work(GameControl& game) override;
+    const std::string type_;
+    const std::string size_;
+    ABSTRACT_HASH_TABLE* table_ = nullptr;
+    std::uint64_t bytes_ = 0;
+};
+
+/// `personality word`
+class Command_SetPersonality : public CheckedCommand {
+  public:
+    Command_SetPersonality(std::string input_line, std::int32_t value)
+        : CheckedCommand(std::move(input_line)), value_(value) {}
+
+  private:
+    void check(GameControl& game) override;
+    void work(GameControl& game) override;
+    const std::int32_t value_;
+};
+
+/// `contempt n`, in centipawns
+class Command_Contempt : public CheckedCommand {
+  public:
+    Command_Contempt(std::string input_line, std::int32_t value)
+        : CheckedCommand(std::move(input_line)), value_(value) {}
+
+  private:
+    void check(GameControl& game) override;
+    void work(GameControl& game) override;
+    const std::int32_t value_;
 };
 
 }  // namespace VorkaInterfaces

@@ -132,7 +132,8 @@ std::optional<PositionStatus> Command_Edit::readAndObey(GameControl& game, UserB
         case EditCommand::quit:
             throw quit_command_received_exception{};
         case EditCommand::help:
-            throw error(vocabulary::command_is_not_supported_in_this_build, input);
+            protocol.showEditHelp();
+            break;
         case EditCommand::unknown:
             throw error(vocabulary::unknown_command, input);
     }

@@ -8,6 +8,7 @@
 #include "frame/text_utilities.h"
 #include "frame/vocabulary.h"
 #include "interfaces/commands_clock.h"
+#include "interfaces/commands_databases.h"
 #include "interfaces/commands_display.h"
 #include "interfaces/commands_files.h"
 #include "interfaces/commands_game.h"
@@ -73,11 +74,10 @@ struct MoveCount {
     }
 };
 
-/// A personality, if one is named.
 struct Personality {
     static int Read(const TokenizedLine& input, std::size_t place) {
         int value = 0;
-        if (place < input.tokens.size() && !parse_personality(input.tokens[place], value)) {
+        if (!parse_personality(input.tokens[place], value)) {
             throw ErrorCommand(ErrorCommand::Kind::error, vocabulary::could_not_parse_personality, input.line);
         }
         return value;
@@ -105,6 +105,15 @@ std::unique_ptr<Command> Ignore(BasicProtocol& protocol, const TokenizedLine& in
     protocol.sendCommandIgnored(vocabulary::command_is_not_supported);
     return std::make_unique<Command_DoNothing>(input.line);
 }
+
+/// The word alone shows something; with parameters behind it, it changes that.
+template <class Display, class Change, class... Arguments>
+std::unique_ptr<Command> MakeDisplayOrChange(BasicProtocol& protocol, const TokenizedLine& input) {
+    return input.tokens.size() == 1 ? Make<Display>(protocol, input) : Make<Change, Arguments...>(protocol, input);
+}
+constexpr auto MakeHash = MakeDisplayOrChange<Command_DisplayHashtableStatus, Command_ResizeHashtable, Word, Word>;
+constexpr auto MakePersonality = MakeDisplayOrChange<Command_DisplayPersonality, Command_SetPersonality, Personality>;
+constexpr auto MakeTb = MakeDisplayOrChange<Command_DisplayTablebasesStatus, Command_InitTablebases, Word, Word, Rest>;
 
 std::unique_ptr<Command> MakeProtover(BasicProtocol&, const TokenizedLine& input) {
     const std::int32_t version = Integer::Read(input, 1);
@@ -137,7 +146,7 @@ constexpr std::array keywords{
     Keyword{"black",            alone,                Make<Command_Black>},
     Keyword{"computer",         alone,                Make<Command_Computer>},
     Keyword{"console",          alone,                Make<Command_Console>},
-    Keyword{"contempt",         exactly(2),           Make<Command_NotInThisBuild, Integer>},
+    Keyword{"contempt",         exactly(2),           Make<Command_Contempt, Integer>},
     Keyword{"display",          alone,                Make<Command_Display>},
     Keyword{"display_settings", any,                  Make<Command_DisplaySettingVariables, Rest>},
     Keyword{"draw",             alone,                Make<Command_Draw>},
@@ -147,11 +156,11 @@ constexpr std::array keywords{
     Keyword{"exit",             alone,                Make<Command_Exit>},
     Keyword{"force",            alone,                Make<Command_Force>},
     Keyword{"fritz",            alone,                Make<Command_Fritz>},
-    Keyword{"generate",         any,                  Make<Command_NotInThisBuild, Rest>},
+    Keyword{"generate",         any,                  Make<Command_Generate, Rest>},
     Keyword{"go",               alone,                Make<Command_Go>},
     Keyword{"hard",             alone,                Make<Command_Hard>},
-    Keyword{"hash",             one_or_three,         Make<Command_NotInThisBuild>},
-    Keyword{"help",             alone,                Make<Command_NotInThisBuild>},
+    Keyword{"hash",             one_or_three,         MakeHash},
+    Keyword{"help",             alone,                Make<Command_Help>},
     Keyword{"hint",             alone,                Make<Command_Hint>},
     Keyword{"id",               any,                  Make<Command_Id, Rest>},
     Keyword{"level",            exactly(4),           Make<Command_Level, Integer, ClockTime, Increment>},
@@ -160,11 +169,11 @@ constexpr std::array keywords{
     Keyword{"new",              alone,                Make<Command_New>},
     Keyword{"next",             at_most_two,          Make<Command_Next, MoveCount>},
     Keyword{"nopost",           alone,                Make<Command_Nopost>},
-    Keyword{"optimize_piece",   any,                  Make<Command_NotInThisBuild>},
+    Keyword{"optimize_piece",   any,                  Make<Command_OptimizePiece>},
     Keyword{"otim",             exactly(2),           Make<Command_Otim, Integer>},
-    Keyword{"personality",      one_or_two,           Make<Command_NotInThisBuild, Personality>},
+    Keyword{"personality",      one_or_two,           MakePersonality},
     Keyword{"ping",             exactly(2),           Make<Command_Ping, Word>},
-    Keyword{"probe",            at_least_two,         Make<Command_NotInThisBuild, Rest>},
+    Keyword{"probe",            at_least_two,         Make<Command_Probe, Rest>},
     Keyword{"playother",        alone,                Make<Command_Playother>},
     Keyword{"post",             alone,                Make<Command_Post>},
     Keyword{"read_fen",         exactly(2),           Make<Command_ReadFEN, Word>},
@@ -177,11 +186,11 @@ constexpr std::array keywords{
     Keyword{"sd",               exactly(2),           Make<Command_sd, Integer>},                // plies
     Keyword{"setboard",         at_least_two,         Make<Command_Setboard, Rest>},
     Keyword{"st",               exactly(2),           Make<Command_st, Integer>},                // seconds
-    Keyword{"tb",               one_or_at_least_four, Make<Command_NotInThisBuild>},
+    Keyword{"tb",               one_or_at_least_four, MakeTb},
     Keyword{"tc",               any,                  Make<Command_Tc, Rest>},
     Keyword{"time",             exactly(2),           Make<Command_Time, Integer>},              // centiseconds
     Keyword{"undo",             at_most_two,          Make<Command_Undo, MoveCount>},
-    Keyword{"verify",           any,                  Make<Command_NotInThisBuild, Rest>},
+    Keyword{"verify",           any,                  Make<Command_Verify, Rest>},
     Keyword{"version",          alone,                Make<Command_Version>},
     Keyword{"white",            alone,                Make<Command_White>},
     Keyword{"write_fen",        exactly(2),           Make<Command_WriteFEN, Word>},

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "frame/vorka_exception.h"
+
+/// The generation and verification of bitbases, as jobs that `generate` and `verify` name by words.
+namespace VorkaInterfaces {
+
+class AbstractJob {
+  public:
+    /// Something about a job, told by its text.
+    class JobFailedException : public VorkaException {
+      public:
+        explicit JobFailedException(std::string text) : text_(std::move(text)) {}
+        [[nodiscard]] const std::string& text() const { return text_; }
+        [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
+
+      private:
+        std::string text_;
+    };
+
+    AbstractJob() = default;
+    virtual ~AbstractJob() = default;
+    AbstractJob(const AbstractJob&) = delete;
+    AbstractJob& operator=(const AbstractJob&) = delete;
+
+    /// Throws JobFailedException.
+    virtual void run() = 0;
+    [[nodiscard]] virtual std::string_view name() const = 0;
+};
+
+using JobList = std::vector<std::unique_ptr<AbstractJob>>;
+
+/// The jobs that words name, "all" meaning every one. Throw JobFailedException for a word that names none.
+[[nodiscard]] JobList generationJobs(const std::string& words);
+[[nodiscard]] JobList verificationJobs(const std::string& words);
+
+/// Write what words there are.
+void listGenerationJobs();
+void listVerificationJobs();
+
+}  // namespace VorkaInterfaces
