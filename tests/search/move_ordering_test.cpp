@@ -497,7 +497,8 @@ Words ModelOrder(const Node& node, Words list) {
     const auto take_from_others = [&](Move killer) {
         return TakeOut(tacticals, killer) || TakeOut(history, killer) || TakeOut(rest, killer);
     };
-    const auto [first, second] = node.search.killers[node.ply];
+    const Move first = node.search.killers[node.ply].first;
+    const Move second = node.search.killers[node.ply].second;
     if (settings::enable_killer_heuristic_for_move_ordering) {
         auto place = static_cast<std::size_t>(settings::max_promising_tacticals_before_killer_one);
         if (first != INVALID && Contains(order, first)) {
