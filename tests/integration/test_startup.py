@@ -98,19 +98,37 @@ def test_version_option(start):
     (["--st=-5"], "Error (argument out of bounds): st -5"),
     (["--st="], "st="),
     (["--contempt", "-5"], "Error (wrong number of arguments): contempt"),
-    (["--contempt=-5"], "Error (command is not supported in this build): contempt -5"),
-    (["--hash=trans", "64M"], "Error (command is not supported in this build): hash trans 64M"),
+    (["--contempt=x"], "Error (integer argument expected): contempt x"),
+    (["--hash=trans", "64X"], "Error (could not parse new size): hash trans 64X"),
+    (["--tb", "syzygy", "8M", "nowhere"], "Error (could not parse type): tb syzygy 8M nowhere"),
+    (["--read_pgn", "nowhere"], "Error (could not open file): read_pgn nowhere"),
+    (["--personality", "Nobody"], "Error (could not parse personality): personality Nobody"),
     (["--setboard", "nonsense"], "Error (input inconsistent with FEN standard): setboard nonsense"),
-    (["--help"], None),
 ])
 def test_bad_options_end_with_status_one(start, options, stop_word):
     engine = start(*options)
     engine.wait(status=1)
-    if stop_word is None:
-        assert "command is not supported in this build" in engine.output
-    else:
-        assert engine.output.endswith(f'\nError while parsing startup commands (stopped at "{stop_word}")\n'), engine.output
+    assert engine.output.endswith(f'\nError while parsing startup commands (stopped at "{stop_word}")\n'), engine.output
     assert re.match(GREETING, engine.output)
+
+
+def test_help_lists_the_startup_commands_and_ends(start):
+    engine = start("--help")
+    engine.wait(status=0)
+    assert re.match(GREETING, engine.output)
+    keywords = re.findall(r"^([a-z_]+)\.* ", engine.output.split("\ncommand ", 1)[1], re.MULTILINE)
+    assert sorted(keywords) == sorted([
+        "xboard", "protover", "easy", "eval", "contempt", "hash", "help", "id", "level", "modify_settings",
+        "personality", "probe", "quit", "sd", "setboard", "st", "tb", "tc", "version", "read_fen", "read_pgn",
+        "read_settings", "generate", "verify"])
+
+
+def test_a_failing_tablebase_option_is_reported_and_the_program_goes_on(start):
+    engine = start("--tb", "nalimov", "8M", "nowhere", "--version")
+    engine.wait(status=0)
+    assert "Warning: Startup command failed!\n" in engine.output
+    assert "Reason: Could not open tablebases. Is the path correct?" in engine.output
+    assert "tablebase support:" in engine.output
 
 
 def test_commands_before_a_bad_option_have_taken_effect(start):

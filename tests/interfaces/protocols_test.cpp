@@ -558,28 +558,6 @@ TEST(Protocol, KnowsTheKindsOfSearches) {
     }
 }
 
-TEST(Protocol, RefusesWhatThisBuildLacks) {
-    ConsoleProtocol protocol;
-    struct Refusal {
-        void (*ask)(BasicProtocol& protocol);
-        std::string text;
-    };
-    for (const Refusal& refusal :
-         {Refusal{[](BasicProtocol& p) { p.showHelp(); }, "Error (command is not supported in this build): help"},
-          Refusal{[](BasicProtocol& p) { p.showStartupHelp(); },
-                  "Error (command is not supported in this build): help"},
-          Refusal{[](BasicProtocol& p) { p.showEditHelp(); }, "Error (command is not supported in this build): help"},
-          Refusal{[](BasicProtocol& p) { p.showHashtableStatus(true); },
-                  "Error (command is not supported in this build): hash"}}) {
-        try {
-            refusal.ask(protocol);
-            ADD_FAILURE() << refusal.text;
-        } catch (const ErrorCommand& error) {
-            EXPECT_EQ(error.text(), refusal.text);
-        }
-    }
-}
-
 TEST(Protocol, ShowsItsVersionEverywhere) {
     const std::regex version(
         "Vorka v2\\.0\\.1 \\([A-Z][a-z]{2} [ \\d]\\d \\d{4}, \\d\\d:\\d\\d:\\d\\d\\)\n"
