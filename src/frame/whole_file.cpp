@@ -99,6 +99,7 @@ bool OpenForReading(const std::string& path, std::ifstream& file) {
 }
 
 FileOutcome ReplaceFile(const std::string& path, std::string_view text) {
+    if (path.empty()) return FileOutcome::not_opened;
     const std::string target = BehindLinks(path);
     struct stat old {};
     const bool exists = stat(target.c_str(), &old) == 0;
