@@ -178,7 +178,7 @@ class MateThreat : public testing::Test {
     }
     /// Passes in a node where the pass does not cut; whether a mate threat was found.
     [[nodiscard]] bool IsFound(int position_class = unbalanced_ending, NodeType type = NodeType::cut) {
-        SearchBuilder search(threatened_fen);
+        SearchBuilder search(fen_);
         Node node = search.NodeAt(search.board->board.frame().material_balance + 400, 128);
         node.type = type;
         node.child_flags = ChildFlags::none;
@@ -192,6 +192,7 @@ class MateThreat : public testing::Test {
         return HasAny(node.flags, NodeFlags::mate_threat);
     }
     SettingsScope scope_;
+    std::string_view fen_ = threatened_fen;
     std::uint64_t nodes_ = 0;
     Distance distance_behind_pass_ = no_distance;
 };
@@ -229,15 +230,16 @@ TEST_F(MateThreat, DistanceIsTheNegatedNodeType) {
 /// And the node type is what the setting calls a distance: with 0 the test runs as a node of the principal variation,
 /// whose futility is switched off, and so looks at more moves.
 TEST_F(MateThreat, NodeTypeIsTheSettingThatSpeaksOfADistance) {
-    settings::extend_if_mate_in_x_moves_threat = 1;
+    fen_ = "3r2k1/5ppp/7P/8/8/8/R4PP1/1N4K1 w - - 0 1";
     settings::min_null_move_search_reduction = 640;
-    (void)IsFound(unbalanced_ending, NodeType::all);
+    EXPECT_FALSE(IsFound(unbalanced_ending, NodeType::all)) << "the king has a way out";
     const std::uint64_t as_all_node = nodes_;
     settings::maximum_distance_for_null_move_mate_threat_test = 0;
     (void)IsFound(unbalanced_ending, NodeType::all);
     EXPECT_GT(nodes_, as_all_node);
     settings::maximum_distance_for_null_move_mate_threat_test = 64000;
     settings::limit_distance_for_null_move_mate_threat_test = false;
+    fen_ = threatened_fen;
     EXPECT_TRUE(IsFound()) << "any number passes as a node type";
 }
 
