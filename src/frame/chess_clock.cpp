@@ -45,9 +45,17 @@ void ChessClock::setControls(Colour side, std::vector<TimeControl> controls) {
     CHECKED_ASSERT(!controls.empty(), vocabulary::no_error_description);
     sides_[side].controls = std::move(controls);
     restart(sides_[side]);
+    countFromNow(side);
 }
 
-void ChessClock::setMilliseconds(Colour side, std::int64_t milliseconds) { sides_[side].milliseconds = milliseconds; }
+void ChessClock::setMilliseconds(Colour side, std::int64_t milliseconds) {
+    sides_[side].milliseconds = milliseconds;
+    countFromNow(side);
+}
+
+void ChessClock::countFromNow(Colour side) {
+    if (running_ && side == active_) start_time_ = now_();
+}
 
 void ChessClock::restart(Side& side) {
     const TimeControl& first = side.controls.front();

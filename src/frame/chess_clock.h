@@ -53,6 +53,8 @@ class ChessClock {
         std::int32_t next = -1;
     };
     static void restart(Side& side);
+    /// What is set while a side's clock runs is what is left from that moment on.
+    void countFromNow(Colour side);
     /// Milliseconds since the clock was started or changed sides; 0 for one that stands.
     [[nodiscard]] std::int64_t elapsed(const Timestamp& now) const;
 

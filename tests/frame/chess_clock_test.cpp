@@ -172,6 +172,23 @@ TEST_F(ChessClockTest, NewControlsRestartOneSideAtOnce) {
     EXPECT_TRUE(clock.running());
 }
 
+TEST_F(ChessClockTest, WhatIsSetOnARunningClockCountsFromThatMoment) {
+    clock.startClock();
+    Wait(1000);
+    clock.setMilliseconds(white, 5000);
+    Wait(200);
+    clock.setMilliseconds(black, 4000);  // whose clock stands
+    Wait(300);
+    clock.switchClock();
+    EXPECT_EQ(clock.milliseconds(white), 4500);
+    EXPECT_EQ(clock.milliseconds(black), 4000);
+    Wait(1000);
+    clock.setControls(black, {{.moves = -1, .base = 7000, .increment = 0, .next = -1}});
+    Wait(100);
+    clock.stopClock();
+    EXPECT_EQ(clock.milliseconds(black), 6900);
+}
+
 TEST_F(ChessClockTest, TimeMayBecomeNegativeAndBeSet) {
     clock.setMilliseconds(white, 100);
     clock.startClock();
