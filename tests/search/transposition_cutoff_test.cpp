@@ -176,7 +176,12 @@ INSTANTIATE_TEST_SUITE_P(TranspositionCutoff, CutoffGates, testing::Values(
 
 class Deepening : public Cutoff {
   protected:
-    Deepening() { settings::enable_ettc = false; }
+    /// No node is searched at ply 0, so the position is reached by two moves.
+    Deepening() {
+        settings::enable_ettc = false;
+        search_.Make("h2h3");
+        search_.Make("h7h6");
+    }
     /// The distance of the node's own entry.
     [[nodiscard]] std::optional<Distance> StoredDistance() const {
         Move move = INVALID;
@@ -231,7 +236,7 @@ TEST_F(Deepening, HashMoveMakesItNeedless) {
 TEST_F(Deepening, MoveIsTheFirstOfTheLine) {
     Node node = At(256, -500);
     EXPECT_EQ(InternalDeepening(node), std::nullopt);
-    EXPECT_EQ(node.hash_move, search_.board->pv[0][0]);
+    EXPECT_EQ(node.hash_move, search_.board->pv[2][0]);
     EXPECT_NE(node.hash_move, INVALID);
 }
 
