@@ -13,7 +13,7 @@
 
 /// A search board at a position, with empty tables and nobody around it: polls are counted and leave the countdown at
 /// `reload`.
-class SearchBuilder : private NodePoll {
+class SearchBuilder final : private NodePoll {
   public:
     explicit SearchBuilder(std::string_view fen, Score contempt = 0) : board(std::make_unique<SearchBoard>()) {
         ClearTables();
