@@ -237,282 +237,304 @@ constexpr SettingRow table[] = {
 // clang-format on
 static_assert(std::size(table) == 173);
 
-// A variable takes its default from its row, which is found by the variable's address.
+// A variable takes its default from its row, which is found by name: g++ can't compare addresses in a constant
+// expression when it builds for the sanitizers.
 
-constexpr const SettingRow& RowOf(const bool& variable) {
+consteval const SettingRow& RowNamed(std::string_view name) {
     const SettingRow* row = table;
-    while (row->flag != &variable) ++row;
+    while (row->name != name) ++row;
     return *row;
 }
 
-constexpr const SettingRow& RowOf(const std::int32_t& variable) {
-    const SettingRow* row = table;
-    while (row->elements != &variable) ++row;
-    return *row;
-}
+consteval bool BooleanDefault(std::string_view name) { return RowNamed(name).defaults[0] != 0; }
 
-consteval bool Default(const bool& variable) { return RowOf(variable).defaults[0] != 0; }
-
-consteval std::int32_t Default(const std::int32_t& variable) { return RowOf(variable).defaults[0]; }
+consteval std::int32_t IntegerDefault(std::string_view name) { return RowNamed(name).defaults[0]; }
 
 template <std::size_t Size>
-consteval std::array<std::int32_t, Size> Default(const std::array<std::int32_t, Size>& variable) {
+consteval std::array<std::int32_t, Size> ArrayDefault(std::string_view name) {
     std::array<std::int32_t, Size> values{};
-    for (std::size_t i = 0; i < Size; ++i) values[i] = RowOf(*variable.data()).defaults[i];
+    for (std::size_t i = 0; i < Size; ++i) values[i] = RowNamed(name).defaults[i];
     return values;
 }
 
 }  // namespace
 
-constinit std::int32_t root_distance_multiplier = Default(root_distance_multiplier);
+constinit std::int32_t root_distance_multiplier = IntegerDefault("root_distance_multiplier");
 
-constinit bool enable_search_extensions = Default(enable_search_extensions);
+constinit bool enable_search_extensions = BooleanDefault("enable_search_extensions");
 constinit std::int32_t min_depth_for_search_extensions_if_searching_pv_move =
-    Default(min_depth_for_search_extensions_if_searching_pv_move);
+    IntegerDefault("min_depth_for_search_extensions_if_searching_pv_move");
 constinit std::int32_t min_depth_for_search_extensions_if_not_searching_pv_move =
-    Default(min_depth_for_search_extensions_if_not_searching_pv_move);
-constinit std::int32_t full_extension_minimum_depth = Default(full_extension_minimum_depth);
+    IntegerDefault("min_depth_for_search_extensions_if_not_searching_pv_move");
+constinit std::int32_t full_extension_minimum_depth = IntegerDefault("full_extension_minimum_depth");
 constinit std::int32_t full_extension_root_depth_related_factor_multiplicator =
-    Default(full_extension_root_depth_related_factor_multiplicator);
+    IntegerDefault("full_extension_root_depth_related_factor_multiplicator");
 constinit std::int32_t full_extension_root_depth_related_factor_divisor =
-    Default(full_extension_root_depth_related_factor_divisor);
+    IntegerDefault("full_extension_root_depth_related_factor_divisor");
 constinit bool never_full_extension_in_quiescence_if_searching_pv_move =
-    Default(never_full_extension_in_quiescence_if_searching_pv_move);
+    BooleanDefault("never_full_extension_in_quiescence_if_searching_pv_move");
 constinit bool never_full_extension_in_quiescence_if_not_searching_pv_move =
-    Default(never_full_extension_in_quiescence_if_not_searching_pv_move);
+    BooleanDefault("never_full_extension_in_quiescence_if_not_searching_pv_move");
 
-constinit bool skip_null_move_at_the_root = Default(skip_null_move_at_the_root);
-constinit std::int32_t min_distance_for_null_move = Default(min_distance_for_null_move);
-constinit std::int32_t min_ply_for_null_move = Default(min_ply_for_null_move);
-constinit std::int32_t max_ply_for_null_move = Default(max_ply_for_null_move);
+constinit bool skip_null_move_at_the_root = BooleanDefault("skip_null_move_at_the_root");
+constinit std::int32_t min_distance_for_null_move = IntegerDefault("min_distance_for_null_move");
+constinit std::int32_t min_ply_for_null_move = IntegerDefault("min_ply_for_null_move");
+constinit std::int32_t max_ply_for_null_move = IntegerDefault("max_ply_for_null_move");
 constinit bool skip_null_move_if_side_on_move_is_searching_for_mate =
-    Default(skip_null_move_if_side_on_move_is_searching_for_mate);
-constinit bool skip_null_move_if_enemy_is_searching_for_mate = Default(skip_null_move_if_enemy_is_searching_for_mate);
-constinit std::int32_t maximum_material_margin_for_null_move = Default(maximum_material_margin_for_null_move);
+    BooleanDefault("skip_null_move_if_side_on_move_is_searching_for_mate");
+constinit bool skip_null_move_if_enemy_is_searching_for_mate =
+    BooleanDefault("skip_null_move_if_enemy_is_searching_for_mate");
+constinit std::int32_t maximum_material_margin_for_null_move = IntegerDefault("maximum_material_margin_for_null_move");
 constinit bool skip_enhanced_transposition_cutoff_if_searching_null_move =
-    Default(skip_enhanced_transposition_cutoff_if_searching_null_move);
+    BooleanDefault("skip_enhanced_transposition_cutoff_if_searching_null_move");
 constinit bool skip_perpetual_check_test_if_searching_null_move =
-    Default(skip_perpetual_check_test_if_searching_null_move);
-constinit bool skip_razoring_if_searching_null_move = Default(skip_razoring_if_searching_null_move);
+    BooleanDefault("skip_perpetual_check_test_if_searching_null_move");
+constinit bool skip_razoring_if_searching_null_move = BooleanDefault("skip_razoring_if_searching_null_move");
 constinit bool skip_extended_futility_pruning_if_searching_null_move =
-    Default(skip_extended_futility_pruning_if_searching_null_move);
+    BooleanDefault("skip_extended_futility_pruning_if_searching_null_move");
 constinit bool skip_lmr_at_the_next_depth_if_searching_null_move =
-    Default(skip_lmr_at_the_next_depth_if_searching_null_move);
+    BooleanDefault("skip_lmr_at_the_next_depth_if_searching_null_move");
 constinit bool skip_lmr_at_the_depth_after_the_next_if_searching_null_move =
-    Default(skip_lmr_at_the_depth_after_the_next_if_searching_null_move);
-constinit std::int32_t null_move_reduction_critical_distance = Default(null_move_reduction_critical_distance);
-constinit std::int32_t min_null_move_search_reduction = Default(min_null_move_search_reduction);
-constinit std::int32_t max_null_move_search_reduction = Default(max_null_move_search_reduction);
+    BooleanDefault("skip_lmr_at_the_depth_after_the_next_if_searching_null_move");
+constinit std::int32_t null_move_reduction_critical_distance = IntegerDefault("null_move_reduction_critical_distance");
+constinit std::int32_t min_null_move_search_reduction = IntegerDefault("min_null_move_search_reduction");
+constinit std::int32_t max_null_move_search_reduction = IntegerDefault("max_null_move_search_reduction");
 
-constinit std::int32_t min_distance_for_mate_threat_test = Default(min_distance_for_mate_threat_test);
+constinit std::int32_t min_distance_for_mate_threat_test = IntegerDefault("min_distance_for_mate_threat_test");
 
-constinit std::int32_t min_depth_for_iid_if_searching_pv_move = Default(min_depth_for_iid_if_searching_pv_move);
-constinit std::int32_t min_depth_for_iid_if_not_searching_pv_move = Default(min_depth_for_iid_if_not_searching_pv_move);
-constinit std::int32_t iid_critical_distance = Default(iid_critical_distance);
-constinit std::int32_t iid_min_reduction = Default(iid_min_reduction);
-constinit std::int32_t iid_max_reduction = Default(iid_max_reduction);
+constinit std::int32_t min_depth_for_iid_if_searching_pv_move =
+    IntegerDefault("min_depth_for_iid_if_searching_pv_move");
+constinit std::int32_t min_depth_for_iid_if_not_searching_pv_move =
+    IntegerDefault("min_depth_for_iid_if_not_searching_pv_move");
+constinit std::int32_t iid_critical_distance = IntegerDefault("iid_critical_distance");
+constinit std::int32_t iid_min_reduction = IntegerDefault("iid_min_reduction");
+constinit std::int32_t iid_max_reduction = IntegerDefault("iid_max_reduction");
 constinit std::int32_t iid_extra_reduction_if_not_searching_pv_move =
-    Default(iid_extra_reduction_if_not_searching_pv_move);
-constinit bool skip_razoring_if_doing_iid = Default(skip_razoring_if_doing_iid);
-constinit bool skip_extended_futility_pruning_if_doing_iid = Default(skip_extended_futility_pruning_if_doing_iid);
+    IntegerDefault("iid_extra_reduction_if_not_searching_pv_move");
+constinit bool skip_razoring_if_doing_iid = BooleanDefault("skip_razoring_if_doing_iid");
+constinit bool skip_extended_futility_pruning_if_doing_iid =
+    BooleanDefault("skip_extended_futility_pruning_if_doing_iid");
 
 constinit bool enable_position_type_dependent_search_extensions =
-    Default(enable_position_type_dependent_search_extensions);
-constinit bool disable_selective_techniques_if_threats_exist = Default(disable_selective_techniques_if_threats_exist);
+    BooleanDefault("enable_position_type_dependent_search_extensions");
+constinit bool disable_selective_techniques_if_threats_exist =
+    BooleanDefault("disable_selective_techniques_if_threats_exist");
 constinit bool disable_selective_techniques_if_searching_simple_endgames =
-    Default(disable_selective_techniques_if_searching_simple_endgames);
+    BooleanDefault("disable_selective_techniques_if_searching_simple_endgames");
 
-constinit bool enable_limited_razoring_if_searching_pv_move = Default(enable_limited_razoring_if_searching_pv_move);
+constinit bool enable_limited_razoring_if_searching_pv_move =
+    BooleanDefault("enable_limited_razoring_if_searching_pv_move");
 constinit bool enable_limited_razoring_if_not_searching_pv_move =
-    Default(enable_limited_razoring_if_not_searching_pv_move);
-constinit std::int32_t min_distance_for_limited_razoring = Default(min_distance_for_limited_razoring);
-constinit std::int32_t max_distance_for_limited_razoring = Default(max_distance_for_limited_razoring);
-constinit bool skip_limited_razoring_if_searching_for_mate = Default(skip_limited_razoring_if_searching_for_mate);
+    BooleanDefault("enable_limited_razoring_if_not_searching_pv_move");
+constinit std::int32_t min_distance_for_limited_razoring = IntegerDefault("min_distance_for_limited_razoring");
+constinit std::int32_t max_distance_for_limited_razoring = IntegerDefault("max_distance_for_limited_razoring");
+constinit bool skip_limited_razoring_if_searching_for_mate =
+    BooleanDefault("skip_limited_razoring_if_searching_for_mate");
 constinit std::int32_t minimum_enemy_pieces_left_for_limited_razoring =
-    Default(minimum_enemy_pieces_left_for_limited_razoring);
-constinit std::int32_t limited_razoring_margin = Default(limited_razoring_margin);
+    IntegerDefault("minimum_enemy_pieces_left_for_limited_razoring");
+constinit std::int32_t limited_razoring_margin = IntegerDefault("limited_razoring_margin");
 constinit bool limited_razoring_reduction_independent_of_current_distance =
-    Default(limited_razoring_reduction_independent_of_current_distance);
-constinit std::int32_t limited_razoring_dynamic_reduction_factor = Default(limited_razoring_dynamic_reduction_factor);
-constinit std::int32_t limited_razoring_static_reduced_distance = Default(limited_razoring_static_reduced_distance);
-constinit bool skip_razoring_when_last_move_was_a_check = Default(skip_razoring_when_last_move_was_a_check);
+    BooleanDefault("limited_razoring_reduction_independent_of_current_distance");
+constinit std::int32_t limited_razoring_dynamic_reduction_factor =
+    IntegerDefault("limited_razoring_dynamic_reduction_factor");
+constinit std::int32_t limited_razoring_static_reduced_distance =
+    IntegerDefault("limited_razoring_static_reduced_distance");
+constinit bool skip_razoring_when_last_move_was_a_check = BooleanDefault("skip_razoring_when_last_move_was_a_check");
 
 constinit bool enable_extended_futility_pruning_if_searching_pv_move =
-    Default(enable_extended_futility_pruning_if_searching_pv_move);
+    BooleanDefault("enable_extended_futility_pruning_if_searching_pv_move");
 constinit bool enable_extended_futility_pruning_if_not_searching_pv_move =
-    Default(enable_extended_futility_pruning_if_not_searching_pv_move);
-constinit std::int32_t min_distance_for_extended_futility_pruning = Default(min_distance_for_extended_futility_pruning);
-constinit std::int32_t max_distance_for_extended_futility_pruning = Default(max_distance_for_extended_futility_pruning);
+    BooleanDefault("enable_extended_futility_pruning_if_not_searching_pv_move");
+constinit std::int32_t min_distance_for_extended_futility_pruning =
+    IntegerDefault("min_distance_for_extended_futility_pruning");
+constinit std::int32_t max_distance_for_extended_futility_pruning =
+    IntegerDefault("max_distance_for_extended_futility_pruning");
 constinit bool skip_extended_futility_pruning_if_searching_for_mate =
-    Default(skip_extended_futility_pruning_if_searching_for_mate);
-constinit std::int32_t extended_futility_pruning_margin = Default(extended_futility_pruning_margin);
+    BooleanDefault("skip_extended_futility_pruning_if_searching_for_mate");
+constinit std::int32_t extended_futility_pruning_margin = IntegerDefault("extended_futility_pruning_margin");
 constinit bool skip_extended_futility_pruning_when_last_move_was_a_check =
-    Default(skip_extended_futility_pruning_when_last_move_was_a_check);
+    BooleanDefault("skip_extended_futility_pruning_when_last_move_was_a_check");
 
-constinit bool enable_futility_pruning_if_searching_pv_move = Default(enable_futility_pruning_if_searching_pv_move);
+constinit bool enable_futility_pruning_if_searching_pv_move =
+    BooleanDefault("enable_futility_pruning_if_searching_pv_move");
 constinit bool enable_futility_pruning_if_not_searching_pv_move =
-    Default(enable_futility_pruning_if_not_searching_pv_move);
-constinit std::int32_t max_distance_for_futility_pruning = Default(max_distance_for_futility_pruning);
-constinit bool skip_futility_pruning_if_searching_for_mate = Default(skip_futility_pruning_if_searching_for_mate);
-constinit std::int32_t futility_pruning_margin = Default(futility_pruning_margin);
+    BooleanDefault("enable_futility_pruning_if_not_searching_pv_move");
+constinit std::int32_t max_distance_for_futility_pruning = IntegerDefault("max_distance_for_futility_pruning");
+constinit bool skip_futility_pruning_if_searching_for_mate =
+    BooleanDefault("skip_futility_pruning_if_searching_for_mate");
+constinit std::int32_t futility_pruning_margin = IntegerDefault("futility_pruning_margin");
 
-constinit bool enable_late_move_reduction = Default(enable_late_move_reduction);
-constinit bool enable_extended_late_move_reduction = Default(enable_extended_late_move_reduction);
-constinit std::int32_t standard_late_move_reduction = Default(standard_late_move_reduction);
-constinit std::int32_t extended_late_move_reduction = Default(extended_late_move_reduction);
+constinit bool enable_late_move_reduction = BooleanDefault("enable_late_move_reduction");
+constinit bool enable_extended_late_move_reduction = BooleanDefault("enable_extended_late_move_reduction");
+constinit std::int32_t standard_late_move_reduction = IntegerDefault("standard_late_move_reduction");
+constinit std::int32_t extended_late_move_reduction = IntegerDefault("extended_late_move_reduction");
 constinit bool skip_late_move_reduction_if_in_principal_variation =
-    Default(skip_late_move_reduction_if_in_principal_variation);
-constinit bool skip_late_move_reduction_if_extended = Default(skip_late_move_reduction_if_extended);
-constinit bool enable_aggressive_history_pruning = Default(enable_aggressive_history_pruning);
-constinit bool enable_verification_search = Default(enable_verification_search);
+    BooleanDefault("skip_late_move_reduction_if_in_principal_variation");
+constinit bool skip_late_move_reduction_if_extended = BooleanDefault("skip_late_move_reduction_if_extended");
+constinit bool enable_aggressive_history_pruning = BooleanDefault("enable_aggressive_history_pruning");
+constinit bool enable_verification_search = BooleanDefault("enable_verification_search");
 
-constinit std::int32_t required_distance_to_probe_hashtables = Default(required_distance_to_probe_hashtables);
-constinit std::int32_t required_distance_to_store_hashtables = Default(required_distance_to_store_hashtables);
+constinit std::int32_t required_distance_to_probe_hashtables = IntegerDefault("required_distance_to_probe_hashtables");
+constinit std::int32_t required_distance_to_store_hashtables = IntegerDefault("required_distance_to_store_hashtables");
 
-constinit std::int32_t generate_checking_moves_min_distance = Default(generate_checking_moves_min_distance);
+constinit std::int32_t generate_checking_moves_min_distance = IntegerDefault("generate_checking_moves_min_distance");
 constinit std::int32_t search_every_normal_check_in_quiescence_min_distance =
-    Default(search_every_normal_check_in_quiescence_min_distance);
+    IntegerDefault("search_every_normal_check_in_quiescence_min_distance");
 constinit std::int32_t search_every_discovered_check_in_quiescence_min_distance =
-    Default(search_every_discovered_check_in_quiescence_min_distance);
+    IntegerDefault("search_every_discovered_check_in_quiescence_min_distance");
 constinit std::int32_t search_every_double_check_in_quiescence_min_distance =
-    Default(search_every_double_check_in_quiescence_min_distance);
-constinit bool always_search_hash_move_in_quiescence = Default(always_search_hash_move_in_quiescence);
+    IntegerDefault("search_every_double_check_in_quiescence_min_distance");
+constinit bool always_search_hash_move_in_quiescence = BooleanDefault("always_search_hash_move_in_quiescence");
 constinit std::int32_t generate_castling_moves_in_quiescence_min_distance =
-    Default(generate_castling_moves_in_quiescence_min_distance);
-constinit std::int32_t max_distance_for_stand_pat_checks = Default(max_distance_for_stand_pat_checks);
+    IntegerDefault("generate_castling_moves_in_quiescence_min_distance");
+constinit std::int32_t max_distance_for_stand_pat_checks = IntegerDefault("max_distance_for_stand_pat_checks");
 constinit bool no_stand_pat_check_if_full_searching_simple_endgames =
-    Default(no_stand_pat_check_if_full_searching_simple_endgames);
+    BooleanDefault("no_stand_pat_check_if_full_searching_simple_endgames");
 
-constinit bool enable_ettc = Default(enable_ettc);
-constinit bool only_use_ettc_in_endgames = Default(only_use_ettc_in_endgames);
-constinit bool only_use_ettc_on_cut_nodes = Default(only_use_ettc_on_cut_nodes);
-constinit std::int32_t min_distance_for_ettc = Default(min_distance_for_ettc);
-constinit std::int32_t max_distance_for_ettc = Default(max_distance_for_ettc);
-constinit std::int32_t max_pieces_left_for_ettc = Default(max_pieces_left_for_ettc);
-constinit bool ettc_should_remove_refuted_moves = Default(ettc_should_remove_refuted_moves);
+constinit bool enable_ettc = BooleanDefault("enable_ettc");
+constinit bool only_use_ettc_in_endgames = BooleanDefault("only_use_ettc_in_endgames");
+constinit bool only_use_ettc_on_cut_nodes = BooleanDefault("only_use_ettc_on_cut_nodes");
+constinit std::int32_t min_distance_for_ettc = IntegerDefault("min_distance_for_ettc");
+constinit std::int32_t max_distance_for_ettc = IntegerDefault("max_distance_for_ettc");
+constinit std::int32_t max_pieces_left_for_ettc = IntegerDefault("max_pieces_left_for_ettc");
+constinit bool ettc_should_remove_refuted_moves = BooleanDefault("ettc_should_remove_refuted_moves");
 
-constinit std::int32_t full_simple_check_extension_bonus = Default(full_simple_check_extension_bonus);
-constinit std::int32_t limited_simple_check_extension_bonus = Default(limited_simple_check_extension_bonus);
-constinit std::int32_t full_discovered_check_extension_bonus = Default(full_discovered_check_extension_bonus);
-constinit std::int32_t limited_discovered_check_extension_bonus = Default(limited_discovered_check_extension_bonus);
-constinit std::int32_t full_double_check_extension_bonus = Default(full_double_check_extension_bonus);
-constinit std::int32_t limited_double_check_extension_bonus = Default(limited_double_check_extension_bonus);
-constinit std::int32_t full_single_move_extension_bonus = Default(full_single_move_extension_bonus);
-constinit std::int32_t limited_single_move_extension_bonus = Default(limited_single_move_extension_bonus);
-constinit std::int32_t full_recapture_extension_bonus = Default(full_recapture_extension_bonus);
-constinit std::int32_t limited_recapture_extension_bonus = Default(limited_recapture_extension_bonus);
-constinit std::int32_t min_captured_piece_for_recapture_extension = Default(min_captured_piece_for_recapture_extension);
-constinit bool capture_and_recapture_must_be_on_the_same_sq = Default(capture_and_recapture_must_be_on_the_same_sq);
+constinit std::int32_t full_simple_check_extension_bonus = IntegerDefault("full_simple_check_extension_bonus");
+constinit std::int32_t limited_simple_check_extension_bonus = IntegerDefault("limited_simple_check_extension_bonus");
+constinit std::int32_t full_discovered_check_extension_bonus = IntegerDefault("full_discovered_check_extension_bonus");
+constinit std::int32_t limited_discovered_check_extension_bonus =
+    IntegerDefault("limited_discovered_check_extension_bonus");
+constinit std::int32_t full_double_check_extension_bonus = IntegerDefault("full_double_check_extension_bonus");
+constinit std::int32_t limited_double_check_extension_bonus = IntegerDefault("limited_double_check_extension_bonus");
+constinit std::int32_t full_single_move_extension_bonus = IntegerDefault("full_single_move_extension_bonus");
+constinit std::int32_t limited_single_move_extension_bonus = IntegerDefault("limited_single_move_extension_bonus");
+constinit std::int32_t full_recapture_extension_bonus = IntegerDefault("full_recapture_extension_bonus");
+constinit std::int32_t limited_recapture_extension_bonus = IntegerDefault("limited_recapture_extension_bonus");
+constinit std::int32_t min_captured_piece_for_recapture_extension =
+    IntegerDefault("min_captured_piece_for_recapture_extension");
+constinit bool capture_and_recapture_must_be_on_the_same_sq =
+    BooleanDefault("capture_and_recapture_must_be_on_the_same_sq");
 constinit std::int32_t full_passer_6th_rank_extension_bonus__non_endgame =
-    Default(full_passer_6th_rank_extension_bonus__non_endgame);
+    IntegerDefault("full_passer_6th_rank_extension_bonus__non_endgame");
 constinit std::int32_t limited_passer_6th_rank_extension_bonus__non_endgame =
-    Default(limited_passer_6th_rank_extension_bonus__non_endgame);
+    IntegerDefault("limited_passer_6th_rank_extension_bonus__non_endgame");
 constinit std::int32_t full_passer_6th_rank_extension_bonus__endgame =
-    Default(full_passer_6th_rank_extension_bonus__endgame);
+    IntegerDefault("full_passer_6th_rank_extension_bonus__endgame");
 constinit std::int32_t limited_passer_6th_rank_extension_bonus__endgame =
-    Default(limited_passer_6th_rank_extension_bonus__endgame);
-constinit bool passer_must_reach_6th_rank_by_non_capture_move = Default(passer_must_reach_6th_rank_by_non_capture_move);
+    IntegerDefault("limited_passer_6th_rank_extension_bonus__endgame");
+constinit bool passer_must_reach_6th_rank_by_non_capture_move =
+    BooleanDefault("passer_must_reach_6th_rank_by_non_capture_move");
 constinit std::int32_t full_passer_7th_rank_extension_bonus__non_endgame =
-    Default(full_passer_7th_rank_extension_bonus__non_endgame);
+    IntegerDefault("full_passer_7th_rank_extension_bonus__non_endgame");
 constinit std::int32_t limited_passer_7th_rank_extension_bonus__non_endgame =
-    Default(limited_passer_7th_rank_extension_bonus__non_endgame);
+    IntegerDefault("limited_passer_7th_rank_extension_bonus__non_endgame");
 constinit std::int32_t full_passer_7th_rank_extension_bonus__endgame =
-    Default(full_passer_7th_rank_extension_bonus__endgame);
+    IntegerDefault("full_passer_7th_rank_extension_bonus__endgame");
 constinit std::int32_t limited_passer_7th_rank_extension_bonus__endgame =
-    Default(limited_passer_7th_rank_extension_bonus__endgame);
-constinit std::int32_t full_rook_on_7th_rank_extension_bonus = Default(full_rook_on_7th_rank_extension_bonus);
-constinit std::int32_t limited_rook_on_7th_rank_extension_bonus = Default(limited_rook_on_7th_rank_extension_bonus);
-constinit std::int32_t full_queen_attacked_extension_bonus = Default(full_queen_attacked_extension_bonus);
-constinit std::int32_t limited_queen_attacked_extension_bonus = Default(limited_queen_attacked_extension_bonus);
-constinit bool enable_perpetual_check_detection = Default(enable_perpetual_check_detection);
+    IntegerDefault("limited_passer_7th_rank_extension_bonus__endgame");
+constinit std::int32_t full_rook_on_7th_rank_extension_bonus = IntegerDefault("full_rook_on_7th_rank_extension_bonus");
+constinit std::int32_t limited_rook_on_7th_rank_extension_bonus =
+    IntegerDefault("limited_rook_on_7th_rank_extension_bonus");
+constinit std::int32_t full_queen_attacked_extension_bonus = IntegerDefault("full_queen_attacked_extension_bonus");
+constinit std::int32_t limited_queen_attacked_extension_bonus =
+    IntegerDefault("limited_queen_attacked_extension_bonus");
+constinit bool enable_perpetual_check_detection = BooleanDefault("enable_perpetual_check_detection");
 constinit std::int32_t full_perpetual_check_threat_extension_bonus =
-    Default(full_perpetual_check_threat_extension_bonus);
+    IntegerDefault("full_perpetual_check_threat_extension_bonus");
 constinit std::int32_t limited_perpetual_check_threat_extension_bonus =
-    Default(limited_perpetual_check_threat_extension_bonus);
-constinit bool enable_pin_threat_detection = Default(enable_pin_threat_detection);
-constinit bool consider_only_winning_pins_as_threats = Default(consider_only_winning_pins_as_threats);
-constinit bool skip_stand_pat_because_of_pin_threat = Default(skip_stand_pat_because_of_pin_threat);
-constinit bool skip_pruning_at_this_ply_because_of_pin_threat = Default(skip_pruning_at_this_ply_because_of_pin_threat);
+    IntegerDefault("limited_perpetual_check_threat_extension_bonus");
+constinit bool enable_pin_threat_detection = BooleanDefault("enable_pin_threat_detection");
+constinit bool consider_only_winning_pins_as_threats = BooleanDefault("consider_only_winning_pins_as_threats");
+constinit bool skip_stand_pat_because_of_pin_threat = BooleanDefault("skip_stand_pat_because_of_pin_threat");
+constinit bool skip_pruning_at_this_ply_because_of_pin_threat =
+    BooleanDefault("skip_pruning_at_this_ply_because_of_pin_threat");
 constinit bool skip_pruning_at_the_next_ply_because_of_pin_threat =
-    Default(skip_pruning_at_the_next_ply_because_of_pin_threat);
-constinit std::int32_t full_pin_threat_extension_bonus__new_pin = Default(full_pin_threat_extension_bonus__new_pin);
+    BooleanDefault("skip_pruning_at_the_next_ply_because_of_pin_threat");
+constinit std::int32_t full_pin_threat_extension_bonus__new_pin =
+    IntegerDefault("full_pin_threat_extension_bonus__new_pin");
 constinit std::int32_t limited_pin_threat_extension_bonus__new_pin =
-    Default(limited_pin_threat_extension_bonus__new_pin);
+    IntegerDefault("limited_pin_threat_extension_bonus__new_pin");
 constinit std::int32_t full_pin_threat_extension_bonus__tightend_pin =
-    Default(full_pin_threat_extension_bonus__tightend_pin);
+    IntegerDefault("full_pin_threat_extension_bonus__tightend_pin");
 constinit std::int32_t limited_pin_threat_extension_bonus__tightend_pin =
-    Default(limited_pin_threat_extension_bonus__tightend_pin);
+    IntegerDefault("limited_pin_threat_extension_bonus__tightend_pin");
 constinit std::int32_t full_pin_threat_extension_bonus__hashed_pin =
-    Default(full_pin_threat_extension_bonus__hashed_pin);
+    IntegerDefault("full_pin_threat_extension_bonus__hashed_pin");
 constinit std::int32_t limited_pin_threat_extension_bonus__hashed_pin =
-    Default(limited_pin_threat_extension_bonus__hashed_pin);
-constinit bool always_assume_that_pin_threat_was_hashed = Default(always_assume_that_pin_threat_was_hashed);
-constinit std::int32_t full_mate_threat_extension_bonus = Default(full_mate_threat_extension_bonus);
-constinit std::int32_t limited_mate_threat_extension_bonus = Default(limited_mate_threat_extension_bonus);
-constinit std::int32_t extend_if_mate_in_x_moves_threat = Default(extend_if_mate_in_x_moves_threat);
+    IntegerDefault("limited_pin_threat_extension_bonus__hashed_pin");
+constinit bool always_assume_that_pin_threat_was_hashed = BooleanDefault("always_assume_that_pin_threat_was_hashed");
+constinit std::int32_t full_mate_threat_extension_bonus = IntegerDefault("full_mate_threat_extension_bonus");
+constinit std::int32_t limited_mate_threat_extension_bonus = IntegerDefault("limited_mate_threat_extension_bonus");
+constinit std::int32_t extend_if_mate_in_x_moves_threat = IntegerDefault("extend_if_mate_in_x_moves_threat");
 constinit std::int32_t maximum_distance_for_null_move_mate_threat_test =
-    Default(maximum_distance_for_null_move_mate_threat_test);
-constinit bool limit_distance_for_null_move_mate_threat_test = Default(limit_distance_for_null_move_mate_threat_test);
+    IntegerDefault("maximum_distance_for_null_move_mate_threat_test");
+constinit bool limit_distance_for_null_move_mate_threat_test =
+    BooleanDefault("limit_distance_for_null_move_mate_threat_test");
 
-constinit std::int32_t full_delayed_extensions_bonus = Default(full_delayed_extensions_bonus);
-constinit std::int32_t limited_delayed_extensions_bonus = Default(limited_delayed_extensions_bonus);
-constinit std::int32_t full_instant_extensions_bonus = Default(full_instant_extensions_bonus);
-constinit std::int32_t limited_instant_extensions_bonus = Default(limited_instant_extensions_bonus);
-constinit std::int32_t full_total_extensions_bonus = Default(full_total_extensions_bonus);
-constinit std::int32_t limited_total_extensions_bonus = Default(limited_total_extensions_bonus);
+constinit std::int32_t full_delayed_extensions_bonus = IntegerDefault("full_delayed_extensions_bonus");
+constinit std::int32_t limited_delayed_extensions_bonus = IntegerDefault("limited_delayed_extensions_bonus");
+constinit std::int32_t full_instant_extensions_bonus = IntegerDefault("full_instant_extensions_bonus");
+constinit std::int32_t limited_instant_extensions_bonus = IntegerDefault("limited_instant_extensions_bonus");
+constinit std::int32_t full_total_extensions_bonus = IntegerDefault("full_total_extensions_bonus");
+constinit std::int32_t limited_total_extensions_bonus = IntegerDefault("limited_total_extensions_bonus");
 
-constinit bool no_history_bonus_for_tactical_moves = Default(no_history_bonus_for_tactical_moves);
+constinit bool no_history_bonus_for_tactical_moves = BooleanDefault("no_history_bonus_for_tactical_moves");
 constinit std::array<std::int32_t, 4> checking_move_sorting_bonus_if_not_playing_for_mate =
-    Default(checking_move_sorting_bonus_if_not_playing_for_mate);
+    ArrayDefault<4>("checking_move_sorting_bonus_if_not_playing_for_mate");
 constinit std::array<std::int32_t, 4> checking_move_sorting_bonus_if_playing_for_mate =
-    Default(checking_move_sorting_bonus_if_playing_for_mate);
+    ArrayDefault<4>("checking_move_sorting_bonus_if_playing_for_mate");
 constinit std::int32_t safe_queen_check_very_close_to_king_sorting_bonus =
-    Default(safe_queen_check_very_close_to_king_sorting_bonus);
+    IntegerDefault("safe_queen_check_very_close_to_king_sorting_bonus");
 constinit std::int32_t safe_queen_check_quite_close_to_king_sorting_bonus =
-    Default(safe_queen_check_quite_close_to_king_sorting_bonus);
+    IntegerDefault("safe_queen_check_quite_close_to_king_sorting_bonus");
 constinit std::int32_t safe_queen_check_not_close_to_king_sorting_bonus =
-    Default(safe_queen_check_not_close_to_king_sorting_bonus);
-constinit std::int32_t safe_non_queen_check_sorting_bonus = Default(safe_non_queen_check_sorting_bonus);
-constinit std::array<std::int32_t, 6> capture_move_sorting_bonus = Default(capture_move_sorting_bonus);
-constinit std::int32_t very_promising_tactical_move_margin = Default(very_promising_tactical_move_margin);
-constinit std::int32_t material_win_sorting_bonus__multiplicator = Default(material_win_sorting_bonus__multiplicator);
-constinit std::int32_t material_win_sorting_bonus__divisor = Default(material_win_sorting_bonus__divisor);
-constinit std::int32_t material_win_sorting_bonus__minimum = Default(material_win_sorting_bonus__minimum);
+    IntegerDefault("safe_queen_check_not_close_to_king_sorting_bonus");
+constinit std::int32_t safe_non_queen_check_sorting_bonus = IntegerDefault("safe_non_queen_check_sorting_bonus");
+constinit std::array<std::int32_t, 6> capture_move_sorting_bonus = ArrayDefault<6>("capture_move_sorting_bonus");
+constinit std::int32_t very_promising_tactical_move_margin = IntegerDefault("very_promising_tactical_move_margin");
+constinit std::int32_t material_win_sorting_bonus__multiplicator =
+    IntegerDefault("material_win_sorting_bonus__multiplicator");
+constinit std::int32_t material_win_sorting_bonus__divisor = IntegerDefault("material_win_sorting_bonus__divisor");
+constinit std::int32_t material_win_sorting_bonus__minimum = IntegerDefault("material_win_sorting_bonus__minimum");
 constinit std::int32_t material_quite_equal_sorting_bonus__multiplicator =
-    Default(material_quite_equal_sorting_bonus__multiplicator);
+    IntegerDefault("material_quite_equal_sorting_bonus__multiplicator");
 constinit std::int32_t material_quite_equal_sorting_bonus__divisor =
-    Default(material_quite_equal_sorting_bonus__divisor);
+    IntegerDefault("material_quite_equal_sorting_bonus__divisor");
 constinit std::int32_t material_quite_equal_sorting_bonus__minimum =
-    Default(material_quite_equal_sorting_bonus__minimum);
-constinit std::int32_t material_loss_sorting_malus__multiplicator = Default(material_loss_sorting_malus__multiplicator);
-constinit std::int32_t material_loss_sorting_malus__divisor = Default(material_loss_sorting_malus__divisor);
-constinit std::int32_t material_loss_sorting_malus__minimum = Default(material_loss_sorting_malus__minimum);
-constinit std::int32_t tactical_moves_minimum_sorting_value = Default(tactical_moves_minimum_sorting_value);
-constinit std::int32_t tactical_moves_default_sorting_value = Default(tactical_moves_default_sorting_value);
-constinit std::int32_t promising_move_minimum_sorting_value = Default(promising_move_minimum_sorting_value);
-constinit bool enable_killer_heuristic_for_move_ordering = Default(enable_killer_heuristic_for_move_ordering);
+    IntegerDefault("material_quite_equal_sorting_bonus__minimum");
+constinit std::int32_t material_loss_sorting_malus__multiplicator =
+    IntegerDefault("material_loss_sorting_malus__multiplicator");
+constinit std::int32_t material_loss_sorting_malus__divisor = IntegerDefault("material_loss_sorting_malus__divisor");
+constinit std::int32_t material_loss_sorting_malus__minimum = IntegerDefault("material_loss_sorting_malus__minimum");
+constinit std::int32_t tactical_moves_minimum_sorting_value = IntegerDefault("tactical_moves_minimum_sorting_value");
+constinit std::int32_t tactical_moves_default_sorting_value = IntegerDefault("tactical_moves_default_sorting_value");
+constinit std::int32_t promising_move_minimum_sorting_value = IntegerDefault("promising_move_minimum_sorting_value");
+constinit bool enable_killer_heuristic_for_move_ordering = BooleanDefault("enable_killer_heuristic_for_move_ordering");
 constinit bool if_killer1_is_promising_tactical_move_then_search_first =
-    Default(if_killer1_is_promising_tactical_move_then_search_first);
-constinit std::int32_t max_promising_tacticals_before_killer_one = Default(max_promising_tacticals_before_killer_one);
-constinit std::int32_t killer1_bonus__quiescence = Default(killer1_bonus__quiescence);
-constinit std::int32_t killer2_bonus__quiescence = Default(killer2_bonus__quiescence);
+    BooleanDefault("if_killer1_is_promising_tactical_move_then_search_first");
+constinit std::int32_t max_promising_tacticals_before_killer_one =
+    IntegerDefault("max_promising_tacticals_before_killer_one");
+constinit std::int32_t killer1_bonus__quiescence = IntegerDefault("killer1_bonus__quiescence");
+constinit std::int32_t killer2_bonus__quiescence = IntegerDefault("killer2_bonus__quiescence");
 constinit std::int32_t wins_enough_material_to_reach_at_least_beta__quiescence =
-    Default(wins_enough_material_to_reach_at_least_beta__quiescence);
+    IntegerDefault("wins_enough_material_to_reach_at_least_beta__quiescence");
 constinit bool enable_best_history_moves_before_remaining_tacticals =
-    Default(enable_best_history_moves_before_remaining_tacticals);
-constinit bool search_all_tacticals_first_if_playing_for_mate = Default(search_all_tacticals_first_if_playing_for_mate);
+    BooleanDefault("enable_best_history_moves_before_remaining_tacticals");
+constinit bool search_all_tacticals_first_if_playing_for_mate =
+    BooleanDefault("search_all_tacticals_first_if_playing_for_mate");
 constinit std::int32_t max_material_margin_to_search_history_moves_before_tacticals =
-    Default(max_material_margin_to_search_history_moves_before_tacticals);
+    IntegerDefault("max_material_margin_to_search_history_moves_before_tacticals");
 constinit std::int32_t max_history_moves_before_remaining_tacticals =
-    Default(max_history_moves_before_remaining_tacticals);
-constinit bool enable_static_move_ordering_from_sq_malus = Default(enable_static_move_ordering_from_sq_malus);
-constinit bool enable_static_move_ordering_to_sq_bonus = Default(enable_static_move_ordering_to_sq_bonus);
+    IntegerDefault("max_history_moves_before_remaining_tacticals");
+constinit bool enable_static_move_ordering_from_sq_malus = BooleanDefault("enable_static_move_ordering_from_sq_malus");
+constinit bool enable_static_move_ordering_to_sq_bonus = BooleanDefault("enable_static_move_ordering_to_sq_bonus");
 constinit bool enable_static_move_ordering_piece_dependent_bonus =
-    Default(enable_static_move_ordering_piece_dependent_bonus);
-constinit std::int32_t randomize_move_ordering_of_remaining_moves = Default(randomize_move_ordering_of_remaining_moves);
-constinit std::int32_t randomize_quiescence_move_ordering = Default(randomize_quiescence_move_ordering);
+    BooleanDefault("enable_static_move_ordering_piece_dependent_bonus");
+constinit std::int32_t randomize_move_ordering_of_remaining_moves =
+    IntegerDefault("randomize_move_ordering_of_remaining_moves");
+constinit std::int32_t randomize_quiescence_move_ordering = IntegerDefault("randomize_quiescence_move_ordering");
 constinit bool score_checking_move_should_neglect_trade_knight_vs_bishop =
-    Default(score_checking_move_should_neglect_trade_knight_vs_bishop);
+    BooleanDefault("score_checking_move_should_neglect_trade_knight_vs_bishop");
 
 std::span<const SettingRow> Table() noexcept { return table; }
 
