@@ -94,7 +94,7 @@ class NoRun : public testing::Test {
     NoRun() : search_(chase_fen) {
         search_.Make("e4e8");
         search_.board->moves_played[3] = search_.board->moves_played[1];
-        search_.board->check_runs[1].length = 3;
+        search_.board->check_runs[1].length = 0;
         search_.board->check_runs[3] = {.length = 9, .threat = 1};
     }
     [[nodiscard]] Node At3() {
@@ -145,7 +145,7 @@ TEST_F(NoRun, WhereTheCheckBeforeIsMissing) {
 TEST_F(NoRun, GoesOnOtherwise) {
     Node node = At3();
     PerpetualCheckTest(node);
-    EXPECT_EQ(search_.board->check_runs[3].length, 4);
+    EXPECT_EQ(search_.board->check_runs[3].length, 1);
 }
 
 TEST(PerpetualCheck, AtTheFirstPliesThereIsNoRun) {
