@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <ostream>
 #include <string_view>
@@ -227,6 +228,26 @@ INSTANTIATE_TEST_SUITE_P(Extensions, TypeTerms, testing::Values(
     RowName<TypeRow>);
 // clang-format on
 
+/// The two tables by type, as they stand in front of whoever tunes them.
+// clang-format off
+constexpr std::array<Distance, 18> stay_by_type{0, 0, 0, 0, 4, 5, 5, 5, 0, 0, -10, 5, 5, 0, -8, 10, -21, 0};
+constexpr std::array<Distance, 18> enter_by_type{0, 0, 32, 16, 128, 64, 64, 32, 32, -32, -192, 128, 128, 0, -128, 256, -384, 32};
+// clang-format on
+
+TEST_F(Extensions, EveryTypeHasItsTerms) {
+    settings::full_delayed_extensions_bonus = 64000;
+    for (std::size_t type = 0; type < stay_by_type.size(); ++type) {
+        for (const bool stays : {true, false}) {
+            const int present = static_cast<int>(type);
+            search_.board->position_class[0] = stays ? present : 17 - present;
+            Node node = At(64, NodeType::principal);
+            node.position_class = present;
+            DelayedExtensions(node);
+            EXPECT_EQ(node.delayed_extension, stays ? stay_by_type[type] : enter_by_type[type]) << "type " << type;
+        }
+    }
+}
+
 TEST_F(Extensions, TypeTermIsOnlyForQuietLastMoves) {
     search_.board->position_class[0] = unbalanced_ending;
     const auto term = [&] {
@@ -289,7 +310,11 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
     InstantRow{"recapture, pawn for pawn", "4k3/8/3p4/4p3/3P4/8/8/4K3 w - - 0 1", "d4e5", "d6e5", 28, 12},
     InstantRow{"knight takes bishop, then knight is taken", "4k3/8/1p6/2b5/4N3/8/8/4K3 b - - 0 1", "e8e7", "e4c5", 0, 0},
     InstantRow{"a knight recaptures a bishop's equal", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 28, 12},
-    InstantRow{"recapture on another square", "4k3/8/1p6/2b5/4N3/6n1/7P/4K3 b - - 0 1", "g3e4", "h2h3", 0, 0},
+    InstantRow{"recapture on another square", "4k3/8/8/2b5/4N3/6b1/5N2/K7 w - - 0 1", "e4c5", "g3f2", 28, 12},
+    InstantRow{"recapture on another square, where it must be the same", "4k3/8/8/2b5/4N3/6b1/5N2/K7 w - - 0 1", "e4c5", "g3f2", 0, 0, [](Node&) {
+        settings::capture_and_recapture_must_be_on_the_same_sq = true; }},
+    InstantRow{"a rook for a knight is none", "4k3/8/1p6/2n5/8/8/8/2R1K3 w - - 0 1", "c1c5", "b6c5", 0, 0},
+    InstantRow{"no capture after a capture", "4k3/8/1p6/2n5/8/8/8/2R1K3 w - - 0 1", "c1c5", "b6b5", 0, 0},
     InstantRow{"recapture forbidden", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 0, 0, [](Node& n) {
         n.child_flags = ChildFlags::no_recapture_extension; }},
     InstantRow{"recapture of too little", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 0, 0, [](Node&) {
@@ -304,6 +329,19 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
     InstantRow{"black passed pawn to its 6th", "4k3/8/8/8/3p4/8/8/4K3 w - - 0 1", "e1f1", "d4d3", 32, 16},
     InstantRow{"passed pawn to the 6th in a middle game", "4k3/8/8/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5d6", 24, 12, [](Node& n) { n.position_class = middle_game; }},
     InstantRow{"pawn to the 6th with an enemy pawn ahead", "4k3/2p5/8/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5d6", 0, 0},
+    InstantRow{"pawn to the 6th with an enemy pawn straight ahead", "4k3/3p4/8/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5d6", 0, 0},
+    InstantRow{"black pawn to its 6th with an enemy pawn ahead", "4k3/8/8/8/3p4/8/4P3/6K1 w - - 0 1", "g1h1", "d4d3", 0, 0},
+    InstantRow{"pawn to the 6th with an own pawn ahead", "4k3/2P5/8/3P4/8/8/8/4K3 b - - 0 1", "e8f7", "d5d6", 32, 16},
+    InstantRow{"pawn to the 6th with an enemy pawn two files off", "4k3/1p6/8/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5d6", 32, 16},
+    InstantRow{"pawn to the 8th", "8/3P3k/8/8/8/8/8/4K3 b - - 0 1", "h7h6", "d7d8", 0, 0},
+    InstantRow{"pawn to the 7th in a middle game", "4k3/8/3P4/8/8/8/8/4K3 b - - 0 1", "e8f8", "d6d7", 65, 33, [](Node& n) {
+        n.position_class = middle_game;
+        settings::full_passer_7th_rank_extension_bonus__non_endgame = 65; settings::limited_passer_7th_rank_extension_bonus__non_endgame = 33; }},
+    InstantRow{"pawn to the 7th in the first ending", "4k3/8/3P4/8/8/8/8/4K3 b - - 0 1", "e8f8", "d6d7", 66, 34, [](Node& n) {
+        n.position_class = balanced_ending;
+        settings::full_passer_7th_rank_extension_bonus__endgame = 66; settings::limited_passer_7th_rank_extension_bonus__endgame = 34; }},
+    InstantRow{"rook to the 6th", "6k1/8/8/8/8/8/8/R3K3 b - - 0 1", "g8h8", "a1a6", 0, 0},
+    InstantRow{"queen to the 7th", "6k1/8/8/8/8/8/8/Q3K3 b - - 0 1", "g8f8", "a1a7", 0, 0},
     InstantRow{"pawn to the 6th with an enemy pawn beside", "4k3/8/2p5/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5d6", 32, 16},
     InstantRow{"pawn to the 6th by a capture", "4k3/8/2n5/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5c6", 0, 0},
     InstantRow{"pawn to the 6th by a capture that counts", "4k3/8/2n5/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5c6", 32, 16, [](Node&) {
@@ -314,7 +352,10 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
     InstantRow{"rook along the 7th", "6k1/R7/8/8/8/8/8/4K3 b - - 0 1", "g8h8", "a7b7", 0, 0},
     InstantRow{"rook to the 7th, the king on its third rank", "8/8/5k2/8/8/8/8/R3K3 b - - 0 1", "f6g6", "a1a7", 0, 0},
     InstantRow{"rook to the 7th, the king on its second rank", "8/5k2/8/8/8/8/8/RN2K3 b - - 0 1", "f7g7", "a1a7", 52, 30},
-    InstantRow{"rook to the 8th", "6k1/5ppp/8/8/8/8/8/R3K3 b - - 0 1", "h7h6", "a1a7", 12, 6},
+    InstantRow{"rook to the 8th", "1n4k1/7p/8/8/8/8/8/R3K3 b - - 0 1", "h7h6", "a1a8", 0, 0},
+    InstantRow{"rook from the 8th to the 7th", "R3n1k1/7p/8/8/8/8/8/4K3 b - - 0 1", "h7h6", "a8a7", 12, 6},
+    InstantRow{"black rook to its 7th, the king on its third rank", "r5k1/8/8/8/8/6K1/8/8 w - - 0 1", "g3f3", "a8a2", 0, 0},
+    InstantRow{"black rook to its 7th, the king on its second rank", "r5k1/8/8/8/8/8/1N4K1/8 w - - 0 1", "g2h2", "a8a2", 12, 6},
     InstantRow{"single reply", quiet_fen, "a2a3", "a7a6", 128, 64, [](Node& n) { n.flags = NodeFlags::single_reply; }},
     InstantRow{"sum is capped", "4k3/8/8/8/8/8/8/R3K3 b - - 0 1", "e8e7", "a1a7", 128, 80, [](Node& n) { n.flags = NodeFlags::single_reply; }},
     InstantRow{"without a cap", "4k3/8/8/8/8/8/8/R3K3 b - - 0 1", "e8f8", "a1a8", 168, 88, [](Node& n) {
@@ -330,6 +371,15 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
         n.flags = NodeFlags::single_reply; settings::enable_search_extensions = false; }}),
     RowName<InstantRow>);
 // clang-format on
+
+/// The root has no move before its own: the move on the stack there is none to recapture from.
+TEST(InstantAmounts, RootRecapturesNothing) {
+    SearchBuilder search("4k3/8/1p6/2N5/8/8/8/4K3 b - - 0 1");
+    search.board->moves_played[0] = MakeWord(e4, c5, knight, bishop);
+    Node node = search.NodeAt(0, 128);
+    node.child_flags = ChildFlags::none;
+    EXPECT_EQ(ExtendedDistance(node, MoveOf(search.board->board, "b6c5")), 128);
+}
 
 /// Only the check bits are taken back for the next move: one recapture keeps all later moves from being reduced.
 TEST(ExtensionCauses, StaySetForLaterMovesButForTheChecks) {

@@ -148,6 +148,26 @@ TEST_F(NoRun, GoesOnOtherwise) {
     EXPECT_EQ(search_.board->check_runs[3].length, 1);
 }
 
+/// The first check opens no run, the second begins it with a record, and the third makes two.
+TEST(PerpetualCheck, GrowsWithTheChecksOfALine) {
+    SearchBuilder search("6k1/r7/8/8/8/8/8/1Q5K w - - 0 1");
+    struct Ply {
+        std::string_view move;
+        int length;
+        bool is_threat;
+    };
+    for (const Ply& ply : {Ply{"b1g6", 0, false}, Ply{"g8h8", -1, false}, Ply{"g6h6", 1, false}, Ply{"h8g8", -1, false},
+                           Ply{"h6g6", 2, true}, Ply{"g8h8", -1, false}, Ply{"g6h6", 3, true}}) {
+        search.Make(ply.move);
+        Node node = search.NodeAt(0, 64);
+        if (!node.in_check) continue;
+        node.child_flags = ChildFlags::none;
+        PerpetualCheckTest(node);
+        EXPECT_EQ(search.board->check_runs[node.ply].length, ply.length);
+        EXPECT_EQ(HasAny(node.flags, NodeFlags::perpetual_threat), ply.is_threat);
+    }
+}
+
 TEST(PerpetualCheck, AtTheFirstPliesThereIsNoRun) {
     SearchBuilder search(chase_fen);
     search.Make("e4e8");
