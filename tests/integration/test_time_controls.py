@@ -10,12 +10,12 @@ MATCH = pathlib.Path(__file__).resolve().parent.parent.parent / "tools" / "match
 
 
 def test_twenty_fast_games_without_a_time_loss():
-    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", "20", "--draw-after", "16"],
+    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", "20", "--draw-after", "12"],
                            capture_output=True, text=True, timeout=800)
     assert match.returncode == 0, match.stdout + match.stderr
 
 
 def test_four_fast_games_with_pondering():
-    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", "4", "--draw-after", "12", "--ponder"],
+    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", "4", "--draw-after", "8", "--ponder"],
                            capture_output=True, text=True, timeout=400)
     assert match.returncode == 0, match.stdout + match.stderr
