@@ -99,6 +99,12 @@ double endgame_weight(const BOARD& board) noexcept {
     return units > most_weighed_units ? 0.0 : endgame_weights[units];
 }
 
+int blend_weight(bool is_middle_game, const EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    return context.settings->personality + openness_part(context) +
+           material_part(board.frame().material_balance, is_middle_game) + queen_part(board) +
+           danger_part(context, board);
+}
+
 int blend(SCORE_PAIR sum, bool is_middle_game, const EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     const int positional = sum.positional();
     const int reckless = sum.reckless();
@@ -106,9 +112,7 @@ int blend(SCORE_PAIR sum, bool is_middle_game, const EVALUATION_CONTEXT& context
     if (personality >= all_reckless) return reckless;
     if (personality <= all_positional) return positional;
 
-    const int weight = personality + openness_part(context) +
-                       material_part(board.frame().material_balance, is_middle_game) + queen_part(board) +
-                       danger_part(context, board);
+    const int weight = blend_weight(is_middle_game, context, board);
     if (weight < 1) return positional;
     if (weight >= full_weight) return reckless;
     return ((full_weight - weight) * positional + weight * reckless) / full_weight;

@@ -70,6 +70,7 @@ EVALUATION_RESULT evaluate_ending(EVALUATION_CONTEXT& context, const BOARD& boar
     find_open_files(context, board);
     place_kings(context, board);
     find_pawn_attacks(context, board);
+    if (!context.pawn_entry_from_table) find_pawn_facts(context, board);
     sum += pawn_structure_ending(context, board);
     sum += pieces(context, board);
     sum += king_placement_ending(context, board);

@@ -5,6 +5,7 @@
 
 #include "evaluation/ending.h"
 #include "evaluation/middle_game.h"
+#include "evaluation/passed_pawns.h"
 #include "evaluation/pawn_ending.h"
 #include "evaluation/pawn_hash_entry.h"
 #include "evaluation/pawnless.h"
@@ -41,7 +42,10 @@ EVALUATION_RESULT run_routine(EVALUATION_CONTEXT& context, const BOARD& board, i
 EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
     context = {.settings = context.settings};
     const PAWN_HASH_ENTRY* const entry = pawn_hash_table.Probe(board.frame().pawn_key, position_type);
-    if (entry != nullptr) restore_pawn_entry(*entry, context, board);
+    if (entry != nullptr)
+        restore_pawn_entry(*entry, context, board);
+    else
+        find_passed_pawns(context, board);
     const EVALUATION_RESULT result = run_routine(context, board, bound, position_type);
     if (!result.lazy && !context.pawn_entry_from_table) {
         pawn_hash_table.Store(construct_pawn_entry(context, board, position_type));

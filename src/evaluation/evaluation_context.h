@@ -20,13 +20,59 @@ enum Wing : std::uint8_t { queen_side = 0, king_side = 1, centre = 2 };
 
 using WingCounters = std::array<std::int16_t, 3>;  ///< points, by Wing
 
-/// What is known about the pawns of one side.
+/// Counters wrap at 16 bits.
+constexpr void add_points(std::int16_t& counter, int points) noexcept {
+    counter = static_cast<std::int16_t>(counter + points);
+}
+
+/// Two ways to cut the files into wings. Pawns and kings go by the narrow wings a, b and g, h; pieces and passed pawns
+/// by the wide ones a to c and f to h.
+[[nodiscard]] constexpr Wing narrow_wing(int file) noexcept {
+    return file < 2 ? queen_side : file < 6 ? centre : king_side;
+}
+[[nodiscard]] constexpr Wing wide_wing(int file) noexcept {
+    return file < 3 ? queen_side : file < 5 ? centre : king_side;
+}
+
+/// What is known about the pawns of one side. "Ahead" and ranks are seen from that side.
 struct PAWN_INFO {
-    Bitboard attacks;         ///< squares attacked by own pawns
-    Bitboard attacked_once;   ///< by exactly one of them
-    Bitboard attacked_twice;  ///< by two
     std::int16_t pawn_count;
     std::array<std::uint8_t, 16> squares;  ///< the first pawn_count entries, from h8 to a1
+
+    // Found on every evaluation.
+    Bitboard attacks;                        ///< squares attacked by own pawns
+    Bitboard attacked_once;                  ///< by exactly one of them
+    Bitboard attacked_twice;                 ///< by two
+    Bitboard dominated;                      ///< squares that own pawns attack more often than enemy pawns do
+    Bitboard defended;                       ///< own pawns that an own pawn attacks
+    Bitboard blocked;                        ///< own pawns with any piece on the square in front
+    Bitboard restrained;                     ///< blocked ones, and those whose next square an enemy pawn attacks
+    Bitboard duo;                            ///< own pawns with an own pawn beside them
+    Bitboard doubled;                        ///< all own pawns on files that hold more than one of them
+    std::array<std::int16_t, 8> file_count;  ///< own pawns, by file
+
+    // Found before the lazy test, from `passed`.
+    Bitboard front_passed;                    ///< the foremost passed pawn of each file
+    std::array<std::int16_t, 8> passed_rank;  ///< by file its rank index (1 is where a pawn starts), 0 if there is none
+
+    // Kept in the pawn hash table.
+    Bitboard passed;  ///< no enemy pawn ahead on its file or a neighbouring one
+    std::int16_t passed_count;
+    Bitboard isolated;         ///< no own pawn on a neighbouring file
+    Bitboard backward;         ///< can't advance without loss, nor be supported from behind
+    Bitboard backward_stuck;   ///< of these, the ones still at home that have no neighbour
+    Bitboard covered;          ///< pawns with a front_distance
+    Bitboard advance_squares;  ///< where pawns can go as far as pawns are concerned
+    Bitboard attack_span;      ///< squares diagonally ahead of own pawns and of their advance_squares
+    Bitboard centre_gaps;      ///< d4, e4, d5, e5 where no pawn stands, outside the attack_span
+};
+
+/// More pawns on a wing than the enemy has there.
+enum class Majority : std::uint8_t { none = 0, white = 1, black = 2 };
+struct MAJORITY_INFO {
+    Majority kind;
+    std::uint8_t count_a;  ///< files that hold the pawns of the side that has it
+    std::uint8_t count_b;  ///< enemy pawns against them
 };
 
 /// The working record of one evaluation. Every evaluation starts by clearing it. Arrays of two are by Colour.
@@ -34,7 +80,14 @@ struct EVALUATION_CONTEXT {
     const EVALUATION_SETTINGS* settings = nullptr;  ///< not owned; what the caller sets, and all that is kept
 
     PAWN_INFO pawns[2] = {};
+    Bitboard rams = 0;                   ///< pawns of both sides with a pawn directly in front
+    MAJORITY_INFO majority[2] = {};      ///< by Wing, queen side and king side
     std::int16_t openness = 0;           ///< of the pawn structure, 1 to 15
+    std::int16_t pawn_positional = 0;    ///< centipawns, White minus Black: what the pawn structure adds by itself,
+    std::int16_t pawn_reckless = 0;      ///<   in the opening and middle game
+    std::int16_t pawn_ending = 0;        ///<   and in an ending
+    WingCounters pawn_pressure[2] = {};  ///< its part of pressure and cover, kept apart for the pawn hash table
+    WingCounters pawn_cover[2] = {};
     bool pawn_entry_from_table = false;  ///< the pawn facts came from the pawn hash table
 
     std::uint8_t files_without_pawn[2] = {};  ///< bit 0 is the a-file
@@ -48,10 +101,12 @@ struct EVALUATION_CONTEXT {
     Bitboard attacks_no_queen[2] = {};  ///< as they were before the queens
 
     double endgame_weight = 0.0;  ///< 0.0 to 1.0
-    std::int16_t activity = 0;    ///< points, middle game only
+    std::int16_t activity = 0;    ///< points, White minus Black, middle game only
 
     WingCounters pressure[2] = {};  ///< how much this side presses on a wing
     WingCounters cover[2] = {};     ///< how solid this side stands there
+
+    Bitboard attackers_near_king[2] = {};  ///< knights near this side's king, of either side, on its wing
 
     // The danger to this side's king.
     std::int16_t king_attack[2] = {};  ///< points

@@ -12,8 +12,18 @@ void place_kings(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 /// How much of an attack runs against a king: 0.0 below -4 points, 1.0 from 30 on.
 [[nodiscard]] double danger_of_attack(int king_attack) noexcept;
 
-/// Shelter of both kings, White minus Black. Sets the danger factors of both, from `king_attack` and `king_cover`. Adds
-/// nothing yet.
+/// The shelter of a king on `square`, with whatever storms it. Sets `king_attack`, `king_cover` and the danger factors
+/// of this side from the counters of both.
+template <Colour Us>
+[[nodiscard]] SCORE_PAIR shelter(EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;
+/// The same where the king may still choose between two squares: from the c- and f-file it looks at both neighbours.
+template <Colour Us>
+[[nodiscard]] SCORE_PAIR castled_shelter(EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;
+/// A castled king that can't leave its first rank. Changes `king_attack` and `king_cover`, but not the factors.
+template <Colour Us>
+[[nodiscard]] SCORE_PAIR trapped_king(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+
+/// Shelter of both kings, White minus Black. Needs the `attacks` of both sides; sets the danger inputs and factors.
 [[nodiscard]] SCORE_PAIR king_safety(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
 /// Where the kings stand in an ending, in centipawns, White minus Black. Adds nothing yet.

@@ -5,14 +5,14 @@
 #include "evaluation/score_pair.h"
 
 /// What the knights of one side are worth on their squares, in the opening and in the middle game. Extends `attacks`,
-/// changes `pressure` and `cover`. Adds nothing yet.
+/// changes `pressure` and `cover`.
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR knights_opening(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR knights_middle_game(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
 /// The squares that the knights of one side can go to; the other side's `attacks_no_queen` must be complete. Changes
-/// `pressure` and `cover` of the centre. Adds nothing yet.
+/// `pressure` and `cover` of the centre.
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR knight_mobility(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 

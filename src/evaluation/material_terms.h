@@ -1,10 +1,17 @@
 #pragma once
 
+#include <algorithm>
+
 #include "chess/board.h"
 #include "evaluation/evaluation_context.h"
 #include "evaluation/score_pair.h"
 
 /// Terms of material beyond the values of the pieces. All are White minus Black.
+
+/// By what knights and rooks are weighed: half of all pawns on the board, 8 at most.
+[[nodiscard]] inline int half_of_all_pawns(const BOARD& board) noexcept {
+    return std::min(PopCount(board.side(white).pawns | board.side(black).pawns) >> 1, 8);
+}
 
 /// Sets `has_bishop_pair` of both sides.
 void find_bishop_pairs(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

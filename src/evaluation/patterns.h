@@ -4,7 +4,7 @@
 #include "evaluation/evaluation_context.h"
 #include "evaluation/score_pair.h"
 
-/// Terms of the opening and middle game that look at the whole board. All are White minus Black and add nothing yet.
+/// Terms of the opening and middle game that look at the whole board. All are White minus Black.
 
 /// Pieces at home that stand in each other's way, and the right to move. Changes `pressure` and `cover`.
 [[nodiscard]] SCORE_PAIR patterns_opening(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

@@ -5,7 +5,7 @@
 #include "evaluation/score_pair.h"
 
 /// What the queens of one side are worth in the opening and in the middle game. Extends `attacks`, changes `pressure`
-/// and `cover`. Adds nothing yet.
+/// and `cover`.
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR queens_opening(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 template <Colour Us>

@@ -5,7 +5,7 @@
 #include "evaluation/score_pair.h"
 
 /// What the rooks of one side are worth in the opening and middle game. Extends `attacks`, changes `pressure`, `cover`
-/// and `activity`. Adds nothing yet.
+/// and `activity`.
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR rooks(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 

@@ -90,6 +90,7 @@ inline constexpr std::string_view hash_move_of_line_condition = "local_board.Ver
 inline constexpr std::string_view pawn_hash_collision_detected = "pawnhashtable collision detected";
 inline constexpr std::string_view unexpected_position_type = "PAWN_HASH_ENTRY::Construct: unexpected position_type";
 inline constexpr std::string_view pawn_hash_type_condition = "entry.position_type != 16";
+inline constexpr std::string_view pawn_hash_subset_condition = "(stored & ~pawns) == 0";
 inline constexpr std::string_view bounds_crossed = "error: lowerbound and upperbound crossed!\n";
 inline constexpr std::string_view lowerbound_is = "lowerbound=";
 inline constexpr std::string_view upperbound_is = ", upperbound=";

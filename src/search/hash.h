@@ -174,11 +174,23 @@ class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
     std::uint32_t age_ = 1;  // 0 marks an entry of no search
 };
 
-/// What is cached about the pawns of a position, for one position type. The evaluator packs its facts and scores.
+/// What is cached about the pawns of a position, for one position type. The evaluator packs its facts and scores; sets
+/// of pawns hold both colours.
 struct PAWN_HASH_ENTRY {
     std::uint64_t pawn_key = 0;
     std::uint8_t position_type = 0;
-    std::array<std::uint8_t, 103> facts{};
+    std::uint32_t packed = 0;  ///< majorities and openness
+    std::uint64_t passed = 0;
+    std::uint64_t isolated = 0;
+    std::uint64_t backward = 0;
+    std::uint64_t backward_stuck = 0;
+    std::uint64_t covered = 0;
+    std::array<std::uint64_t, 2> advance_squares{};  ///< by Colour
+    std::array<std::uint64_t, 2> centre_gaps{};      ///< by Colour
+    std::int16_t positional = 0;                     ///< opening and middle game only, as `reckless` and `counters`
+    std::int16_t reckless = 0;
+    std::int16_t ending = 0;
+    std::array<std::uint32_t, 4> counters{};  ///< White's pressure and cover, Black's; three wings in a word
 };
 static_assert(sizeof(PAWN_HASH_ENTRY) == 112);
 

@@ -191,10 +191,10 @@ TEST(EvaluationTables, PawnsAreKnownAgainUnderAnotherPlacementOfThePieces) {
 TEST(EvaluationTables, AKnownPawnEntryIsNotWrittenAgain) {
     EvaluationBuilder position(ending_position);
     PAWN_HASH_ENTRY entry = construct_pawn_entry(position.context, position.board, position.Type());
-    entry.facts.back() = 77;
+    entry.counters.back() = 77;
     pawn_hash_table.Store(entry);
     position.Ask(0);
-    EXPECT_EQ(pawn_hash_table.Probe(entry.pawn_key, position.Type())->facts.back(), 77);
+    EXPECT_EQ(pawn_hash_table.Probe(entry.pawn_key, position.Type())->counters.back(), 77);
 }
 
 TEST(EvaluationTables, PawnsOfTwoTypesAreTwoEntries) {

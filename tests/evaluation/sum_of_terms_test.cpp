@@ -25,6 +25,7 @@ namespace {
 
 void FindPlaces(EVALUATION_CONTEXT& context, const BOARD& board) {
     find_bishop_pairs(context, board);
+    find_passed_pawns(context, board);
     build_pawn_lists(context, board);
     find_open_files(context, board);
     place_kings(context, board);
@@ -32,6 +33,15 @@ void FindPlaces(EVALUATION_CONTEXT& context, const BOARD& board) {
 }
 
 int ForSideToMove(const BOARD& board, int score) { return board.side_to_move == white ? score : -score; }
+
+template <Colour Us>
+SCORE_PAIR Knights(EVALUATION_CONTEXT& context, const BOARD& board, bool is_opening) {
+    return is_opening ? knights_opening<Us>(context, board) : knights_middle_game<Us>(context, board);
+}
+template <Colour Us>
+SCORE_PAIR Queens(EVALUATION_CONTEXT& context, const BOARD& board, bool is_opening) {
+    return is_opening ? queens_opening<Us>(context, board) : queens_middle_game<Us>(context, board);
+}
 
 int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, PositionType type) {
     EVALUATION_CONTEXT context{.settings = &settings};
@@ -43,22 +53,22 @@ int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, Position
     sum += bishop_pair(context);
     find_pawn_facts(context, board);
     sum += pawn_structure(context, board, type);
-    sum += is_opening ? knights_opening<white>(context, board) : knights_middle_game<white>(context, board);
-    sum -= is_opening ? knights_opening<black>(context, board) : knights_middle_game<black>(context, board);
-    sum += bishops<white>(context, board);
-    sum -= bishops<black>(context, board);
-    sum += rooks<white>(context, board);
-    sum -= rooks<black>(context, board);
+    if (board.side(white).knights != 0) sum += Knights<white>(context, board, is_opening);
+    if (board.side(black).knights != 0) sum -= Knights<black>(context, board, is_opening);
+    if (board.side(white).bishops != 0) sum += bishops<white>(context, board);
+    if (board.side(black).bishops != 0) sum -= bishops<black>(context, board);
+    if (board.side(white).rooks != 0) sum += rooks<white>(context, board);
+    if (board.side(black).rooks != 0) sum -= rooks<black>(context, board);
     context.attacks_no_queen[white] = context.attacks[white];
     context.attacks_no_queen[black] = context.attacks[black];
-    sum += is_opening ? queens_opening<white>(context, board) : queens_middle_game<white>(context, board);
-    sum -= is_opening ? queens_opening<black>(context, board) : queens_middle_game<black>(context, board);
+    if (board.side(white).queens != 0) sum += Queens<white>(context, board, is_opening);
+    if (board.side(black).queens != 0) sum -= Queens<black>(context, board, is_opening);
     sum += is_opening ? patterns_opening(context, board) : patterns_middle_game(context, board);
     sum += space(context, board);
     if (!is_opening) sum += activity(context, board);
     sum += king_safety(context, board);
-    sum += knight_mobility<white>(context, board);
-    sum -= knight_mobility<black>(context, board);
+    if (board.side(white).knights != 0) sum += knight_mobility<white>(context, board);
+    if (board.side(black).knights != 0) sum -= knight_mobility<black>(context, board);
     sum += pawn_balance(context, board);
     return board.frame().material_balance + ForSideToMove(board, blend(sum, !is_opening, context, board));
 }
@@ -67,6 +77,7 @@ int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
     EVALUATION_CONTEXT context{.settings = &settings};
     if (const auto value = wrong_bishop_rule(board)) return *value;
     FindPlaces(context, board);
+    find_pawn_facts(context, board);
     int sum = ForSideToMove(board, board.frame().material_balance);
     const bool is_near_balance = std::abs(sum) < 500;
     sum += passed_pawns_ending(context, board);
@@ -94,7 +105,7 @@ TEST(SumOfTerms, IsTheScore) {
         const int type = position.Type();
         if (type == opening || type == middle_game) {
             ++pair_sums;
-            ASSERT_EQ(position.Score(), SumOfPairs(position.settings, board, static_cast<PositionType>(type)))
+            ASSERT_EQ(position.FullScore(), SumOfPairs(position.settings, board, static_cast<PositionType>(type)))
                 << FenOf(board);
         } else if (type != rook_ending && type != queen_ending && type != pawn_ending && type != pawnless) {
             ++endings;

@@ -76,8 +76,8 @@ INSTANTIATE_TEST_SUITE_P(
         StartRow{"CommandsBeforeTheUnknownWordCount",
                  {"--eval", "--foo"},
                  1,
-                 "eval: 0\n" + Stopped("foo"),
-                 Executing("eval") + "eval: 0\n" + Stopped("foo")},
+                 "eval: 6\n" + Stopped("foo"),
+                 Executing("eval") + "eval: 6\n" + Stopped("foo")},
         StartRow{"NothingBehindTheUnknownWordCounts", {"--foo", "--eval"}, 1, Stopped("foo"), Stopped("foo")},
         StartRow{"WrongArgument",
                  {"--st", "abc"},
@@ -107,7 +107,7 @@ TEST(CommandLine, WordWithoutDashIsCarriedOutWithAWarning) {
     const Start start = StartWith({"eval", "-quit"});
     EXPECT_EQ(start.status, 0);
     EXPECT_EQ(start.warnings, "Warning: Expecting '-' before option \"eval\"! Continuing...\n");
-    EXPECT_EQ(start.screen, "eval: 0\n");
+    EXPECT_EQ(start.screen, "eval: 6\n");
 }
 
 TEST(CommandLine, VersionEndsTheProgram) {
@@ -130,7 +130,7 @@ TEST(CommandLine, GreetingComesBeforeTheOptions) {
     testing::internal::CaptureStdout();
     EngineShell shell({"--eval", "--quit"});
     const std::string screen = testing::internal::GetCapturedStdout();
-    EXPECT_TRUE(std::regex_match(screen, std::regex("[^\n]+!\neval: 0\n"))) << screen;
+    EXPECT_TRUE(std::regex_match(screen, std::regex("[^\n]+!\neval: 6\n"))) << screen;
     EXPECT_EQ(shell.run(), 0);
 }
 

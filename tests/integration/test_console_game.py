@@ -398,7 +398,7 @@ def test_playother_is_refused_when_the_game_is_over(console):
     ("rejected", "Command ignored (command is not supported)\n"),
     ("exit", "Error (must be in analyze mode): exit\n"),
     ("ping x", "pong x\n"),
-    ("eval", "eval: 0\n"),
+    ("eval", "eval: 6\n"),
 ])
 def test_small_answers(console, line, answer):
     console.ask_text(line, "White 1> " + answer)

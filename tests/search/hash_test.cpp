@@ -433,11 +433,11 @@ TEST(Transpositions, AgreeWithTheSlowModel) {
 
 TEST(PawnHash, FindsAnEntryByKeyAndType) {
     PAWN_HASH_TABLE table;
-    PAWN_HASH_ENTRY entry{.pawn_key = 0x1234567890ABCDEF, .position_type = 2, .facts = {}};
-    entry.facts[102] = 99;
+    PAWN_HASH_ENTRY entry{.pawn_key = 0x1234567890ABCDEF, .position_type = 2};
+    entry.counters[3] = 99;
     table.Store(entry);
     ASSERT_NE(table.Probe(entry.pawn_key, 2), nullptr);
-    EXPECT_EQ(table.Probe(entry.pawn_key, 2)->facts[102], 99);
+    EXPECT_EQ(table.Probe(entry.pawn_key, 2)->counters[3], 99);
     EXPECT_EQ(table.Probe(entry.pawn_key, 1), nullptr);
     EXPECT_EQ(table.Probe(entry.pawn_key ^ 1U << 31, 2), nullptr);
     EXPECT_EQ(table.Probe(entry.pawn_key ^ std::uint64_t{1} << 63, 2), nullptr);
@@ -452,8 +452,8 @@ TEST(PawnHash, FindsAnEntryByKeyAndType) {
 
 TEST(PawnHash, StoreOverwritesItsSlot) {
     PAWN_HASH_TABLE table;
-    table.Store({.pawn_key = 0x100000001, .position_type = 2, .facts = {}});
-    table.Store({.pawn_key = 0x200000001, .position_type = 2, .facts = {}});  // one slot: the low words are equal
+    table.Store({.pawn_key = 0x100000001, .position_type = 2});
+    table.Store({.pawn_key = 0x200000001, .position_type = 2});  // one slot: the low words are equal
     EXPECT_EQ(table.Probe(0x100000001, 2), nullptr);
     EXPECT_NE(table.Probe(0x200000001, 2), nullptr);
 }
@@ -462,14 +462,14 @@ TEST(PawnHash, TypesOfOnePawnStructureLiveSideBySide) {
     PAWN_HASH_TABLE table;
     ASSERT_TRUE(table.resize(4 << 20));
     for (int type = 0; type < 16; ++type) {
-        table.Store({.pawn_key = 77, .position_type = static_cast<std::uint8_t>(type), .facts = {}});
+        table.Store({.pawn_key = 77, .position_type = static_cast<std::uint8_t>(type)});
     }
     for (int type = 0; type < 16; ++type) EXPECT_NE(table.Probe(77, type), nullptr) << type;
 }
 
 TEST(PawnHash, AnEntryOfAPositionWithoutPawnsIsReported) {
     PAWN_HASH_TABLE table;
-    table.Store({.pawn_key = 5, .position_type = 16, .facts = {}});
+    table.Store({.pawn_key = 5, .position_type = 16});
     LogCapture log;
     testing::internal::CaptureStdout();
     EXPECT_NE(table.Probe(5, 16), nullptr);

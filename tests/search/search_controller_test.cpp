@@ -339,7 +339,7 @@ TEST(SearchController, NewContemptClearsTheTablesThatDependOnIt) {
     const auto fill = [] {
         transposition_table.Store(TranspositionEntry::Make(5, INVALID, false, 0, NodeFlags::none));
         evaluation_hash_table.Store({.key = 5, .score = 1});
-        pawn_hash_table.Store({.pawn_key = 5, .position_type = 2, .facts = {}});
+        pawn_hash_table.Store({.pawn_key = 5, .position_type = 2});
     };
     const auto is_empty = [](const ABSTRACT_HASH_TABLE& table) { return table.freeSlots() == table.totalSlots(); };
     fill();

@@ -3,8 +3,13 @@
 #include <string>
 #include <string_view>
 
+#include "evaluation/blend.h"
 #include "evaluation/evaluate.h"
 #include "evaluation/evaluation_context.h"
+#include "evaluation/king_safety.h"
+#include "evaluation/material_terms.h"
+#include "evaluation/passed_pawns.h"
+#include "evaluation/pawn_structure.h"
 #include "search/hash.h"
 #include "support/board_builder.h"
 
@@ -24,6 +29,8 @@ struct EvaluationBuilder {
         ForgetEvaluations();
     }
 
+    EvaluationBuilder(const BOARD& position, EVALUATION_SETTINGS with) : board(position), settings(with) {}
+
     [[nodiscard]] int Type() const { return classify_position(board, no_position_type); }
     /// Answers from the tables, if they know.
     int Ask(int bound) { return evaluate(context, board, bound, Type()); }
@@ -35,6 +42,35 @@ struct EvaluationBuilder {
         ForgetEvaluations();
         return exact_evaluation(context, board, Type());
     }
+
+    /// Brings the context to where the terms of the opening and middle game begin: all pawn facts found, the `attacks`
+    /// of both sides hold the squares next to their kings, every counter is zero.
+    void PrepareTerms() {
+        context = {.settings = &settings};
+        find_bishop_pairs(context, board);
+        find_passed_pawns(context, board);
+        static_cast<void>(passed_pawns(context, board));
+        build_pawn_lists(context, board);
+        find_open_files(context, board);
+        place_kings(context, board);
+        context.endgame_weight = endgame_weight(board);
+        find_pawn_attacks(context, board);
+        find_pawn_facts(context, board);
+    }
+
+    /// What the first terms of the opening and middle game come to, positional, for the side to move: a bound at which
+    /// the routines always compute every term. A score is found there even if the other terms add more than the lazy
+    /// margins allow for, which misleads a bisection.
+    [[nodiscard]] int Estimate() const {
+        EVALUATION_CONTEXT scratch{.settings = &settings};
+        find_bishop_pairs(scratch, board);
+        find_passed_pawns(scratch, board);
+        SCORE_PAIR sum = passed_pawns(scratch, board);
+        sum += material_imbalance(board);
+        sum += bishop_pair(scratch);
+        return board.frame().material_balance + (board.side_to_move == white ? sum : -sum).positional();
+    }
+    [[nodiscard]] int FullScore() { return AskAfresh(Estimate()); }
 
     BOARD board;
     EVALUATION_SETTINGS settings;

@@ -1,0 +1,80 @@
+"""The trace adds up, and ends at the score that the engine gives."""
+
+import os
+import re
+import subprocess
+
+import pytest
+
+TRACE = os.environ["VORKA_EVAL_TRACE"]
+ENGINE = os.environ["VORKA_ENGINE"]
+
+OPENING = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1"
+MIDDLE_GAME = "r1bq1rk1/pp3ppp/2n1pn2/2b5/2BP4/2N2N2/PP3PPP/R1BQ1RK1 b - - 0 1"
+ENDING = "4kb1r/4p3/8/8/8/8/4P3/4KB1R w - - 0 1"
+
+
+def trace(*words):
+    return subprocess.run([TRACE, *words], capture_output=True, text=True, check=True).stdout
+
+
+def rows(text):
+    """Name of each row and its pairs: of White, of Black (None where only the sum is told), and the sum."""
+    found = []
+    for line in text.splitlines():
+        cells = line.split("|")
+        if len(cells) < 6 or not re.search(r"\d", cells[3]):
+            continue
+        found.append((cells[0].rstrip(), [tuple(map(int, cell.split())) or None for cell in cells[1:4]]))
+    return found
+
+
+def number(text, name):
+    return int(re.search(rf"^{name} +(-?\d+)", text, re.MULTILINE)[1])
+
+
+def eval_of(fen, tmp_path):
+    text = subprocess.run([ENGINE], input=f"force\nsetboard {fen}\neval\nquit\n", capture_output=True, text=True, cwd=tmp_path,
+                          check=True).stdout
+    return int(re.search(r"eval: (-?\d+)", text)[1])
+
+
+@pytest.mark.parametrize("fen", [OPENING, MIDDLE_GAME])
+def test_terms_add_up_to_the_score(fen, tmp_path):
+    text = trace(fen)
+    table = rows(text)
+    names = [name for name, _ in table]
+    assert names[0] == "passed pawns" and names[-1] == "sum"
+    assert ("activity" in names) == (fen == MIDDLE_GAME)
+    for name, (of_white, of_black, total) in table:
+        if of_white is not None:
+            assert total == (of_white[0] - of_black[0], of_white[1] - of_black[1]), name
+    for wanted, part in (("sum", [row for name, row in table[:-1] if not name.startswith(" ")]),
+                         ("pawns alone", [row for name, row in table if name.startswith(" ")])):
+        total = dict(table)[wanted][2]
+        assert total == (sum(row[2][0] for row in part), sum(row[2][1] for row in part)), wanted
+
+    positional, reckless = dict(table)["sum"][2]
+    weight = min(max(number(text, "blend weight"), 0), 16)
+    blended = number(text, "blended")
+    assert blended == int(((16 - weight) * positional + weight * reckless) / 16)
+    side = 1 if " w " in fen else -1
+    assert number(text, "score") == number(text, "material") + side * blended == eval_of(fen, tmp_path)
+
+
+def test_personality_moves_the_blend():
+    text = trace("--personality", "1000", MIDDLE_GAME)
+    assert number(text, "blended") == dict(rows(text))["sum"][2][1]
+
+
+def test_endings_have_a_type_and_a_score():
+    text = trace(ENDING)
+    assert text.startswith("position type 2: balanced ending\n")
+    number(text, "score")
+
+
+def test_bad_words_are_refused():
+    for options in ([], ["nonsense"], ["--personality", "1001", OPENING], ["--personality", "x", OPENING], ["--what"]):
+        run = subprocess.run([TRACE, *options], capture_output=True, text=True)
+        assert run.returncode == 1 and run.stdout == "" and run.stderr
+    assert "usage:" in trace("--help")
