@@ -15,6 +15,7 @@
 #include "chess/user_board.h"
 #include "evaluation/evaluate.h"
 #include "evaluation/middle_game_walk.h"
+#include "evaluation/places.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/board_areas.h"
+#include "evaluation/ending_tables.h"
 #include "evaluation/piece_tables.h"
 
 namespace {
@@ -191,6 +192,27 @@ SCORE_PAIR bishops_together(EVALUATION_CONTEXT& context, const BOARD& board, boo
     return sum - SCORE_PAIR{0, 2 * firm_pawns};
 }
 
+// --- Endings ---
+
+int bishop_mobility_ending(const BOARD& board, Square s, Bitboard attacks) {
+    static constexpr std::array<int, 4> few_squares = {-45, -32, -18, -10};
+    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
+    const Bitboard reach = (attacks | Bit(s)) & ~border & ~every_pawn;
+    const int n = PopCount(reach);
+    const int by_count = n < 4 ? few_squares[static_cast<std::size_t>(n)] : 2 * n - 15;
+    return by_count + 2 * PopCount(reach & four_centre_squares) + (3 * PopCount(reach & ring_around_centre) >> 1);
+}
+
+/// On a7 behind b6, or on h7 behind g6; worse where another pawn defends the jailer.
+template <Colour Us>
+int trapped_bishop_ending(const BOARD& board, Square square) {
+    const Square s = Seen<Us>(square);
+    if (s != a7 && s != h7) return 0;
+    const auto enemy_pawn = [&](Square seen) { return Has(board.side(Opponent(Us)).pawns, Seen<Us>(seen)); };
+    if (!enemy_pawn(s == a7 ? b6 : g6)) return 0;
+    return enemy_pawn(s == a7 ? c7 : f7) ? -180 : -100;
+}
+
 }  // namespace
 
 template <Colour Us>
@@ -218,8 +240,21 @@ template SCORE_PAIR bishops<white>(EVALUATION_CONTEXT& context, const BOARD& boa
 template SCORE_PAIR bishops<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
 template <Colour Us>
-int bishops_ending(EVALUATION_CONTEXT& /*context*/, const BOARD& /*board*/) noexcept {
-    return {};
+int bishops_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    const PAWN_INFO& enemy = context.pawns[Opponent(Us)];
+    const Bitboard targets = enemy.passed & enemy.attacked_once & ~enemy.duo;
+    int attacked_targets = 0;
+    int sum = 0;
+    for (Bitboard rest = board.side(Us).bishops; rest != 0;) {
+        const Square s = TakeNextBit(rest);
+        const Bitboard attacks = board.BishopAttacks(s);
+        context.attacks[Us] |= attacks;
+        sum += ending_tables::value_at<Us>(ending_tables::bishop_ending, s);
+        sum += bishop_mobility_ending(board, s, attacks);
+        sum += trapped_bishop_ending<Us>(board, s);
+        attacked_targets += PopCount(attacks & targets);
+    }
+    return sum + (context.has_bishop_pair[Us] ? 4 : 16) * attacked_targets;
 }
 template int bishops_ending<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 template int bishops_ending<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

@@ -9,7 +9,7 @@
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR bishops(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
-/// The bishops of one side in an ending, in centipawns. Extends `attacks`. Adds nothing yet.
+/// The bishops of one side in an ending, in centipawns. Extends `attacks`.
 template <Colour Us>
 [[nodiscard]] int bishops_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 

@@ -9,9 +9,11 @@
 #include "evaluation/material_terms.h"
 #include "evaluation/passed_pawns.h"
 #include "evaluation/pawn_structure.h"
+#include "evaluation/places.h"
 #include "evaluation/queens.h"
 #include "evaluation/rooks.h"
 #include "evaluation/scaling.h"
+#include "evaluation/unstoppable_pawns.h"
 
 namespace {
 
@@ -66,11 +68,7 @@ EVALUATION_RESULT evaluate_ending(EVALUATION_CONTEXT& context, const BOARD& boar
     const int gap = bound - turned(board, estimate);
     if (std::abs(gap) > lazy_margin) return lazy_answer(gap <= 0, bound);
 
-    build_pawn_lists(context, board);
-    find_open_files(context, board);
-    place_kings(context, board);
-    find_pawn_attacks(context, board);
-    if (!context.pawn_entry_from_table) find_pawn_facts(context, board);
+    find_places(context, board);
     sum += pawn_structure_ending(context, board);
     sum += pieces(context, board);
     sum += king_placement_ending(context, board);

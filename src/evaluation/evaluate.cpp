@@ -47,7 +47,7 @@ EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& boar
     else
         find_passed_pawns(context, board);
     const EVALUATION_RESULT result = run_routine(context, board, bound, position_type);
-    if (!result.lazy && !context.pawn_entry_from_table) {
+    if (!result.lazy && context.pawn_facts_found) {
         pawn_hash_table.Store(construct_pawn_entry(context, board, position_type));
     }
     return result;

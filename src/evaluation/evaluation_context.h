@@ -89,6 +89,7 @@ struct EVALUATION_CONTEXT {
     WingCounters pawn_pressure[2] = {};  ///< its part of pressure and cover, kept apart for the pawn hash table
     WingCounters pawn_cover[2] = {};
     bool pawn_entry_from_table = false;  ///< the pawn facts came from the pawn hash table
+    bool pawn_facts_found = false;       ///< or were found afresh: a rule may give its score without them
 
     std::uint8_t files_without_pawn[2] = {};  ///< bit 0 is the a-file
     std::int8_t count_of_files_without_pawn[2] = {};

@@ -7,6 +7,7 @@
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/board_areas.h"
+#include "evaluation/ending_tables.h"
 
 namespace {
 
@@ -414,6 +415,27 @@ SCORE_PAIR weak_back_rank(EVALUATION_CONTEXT& context, const BOARD& board) {
     return {};
 }
 
+// --- Endings ---
+
+template <Colour Us>
+int king_in_ending(const BOARD& board) {
+    const SIDE_PIECES& enemy = board.side(Opponent(Us));
+    const Square king = board.side(Us).king_square;
+    if (5 * enemy.heavy_points + enemy.minor_points > 8)
+        return ending_tables::value_at(ending_tables::king_normal, king);
+    return 2 * ending_tables::value_at(ending_tables::king_late, king);
+}
+
+/// A queen or two rooks against a king, by the men that stand around it.
+template <Colour Us>
+int heavy_pieces_against_king(const BOARD& board) {
+    static constexpr std::array<int, 9> by_guards = {-10, 15, 30, 40, 45, 50, 55, 60, 65};
+    const SIDE_PIECES& enemy = board.side(Opponent(Us));
+    if (board.side(Us).heavy_points < 2) return 0;
+    const int guards = PopCount(bitboard_tables.king_attacks[enemy.king_square] & enemy.all);
+    return (board.side(Us).queens != 0 ? 100 : 20) - at(by_guards, guards);
+}
+
 }  // namespace
 
 void place_kings(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
@@ -479,7 +501,10 @@ SCORE_PAIR king_safety(EVALUATION_CONTEXT& context, const BOARD& board) noexcept
     return sum;
 }
 
-int king_placement_ending(const EVALUATION_CONTEXT& /*context*/, const BOARD& /*board*/) noexcept { return 0; }
+int king_placement_ending(const EVALUATION_CONTEXT& /*context*/, const BOARD& board) noexcept {
+    return king_in_ending<white>(board) - king_in_ending<black>(board) + heavy_pieces_against_king<white>(board) -
+           heavy_pieces_against_king<black>(board);
+}
 
 template SCORE_PAIR shelter<white>(EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;
 template SCORE_PAIR shelter<black>(EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;

@@ -26,5 +26,5 @@ template <Colour Us>
 /// Shelter of both kings, White minus Black. Needs the `attacks` of both sides; sets the danger inputs and factors.
 [[nodiscard]] SCORE_PAIR king_safety(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
-/// Where the kings stand in an ending, in centipawns, White minus Black. Adds nothing yet.
+/// Where the kings stand in an ending, in centipawns, White minus Black.
 [[nodiscard]] int king_placement_ending(const EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

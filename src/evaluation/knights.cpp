@@ -6,6 +6,7 @@
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/board_areas.h"
+#include "evaluation/ending_tables.h"
 #include "evaluation/material_terms.h"
 #include "evaluation/piece_tables.h"
 
@@ -164,6 +165,18 @@ constexpr std::array<SCORE_PAIR, 9> mobility_pairs = {
     {{-6, -12}, {-2, -4}, {2, 4}, {3, 6}, {4, 8}, {4, 8}, {4, 8}, {4, 8}, {4, 8}}};
 constexpr std::array<int, 9> mobility_points = {-6, -3, 0, 1, 2, 2, 2, 2, 2};
 
+/// A knight is slow: pawns on both wings, one of them near the rim, trouble it everywhere, rim pawns of one wing where
+/// it stands on the other.
+int far_wing_charge(Bitboard knights, Bitboard every_pawn) {
+    const bool on_left_rim = (every_pawn & files(0, 1)) != 0;
+    const bool on_right_rim = (every_pawn & files(6, 7)) != 0;
+    const bool on_both_wings = (every_pawn & files(0, 2)) != 0 && (every_pawn & files(5, 7)) != 0;
+    if (on_both_wings && (on_left_rim || on_right_rim)) return 12 * PopCount(knights);
+    if (on_right_rim) return 8 * PopCount(knights & files(0, 2));
+    if (on_left_rim) return 8 * PopCount(knights & files(5, 7));
+    return 0;
+}
+
 }  // namespace
 
 template <Colour Us>
@@ -203,8 +216,16 @@ SCORE_PAIR knight_mobility(EVALUATION_CONTEXT& context, const BOARD& board) noex
 }
 
 template <Colour Us>
-int knights_ending(EVALUATION_CONTEXT& /*context*/, const BOARD& /*board*/) noexcept {
-    return {};
+int knights_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    const Bitboard knights = board.side(Us).knights;
+    const int by_pawns = 6 * half_of_all_pawns(board) - 30;
+    int sum = -far_wing_charge(knights, board.side(white).pawns | board.side(black).pawns);
+    for (Bitboard rest = knights; rest != 0;) {
+        const Square s = TakeNextBit(rest);
+        context.attacks[Us] |= bitboard_tables.knight_attacks[s];
+        sum += ending_tables::value_at<Us>(ending_tables::knight_ending, s) + by_pawns;
+    }
+    return sum;
 }
 
 template SCORE_PAIR knights_opening<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

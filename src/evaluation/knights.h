@@ -16,6 +16,6 @@ template <Colour Us>
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR knight_mobility(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
-/// The knights of one side in an ending, in centipawns. Extends `attacks`. Adds nothing yet.
+/// The knights of one side in an ending, in centipawns. Extends `attacks`.
 template <Colour Us>
 [[nodiscard]] int knights_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

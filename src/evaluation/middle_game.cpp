@@ -5,6 +5,7 @@
 
 #include "evaluation/blend.h"
 #include "evaluation/middle_game_walk.h"
+#include "evaluation/places.h"
 #include "evaluation/position_type.h"
 #include "evaluation/score_pair.h"
 #include "evaluation/term_visitor.h"

@@ -32,16 +32,6 @@ void walk_first_terms(EVALUATION_CONTEXT& context, const BOARD& board, Visitor& 
     visitor.OfBoth(Term::bishop_pair, bishop_pair(context));
 }
 
-/// What the other terms start from.
-inline void find_places(EVALUATION_CONTEXT& context, const BOARD& board) {
-    build_pawn_lists(context, board);
-    find_open_files(context, board);
-    place_kings(context, board);
-    context.endgame_weight = endgame_weight(board);
-    find_pawn_attacks(context, board);
-    if (!context.pawn_entry_from_table) find_pawn_facts(context, board);
-}
-
 /// The pieces of one kind, of each side that has any.
 template <PositionType Type, Colour Us>
 SCORE_PAIR knights(EVALUATION_CONTEXT& context, const BOARD& board) {
@@ -69,6 +59,7 @@ SCORE_PAIR knight_mobility_if_any(EVALUATION_CONTEXT& context, const BOARD& boar
 /// The terms behind the lazy test.
 template <PositionType Type, class Visitor>
 void walk_other_terms(EVALUATION_CONTEXT& context, const BOARD& board, Visitor& visitor) {
+    context.endgame_weight = endgame_weight(board);
     walk_pawn_structure(context, board, Type, visitor);
     visitor.OfSides(Term::knights, {knights<Type, white>(context, board), knights<Type, black>(context, board)});
     visitor.OfSides(Term::bishops, {bishops_if_any<white>(context, board), bishops_if_any<black>(context, board)});

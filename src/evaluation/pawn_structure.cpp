@@ -211,6 +211,7 @@ void find_pawn_attacks(EVALUATION_CONTEXT& context, const BOARD& board) noexcept
 }
 
 void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    context.pawn_facts_found = true;
     context.rams = find_rams(board);
     context.openness = find_openness(context, board);
     context.pawns[white].isolated = find_isolated<white>(board.side(white).pawns);

@@ -3,6 +3,6 @@
 #include "chess/board.h"
 #include "evaluation/evaluation_context.h"
 
-/// The routine of queen against queen. Counts the material alone yet.
+/// The routine of queen against queen: a plain ending, and what checks may hold.
 [[nodiscard]] EVALUATION_RESULT evaluate_queen_ending(EVALUATION_CONTEXT& context, const BOARD& board,
                                                       int bound) noexcept;

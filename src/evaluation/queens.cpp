@@ -6,6 +6,7 @@
 #include "chess/attacks.h"
 #include "chess/bitboard_tables.h"
 #include "evaluation/board_areas.h"
+#include "evaluation/ending_tables.h"
 #include "evaluation/piece_tables.h"
 
 namespace {
@@ -134,6 +135,24 @@ SCORE_PAIR queen_and_own_king(EVALUATION_CONTEXT& context, const BOARD& board, S
     return {-8, -20};
 }
 
+// --- Endings ---
+
+/// The squares from which a queen that is behind in material can give a check that nobody answers by taking it.
+template <Colour Us>
+int perpetual_check_chances(const BOARD& board, Bitboard attacks) {
+    const SIDE_PIECES& enemy = board.side(Opponent(Us));
+    const int balance = board.frame().material_balance;
+    if ((board.side_to_move == Us ? -balance : balance) < 90) return 0;
+    Bitboard checks = attacks & ~board.side(Us).all & board.QueenAttacks(enemy.king_square) &
+                      ~bitboard_tables.king_attacks[enemy.king_square];
+    int safe_checks = 0;
+    while (checks != 0) {
+        if (!IsAttackedBy(TakeNextBit(checks), board, enemy)) ++safe_checks;
+    }
+    if (safe_checks == 0) return 0;
+    return board.side_to_move == Us && board.frame().in_check == 0 ? 33 + 4 * safe_checks : 16 + 2 * safe_checks;
+}
+
 }  // namespace
 
 template <Colour Us>
@@ -173,8 +192,22 @@ SCORE_PAIR queens_middle_game(EVALUATION_CONTEXT& context, const BOARD& board) n
 }
 
 template <Colour Us>
-int queens_ending(EVALUATION_CONTEXT& /*context*/, const BOARD& /*board*/) noexcept {
-    return {};
+int queens_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    const SIDE_PIECES& own = board.side(Us);
+    const SIDE_PIECES& enemy = board.side(Opponent(Us));
+    int sum = 0;
+    for (Bitboard rest = own.queens; rest != 0;) {
+        const Square s = TakeNextBit(rest);
+        const Bitboard attacks = board.QueenAttacks(s);
+        context.attacks[Us] |= attacks;
+        sum += ending_tables::value_at<Us>(ending_tables::queen_ending, s);
+        sum += perpetual_check_chances<Us>(board, attacks);
+        sum -= 30 * PopCount(FindPins(s, board, own.all, enemy));
+        sum -= 2 * bitboard_tables.distance[s][own.king_square];
+        sum -= 2 * bitboard_tables.distance[s][enemy.king_square];
+        if (rank_seen<Us>(s) == 6 && rank_seen<Us>(enemy.king_square) >= 6) sum += 55;
+    }
+    return sum;
 }
 
 template SCORE_PAIR queens_opening<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

@@ -11,6 +11,6 @@ template <Colour Us>
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR queens_middle_game(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
-/// The queens of one side in an ending, in centipawns. Extends `attacks`. Adds nothing yet.
+/// The queens of one side in an ending, in centipawns. Extends `attacks`.
 template <Colour Us>
 [[nodiscard]] int queens_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

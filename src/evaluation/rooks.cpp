@@ -212,6 +212,41 @@ SCORE_PAIR rook_and_targets(EVALUATION_CONTEXT& context, const BOARD& board, con
     return sum;
 }
 
+// --- Endings ---
+
+/// A file without own pawns, by the number of such files.
+template <Colour Us>
+int rook_on_free_file_ending(const EVALUATION_CONTEXT& context, const BOARD& board, int file) {
+    static constexpr std::array<int, 9> open = {0, 18, 14, 12, 10, 9, 8, 7, 7};
+    static constexpr std::array<int, 9> half_open = {0, 12, 9, 7, 6, 5, 5, 4, 4};
+    if ((board.side(Us).pawns & file_mask(file)) != 0) return 0;
+    const auto count = static_cast<std::size_t>(context.count_of_files_without_pawn[Us]);
+    if ((board.side(Opponent(Us)).pawns & file_mask(file)) != 0) return half_open[count];
+    return open[count] + (file == context.only_open_file ? 12 : 0);
+}
+
+/// One rook and those it protects that are still to come, so that a pair counts once.
+template <Colour Us>
+int rooks_together_ending(const BOARD& board, Square s, Bitboard protected_rooks) {
+    if (protected_rooks == 0) return 0;
+    const bool on_seventh_rank = rank_seen<Us>(s) == 6 && (protected_rooks & ranks<Us>(6, 6)) != 0;
+    if (on_seventh_rank && has_enemy_king_at_home<Us>(board)) return 25;
+    const SIDE_PIECES& enemy = board.side(Opponent(Us));
+    return enemy.queens != 0 && board.side(Us).queens == 0 && enemy.rooks == 0 ? 12 : 4;
+}
+
+/// Enemy pawns on their second rank that the rook attacks and an enemy rook behind must guard, out of their king's
+/// reach.
+template <Colour Us>
+int rook_and_tied_rook(const BOARD& board, Bitboard attacks) {
+    constexpr Colour Them = Opponent(Us);
+    const SIDE_PIECES& enemy = board.side(Them);
+    Bitboard guarded = enemy.pawns & ranks<Us>(6, 6) & one_ahead<Them>(enemy.rooks) & attacks;
+    if (!has_enemy_king_at_home<Us>(board)) guarded &= ~bitboard_tables.king_attacks[enemy.king_square];
+    if (guarded == 0) return 0;
+    return PopCount(guarded) == 1 ? 30 : 60;
+}
+
 }  // namespace
 
 template <Colour Us>
@@ -233,8 +268,21 @@ template SCORE_PAIR rooks<white>(EVALUATION_CONTEXT& context, const BOARD& board
 template SCORE_PAIR rooks<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
 template <Colour Us>
-int rooks_ending(EVALUATION_CONTEXT& /*context*/, const BOARD& /*board*/) noexcept {
-    return {};
+int rooks_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    const int by_pawns = 85 - 12 * half_of_all_pawns(board);
+    int sum = 0;
+    for (Bitboard rest = board.side(Us).rooks; rest != 0;) {
+        const Square s = TakeNextBit(rest);
+        const Bitboard attacks = board.RookAttacks(s);
+        context.attacks[Us] |= attacks;
+        sum += by_pawns;
+        sum += rook_on_free_file_ending<Us>(context, board, FileOf(s));
+        sum += rooks_together_ending<Us>(board, s, attacks & rest);
+        if (rank_seen<Us>(s) == 6 && has_enemy_king_at_home<Us>(board)) sum += 50;
+        sum += rook_and_tied_rook<Us>(board, attacks);
+    }
+    if (board.side(Us).rooks != 0) sum += 4 * PopCount(context.pawns[Opponent(Us)].isolated);
+    return sum;
 }
 template int rooks_ending<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 template int rooks_ending<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

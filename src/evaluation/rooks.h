@@ -9,6 +9,6 @@
 template <Colour Us>
 [[nodiscard]] SCORE_PAIR rooks(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
-/// The rooks of one side in an ending, in centipawns. Extends `attacks`. Adds nothing yet.
+/// The rooks of one side in an ending, in centipawns. Extends `attacks`.
 template <Colour Us>
 [[nodiscard]] int rooks_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

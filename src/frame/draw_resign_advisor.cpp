@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "bitbases/tablebases.h"
+
 namespace {
 
 /// Scores beyond the bound announce a mate; a side that is mated at once scores the negated value.
@@ -43,8 +45,21 @@ void DrawResignAdvisor::addSearch(const BOARD& position, std::int32_t score) {
     const std::int32_t drawish_margin = HasQueens(position) ? 17 : 25;
     drawishRun = continued(drawishRun, std::abs(score) <= drawish_margin);
     hopelessRun = continued(hopelessRun, isHopeless(position, score));
-    setVerdict(std::nullopt);  // no tablebases are loaded
+    askTablebases(position);
     lastScore = score;
+}
+
+void DrawResignAdvisor::askTablebases(const BOARD& position) {
+    int score = 0;
+    switch (VorkaTablebases::ProbeTablebases(position, score)) {
+        case VorkaTablebases::ProbeResult::found:
+            setVerdict(score);
+            break;
+        case VorkaTablebases::ProbeResult::queued:
+            break;  // what was known stays
+        default:
+            setVerdict(std::nullopt);
+    }
 }
 
 void DrawResignAdvisor::setVerdict(std::optional<std::int32_t> tablebase_score) {
@@ -57,7 +72,7 @@ void DrawResignAdvisor::setVerdict(std::optional<std::int32_t> tablebase_score) 
         tablebaseVerdict = won;
     } else {
         const std::int32_t plies_to_mate = 32767 - std::abs(*tablebase_score);
-        tablebaseVerdict = plies_to_mate >= 30 ? lost_far_off : lost_soon;
+        tablebaseVerdict = plies_to_mate >= VorkaTablebases::far_away_plies ? lost_far_off : lost_soon;
     }
 }
 

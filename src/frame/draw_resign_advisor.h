@@ -46,6 +46,8 @@ struct DrawResignAdvisor {
     [[nodiscard]] bool acceptDraw() const;
 
   private:
+    /// A postponed lookup leaves the verdict as it was.
+    void askTablebases(const BOARD& position);
     /// The opponent is taken for somebody against whom giving up early is polite. Not the same as `early` in
     /// shouldResign, which reads the opponent's kind the other way round: deliberate.
     [[nodiscard]] bool isKeen() const;

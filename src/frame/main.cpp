@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "bitbases/bitbases.h"
 #include "frame/engine_shell.h"
 #include "frame/log_file_name.h"
 #include "frame/logfile.h"
@@ -41,6 +42,7 @@ int main(int argc, char* argv[]) {
     pawn_hash_table.resize(pawn_hash_table_bytes);
     evaluation_hash_table.resize(evaluation_hash_table_bytes);
     ExecutableDirectory(argc > 0 ? argv[0] : "");
+    VorkaBitbases::InitBitbases();
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::erase(arguments, "");

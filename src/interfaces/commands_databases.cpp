@@ -1,9 +1,10 @@
 #include "interfaces/commands_databases.h"
 
 #include <cstdlib>
-#include <limits>
 #include <optional>
+#include <utility>
 
+#include "bitbases/bitbases.h"
 #include "chess/exchange.h"
 #include "chess/notation.h"
 #include "evaluation/evaluate.h"
@@ -17,10 +18,23 @@ namespace VorkaInterfaces {
 
 // --- Tablebases ---
 
+namespace {
+
+std::string_view LoadedOrNot(bool is_loaded) { return is_loaded ? std::string_view{} : vocabulary::bitbase_not; }
+
+/// Opens the tables of a directory. There is no reader of the format in this build: it finds none.
+VorkaTablebases::SourceOpener& Opener() {
+    static VorkaTablebases::SourceOpener opener = NalimovTablebases::OpenNothing;
+    return opener;
+}
+
+}  // namespace
+
 void Command_DisplayTablebasesStatus::work(GameControl&) {
     vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
-         << vocabulary::two_pawns_bitbases << vocabulary::bitbase_not << vocabulary::bitbase_loaded
-         << vocabulary::rammed_pawn_bitbases << vocabulary::bitbase_not << vocabulary::bitbase_loaded;
+         << vocabulary::two_pawns_bitbases << LoadedOrNot(VorkaBitbases::TwoPawnsLoaded()) << vocabulary::bitbase_loaded
+         << vocabulary::rammed_pawn_bitbases << LoadedOrNot(VorkaBitbases::RammedPawnsLoaded())
+         << vocabulary::bitbase_loaded;
     vlog.Flush();
 }
 
@@ -34,19 +48,21 @@ void Command_InitTablebases::check(GameControl& game) {
     if (game.engineMode != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
 }
 
-/// No reader of tablebases is built in: none is ever found.
+VorkaTablebases::SourceOpener Command_InitTablebases::useOpener(VorkaTablebases::SourceOpener opener) {
+    return std::exchange(Opener(), std::move(opener));
+}
+
+void Command_InitTablebases::NalimovInitializer::initialize(std::uint64_t size, const std::string& path) {
+    NalimovTablebases::Initialize(size, path, Opener());
+}
+
 void Command_InitTablebases::work(GameControl&) {
-    if (bytes_ > static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max())) {
-        LogOnly(vocabulary::nalimov_size_overflow);
+    try {
+        NalimovInitializer().initialize(bytes_, path_);
+    } catch (const VorkaTablebases::TB_Exception& error) {
+        throw IgnorableErrorCommand(ErrorCommand::Kind::error,
+                                    std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
     }
-    {
-        const EchoScope file_only(vlog, Echo::off);
-        vlog << vocabulary::initializing_nalimov << path_ << "'\n"
-             << vocabulary::could_not_initialize_tablebases << '\n';
-    }
-    throw IgnorableErrorCommand(
-        ErrorCommand::Kind::error,
-        std::string(vocabulary::could_not_initialize_nalimov).append(vocabulary::could_not_open_tablebases), line);
 }
 
 // --- Probing ---
@@ -61,10 +77,38 @@ Command_Probe::Command_Probe(std::string input_line, const std::string& fen) : C
     }
 }
 
+namespace {
+
+void WriteTablebaseResult(const BOARD& board) {
+    int score = 0;
+    switch (VorkaTablebases::ProbeTablebases(board, score)) {
+        case VorkaTablebases::ProbeResult::found:
+            vlog << vocabulary::probe_result << score;
+            break;
+        case VorkaTablebases::ProbeResult::not_found:
+            vlog << vocabulary::probe_not_found;
+            break;
+        case VorkaTablebases::ProbeResult::queued:
+            vlog << vocabulary::probe_queued;
+            break;
+        default:
+            vlog << vocabulary::probe_disabled;
+    }
+}
+
+}  // namespace
+
 void Command_Probe::work(GameControl& game) {
     game.protocol->showBoard(position_, true);
-    vlog << vocabulary::probing_bitbases << vocabulary::probe_not_found << vocabulary::probing_tablebases
-         << vocabulary::probe_disabled << '\n';
+    vlog << vocabulary::probing_bitbases;
+    if (const std::optional<int> known = VorkaBitbases::ProbeBitbases(position_.board())) {
+        vlog << vocabulary::probe_result << *known;
+    } else {
+        vlog << vocabulary::probe_not_found;
+    }
+    vlog << vocabulary::probing_tablebases;
+    WriteTablebaseResult(position_.board());
+    vlog << '\n';
     vlog.Flush();
 }
 
@@ -72,8 +116,13 @@ void Command_Probe::work(GameControl& game) {
 
 void Command_Generate::work(GameControl&) {
     try {
-        if (jobs_.empty()) listGenerationJobs();
-        for (const auto& job : generationJobs(jobs_)) job->run();
+        if (jobs_.empty()) {
+            listGenerationJobs();
+        } else {
+            for (const auto& job : generationJobs(jobs_)) job->run();
+            vlog << vocabulary::generation_finished << '\n';
+            VorkaBitbases::InitBitbases();
+        }
     } catch (const AbstractJob::JobFailedException& error) {
         refuse(error.text());
     }

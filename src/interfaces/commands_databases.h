@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "bitbases/tablebases.h"
 #include "chess/user_board.h"
 #include "interfaces/command.h"
 #include "interfaces/jobs.h"
@@ -28,6 +29,23 @@ class Command_InitTablebases : public CheckedCommand {
           type_(std::move(type)),
           size_(std::move(size)),
           path_(std::move(path)) {}
+
+    /// Takes the tables of one format into use.
+    class Initializer {
+      public:
+        Initializer() = default;
+        virtual ~Initializer() = default;
+        Initializer(const Initializer&) = delete;
+        Initializer& operator=(const Initializer&) = delete;
+        /// `size` is that of the cache, in bytes. Throws TB_Exception with the reason.
+        virtual void initialize(std::uint64_t size, const std::string& path) = 0;
+    };
+    class NalimovInitializer : public Initializer {
+      public:
+        void initialize(std::uint64_t size, const std::string& path) override;
+    };
+    /// What opens the tables of a directory from now on; returns the opener before. The first one finds none.
+    static VorkaTablebases::SourceOpener useOpener(VorkaTablebases::SourceOpener opener);
 
   private:
     void check(GameControl& game) override;

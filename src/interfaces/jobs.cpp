@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "bitbases/bitbase_generator.h"
 #include "frame/logfile.h"
 #include "frame/os_dependent.h"
 #include "frame/text_utilities.h"
@@ -16,26 +17,45 @@ struct GeneratedBitbase {
     std::string_view word;
     std::string_view name;
     std::string_view file;
+    void (*generate)(const std::string& path);
 };
 constexpr std::array generated_bitbases{
-    GeneratedBitbase{vocabulary::job_two_pawns, vocabulary::generating_two_pawns, vocabulary::two_pawns_file},
-    GeneratedBitbase{vocabulary::job_rammed_pawn, vocabulary::generating_rammed_pawn, vocabulary::rammed_pawn_file},
+    GeneratedBitbase{vocabulary::job_two_pawns, vocabulary::generating_two_pawns, vocabulary::two_pawns_file,
+                     VorkaGenerator::GenerateTwoPawnsBitbases},
+    GeneratedBitbase{vocabulary::job_rammed_pawn, vocabulary::generating_rammed_pawn, vocabulary::rammed_pawn_file,
+                     VorkaGenerator::GenerateRammedPawnBitbases},
 };
-constexpr std::array verified_bitbases{vocabulary::job_single_pawn, vocabulary::job_two_pawns,
-                                       vocabulary::job_rammed_pawn};
+struct VerifiedBitbase {
+    std::string_view word;
+    void (*verify)(VorkaGenerator::VerificationHandler& handler);
+};
+constexpr std::array verified_bitbases{
+    VerifiedBitbase{vocabulary::job_single_pawn, VorkaGenerator::VerifySinglePawnBitbases},
+    VerifiedBitbase{vocabulary::job_two_pawns, VorkaGenerator::VerifyTwoPawnsBitbases},
+    VerifiedBitbase{vocabulary::job_rammed_pawn, VorkaGenerator::VerifyRammedPawnBitbases},
+};
 
-/// There is no reader of tablebases in this build, and a bitbase can't be generated without one.
+/// Writes one file beside the executable. A file that stands there is kept, whatever is in it.
 class GenerateBitbasesJob final : public AbstractJob {
   public:
     explicit GenerateBitbasesJob(const GeneratedBitbase& bitbase) : bitbase_(bitbase) {}
     void run() override {
         vlog << bitbase_.name << vocabulary::job_dots;
-        if (FileExists(ExecutableDirectory() + '/' + std::string(bitbase_.file))) {
+        vlog.Flush();
+        const std::string path = ExecutableDirectory() + '/' + std::string(bitbase_.file);
+        if (FileExists(path)) {
             vlog << vocabulary::job_skipped_file_exists;
             return;
         }
-        vlog << vocabulary::job_failed;
-        throw JobFailedException(std::string(vocabulary::tablebases_not_loaded));
+        const Timestamp start = Timestamp::Now();
+        try {
+            bitbase_.generate(path);
+        } catch (const VorkaGenerator::GenerationFailed& error) {
+            vlog << vocabulary::job_failed;
+            throw JobFailedException(error.text());
+        }
+        vlog << vocabulary::generation_done << ElapsedMilliseconds(start, Timestamp::Now()) / 1000
+             << vocabulary::generation_seconds;
     }
     [[nodiscard]] std::string_view name() const override { return bitbase_.name; }
 
@@ -43,23 +63,23 @@ class GenerateBitbasesJob final : public AbstractJob {
     const GeneratedBitbase bitbase_;
 };
 
-/// A bitbase that is not loaded is skipped; the built-in one can't be compared with anything without tablebases.
+/// Compares one bitbase with the tablebases. One that is not loaded is skipped.
 class VerifyBitbasesJob final : public AbstractJob {
   public:
-    explicit VerifyBitbasesJob(std::string_view word) : word_(word) {}
+    explicit VerifyBitbasesJob(const VerifiedBitbase& bitbase) : bitbase_(bitbase) {}
     void run() override {
-        vlog << vocabulary::verifying_bitbase << word_ << vocabulary::verifying_dots;
-        if (word_ != vocabulary::job_single_pawn) {
-            vlog << vocabulary::job_skipped;
-            return;
+        VorkaGenerator::DefaultVerificationHandler handler;
+        try {
+            bitbase_.verify(handler);
+        } catch (const VorkaGenerator::VerificationFailed& error) {
+            handler.aborted();
+            throw JobFailedException(error.text());
         }
-        vlog << vocabulary::job_aborted;
-        throw JobFailedException(std::string(vocabulary::tablebases_not_loaded));
     }
-    [[nodiscard]] std::string_view name() const override { return word_; }
+    [[nodiscard]] std::string_view name() const override { return bitbase_.word; }
 
   private:
-    const std::string_view word_;
+    const VerifiedBitbase bitbase_;
 };
 
 /// Words, or what stands between quotes and brackets.
@@ -104,8 +124,8 @@ JobList verificationJobs(const std::string& words) {
             throw AbstractJob::JobFailedException(std::string(vocabulary::generic_verification_not_supported));
         }
         const std::size_t before = jobs.size();
-        for (const std::string_view bitbase : verified_bitbases) {
-            if (word == bitbase || word == vocabulary::all)
+        for (const VerifiedBitbase& bitbase : verified_bitbases) {
+            if (word == bitbase.word || word == vocabulary::all)
                 jobs.push_back(std::make_unique<VerifyBitbasesJob>(bitbase));
         }
         if (jobs.size() == before) RefuseWord(vocabulary::could_not_parse_verify_job, word);
@@ -120,7 +140,7 @@ void listGenerationJobs() {
 
 void listVerificationJobs() {
     vlog << vocabulary::available_verification_jobs;
-    for (const std::string_view word : verified_bitbases) vlog << word << '\n';
+    for (const VerifiedBitbase& bitbase : verified_bitbases) vlog << bitbase.word << '\n';
 }
 
 }  // namespace VorkaInterfaces

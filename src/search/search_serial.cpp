@@ -12,6 +12,7 @@
 #include "frame/checked_assert.h"
 #include "frame/vocabulary.h"
 #include "search/child_search.h"
+#include "search/endgame_knowledge.h"
 #include "search/extensions.h"
 #include "search/hash.h"
 #include "search/internal_deepening.h"
@@ -160,6 +161,7 @@ Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance di
     if (const auto answer = DrawByRule(node)) return *answer;
     if (const auto answer = ProbeHash(node)) return *answer;
     UpdateClass(node);
+    if (const auto answer = EndgameKnowledge(node)) return *answer;
     if (settings::enable_pin_threat_detection && ply >= 2) DetectPinThreat(node);
     if (!node.in_check) {
         if (const auto answer = StandPat(node)) return *answer;

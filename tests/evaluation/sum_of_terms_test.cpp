@@ -18,6 +18,7 @@
 #include "evaluation/queens.h"
 #include "evaluation/rooks.h"
 #include "evaluation/scaling.h"
+#include "evaluation/unstoppable_pawns.h"
 #include "support/evaluation_builder.h"
 #include "support/random_games.h"
 

@@ -22,6 +22,13 @@ Bitboard algorithms
 """
 
 
+# Files are found only where somebody has built them.
+BITBASES = (r"Loading bitbases \(executables directory='([^']+)'\):\n"
+            r"- two pawns bitbases (?:found|not found \('\1/kp_kp\.vbb'\))\n"
+            r"- rammed pawn bitbases (?:found|not found \('\1/kpp_kp_ram\.vbb'\)\.)\n"
+            r"- generic bitbases disabled\n")
+
+
 def test_greets_and_prompts(start):
     output = start().finish()
     assert re.fullmatch(GREETING + PROMPT, output), output
@@ -38,7 +45,7 @@ def test_log_begins_with_its_date_and_the_bit_algorithms(start):
     engine.send("ping 1")
     engine.finish()
     assert re.fullmatch(
-        r"Vorka logfile created at: \w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}\n" + re.escape(LOG_HEAD) + GREETING
+        r"Vorka logfile created at: \w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}\n" + re.escape(LOG_HEAD) + BITBASES + GREETING
         + "White 1> Vorka received input: ping 1\npong 1\nWhite 1> ", engine.log), engine.log
 
 

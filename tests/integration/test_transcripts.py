@@ -26,6 +26,9 @@ NORMALISED = [
      r"|New move found: \S+\n|#warning: Search instability found!\n)+", "<thinking>\n"),
     (r"(?m)(?:^\d+ -?\d+ \d+ \d+ .* $\n(?: \(not sent to xboard\)\n)?|^New pv-move candidate found: .*\n"
      r"|^Search instability found!.*\n)+", "<thinking>\n"),
+    # Where the program lies, and which files lie beside it.
+    (r"(?m)^(Loading bitbases \(executables directory=').*('\):)$", r"\1<directory>\2"),
+    (r"(?m)^- (two pawns|rammed pawn) bitbases (?:found|not found \('.*'\)\.?)$", r"- \1 bitbases <found or not>"),
     (r"(?m)^(max_time_limit=|variable_time_limit=)\d+$", r"\1<milliseconds>"),
 ]
 

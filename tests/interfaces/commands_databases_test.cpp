@@ -58,9 +58,12 @@ TEST_F(DatabaseCommands, TbReadsItsWordsInOrder) {
     EXPECT_EQ(Say("tb nalimov 8M"), "Error (missing parameters): tb nalimov 8M");
 }
 
-TEST_F(DatabaseCommands, ProbeKnowsNothingYet) {
-    const std::string screen = Say("probe 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1");
-    EXPECT_THAT(screen,
+TEST_F(DatabaseCommands, ProbeSaysWhatIsKnown) {
+    EXPECT_THAT(Say("probe 4k3/8/4K3/4P3/8/8/8/8 w - - 0 1"),
+                testing::EndsWith("\nProbing bitbases: result=32703\nProbing tablebases: disabled (not loaded)\n"));
+    EXPECT_THAT(Say("probe 4k3/4P3/4K3/8/8/8/8/8 b - - 0 1"), HasSubstr("Probing bitbases: result=0\n"));
+    bench_.calls.clear();
+    EXPECT_THAT(Say("probe 4k3/4p3/8/8/8/8/4P3/4K3 w - - 0 1"),
                 testing::EndsWith("\nProbing bitbases: not found\nProbing tablebases: disabled (not loaded)\n"));
     EXPECT_THAT(bench_.calls, testing::ElementsAre(HasSubstr("showBoard")));
     EXPECT_THAT(bench_.fen(), testing::StartsWith("rnbqkbnr/")) << "the game is another one";

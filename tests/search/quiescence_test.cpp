@@ -1,4 +1,5 @@
 #include "search/quiescence.h"
+#include "evaluation/evaluate.h"
 
 #include <gtest/gtest.h>
 
@@ -36,9 +37,10 @@ class Setting {
 
 TEST(StandPatStep, ReturnsBetaWhenTheScoreReachesIt) {
     SearchBuilder search(rook_ending_up);
-    Node node = search.NodeAt(100, 0);
-    EXPECT_EQ(StandPat(node), 100);
-    Node above = search.NodeAt(101, 0);
+    const int score = evaluate_for_display(search.board->board, 0);
+    Node node = search.NodeAt(score, 0);
+    EXPECT_EQ(StandPat(node), score);
+    Node above = search.NodeAt(score + 1, 0);
     EXPECT_EQ(StandPat(above), std::nullopt);
 }
 

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "chess/board.h"
+#include "frame/vorka_exception.h"
+
+/// Copies bitbases out of tablebases, position by position, and compares loaded bitbases with them.
+namespace VorkaGenerator {
+
+/// An exception with a text.
+class TextException : public VorkaException {
+  public:
+    explicit TextException(std::string text) : text_(std::move(text)) {}
+    [[nodiscard]] const std::string& text() const noexcept { return text_; }
+    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
+
+  private:
+    std::string text_;
+};
+class GenerationFailed : public TextException {
+  public:
+    using TextException::TextException;
+};
+class VerificationFailed : public TextException {
+  public:
+    using TextException::TextException;
+};
+
+/// Write one file. Throw GenerationFailed; nothing is written if the tablebases lack the material, and what was written
+/// so far stays if they fail later.
+void GenerateTwoPawnsBitbases(const std::string& path);
+void GenerateRammedPawnBitbases(const std::string& path);
+
+/// What a verification finds, as it finds it.
+class VerificationHandler {
+  public:
+    VerificationHandler() = default;
+    virtual ~VerificationHandler() = default;
+    VerificationHandler(const VerificationHandler&) = delete;
+    VerificationHandler& operator=(const VerificationHandler&) = delete;
+
+    virtual void started(std::string_view name) = 0;
+    virtual void finished() = 0;
+    virtual void positionChecked() = 0;
+    virtual void wrongResult(const BOARD& board) = 0;
+    virtual void positionNotFound(const BOARD& board) = 0;
+};
+
+/// Says nothing; throws VerificationFailed on the first position that is wrong, when it has written it.
+class SilentVerificationHandler : public VerificationHandler {
+  public:
+    void started(std::string_view) override {}
+    void finished() override {}
+    void positionChecked() override {}
+    void wrongResult(const BOARD& board) override;
+    void positionNotFound(const BOARD& board) override;
+};
+
+/// Writes what is verified, each wrong position, and how it went.
+class DefaultVerificationHandler : public VerificationHandler {
+  public:
+    void started(std::string_view name) override;
+    void finished() override;
+    void positionChecked() override { ++positions_; }
+    void wrongResult(const BOARD& board) override;
+    void positionNotFound(const BOARD& board) override;
+    virtual void aborted();
+
+  private:
+    void report(std::string_view text, const BOARD& board);
+    std::string name_;
+    std::int64_t positions_ = 0;
+    bool has_failed_ = false;
+};
+
+/// Walk all positions of one class and compare their results by sign. A bitbase that is not loaded has no positions.
+/// Throw VerificationFailed when the tablebases give no answer.
+void VerifySinglePawnBitbases(VerificationHandler& handler);
+void VerifyTwoPawnsBitbases(VerificationHandler& handler);
+void VerifyRammedPawnBitbases(VerificationHandler& handler);
+
+}  // namespace VorkaGenerator

@@ -1,0 +1,205 @@
+#include "bitbases/bitbases.h"
+
+#include <cstddef>
+#include <memory>
+
+#include "bitbases/memory_mapped_file.h"
+#include "bitbases/single_pawn_bitbases_data.h"
+#include "chess/bitboard_tables.h"
+#include "frame/checked_assert.h"
+#include "frame/logfile.h"
+#include "frame/os_dependent.h"
+#include "frame/vocabulary.h"
+
+// A position is turned until it looks as the table's: colours are exchanged by XOR 56 on every square, left and right
+// by XOR 7, which pawn endings allow because nobody castles in them. An example for two pawns: Black to move with its
+// pawn on g4, White's on a3. XOR 56 makes the pawn of the side to move g5, White to move; g is right of the middle, so
+// XOR 7 makes it b5, and the enemy pawn a3 becomes a6, then h6.
+
+namespace VorkaBitbases {
+
+namespace {
+
+// The probes read these; null while a file is not loaded.
+const std::uint8_t* two_pawns_bitbase = nullptr;
+const std::uint8_t* rammed_pawn_bitbase = nullptr;
+
+using Mapping = std::unique_ptr<VorkaUtils::ReadOnlyMemoryMappedFile>;
+
+Mapping& TwoPawnsMapping() {
+    static Mapping mapping;
+    return mapping;
+}
+Mapping& RammedPawnMapping() {
+    static Mapping mapping;
+    return mapping;
+}
+
+void Load(const std::string& path, std::uint32_t size, Mapping& mapping, const std::uint8_t*& bitbase) {
+    try {
+        auto file = std::make_unique<VorkaUtils::ReadOnlyMemoryMappedFile>(path, size);
+        bitbase = file->address();
+        mapping = std::move(file);
+    } catch (const VorkaUtils::ReadOnlyMemoryMappedFile::IOException&) {
+        throw CouldNotOpenFileException(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'');
+    }
+}
+
+int Read(const std::uint8_t* bitbase, const Cell& cell) { return bitbase[cell.offset] >> cell.shift & 3; }
+
+bool IsOnRightHalf(Square s) { return FileOf(s) > 3; }
+
+// A sure win is worth so much and four points for each rank that the pawn has gone, or still has to go.
+constexpr int single_pawn_win = 32687;
+constexpr int pawns_win = 32667;
+constexpr int rammed_pawns_loss = 32637;
+constexpr int points_for_rank = 4;
+
+Square OnlyPawn(const BOARD& board, Colour side) { return FindLowestBit(board.side(side).pawns); }
+
+void CheckNumbering() {
+    int last = -1;
+    for (Square s = a1; s <= h8; ++s) {
+        if (IsOnRightHalf(s)) continue;
+        const int number = HelperFunctions::CompactAntiMirroredSquare(s);
+        CHECKED_ASSERT(number == last + 1, vocabulary::error_in_compact_square);
+        last = number;
+    }
+}
+
+/// One file of the executable's directory: what the log says when it is there, missing, or unusable.
+struct BitbaseFile {
+    std::string_view name, found, not_found, not_found_end, failed;
+    void (*load)(const std::string& path);
+};
+constexpr BitbaseFile bitbase_files[] = {
+    {vocabulary::two_pawns_file, vocabulary::two_pawns_found, vocabulary::two_pawns_not_found,
+     vocabulary::two_pawns_not_found_end, vocabulary::failed_to_open_two_pawns, LoadTwoPawnsBitbases},
+    {vocabulary::rammed_pawn_file, vocabulary::rammed_pawn_found, vocabulary::rammed_pawn_not_found,
+     vocabulary::rammed_pawn_not_found_end, vocabulary::failed_to_open_rammed_pawn, LoadRammedPawnBitbases},
+};
+
+void LoadFrom(const std::string& directory, const BitbaseFile& file) {
+    const std::string path = directory + '/' + std::string(file.name);
+    if (!FileExists(path)) {
+        vlog << file.not_found << path << file.not_found_end;
+        return;
+    }
+    try {
+        file.load(path);
+        vlog << file.found;
+    } catch (const CouldNotOpenFileException&) {
+        vlog << file.failed;
+    }
+}
+
+}  // namespace
+
+void InitBitbases() {
+    CheckNumbering();
+    {
+        const EchoScope file_only(vlog, Echo::off);
+        const std::string& directory = ExecutableDirectory();
+        vlog << vocabulary::loading_bitbases << directory << vocabulary::loading_bitbases_end;
+        for (const BitbaseFile& file : bitbase_files) LoadFrom(directory, file);
+        vlog << vocabulary::generic_bitbases_disabled;
+    }
+    vlog.Flush();
+}
+
+void LoadTwoPawnsBitbases(const std::string& path) { Load(path, two_pawns_size, TwoPawnsMapping(), two_pawns_bitbase); }
+void LoadRammedPawnBitbases(const std::string& path) {
+    Load(path, rammed_pawn_size, RammedPawnMapping(), rammed_pawn_bitbase);
+}
+
+void UnloadBitbases() noexcept {
+    two_pawns_bitbase = nullptr;
+    rammed_pawn_bitbase = nullptr;
+    TwoPawnsMapping().reset();
+    RammedPawnMapping().reset();
+}
+
+bool TwoPawnsLoaded() noexcept { return two_pawns_bitbase != nullptr; }
+bool RammedPawnsLoaded() noexcept { return rammed_pawn_bitbase != nullptr; }
+
+bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king, Square black_king) noexcept {
+    const int turn = pawn_side == white ? 0 : 56;
+    const Square strong_king = (pawn_side == white ? white_king : black_king) ^ turn;
+    const Square weak_king = (pawn_side == white ? black_king : white_king) ^ turn;
+    const int weak_to_move = to_move == pawn_side ? 0 : 1;
+    const auto word = static_cast<std::size_t>((weak_to_move * 64 + (pawn ^ turn)) * 64 + strong_king);
+    return !Has(single_pawn_bitbase[word], weak_king);
+}
+
+int ProbeSinglePawn(const BOARD& board) noexcept {
+    const Colour pawn_side = board.side(white).pawns != 0 ? white : black;
+    const Square pawn = OnlyPawn(board, pawn_side);
+    const auto to_move = static_cast<Colour>(board.side_to_move);
+    if (!IsSinglePawnWin(to_move, pawn_side, pawn, board.side(white).king_square, board.side(black).king_square)) {
+        return 0;
+    }
+    const int rank = RankOf(pawn_side == white ? pawn : MirrorVertically(pawn));
+    const int score = points_for_rank * rank + single_pawn_win;
+    return to_move == pawn_side ? score : -score;
+}
+
+int ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
+                     Square black_pawn) noexcept {
+    const bool is_white = to_move == white;
+    const Square own_pawn = is_white ? white_pawn : black_pawn;
+    const int turn = (is_white ? 0 : 56) + (IsOnRightHalf(own_pawn) ? 7 : 0);
+    return Read(two_pawns_bitbase,
+                TwoPawnsCell(own_pawn ^ turn, (is_white ? black_pawn : white_pawn) ^ turn,
+                             (is_white ? white_king : black_king) ^ turn, (is_white ? black_king : white_king) ^ turn));
+}
+
+int ProbeTwoPawns(const BOARD& board) noexcept {
+    const auto to_move = static_cast<Colour>(board.side_to_move);
+    const int result = ProbeTwoPawnsRaw(to_move, board.side(white).king_square, board.side(black).king_square,
+                                        OnlyPawn(board, white), OnlyPawn(board, black));
+    const Square own_pawn = OnlyPawn(board, to_move);
+    const int rank = RankOf(to_move == white ? own_pawn : MirrorVertically(own_pawn));
+    if (result == stored_loss) return -(points_for_rank * (7 - rank) + pawns_win);
+    return result == stored_win ? points_for_rank * rank + pawns_win : 0;
+}
+
+int ProbeRammedPawns(const BOARD& board) noexcept {
+    const Colour strong = PopCount(board.side(black).pawns) == 1 ? white : black;
+    const Colour weak = Opponent(strong);
+    int turn = strong == white ? 0 : 56;
+    const Square blocker = OnlyPawn(board, weak) ^ turn;
+    const Square blocked = blocker - 8;
+    if (IsOnRightHalf(blocked)) turn ^= 7;
+    const Square front = IsOnRightHalf(blocked) ? blocked ^ 7 : blocked;
+    // Squares of the board, turned back, so that the other pawn can be told from the blocked one.
+    const Square other = FindLowestBit(board.side(strong).pawns & ~Bit(front ^ turn)) ^ turn;
+    const Square strong_king = board.side(strong).king_square ^ turn;
+    const Square weak_king = board.side(weak).king_square ^ turn;
+    const bool strong_to_move = board.side_to_move == strong;
+    const int result =
+        Read(rammed_pawn_bitbase, RammedPawnsCell(front, other, strong_king, weak_king, strong_to_move ? 0 : 1));
+    int score = 0;
+    if (result == stored_loss) score = points_for_rank * bitboard_tables.distance[weak_king][front] - rammed_pawns_loss;
+    if (result == stored_win) score = points_for_rank * RankOf(other) + pawns_win;
+    return strong_to_move ? score : -score;
+}
+
+std::optional<int> ProbeBitbases(const BOARD& board) noexcept {
+    if (board.total_material != 0 || board.frame().castling != 0) return std::nullopt;
+    const int of_white = PopCount(board.side(white).pawns);
+    const int of_black = PopCount(board.side(black).pawns);
+    switch (of_white + of_black) {
+        case 1:
+            return ProbeSinglePawn(board);
+        case 2:
+            if (!TwoPawnsLoaded() || of_white != of_black) return std::nullopt;
+            return ProbeTwoPawns(board);
+        case 3:
+            if (!RammedPawnsLoaded() || !HasRam(board) || board.frame().en_passant_square != 0) return std::nullopt;
+            return ProbeRammedPawns(board);
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace VorkaBitbases

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "chess/board.h"
+#include "frame/vorka_exception.h"
+
+/// What is known exactly of pawn endings: king and pawn against king (built in), king and pawn against king and pawn,
+/// and king and two pawns against king and pawn where two pawns block one another. The last two are files beside the
+/// executable, mapped if they are there; without them the engine plays on.
+///
+/// Probes give scores from the side to move's view, in centipawns of the search's scale: 0 for a draw, a sure win below
+/// every mate score and the higher the farther the pawn has gone. They throw nothing.
+namespace VorkaBitbases {
+
+namespace HelperFunctions {
+
+/// Numbers the squares of the files a to d: a1 is 0, d1 3, a2 4, d8 31.
+[[nodiscard]] constexpr int CompactAntiMirroredSquare(Square square) noexcept {
+    return ((square & 56) >> 1) | (square & 3);
+}
+
+}  // namespace HelperFunctions
+
+inline constexpr std::uint32_t two_pawns_size = 0x120000;    ///< bytes
+inline constexpr std::uint32_t rammed_pawn_size = 0x1E0000;  ///< bytes
+
+class CouldNotOpenFileException : public VorkaException {
+  public:
+    explicit CouldNotOpenFileException(std::string text) : text_(std::move(text)) {}
+    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
+
+  private:
+    std::string text_;
+};
+
+/// Checks the numbering above and maps the files of the executable's directory, telling the log what it found. May be
+/// called again: a file that was generated since comes into use, an old mapping is released.
+void InitBitbases();
+
+/// Map one file. Throw CouldNotOpenFileException, with the old file still in use.
+void LoadTwoPawnsBitbases(const std::string& path);
+void LoadRammedPawnBitbases(const std::string& path);
+/// Forget the files again: for tests and for files that are gone.
+void UnloadBitbases() noexcept;
+
+[[nodiscard]] bool TwoPawnsLoaded() noexcept;
+[[nodiscard]] bool RammedPawnsLoaded() noexcept;
+
+/// A stored result, in the view of the side that the table names.
+enum StoredResult : int { stored_draw = 0, stored_loss = 1, stored_draw_too = 2, stored_win = 3 };
+
+/// Whether a lone pawn on `pawn` wins, whatever else is on the board. Impossible positions count as wins.
+[[nodiscard]] bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king,
+                                   Square black_king) noexcept;
+/// The stored result for the side to move. The file must be loaded.
+[[nodiscard]] int ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
+                                   Square black_pawn) noexcept;
+
+/// One pawn in all.
+[[nodiscard]] int ProbeSinglePawn(const BOARD& board) noexcept;
+/// One pawn on each side. The file must be loaded.
+[[nodiscard]] int ProbeTwoPawns(const BOARD& board) noexcept;
+/// Three pawns in all, the one of a side directly in front of one of the other. The file must be loaded.
+[[nodiscard]] int ProbeRammedPawns(const BOARD& board) noexcept;
+
+/// Whatever is known of a position: nothing if there are pieces, castling rights, other numbers of pawns, or the file
+/// is not loaded.
+[[nodiscard]] std::optional<int> ProbeBitbases(const BOARD& board) noexcept;
+
+/// Whether a white pawn stands directly below a black one.
+[[nodiscard]] constexpr bool HasRam(const BOARD& board) noexcept {
+    return (board.sides[white].pawns << 8 & board.sides[black].pawns) != 0;
+}
+
+/// Where a position stands in a file: a byte, and a bit pair in it.
+struct Cell {
+    std::size_t offset;
+    int shift;
+};
+/// Normalised squares: the side named by the table is White, the indexed pawn stands on the files a to d.
+[[nodiscard]] constexpr Cell TwoPawnsCell(Square own_pawn, Square enemy_pawn, Square own_king,
+                                          Square enemy_king) noexcept {
+    const int pawn_index = HelperFunctions::CompactAntiMirroredSquare(own_pawn - 8);
+    return {static_cast<std::size_t>(((pawn_index * 48 + (enemy_pawn - 8)) * 64 + own_king) * 16 + (enemy_king & 15)),
+            (enemy_king >> 4) * 2};
+}
+/// `weak_to_move` is 0 with the strong side to move, else 1.
+[[nodiscard]] constexpr Cell RammedPawnsCell(Square blocked_pawn, Square free_pawn, Square strong_king,
+                                             Square weak_king, int weak_to_move) noexcept {
+    const int pawn_index = HelperFunctions::CompactAntiMirroredSquare(blocked_pawn - 8);
+    return {static_cast<std::size_t>(((pawn_index * 48 + (free_pawn - 8)) * 64 + strong_king) * 32 + (weak_king & 31)),
+            weak_to_move * 2 + (weak_king >> 5) * 4};
+}
+
+}  // namespace VorkaBitbases

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "chess/board.h"
+#include "frame/vorka_exception.h"
+
+/// Endgame tablebases with distances to mate, behind an abstract source: who reads the files of a format implements
+/// TableSource. No source is there at the start, and a build without a reader never gets one.
+namespace VorkaTablebases {
+
+class TB_Exception : public VorkaException {
+  public:
+    explicit TB_Exception(std::string text) : text_(std::move(text)) {}
+    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
+
+  private:
+    std::string text_;
+};
+
+enum class ProbeResult : int {
+    disabled = 0,   ///< nothing is loaded
+    found = 1,      ///< a score goes out
+    not_found = 2,  ///< this material or this position is not in the tables
+    queued = 3,     ///< a lookup was postponed: never here, and an error if it is
+};
+
+/// What reads tables. Neither castling rights nor en passant squares come here.
+class TableSource {
+  public:
+    TableSource() = default;
+    virtual ~TableSource() = default;
+    TableSource(const TableSource&) = delete;
+    TableSource& operator=(const TableSource&) = delete;
+
+    /// Sets `score` for a position that is found: 0 a draw, else 32767 - |score| plies to the mate, positive if the
+    /// side to move wins. Throws nothing.
+    [[nodiscard]] virtual ProbeResult Probe(const BOARD& board, int& score) noexcept = 0;
+    /// Gives the tables a cache of so many bytes. False if they can't work with that.
+    [[nodiscard]] virtual bool UseCache(std::int32_t bytes) noexcept = 0;
+};
+
+/// Takes the tables into use, instead of those before. Null puts tablebases out of use.
+void UseSource(std::unique_ptr<TableSource> source) noexcept;
+
+/// Probes what is loaded. A position with a castling right or an en passant square is not looked up.
+[[nodiscard]] ProbeResult ProbeTablebases(const BOARD& board, int& score) noexcept;
+
+/// Whether the side to move is lost, but not mated within 30 plies. False for what is not found.
+[[nodiscard]] bool IsTablebaseLossFarAway(const BOARD& board) noexcept;
+/// From this distance to the mate on, in plies, a loss is far away.
+inline constexpr int far_away_plies = 30;
+
+/// Opens the tables of a directory; null if there are none.
+using SourceOpener = std::function<std::unique_ptr<TableSource>(const std::string& path)>;
+
+}  // namespace VorkaTablebases
+
+/// Tables in the format of Nalimov.
+namespace NalimovTablebases {
+
+class NalimovException : public VorkaTablebases::TB_Exception {
+  public:
+    using TB_Exception::TB_Exception;
+};
+
+/// Opens the tables at `path` with `open` and takes them into use with a cache of `size` bytes, telling the log. Throws
+/// NalimovException with the reason; then no tablebases are in use.
+void Initialize(std::uint64_t size, const std::string& path, const VorkaTablebases::SourceOpener& open);
+
+/// Finds no tables anywhere: this build has no reader of the format.
+[[nodiscard]] std::unique_ptr<VorkaTablebases::TableSource> OpenNothing(const std::string& path);
+
+}  // namespace NalimovTablebases
