@@ -91,11 +91,13 @@ struct PairRow {
     std::string_view position;
     SCORE_PAIR pair;
     std::string_view counters = "";
+    void (*prepare)(EVALUATION_CONTEXT& context, Colour own) = nullptr;  ///< what terms before it would have left
 };
 inline std::ostream& operator<<(std::ostream& out, const PairRow& row) { return out << row.name; }
 
 inline void ExpectPair(const PairRow& row) {
     ForBothColours(row.position, [&](EvaluationBuilder& builder, Colour own) {
+        if (row.prepare != nullptr) row.prepare(builder.context, own);
         const SCORE_PAIR pair = (own == white ? row.term.of_white : row.term.of_black)(builder.context, builder.board);
         EXPECT_EQ(PairText(pair, CountersText(builder.context, own)), PairText(row.pair, InOrder(row.counters)))
             << row.position;
