@@ -1,0 +1,174 @@
+#include "bitbases/bitbase_generator.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "bitbases/bitbases.h"
+#include "bitbases/table_source.h"
+#include "support/board_builder.h"
+#include "support/log_capture.h"
+#include "support/temporary_directory.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using VorkaTablebases::ProbeResult;
+
+/// A score that any two positions of the walks may differ in: -1, 0 or 1 times a mate far away.
+int MadeUpScore(const BOARD& board) {
+    int sum = static_cast<int>(board.side_to_move);
+    for (Bitboard men = board.occupied; men != 0;) {
+        const Square s = TakeNextBit(men);
+        sum += s * board.squares[s];
+    }
+    return ((sum % 3) + 3) % 3 * 32000 - 32000;
+}
+ProbeResult MadeUp(const BOARD& board, int& score) {
+    score = MadeUpScore(board);
+    return ProbeResult::found;
+}
+
+template <class Action>
+std::string TextOfFailure(Action action) {
+    try {
+        action();
+    } catch (const VorkaGenerator::TextException& error) {
+        return error.text();
+    }
+    return "";
+}
+
+class Generator : public testing::Test {
+  protected:
+    ~Generator() override { VorkaBitbases::UnloadBitbases(); }
+    std::string File(const std::string& name) const { return directory_.File(name); }
+    /// What a verification writes, and the text that it fails with.
+    template <class Verify>
+    std::string Verification(Verify verify) {
+        VorkaGenerator::DefaultVerificationHandler handler;
+        testing::internal::CaptureStdout();
+        const std::string failure = TextOfFailure([&] { verify(handler); });
+        vlog.Flush();
+        return testing::internal::GetCapturedStdout() + failure;
+    }
+    /// Turns the bit pair at the position's cell into another result.
+    static void Flip(const std::string& path, const VorkaBitbases::Cell& cell) {
+        std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+        file.seekg(static_cast<std::streamoff>(cell.offset));
+        const int byte = file.get();
+        const int pair = byte >> cell.shift & 3;
+        file.seekp(static_cast<std::streamoff>(cell.offset));
+        file.put(static_cast<char>(byte ^ (pair == 3 ? 2 : 3) << cell.shift));
+    }
+
+    TemporaryDirectory directory_;
+    LogCapture log_;
+};
+
+TEST_F(Generator, FailsWithoutTablesAndLeavesNoFile) {
+    for (const auto generate : {VorkaGenerator::GenerateTwoPawnsBitbases, VorkaGenerator::GenerateRammedPawnBitbases}) {
+        const auto failure = [&] { return TextOfFailure([&] { generate(File("x")); }); };
+        EXPECT_EQ(failure(), "tablebases not loaded");
+        const TablesScope queued(Always(ProbeResult::queued));
+        EXPECT_EQ(failure(), "internal error: lookup queued");
+    }
+    const TablesScope unknown(Always(ProbeResult::not_found));
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("x")); }),
+              "endgame king+pawn vs king+pawn not available");
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateRammedPawnBitbases(File("x")); }),
+              "endgame king+pawn+pawn vs king+pawn not available");
+    EXPECT_FALSE(std::filesystem::exists(File("x")));
+}
+
+TEST_F(Generator, AFileThatCantBeWrittenIsAFailure) {
+    const TablesScope tables(MadeUp);
+    const std::string path = File("no/x");
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(path); }),
+              "Could not open file '" + path + "'");
+}
+
+TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
+    const TablesScope tables(MadeUp);
+    VorkaGenerator::GenerateTwoPawnsBitbases(File("x"));
+    ASSERT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::two_pawns_size);
+    VorkaBitbases::LoadTwoPawnsBitbases(File("x"));
+    const BOARD board = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
+    const int wanted = MadeUpScore(board);
+    EXPECT_EQ(VorkaBitbases::ProbeTwoPawns(board) > 0, wanted > 0);
+    EXPECT_EQ(VorkaBitbases::ProbeTwoPawns(board) < 0, wanted < 0);
+    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e2, b4, g6), 0) << "no legal position";
+    EXPECT_THAT(Verification(VorkaGenerator::VerifyTwoPawnsBitbases),
+                MatchesRegex("Verifying bitbase 'two_pawns'...passed \\([0-9]+ positions\\)\n"));
+
+    Flip(File("x"), VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8));
+    EXPECT_THAT(Verification(VorkaGenerator::VerifyTwoPawnsBitbases),
+                testing::AllOf(HasSubstr("Verifying bitbase 'two_pawns'...Error in two_pawns bitbase.\n"
+                                         "Position reports wrong result.\n"),
+                               testing::EndsWith("failed\n")));
+    VorkaGenerator::SilentVerificationHandler silent;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::VerifyTwoPawnsBitbases(silent); }),
+              "Verification failed (reason: invalid result):\n");
+    vlog.Flush();
+    EXPECT_THAT(testing::internal::GetCapturedStdout(), testing::StartsWith("Corrupted position found:\n"));
+}
+
+TEST_F(Generator, RammedPawnsAreCopiedAndVerified) {
+    const TablesScope tables(MadeUp);
+    VorkaGenerator::GenerateRammedPawnBitbases(File("x"));
+    ASSERT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::rammed_pawn_size);
+    Flip(File("x"), VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1));
+    VorkaBitbases::LoadRammedPawnBitbases(File("x"));
+    const std::string text = Verification(VorkaGenerator::VerifyRammedPawnBitbases);
+    EXPECT_THAT(text, HasSubstr("Error in rammed_pawn bitbase.\nPosition reports wrong result.\n"));
+    EXPECT_EQ(text.find("Error in", text.find("Error in") + 1), std::string::npos) << "one bit, one position";
+}
+
+TEST_F(Generator, TheBuiltInTableIsVerified) {
+    const TablesScope tables([](const BOARD& board, int& score) {
+        const Colour strong = board.side(white).pawns != 0 ? white : black;
+        const bool wins = VorkaBitbases::IsSinglePawnWin(static_cast<Colour>(board.side_to_move), strong,
+                                                         FindLowestBit(board.side(strong).pawns),
+                                                         board.side(white).king_square, board.side(black).king_square);
+        score = !wins ? 0 : board.side_to_move == strong ? 32700 : -32700;
+        return ProbeResult::found;
+    });
+    EXPECT_THAT(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+                MatchesRegex("Verifying bitbase 'single_pawn'...passed \\([0-9]+ positions\\)\n"));
+}
+
+TEST_F(Generator, AMissingFileIsSkippedAndMissingTablesEndIt) {
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases), "Verifying bitbase 'two_pawns'...skipped\n");
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases), "Verifying bitbase 'rammed_pawn'...skipped\n");
+    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+              "Verifying bitbase 'single_pawn'...tablebases not loaded");
+    const TablesScope unknown(Always(ProbeResult::not_found));
+    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+              "Verifying bitbase 'single_pawn'...endgame king+pawn vs king not available");
+    const TablesScope queued(Always(ProbeResult::queued));
+    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+              "Verifying bitbase 'single_pawn'...Internal error: lookup queued");
+}
+
+TEST_F(Generator, AnUnknownPositionIsReported) {
+    VorkaGenerator::SilentVerificationHandler silent;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(TextOfFailure([&] { silent.positionNotFound(BoardFromFen("4k3/8/8/8/8/8/4P3/4K3 w - - 0 1")); }),
+              "Verification failed (reason: position not found):\n");
+    VorkaGenerator::DefaultVerificationHandler handler;
+    handler.started("x");
+    handler.positionNotFound(BoardFromFen("4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"));
+    handler.finished();
+    handler.aborted();
+    vlog.Flush();
+    EXPECT_THAT(testing::internal::GetCapturedStdout(),
+                testing::AllOf(HasSubstr("Verifying bitbase 'x'...Error in x bitbase.\nPosition not found.\n"),
+                               testing::EndsWith("failed\naborted\n")));
+}
+
+}  // namespace

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "bitbases/tablebases.h"
+
+/// Tables whose answers a test makes up.
+class FakeTables : public VorkaTablebases::TableSource {
+  public:
+    using Answer = std::function<VorkaTablebases::ProbeResult(const BOARD& board, int& score)>;
+    explicit FakeTables(Answer answer, std::int32_t smallest_cache = 0)
+        : answer_(std::move(answer)), smallest_cache_(smallest_cache) {}
+
+    VorkaTablebases::ProbeResult Probe(const BOARD& board, int& score) noexcept override {
+        return answer_(board, score);
+    }
+    bool UseCache(std::int32_t bytes) noexcept override { return bytes >= smallest_cache_; }
+
+  private:
+    Answer answer_;
+    std::int32_t smallest_cache_;
+};
+
+/// Tables in use for a scope.
+class TablesScope {
+  public:
+    explicit TablesScope(FakeTables::Answer answer) {
+        VorkaTablebases::UseSource(std::make_unique<FakeTables>(std::move(answer)));
+    }
+    ~TablesScope() { VorkaTablebases::UseSource(nullptr); }
+    TablesScope(const TablesScope&) = delete;
+    TablesScope& operator=(const TablesScope&) = delete;
+};
+
+/// Tables that know one score for everything, or have one answer.
+inline FakeTables::Answer Always(VorkaTablebases::ProbeResult result, int score = 0) {
+    return [=](const BOARD& /*board*/, int& out) {
+        out = score;
+        return result;
+    };
+}

@@ -1,0 +1,105 @@
+#include "bitbases/tablebases.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "bitbases/table_source.h"
+#include "support/board_builder.h"
+#include "support/log_capture.h"
+
+namespace {
+
+using NalimovTablebases::NalimovException;
+using testing::HasSubstr;
+using VorkaTablebases::ProbeResult;
+using VorkaTablebases::ProbeTablebases;
+
+const std::string rook_ending = "4k3/8/8/8/8/8/8/4K2R w - - 0 1";
+
+TEST(Tablebases, AnswerZeroBeforeTheyAreLoaded) {
+    int score = 7;
+    EXPECT_EQ(ProbeTablebases(BoardFromFen(rook_ending), score), ProbeResult::disabled);
+    EXPECT_EQ(score, 7);
+    EXPECT_FALSE(VorkaTablebases::IsTablebaseLossFarAway(BoardFromFen(rook_ending)));
+}
+
+TEST(Tablebases, NeverSeeCastlingOrEnPassant) {
+    const TablesScope tables(Always(ProbeResult::found, 32740));
+    int score = 0;
+    EXPECT_EQ(ProbeTablebases(BoardFromFen(rook_ending), score), ProbeResult::found);
+    EXPECT_EQ(score, 32740);
+    EXPECT_EQ(ProbeTablebases(BoardFromFen("4k3/8/8/8/8/8/8/4K2R w K - 0 1"), score), ProbeResult::not_found);
+    EXPECT_EQ(ProbeTablebases(BoardFromFen("4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"), score), ProbeResult::not_found);
+}
+
+TEST(Tablebases, ALossIsFarAwayFromThirtyPliesOn) {
+    const auto far_away = [](int score) {
+        const TablesScope tables(Always(ProbeResult::found, score));
+        return VorkaTablebases::IsTablebaseLossFarAway(BoardFromFen(rook_ending));
+    };
+    EXPECT_TRUE(far_away(-(32767 - 30)));
+    EXPECT_FALSE(far_away(-(32767 - 29)));
+    EXPECT_FALSE(far_away(32767 - 40));
+    EXPECT_FALSE(far_away(0));
+    const TablesScope tables(Always(ProbeResult::not_found, -32000));
+    EXPECT_FALSE(VorkaTablebases::IsTablebaseLossFarAway(BoardFromFen(rook_ending)));
+}
+
+/// Opens tables that need a cache of so many bytes.
+VorkaTablebases::SourceOpener Opening(std::int32_t smallest_cache) {
+    return [=](const std::string& path) -> std::unique_ptr<VorkaTablebases::TableSource> {
+        if (path != "here") return nullptr;
+        return std::make_unique<FakeTables>(Always(ProbeResult::found, 0), smallest_cache);
+    };
+}
+
+class Initialising : public testing::Test {
+  protected:
+    ~Initialising() override { VorkaTablebases::UseSource(nullptr); }
+    static bool IsLoaded() {
+        int score = 0;
+        return ProbeTablebases(BoardFromFen(rook_ending), score) != ProbeResult::disabled;
+    }
+    static std::string Failure(std::uint64_t size, const std::string& path, std::int32_t smallest_cache) {
+        try {
+            NalimovTablebases::Initialize(size, path, Opening(smallest_cache));
+        } catch (const NalimovException& error) {
+            return error.what();
+        }
+        return "";
+    }
+    LogCapture log_;
+};
+
+TEST_F(Initialising, TakesTablesIntoUse) {
+    EXPECT_EQ(Failure(8 << 20, "here", 1 << 20), "");
+    EXPECT_TRUE(IsLoaded());
+    EXPECT_EQ(log_.text(), "Initializing Nalimov tablebases... 'here'\n");
+}
+
+TEST_F(Initialising, FindsNoTables) {
+    EXPECT_EQ(Failure(8 << 20, "here", 0), "");
+    EXPECT_EQ(Failure(8 << 20, "there", 0), "Could not open tablebases. Is the path correct?");
+    EXPECT_FALSE(IsLoaded());
+    EXPECT_THAT(log_.text(), HasSubstr("Error! Could not initialize tablebases!\nIs the path correct?\n"));
+    EXPECT_THROW(NalimovTablebases::Initialize(0, "here", NalimovTablebases::OpenNothing), NalimovException);
+}
+
+TEST_F(Initialising, NeedsEnoughCacheOrNone) {
+    EXPECT_EQ(Failure(100, "here", 200), "Increase the cache size, because it is too small.");
+    EXPECT_FALSE(IsLoaded());
+    EXPECT_THAT(log_.text(), HasSubstr("Error! Could not initialize tablebases!\nIncrease the cache size.\n"));
+    EXPECT_EQ(Failure(0, "here", 200), "") << "without a cache";
+    EXPECT_TRUE(IsLoaded());
+}
+
+TEST_F(Initialising, CutsASizeThatDoesNotFit) {
+    EXPECT_EQ(Failure(std::uint64_t{1} << 31, "here", 0x7FFFFFFF), "");
+    EXPECT_THAT(log_.text(),
+                HasSubstr("NalimovInitializer: Cannot allocate the requested memory, because of an integer "
+                          "overflow. Allocating maximum memory instead."));
+}
+
+}  // namespace
