@@ -14,12 +14,20 @@ constexpr std::string_view won = "4k3/8/4K3/4P3/8/8/8/8 w - - 0 1";
 constexpr std::string_view lost = "4k3/8/4K3/4P3/8/8/8/8 b - - 0 1";
 constexpr std::string_view drawn = "4k3/4P3/4K3/8/8/8/8/8 b - - 0 1";
 
-/// The node of a position at a ply, which is reached by moves of the kings that change nothing.
+/// The node of a position as if it stood at a ply.
 std::optional<Score> Ask(std::string_view fen, std::uint32_t ply, Score beta, int position_class = 15) {
     SearchBuilder search{fen};
-    Node node = search.NodeAt(beta, 64);
-    node.ply = ply;
-    node.position_class = position_class;
+    const Node node{.search = *search.board,
+                    .ply = ply,
+                    .beta = beta,
+                    .distance = 64,
+                    .in_check = search.board->board.in_check(),
+                    .type = NodeType::principal,
+                    .parent_class = position_class,
+                    .position_class = position_class,
+                    .child_flags = root_child,
+                    .moves = search.board->move_buffer,
+                    .moves_end = search.board->move_buffer};
     return EndgameKnowledge(node);
 }
 
