@@ -25,7 +25,7 @@ int Usage(std::ostream& out, int status) {
            "\n"
            "Writes kp_kp.vbb and kpp_kp_ram.vbb, the bitbases of pawn endings, into DIRECTORY (the working "
            "directory).\n"
-           "Everything is computed from the rules of chess: some minutes on two cores, about a gigabyte of memory.\n"
+           "Everything is computed from the rules of chess: a minute on two cores, 600 MB of memory.\n"
            "\n"
            "  --only kp_kp   the first file alone\n"
            "  --threads N    threads that work (as many as there are cores)\n"
