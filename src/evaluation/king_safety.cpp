@@ -8,6 +8,7 @@
 #include "chess/bitboard_tables.h"
 #include "evaluation/board_areas.h"
 #include "evaluation/ending_tables.h"
+#include "evaluation/table_lookup.h"
 
 namespace {
 
@@ -60,11 +61,6 @@ constexpr std::array<int, 4> storm_attack = {4, 7, 8, 0};
 /// And for a square in its path that an own pawn attacks, by the ranks between.
 constexpr std::array<SCORE_PAIR, 4> contact_charge = {{{4, 12}, {3, 8}, {1, 5}, {0, 0}}};
 constexpr std::array<int, 4> contact_attack = {12, 10, 8, 0};
-
-template <class Table>
-auto at(const Table& table, int index) {
-    return table[static_cast<std::size_t>(index)];
-}
 
 /// The walk over the files around one king.
 template <Colour Us>

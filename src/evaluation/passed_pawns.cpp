@@ -6,6 +6,7 @@
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/board_areas.h"
+#include "evaluation/table_lookup.h"
 
 namespace {
 
@@ -60,11 +61,6 @@ SCORE_PAIR sum_by_file_and_rank(const PAWN_INFO& info) {
 }
 
 // --- Endings ---
-
-template <std::size_t Size>
-int at(const std::array<int, Size>& table, int index) {
-    return table[static_cast<std::size_t>(index)];
-}
 
 int by_file_and_rank_ending(int file, int rank) {
     static constexpr std::array<int, 8> by_file = {9, 9, 8, 7, 7, 8, 9, 9};

@@ -9,6 +9,7 @@
 #include "evaluation/pawn_groups.h"
 #include "evaluation/pawn_structure.h"
 #include "evaluation/pawn_tables.h"
+#include "evaluation/table_lookup.h"
 
 namespace {
 
@@ -16,11 +17,6 @@ using pawn_tables::value_at;
 
 template <std::size_t Size>
 using PairTable = std::array<SCORE_PAIR, Size>;
-
-template <std::size_t Size>
-SCORE_PAIR at(const PairTable<Size>& table, int index) {
-    return table[static_cast<std::size_t>(index)];
-}
 
 /// The counters of the pawn structure that a term of `Us` changes.
 template <Colour Us>

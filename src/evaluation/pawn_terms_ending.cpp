@@ -7,17 +7,13 @@
 #include "evaluation/pawn_structure.h"
 #include "evaluation/pawn_tables.h"
 #include "evaluation/pawn_terms.h"
+#include "evaluation/table_lookup.h"
 
 // The pawn structure in an ending: the walk of the middle game with values of its own, all in centipawns.
 
 namespace {
 
 using pawn_tables::value_at;
-
-template <std::size_t Size>
-int at(const std::array<std::int16_t, Size>& table, int index) {
-    return table[static_cast<std::size_t>(index)];
-}
 
 // By front_distance; the first is that of a pawn with nothing ahead.
 constexpr std::array<std::int16_t, 6> stuck_pawn = {20, 44, 14, 15, 15, 16};

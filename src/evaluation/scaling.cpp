@@ -8,13 +8,9 @@
 #include "chess/bitboard_tables.h"
 #include "evaluation/board_areas.h"
 #include "evaluation/evaluation_context.h"
+#include "evaluation/table_lookup.h"
 
 namespace {
-
-template <std::size_t Size>
-int at(const std::array<int, Size>& table, int index) {
-    return table[static_cast<std::size_t>(index)];
-}
 
 /// The fewer pawns the winner has, the less is left of his score; but never more than half a pawn is taken.
 int reduce_by_pawns(int value, Bitboard pawns) {

@@ -12,44 +12,22 @@ namespace VorkaInterfaces {
 
 namespace {
 
-/// A bitbase of its own file, read out of the tablebases.
-struct GeneratedBitbase {
-    std::string_view word;
-    std::string_view name;
-    std::string_view file;
-    void (*generate)(const std::string& path);
-};
-constexpr std::array generated_bitbases{
-    GeneratedBitbase{vocabulary::job_two_pawns, vocabulary::generating_two_pawns, vocabulary::two_pawns_file,
-                     VorkaGenerator::GenerateTwoPawnsBitbases},
-    GeneratedBitbase{vocabulary::job_rammed_pawn, vocabulary::generating_rammed_pawn, vocabulary::rammed_pawn_file,
-                     VorkaGenerator::GenerateRammedPawnBitbases},
-};
-struct VerifiedBitbase {
-    std::string_view word;
-    void (*verify)(VorkaGenerator::VerificationHandler& handler);
-};
-constexpr std::array verified_bitbases{
-    VerifiedBitbase{vocabulary::job_single_pawn, VorkaGenerator::VerifySinglePawnBitbases},
-    VerifiedBitbase{vocabulary::job_two_pawns, VorkaGenerator::VerifyTwoPawnsBitbases},
-    VerifiedBitbase{vocabulary::job_rammed_pawn, VorkaGenerator::VerifyRammedPawnBitbases},
-};
+// --- Generation ---
 
 /// Writes one file beside the executable. A file that stands there is kept, whatever is in it.
-class GenerateBitbasesJob final : public AbstractJob {
+class GenerateBitbasesJob : public AbstractJob {
   public:
-    explicit GenerateBitbasesJob(const GeneratedBitbase& bitbase) : bitbase_(bitbase) {}
     void run() override {
-        vlog << bitbase_.name << vocabulary::job_dots;
+        vlog << name() << vocabulary::job_dots;
         vlog.Flush();
-        const std::string path = ExecutableDirectory() + '/' + std::string(bitbase_.file);
+        const std::string path = ExecutableDirectory() + '/' + std::string(file());
         if (FileExists(path)) {
             vlog << vocabulary::job_skipped_file_exists;
             return;
         }
         const Timestamp start = Timestamp::Now();
         try {
-            bitbase_.generate(path);
+            generate(path);
         } catch (const VorkaGenerator::GenerationFailed& error) {
             vlog << vocabulary::job_failed;
             throw JobFailedException(error.text());
@@ -57,29 +35,99 @@ class GenerateBitbasesJob final : public AbstractJob {
         vlog << vocabulary::generation_done << ElapsedMilliseconds(start, Timestamp::Now()) / 1000
              << vocabulary::generation_seconds;
     }
-    [[nodiscard]] std::string_view name() const override { return bitbase_.name; }
 
   private:
-    const GeneratedBitbase bitbase_;
+    [[nodiscard]] virtual std::string_view file() const = 0;
+    virtual void generate(const std::string& path) const = 0;
 };
 
-/// Compares one bitbase with the tablebases. One that is not loaded is skipped.
-class VerifyBitbasesJob final : public AbstractJob {
+class GenerateTwoPawnsBitbasesJob final : public GenerateBitbasesJob {
   public:
-    explicit VerifyBitbasesJob(const VerifiedBitbase& bitbase) : bitbase_(bitbase) {}
+    [[nodiscard]] std::string_view name() const override { return vocabulary::generating_two_pawns; }
+
+  private:
+    [[nodiscard]] std::string_view file() const override { return vocabulary::two_pawns_file; }
+    void generate(const std::string& path) const override { VorkaGenerator::GenerateTwoPawnsBitbases(path); }
+};
+
+class GenerateRammedPawnBitbasesJob final : public GenerateBitbasesJob {
+  public:
+    [[nodiscard]] std::string_view name() const override { return vocabulary::generating_rammed_pawn; }
+
+  private:
+    [[nodiscard]] std::string_view file() const override { return vocabulary::rammed_pawn_file; }
+    void generate(const std::string& path) const override { VorkaGenerator::GenerateRammedPawnBitbases(path); }
+};
+
+// --- Verification ---
+
+/// Compares one bitbase with the tablebases. One that is not loaded is skipped.
+class VerifyBitbasesJob : public AbstractJob {
+  public:
     void run() override {
-        VorkaGenerator::DefaultVerificationHandler handler;
         try {
-            bitbase_.verify(handler);
+            verify(*handler_);
         } catch (const VorkaGenerator::VerificationFailed& error) {
-            handler.aborted();
+            handler_->aborted();
             throw JobFailedException(error.text());
         }
     }
-    [[nodiscard]] std::string_view name() const override { return bitbase_.word; }
 
   private:
-    const VerifiedBitbase bitbase_;
+    virtual void verify(VorkaGenerator::VerificationHandler& handler) const = 0;
+    const std::unique_ptr<VorkaGenerator::DefaultVerificationHandler> handler_ =
+        std::make_unique<VorkaGenerator::DefaultVerificationHandler>();
+};
+
+class VerifySinglePawnBitbasesJob final : public VerifyBitbasesJob {
+  public:
+    [[nodiscard]] std::string_view name() const override { return vocabulary::job_single_pawn; }
+
+  private:
+    void verify(VorkaGenerator::VerificationHandler& handler) const override {
+        VorkaGenerator::VerifySinglePawnBitbases(handler);
+    }
+};
+
+class VerifyTwoPawnsBitbasesJob final : public VerifyBitbasesJob {
+  public:
+    [[nodiscard]] std::string_view name() const override { return vocabulary::job_two_pawns; }
+
+  private:
+    void verify(VorkaGenerator::VerificationHandler& handler) const override {
+        VorkaGenerator::VerifyTwoPawnsBitbases(handler);
+    }
+};
+
+class VerifyRammedPawnBitbasesJob final : public VerifyBitbasesJob {
+  public:
+    [[nodiscard]] std::string_view name() const override { return vocabulary::job_rammed_pawn; }
+
+  private:
+    void verify(VorkaGenerator::VerificationHandler& handler) const override {
+        VorkaGenerator::VerifyRammedPawnBitbases(handler);
+    }
+};
+
+// --- Words ---
+
+struct JobWord {
+    std::string_view word;
+    std::unique_ptr<AbstractJob> (*make)();
+};
+template <class Job>
+std::unique_ptr<AbstractJob> Make() {
+    return std::make_unique<Job>();
+}
+
+constexpr std::array generation_words{
+    JobWord{vocabulary::job_two_pawns, Make<GenerateTwoPawnsBitbasesJob>},
+    JobWord{vocabulary::job_rammed_pawn, Make<GenerateRammedPawnBitbasesJob>},
+};
+constexpr std::array verification_words{
+    JobWord{vocabulary::job_single_pawn, Make<VerifySinglePawnBitbasesJob>},
+    JobWord{vocabulary::job_two_pawns, Make<VerifyTwoPawnsBitbasesJob>},
+    JobWord{vocabulary::job_rammed_pawn, Make<VerifyRammedPawnBitbasesJob>},
 };
 
 /// Words, or what stands between quotes and brackets.
@@ -97,6 +145,20 @@ std::vector<std::string> SplitIntoWords(const std::string& words) {
 
 }  // namespace
 
+namespace {
+
+/// Adds the jobs that a word names. Whether there are any.
+template <class Words>
+bool AddJobs(JobList& jobs, const Words& words, const std::string& word) {
+    const std::size_t before = jobs.size();
+    for (const JobWord& row : words) {
+        if (word == row.word || word == vocabulary::all) jobs.push_back(row.make());
+    }
+    return jobs.size() != before;
+}
+
+}  // namespace
+
 JobList generationJobs(const std::string& words) {
     JobList jobs;
     for (const std::string& word : SplitIntoWords(words)) {
@@ -106,13 +168,7 @@ JobList generationJobs(const std::string& words) {
         if (word == vocabulary::job_generic) {
             throw AbstractJob::JobFailedException(std::string(vocabulary::generic_generation_disabled));
         }
-        const std::size_t before = jobs.size();
-        for (const GeneratedBitbase& bitbase : generated_bitbases) {
-            if (word == bitbase.word || word == vocabulary::all) {
-                jobs.push_back(std::make_unique<GenerateBitbasesJob>(bitbase));
-            }
-        }
-        if (jobs.size() == before) RefuseWord(vocabulary::could_not_parse_generation_job, word);
+        if (!AddJobs(jobs, generation_words, word)) RefuseWord(vocabulary::could_not_parse_generation_job, word);
     }
     return jobs;
 }
@@ -123,24 +179,19 @@ JobList verificationJobs(const std::string& words) {
         if (word == vocabulary::job_generic) {
             throw AbstractJob::JobFailedException(std::string(vocabulary::generic_verification_not_supported));
         }
-        const std::size_t before = jobs.size();
-        for (const VerifiedBitbase& bitbase : verified_bitbases) {
-            if (word == bitbase.word || word == vocabulary::all)
-                jobs.push_back(std::make_unique<VerifyBitbasesJob>(bitbase));
-        }
-        if (jobs.size() == before) RefuseWord(vocabulary::could_not_parse_verify_job, word);
+        if (!AddJobs(jobs, verification_words, word)) RefuseWord(vocabulary::could_not_parse_verify_job, word);
     }
     return jobs;
 }
 
 void listGenerationJobs() {
     vlog << vocabulary::available_generation_jobs;
-    for (const GeneratedBitbase& bitbase : generated_bitbases) vlog << bitbase.word << '\n';
+    for (const JobWord& row : generation_words) vlog << row.word << '\n';
 }
 
 void listVerificationJobs() {
     vlog << vocabulary::available_verification_jobs;
-    for (const VerifiedBitbase& bitbase : verified_bitbases) vlog << bitbase.word << '\n';
+    for (const JobWord& row : verification_words) vlog << row.word << '\n';
 }
 
 }  // namespace VorkaInterfaces
