@@ -41,6 +41,17 @@ TEST(EndgameWeight, FallsWithTheMaterialOfTheStrongerSide) {
     }
 }
 
+TEST(EndgameWeight, FollowsItsCurve) {
+    // With x = (35 - units) / 13: 0.24875006018 x^3 + 0.11095692200031873 x^2 + 0.7854795236172942 x -
+    // 0.07369495345398903.
+    for (const WeightRow& row : {WeightRow{22, 1.0}, WeightRow{23, 0.9415549035654}, WeightRow{26, 0.6058183775244},
+                                 WeightRow{29, 0.3369259338664}, WeightRow{33, 0.0506800303458}, WeightRow{34, 0.0}}) {
+        BOARD board;
+        board.sides[white].minor_points = row.units;
+        EXPECT_NEAR(endgame_weight(board), row.weight, 1e-12) << row.units;
+    }
+}
+
 TEST(EndgameWeight, AnyQueenCountsThreeUnitsMore) {
     for (const Colour side : {white, black}) {
         BOARD board;
@@ -138,7 +149,10 @@ Change Openness(int openness) {
 INSTANTIATE_TEST_SUITE_P(Openness, BlendWeight,
                          testing::Values(WeightChangeRow{"closed", Openness(3), 0},
                                          WeightChangeRow{"less closed", Openness(4), 1},
+                                         WeightChangeRow{"half open", Openness(7), 1},
+                                         WeightChangeRow{"a little more than half", Openness(8), 2},
                                          WeightChangeRow{"quite open", Openness(11), 2},
+                                         WeightChangeRow{"very open", Openness(12), 3},
                                          WeightChangeRow{"wide open", Openness(15), 3}),
                          RowName<WeightChangeRow>);
 
@@ -200,10 +214,16 @@ INSTANTIATE_TEST_SUITE_P(
                     WeightChangeRow{"both castled long", Kings(c1, a8), 11 - 1},                    // 4.0
                     WeightChangeRow{"white king on d1", Kings(d1, h8), 12 - 1},                     // 4.8
                     WeightChangeRow{"white king on f1", Kings(f1, h8), 12 - 1},                     // 4.8
+                    WeightChangeRow{"white king on e1", Kings(e1, h8), 12 - 1},                     // 4.8
+                    WeightChangeRow{"white king on f1, no wing", Kings(f1, a8), 12 - 1},            // 4.8
+                    WeightChangeRow{"black king on d8", Kings(h1, d8), 12 - 1},                     // 4.8
                     WeightChangeRow{"black king on e8", Kings(h1, e8), 12 - 1},                     // 4.8
+                    WeightChangeRow{"black king on f8", Kings(h1, f8), 12 - 1},                     // 4.8
                     WeightChangeRow{"both in the centre, on no wing", Kings(d1, f8), 13 - 1},       // 5.6
                     WeightChangeRow{"white long and black short", Kings(c1, g8), 13 - 1},           // 5.2
                     WeightChangeRow{"white short and black long", Kings(h1, a8), 13 - 1},           // 5.2
+                    WeightChangeRow{"white on b1 and black on h8", Kings(b1, h8), 13 - 1},          // 5.2
+                    WeightChangeRow{"white on g1 and black on c8", Kings(g1, c8), 13 - 1},          // 5.2
                     WeightChangeRow{"second rank is home", Kings(g2, g7), 11 - 1},                  // 4.0
                     WeightChangeRow{"white king on the third rank", Kings(g3, g8), 14 - 1},         // 7.0
                     WeightChangeRow{"black king on the sixth rank", Kings(g1, g6), 14 - 1},         // 7.0

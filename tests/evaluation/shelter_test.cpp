@@ -1,6 +1,7 @@
-// The shield of a king. Values stand in the order in which they are found: by file, second rank, the files from the left
-// with their squares, open files, holes. Three pawns at home are 3 x (20, 28), a file without a shield is (-12, -14) and
-// 10 points of cover; without enemy pawns three open files are (-9, -18) and 13 points of attack, two are (-6, -12) and 9.
+// The shield of a king. Values stand in the order in which they are found: by file, second rank, the files from the
+// left with their squares, open files, holes. Three pawns at home are 3 x (20, 28), a file without a shield is (-12,
+// -14) and 10 points of cover; without enemy pawns three open files are (-9, -18) and 13 points of attack, two are (-6,
+// -12) and 9.
 
 #include <gtest/gtest.h>
 
@@ -171,14 +172,14 @@ INSTANTIATE_TEST_SUITE_P(LongDiagonal, ShelterRules, testing::Values(
 INSTANTIATE_TEST_SUITE_P(ShortDiagonal, ShelterRules, testing::Values(
     KingRow{"open from b1", b1, "4k3/8/8/8/8/2P5/PP6/1K6", {2 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
     KingRow{"pawn far ahead on g6", b1, "4k3/8/6P1/8/8/2P5/PP6/1K6", {2 + 53 - 9 + 15, 2 + 78 - 18 + 26}, 13, 14},
-    KingRow{"pawn beside it on g5", b1, "4k3/8/8/6P1/8/2P5/PP6/1K6", {44, 55}, 13, -4},
+    KingRow{"pawn beside it on g5", b1, "4k3/8/8/6P1/8/2P5/PP6/1K6", {2 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
     KingRow{"bishop on its end", b1, "4k3/7B/8/8/8/2P5/PP6/1K6", {61, 88}, 13, 14},
     KingRow{"bishop on its first square", b1, "4k3/8/8/8/8/2P5/PPB5/1K6", {61 + 2, 88 + 5}, 13, 14 + 2},
-    KingRow{"knight on it", b1, "4k3/8/8/8/8/2PN4/PP6/1K6", {44, 55}, 13, -4},
-    KingRow{"bishop of the enemy on it", b1, "4k3/8/8/8/4b3/2P5/PP6/1K6", {44, 55}, 13, -4},
+    KingRow{"knight on it", b1, "4k3/8/8/8/8/2PN4/PP6/1K6", {2 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
+    KingRow{"bishop of the enemy on it", b1, "4k3/8/8/8/4b3/2P5/PP6/1K6", {2 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
     KingRow{"open from g1", g1, "4k3/8/8/8/8/5P2/6PP/6K1", {6 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
     KingRow{"pawn on a7", g1, "4k3/P7/8/8/8/5P2/6PP/6K1", {6 + 53 - 9 + 15, 2 + 78 - 18 + 26}, 13, 14},
-    KingRow{"pawn on a6", g1, "4k3/8/P7/8/8/5P2/6PP/6K1", {48, 57}, 13, -4},
+    KingRow{"pawn on a6", g1, "4k3/8/P7/8/8/5P2/6PP/6K1", {6 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
     KingRow{"bishop on e3", g1, "4k3/8/8/8/8/4BP2/6PP/6K1", {65, 88}, 13, 14},
     KingRow{"none from f1", f1, "4k3/8/8/8/8/4P3/5PP1/5K2", {2 + 53 - 9 + 15, 2 + 78 - 18 + 26}, 13, 14}), RowName<KingRow>);
 

@@ -1,5 +1,6 @@
-// Enemy pawns that come at a king on the wing. The naked king on g1 is worth (6 - 36 - 20, 2 - 42 - 25) = (-50, -65) and
-// 46 points of cover short, the one on b1 (-54, -65); a storm pawn on one of the three files makes that (-56, -77) or
+// Enemy pawns that come at a king on the wing. The naked king on g1 is worth (6 - 36 - 20, 2 - 42 - 25) = (-50, -65)
+// and 46 points of cover short, the one on b1 (-54, -65); a storm pawn on one of the three files makes that (-56, -77)
+// or
 // (-60, -77) with 9 points of attack, on two of them (-50, -71) or (-54, -71) with 4. What follows is the storm.
 
 #include <gtest/gtest.h>
