@@ -112,7 +112,9 @@ INSTANTIATE_TEST_SUITE_P(BothCastlings, KingSafetySteps, testing::Values(
     TermRow{"g1 is better", "3q3Q/8/k7/8/8/8/PPP2PPP/R3K2R w KQ - 0 1", {-8, -86}, enemy_out, 93, 20},
     TermRow{"b1 is better", "3q3Q/8/k7/8/8/8/PPP2PP1/R3K2R w KQ - 0 1", {-12, -86}, enemy_out, 73, 18},
     TermRow{"a draw is for g1", "3q3Q/8/k7/8/8/1BB5/PPP2PPP/R3K2R w KQ - 0 1", {-8, -86}, enemy_out, 93, 20},            // (68, 98) on b1: 166 / 2
-    TermRow{"by the first full point", "3q3Q/8/k7/8/8/1N6/PPP2PPP/R3K2R w KQ - 0 1", {-10, -82}, enemy_out, 73, 20},     // (70, 98) on b1: (-11, -69), -68 x 1.2
+    // c7 leaves b1 two open files: 171 / 2. The bishops make g1 (72, 98): 170 / 2, and (-9, -69), -68 x 1.2.
+    TermRow{"half a point is a draw", "3q3Q/2p5/k7/8/8/5BB1/PPP2PPP/R3K2R w KQ - 0 1", {-8, -82}, enemy_out, 93, 20 + 4},
+    TermRow{"a full point decides", "3q3Q/8/k7/8/8/1N6/PPP2PPP/R3K2R w KQ - 0 1", {-10, -82}, enemy_out, 73, 20},     // (70, 98) on b1: (-11, -69), -68 x 1.2
     TermRow{"g1 counts its own men", "3q3Q/8/k7/8/8/8/PPP2PPP/RNB1K2R w KQ - 0 1", {-8, -86}, enemy_out, 93, 20},
     TermRow{"b1 counts its own men", "3q3Q/8/k7/8/8/8/PPP2PP1/RN2KNNR w KQ - 0 1", {-20, -106}, enemy_out, 73, 18},
     TermRow{"men do not change the choice", "3q3Q/8/k7/8/8/8/PPP2PPP/R3KNNR w KQ - 0 1", {-20, -108}, enemy_out, 93, 20},
@@ -152,6 +154,8 @@ INSTANTIATE_TEST_SUITE_P(EndgameWeight, KingSafetySteps, testing::Values(
     TermRow{"0_5", "3q3Q/8/k7/8/8/8/5PPP/6K1", {36, -4}, {-97, -42}, 93, 23, {.endgame_weight = 0.5}},
     // x 0.5: 26, -3, -70, -150; then -2 x 1.2 and -149 x 0.2
     TermRow{"0_7", "3q3Q/8/k7/8/8/8/5PPP/6K1", {26, -2}, {-69, -30}, 93, 23, {.endgame_weight = 0.7}},
+    // ten eighths x 0.5: 32.5, -3.5, -87.5, -187.5; then -3 x 1.2 and -187 x 0.2
+    TermRow{"0_7 with halves", "3q3Q/8/k7/8/8/8/5PPP/6K1", {33, -4}, {-87, -37}, 93, 23, {.endgame_weight = 0.7, .openness = 12}},
     // x 0.2: 10.4, -1.2, -28, -60; then nothing and -59 x 0.2
     TermRow{"1", "3q3Q/8/k7/8/8/8/5PPP/6K1", {10, 0}, {-27, -12}, 93, 23, {.endgame_weight = 1.0}}), RowName<TermRow>);
 

@@ -40,7 +40,7 @@ void Attacks(EVALUATION_CONTEXT& context, Colour own) {
 INSTANTIATE_TEST_SUITE_P(Squares, TrappedKingRules, testing::Values(
     KingRow{"a1", a1, "2r1k3/8/8/8/8/8/PP6/K7", {-6, -12}, 0, -6, Attacks<c1>},
     KingRow{"b1", b1, "3rk3/8/8/8/8/8/PPP5/1K6", {-6, -12}, 0, -6, Attacks<d1>},
-    KingRow{"not c1", c1, "3rk3/8/8/8/8/8/1PPP4/2K5", {0, 0}, 0, 0, Attacks<e1>},
+    KingRow{"not c1", c1, "4k2r/8/8/8/8/8/1PPP4/2K5", {0, 0}, 0, 0, Attacks<h1>},
     KingRow{"not d1", d1, "5r1k/8/8/8/8/8/2PPP3/3K4", {0, 0}, 0, 0, Attacks<f1, g1>},
     KingRow{"not e1", e1, "r6k/8/8/8/8/8/3PPP2/4K3", {0, 0}, 0, 0, Attacks<a1>},
     KingRow{"not f1", f1, "r3k3/8/8/8/8/8/4PPP1/5K2", {0, 0}, 0, 0, Attacks<a1>},
