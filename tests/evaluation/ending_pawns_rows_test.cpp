@@ -1,0 +1,382 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <fstream>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+#include "bitbases/bitbases.h"
+#include "evaluation/bishops.h"
+#include "evaluation/ending.h"
+#include "evaluation/knights.h"
+#include "evaluation/passed_pawns.h"
+#include "evaluation/pawn_ending.h"
+#include "evaluation/pawn_structure.h"
+#include "evaluation/queen_ending.h"
+#include "evaluation/queens.h"
+#include "evaluation/rooks.h"
+#include "evaluation/unstoppable_pawns.h"
+#include "support/row_name.h"
+#include "support/temporary_directory.h"
+#include "support/term_rows.h"
+
+/// Pawns and queens in the ending: every number was worked out on paper.
+
+namespace {
+
+class EndingPawns : public testing::TestWithParam<ValueRow> {};
+TEST_P(EndingPawns, GiveTheirValue) { ExpectValue(GetParam()); }
+
+constexpr int sign(Colour us) { return us == white ? 1 : -1; }
+
+template <Colour Us>
+int Passed(EVALUATION_CONTEXT& context, const BOARD& board) {
+    return sign(Us) * passed_pawns_ending(context, board);
+}
+template <Colour Us>
+int Runners(EVALUATION_CONTEXT& context, const BOARD& board) {
+    const UNSTOPPABLE_BONUS bonus = unstoppable_bonus(context, board);
+    EXPECT_EQ(bonus.check, RunnerCheck::none);
+    return sign(Us) * bonus.score;
+}
+/// The enemy's passed pawns looked at again, with all that the pieces attack.
+template <Colour Us>
+int SecondLook(EVALUATION_CONTEXT& context, const BOARD& board) {
+    const UNSTOPPABLE_BONUS bonus = unstoppable_bonus(context, board);
+    EXPECT_EQ(bonus.score, 0);
+    EXPECT_EQ(bonus.check, Us == white ? RunnerCheck::black_pawns : RunnerCheck::white_pawns);
+    static_cast<void>(knights_ending<Us>(context, board));
+    static_cast<void>(bishops_ending<Us>(context, board));
+    static_cast<void>(rooks_ending<Us>(context, board));
+    static_cast<void>(queens_ending<Us>(context, board));
+    return sign(Us) * checked_unstoppable_bonus(context, board, bonus.check);
+}
+/// The routine of kings and pawns without what the pawn structure gives.
+template <Colour Us>
+int PawnEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
+    EVALUATION_CONTEXT fresh{.settings = context.settings};
+    find_passed_pawns(fresh, board);
+    const EVALUATION_RESULT result = evaluate_pawn_ending(fresh, board, 0);
+    EXPECT_FALSE(result.lazy);
+    const int for_us = board.side_to_move == Us ? result.score : -result.score;
+    return for_us - 3 * sign(Us) * pawn_structure_ending(context, board);
+}
+
+constexpr SidedTerm<int> passed{Passed<white>, Passed<black>};
+constexpr SidedTerm<int> runners{Runners<white>, Runners<black>};
+constexpr SidedTerm<int> second_look{SecondLook<white>, SecondLook<black>};
+constexpr SidedTerm<int> all_bishops{bishops_ending<white>, bishops_ending<black>};
+constexpr SidedTerm<int> all_queens{queens_ending<white>, queens_ending<black>};
+constexpr SidedTerm<int> pawn_endings{PawnEnding<white>, PawnEnding<black>};
+
+// clang-format off
+// By file and rank, then the own king to the pawn, the enemy's, and both to the queening square.
+INSTANTIATE_TEST_SUITE_P(PassedByPlace, EndingPawns, testing::Values(
+    ValueRow{"a7, the king in the corner", passed, "K7/P7/8/8/8/8/8/7k", 9 * 200 / 8 + 4 + 9 + 6 + 20},
+    ValueRow{"b6, the enemy king in front", passed, "8/1k6/1P6/8/8/8/8/7K", 9 * 115 / 8 - 5 - 5 - 6 - 5 - 9 * 40 / 8},
+    ValueRow{"c5", passed, "8/8/8/2P5/7K/5k2/8/8", 8 * 85 / 8 - 3 - 1 - 4 + 12 + 6},
+    ValueRow{"e4", passed, "8/k7/8/8/4P3/8/6K1/8", 7 * 53 / 8 + 3 - 0 - 5 + 5},
+    ValueRow{"f3", passed, "5k2/8/8/8/8/5P2/8/K7", 8 * 35 / 8 - 3 + 3 - 6 - 5},
+    ValueRow{"g2", passed, "3K4/8/8/8/8/8/k5P1/8", 9 * 30 / 8 - 5 + 6 + 0 + 16},
+    ValueRow{"h2", passed, "8/8/8/8/5k2/8/K6P/8", 9 * 30 / 8 - 6 - 3 - 6 + 5},
+    ValueRow{"d6", passed, "8/8/3P4/1k6/8/8/7K/8", 7 * 115 / 8 - 2 - 3 - 5 + 1 + 6},
+    ValueRow{"a6, the king leads", passed, "8/1K6/P2k4/8/8/8/8/8", 9 * 115 / 8 + 4 - 1 + 6 + 1 + 6},
+    ValueRow{"a6, the enemy king near", passed, "8/8/P1k5/8/8/8/8/7K", 9 * 115 / 8 - 6 - 3 - 6 - 3 + 6},
+    ValueRow{"a4", passed, "8/8/4K3/8/P4k2/8/8/8", 9 * 53 / 8 - 2 + 3 - 3 + 12},
+    ValueRow{"a3", passed, "8/6k1/2K5/8/8/P7/8/8", 9 * 35 / 8 + 0 + 6 + 3 + 16},
+    ValueRow{"the pawn behind gives nothing", passed, "4k3/8/8/P7/8/P7/8/4K3", 9 * 85 / 8 - 2 - 0 - 6 + 5 + 6},
+    ValueRow{"an enemy pawn on the next file ahead", passed, "4k3/1p6/8/P7/8/8/8/4K3", 0},
+    ValueRow{"an enemy pawn on the next file level", passed, "k7/8/8/Pp6/8/8/8/K7", (9 * 85 / 8 - 2 - 1 - 6 - 5 + 6) - (9 * 53 / 8 + 0 - 0 - 6 - 5)}), RowName<ValueRow>);
+
+// Kings on h1 and h8: 74 - 2 - 1 - 6 + 1 = 66 for a pawn on e5, and 6 for the free square ahead.
+INSTANTIATE_TEST_SUITE_P(PassedAndPieces, EndingPawns, testing::Values(
+    ValueRow{"free", passed, "7k/8/8/4P3/8/8/8/7K", 66 + 6},
+    ValueRow{"an own rook behind all the same", passed, "7k/8/8/4P3/8/4N3/8/4R2K", 66 + 6 + 12},
+    ValueRow{"an own rook on the next file", passed, "7k/8/8/4P3/8/8/8/5R1K", 66 + 6},
+    ValueRow{"an own rook far ahead", passed, "7k/4R3/8/4P3/8/8/8/7K", 66 + 6 - 8},
+    ValueRow{"an own rook right ahead", passed, "7k/8/4R3/4P3/8/8/8/7K", 66 - 8},
+    ValueRow{"an own knight right ahead", passed, "7k/8/4N3/4P3/8/8/8/7K", 66},
+    ValueRow{"an enemy rook behind", passed, "7k/8/8/4P3/8/8/4r3/7K", 66 + 6 - 10},
+    ValueRow{"an enemy rook far ahead", passed, "4r2k/8/8/4P3/8/8/8/7K", 66 + 6 - 4},
+    ValueRow{"rooks of both sides", passed, "4r2k/8/8/4P3/8/8/8/4R2K", 66 + 6 + 12 - 4},
+    ValueRow{"an enemy rook right ahead", passed, "7k/8/4r3/4P3/8/8/8/7K", 66 - 4 * 27 / 8 - 4},
+    ValueRow{"an enemy knight right ahead", passed, "7k/8/4n3/4P3/8/8/8/7K", 66 - 8 * 27 / 8},
+    ValueRow{"an enemy bishop right ahead", passed, "7k/8/4b3/4P3/8/8/8/7K", 66 - 7 * 27 / 8},
+    ValueRow{"an enemy queen right ahead", passed, "7k/8/4q3/4P3/8/8/8/7K", 66 - 4 * 27 / 8},
+    ValueRow{"an enemy queen behind", passed, "7k/8/8/4P3/8/8/4q3/7K", 66 + 6},
+    ValueRow{"the enemy king right ahead", passed, "8/8/4k3/4P3/8/8/8/7K", 74 - 2 - 5 - 6 - 3 - 9 * 27 / 8},
+    ValueRow{"a knight before e2", passed, "7k/8/8/8/8/4n3/4P3/7K", 7 * 30 / 8 + 0 + 6 - 6 + 1 - 8 * 4 / 8},
+    ValueRow{"a knight before e3", passed, "7k/8/8/8/4n3/4P3/8/7K", 7 * 35 / 8 + 0 + 3 - 6 + 1 - 8 * 5 / 8},
+    ValueRow{"a knight before e4", passed, "7k/8/8/4n3/4P3/8/8/7K", 7 * 53 / 8 + 0 - 0 - 6 + 1 - 8 * 12 / 8},
+    ValueRow{"a knight before e6", passed, "7k/4n3/4P3/8/8/8/8/7K", 7 * 115 / 8 - 3 - 1 - 6 + 1 - 8 * 40 / 8},
+    ValueRow{"a knight before e7", passed, "4n2k/4P3/8/8/8/8/8/7K", 7 * 200 / 8 - 5 - 1 - 6 + 1 - 8 * 85 / 8}),
+    RowName<ValueRow>);
+
+// The enemy king just out of the square of the pawn, and just in it; caught rook pawns are drawn here.
+INSTANTIATE_TEST_SUITE_P(RunnersBySquare, EndingPawns, testing::Values(
+    ValueRow{"a2", runners, "8/8/8/6k1/8/8/P7/K6N", 640},
+    ValueRow{"a2 caught", runners, "8/8/8/5k2/8/8/P7/K6N", 0},
+    ValueRow{"a2, not to move", runners, "8/8/8/7k/8/8/P7/K6N b - - 0 1", 520},
+    ValueRow{"a2 caught, not to move", runners, "8/8/8/6k1/8/8/P7/K6N b - - 0 1", 0},
+    ValueRow{"a2, the king behind it", runners, "8/8/8/8/8/8/P7/1k1K3N", 640},
+    ValueRow{"a2 caught from behind", runners, "8/8/8/8/8/8/P7/1k1K3N b - - 0 1", 0},
+    ValueRow{"a3", runners, "8/8/8/8/6k1/P7/8/K6N", 640},
+    ValueRow{"a3, not to move", runners, "8/8/8/8/8/P6k/8/K6N b - - 0 1", 520},
+    ValueRow{"a3 caught, not to move", runners, "8/8/8/8/8/P5k1/8/K6N b - - 0 1", 0},
+    ValueRow{"a4", runners, "5k2/8/8/8/P7/8/8/K6N", 720},
+    ValueRow{"a4 caught", runners, "4k3/8/8/8/P7/8/8/K6N", 0},
+    ValueRow{"a4, not to move", runners, "6k1/8/8/8/P7/8/8/K6N b - - 0 1", 640},
+    ValueRow{"a4 caught, not to move", runners, "5k2/8/8/8/P7/8/8/K6N b - - 0 1", 0},
+    ValueRow{"a5", runners, "4k3/8/8/P7/8/8/8/K6N", 760},
+    ValueRow{"a5 caught", runners, "3k4/8/8/P7/8/8/8/K6N", 0},
+    ValueRow{"a5, not to move", runners, "5k2/8/8/P7/8/8/8/K6N b - - 0 1", 720},
+    ValueRow{"a5 caught, not to move", runners, "4k3/8/8/P7/8/8/8/K6N b - - 0 1", 0},
+    ValueRow{"a6", runners, "3k4/8/P7/8/8/8/8/K6N", 800},
+    ValueRow{"a6 caught", runners, "2k5/8/P7/8/8/8/8/K6N", 0},
+    ValueRow{"a6, not to move", runners, "4k3/8/P7/8/8/8/8/K6N b - - 0 1", 760},
+    ValueRow{"a6 caught, not to move", runners, "3k4/8/P7/8/8/8/8/K6N b - - 0 1", 0},
+    ValueRow{"a7", runners, "2k5/P7/8/8/8/8/8/K6N", 920},
+    ValueRow{"a7, not to move", runners, "3k4/P7/8/8/8/8/8/K6N b - - 0 1", 800},
+    ValueRow{"a7 caught, not to move", runners, "2k5/P7/8/8/8/8/8/K6N b - - 0 1", 0},
+    ValueRow{"the caught pawn ahead does not count", runners, "2k5/8/P7/8/7P/8/8/K6N", 720},
+    ValueRow{"neither does a pawn that is not passed", runners, "7k/8/1p6/P7/8/8/8/K6N", 0},
+    ValueRow{"the enemy's passed pawn does not stop it", runners, "8/8/8/7k/P7/8/6p1/K6N", 720},
+    ValueRow{"the enemy's passed pawn alone", runners, "8/8/8/7k/8/8/6p1/K6N", 0},
+    ValueRow{"pieces on both sides", runners, "n7/8/8/6k1/8/8/P7/K6N", 0}), RowName<ValueRow>);
+
+INSTANTIATE_TEST_SUITE_P(RaceValue, EndingPawns, testing::Values(
+    ValueRow{"b2", runners, "1k6/8/1K6/8/8/8/1P6/7N", 210},
+    ValueRow{"b3", runners, "1k6/8/1K6/8/8/1P6/8/7N", 210},
+    ValueRow{"b4", runners, "1k6/8/1K6/8/1P6/8/8/7N", 215},
+    ValueRow{"b5", runners, "1k6/8/1K6/1P6/8/8/8/7N", 225},
+    ValueRow{"b6 to move", runners, "1k6/8/1PK5/8/8/8/8/7N", 240},
+    ValueRow{"b6, not to move", runners, "1k6/8/1PK5/8/8/8/8/7N b - - 0 1", 0},
+    ValueRow{"d7", runners, "8/2KPk3/8/8/8/8/8/N7", 250},
+    ValueRow{"d7, not to move", runners, "8/2KPk3/8/8/8/8/8/N7 b - - 0 1", 250},
+    ValueRow{"two that win", runners, "1k6/8/1K6/8/8/8/1PP5/N7", 400},
+    ValueRow{"one that wins, one that draws", runners, "1k6/8/2K5/8/8/8/P1P5/7N", 210}), RowName<ValueRow>);
+
+// A pawn on c2 or c3 that wins if nothing else runs.
+INSTANTIATE_TEST_SUITE_P(SecondLooks, EndingPawns, testing::Values(
+    ValueRow{"a rook stands before the pawn", second_look, "2k5/8/2K5/8/7p/8/2P5/7R", 210},
+    ValueRow{"a bishop watches its way", second_look, "2k5/8/2K5/8/7p/8/2P3B1/8", 210},
+    ValueRow{"a bishop does not watch its way", second_look, "2k5/8/2K5/8/7p/8/2P5/B7", 0},
+    ValueRow{"a knight watches it", second_look, "3k4/8/3KpN2/8/8/2P5/8/8", 210},
+    ValueRow{"a knight watches it beside its king alone", second_look, "3k4/8/3Kp1N1/8/8/2P5/8/8", 0},
+    ValueRow{"the king stands before the pawn", second_look, "4k3/4p3/4K3/8/6P1/8/8/N7", 215},
+    ValueRow{"a queen watches it", second_look, "2k5/8/2K5/8/7p/8/2P5/Q7", 210},
+    ValueRow{"one of two is stopped", second_look, "2k5/8/2K5/8/p6p/8/2P5/7R", 210},
+    ValueRow{"one of two runs", second_look, "2k5/8/2K5/8/p6p/8/2P5/7N", 0},
+    ValueRow{"the last step is watched", second_look, "2k5/8/2K5/8/8/8/2P4p/4R3", 210}), RowName<ValueRow>);
+
+// Enemy pawns that one pawn defends: the bishop on e3 is worth 11 by itself.
+INSTANTIATE_TEST_SUITE_P(BishopsTargets, EndingPawns, testing::Values(
+    ValueRow{"c5, defended once", all_bishops, "4k3/8/1p6/2p5/8/4B3/8/4K3", 11 + 16},
+    ValueRow{"defended twice", all_bishops, "4k3/8/1p1p4/2p5/8/4B3/8/4K3", 11},
+    ValueRow{"not defended", all_bishops, "4k3/8/8/2p5/8/4B3/8/4K3", 11},
+    ValueRow{"defended by a piece", all_bishops, "4k3/3n4/8/2p5/8/4B3/8/4K3", 11},
+    ValueRow{"beside another pawn", all_bishops, "4k3/8/1p6/2pp4/8/4B3/8/4K3", 11},
+    ValueRow{"not passed", all_bishops, "4k3/8/1p6/2p5/8/4B3/2P5/4K3", 11},
+    ValueRow{"not attacked", all_bishops, "4k3/1p6/p7/8/8/4B3/8/4K3", 9 + 1 + 2 + 4},
+    ValueRow{"attacked by two bishops", all_bishops, "4k3/8/1p6/2p5/8/B3B3/8/4K3", 11 + (1 - 18) + 32},
+    ValueRow{"with the pair", all_bishops, "4k3/8/1p6/2p5/8/4B3/8/K6B", 11 + (-12 - 3 + 4 + 3) + 4},
+    ValueRow{"a7 without a pawn on b6", all_bishops, "4k3/B1p5/8/8/8/8/8/4K3", 0 - 5 + 2 + 3},
+    ValueRow{"h7 shut in for good", all_bishops, "4k3/5p1B/6p1/8/8/8/8/4K3", 0 - 45 - 180 + 16}), RowName<ValueRow>);
+
+// Three times the material, three times the passed pawns, the race, and three for every square reached first.
+INSTANTIATE_TEST_SUITE_P(PawnEndings, EndingPawns, testing::Values(
+    ValueRow{"a caught pawn that wins", pawn_endings, "4k3/8/8/8/8/8/4P3/4K3", 300 + 3 * 25 + 2 * 210 + 16 + 3 * (32 - 31)},
+    ValueRow{"a caught pawn that draws", pawn_endings, "4k3/8/8/8/8/8/4P3/4K3 b - - 0 1", 300 + 3 * 25 + 16 + 3 * (30 - 33)},
+    ValueRow{"two caught pawns that win", pawn_endings, "1k6/8/1K6/8/8/8/1PP5/8", 600 + 3 * 67 + 2 * 400 + 32 + 3 * (55 - 4)},
+    ValueRow{"a runner", pawn_endings, "8/8/8/P5k1/8/8/8/K7", 300 + 3 * 115 + 2 * 760 + 3 * (54 - 1)},
+    ValueRow{"a runner that just escapes", pawn_endings, "8/8/8/P3k3/8/8/8/K7", 300 + 3 * 98 + 2 * 760 + 3 * (38 - 15)},
+    ValueRow{"a runner that is just caught", pawn_endings, "8/8/8/P3k3/8/8/8/K7 b - - 0 1", 300 + 3 * 98 + 3 * (37 - 15)},
+    ValueRow{"a runner that does not move yet", pawn_endings, "8/8/8/P4k2/8/8/8/K7 b - - 0 1", 300 + 3 * 108 + 2 * 720 + 3 * (54 - 1)},
+    ValueRow{"passed pawns on a and h", pawn_endings, "4k3/8/8/P6P/8/8/8/4K3", 600 + 3 * 191 + 2 * 760 + 60 + 3 * (56 - 1)},
+    ValueRow{"passed pawns on b and g", pawn_endings, "7k/8/8/1P4P1/8/8/8/K7", 600 + 3 * 199 + 2 * 760 + 60 + 3 * (58 - 1)},
+    ValueRow{"passed pawns on a and f", pawn_endings, "4k3/8/8/P4P2/8/8/8/4K3", 600 + 3 * 175 + 2 * 760 + 3 * (41 - 9)},
+    ValueRow{"passed pawns on a and b", pawn_endings, "4k3/8/8/PP6/8/8/8/4K3", 600 + 3 * 191 + 2 * 760 + 3 * (42 - 12)},
+    ValueRow{"passed pawns on c and h", pawn_endings, "4k3/8/8/2P4P/8/8/8/4K3", 600 + 3 * 172 + 3 * (43 - 8)},
+    ValueRow{"both sides have passed pawns, nothing known", pawn_endings, "6k1/8/8/p2P4/P2p4/8/8/6K1", 0},
+    ValueRow{"no passed pawns", pawn_endings, "4k3/p7/8/8/8/8/P7/4K3", 16 - 16 + 3 * (32 - 30)},
+    ValueRow{"no passed pawns, the other side to move", pawn_endings, "4k3/p7/8/8/8/8/P7/4K3 b - - 0 1", 16 - 16 + 3 * (30 - 32)},
+    ValueRow{"a king before a pawn at home", pawn_endings, "4k3/8/4p3/8/8/4K3/4P3/8", 16 + 3 * (41 - 19)},
+    ValueRow{"a king before the enemy's pawn", pawn_endings, "4k3/4p3/4K3/8/8/8/4P3/8", 16 - 16 + 3 * (49 - 9)},
+    ValueRow{"an enemy pawn two ranks ahead", pawn_endings, "4k3/4p3/8/8/4p3/8/4P3/4K3", -300 - 16 + 3 * (30 - 30)},
+    ValueRow{"an enemy pawn right ahead", pawn_endings, "4k3/4p3/8/8/8/4p3/4P3/4K3", -300 - 16 + 3 * (29 - 31)},
+    ValueRow{"an enemy pawn guards the second step", pawn_endings, "4k3/4p3/8/3p4/8/8/4P3/4K3", -300 + 16 - 16 + 3 * (30 - 29)},
+    ValueRow{"an enemy pawn guards the first step", pawn_endings, "4k3/4p3/8/8/5p2/8/4P3/4K3", -300 - 16 + 3 * (30 - 30)},
+    ValueRow{"a pawn past its home rank", pawn_endings, "8/8/8/1p1k4/1P6/8/8/1K6", 3 * (15 - 45)},
+    ValueRow{"the same with the other side to move", pawn_endings, "8/8/8/1p1k4/1P6/8/8/1K6 b - - 0 1", 3 * (10 - 51)}), RowName<ValueRow>);
+// clang-format on
+
+TEST(Runners, AreWhitesAloneIfNeitherSideHasPieces) {
+    EvaluationBuilder of_white("8/8/8/6k1/8/8/P7/K7 w - - 0 1"), of_black(WithColoursExchanged(of_white.board), {});
+    of_white.PrepareTerms();
+    of_black.PrepareTerms();
+    EXPECT_EQ(unstoppable_bonus(of_white.context, of_white.board).score, 640);
+    EXPECT_EQ(unstoppable_bonus(of_black.context, of_black.board).score, 0);
+}
+
+// --- The whole of a pawn ending ---
+
+struct WholeRow {
+    std::string_view name;
+    std::string_view fen;
+    int score;  ///< for the side to move
+};
+std::ostream& operator<<(std::ostream& out, const WholeRow& row) { return out << row.name; }
+
+class WholePawnEndings : public testing::TestWithParam<WholeRow> {};
+TEST_P(WholePawnEndings, HaveTheirScore) {
+    EvaluationBuilder position{FenOfRow(GetParam().fen)};
+    EXPECT_EQ(position.AskAfresh(0), GetParam().score);
+    EvaluationBuilder exchanged{WithColoursExchanged(position.board), {}};
+    EXPECT_EQ(exchanged.AskAfresh(0), GetParam().score);
+}
+
+// clang-format off
+// The last numbers are three times the pawn structure: its squares and that it stands alone, a majority and its wing.
+INSTANTIATE_TEST_SUITE_P(PawnEndings, WholePawnEndings, testing::Values(
+    WholeRow{"a runner", "8/8/8/P5k1/8/8/8/K7", 300 + 3 * 115 + 2 * 760 + 3 * 53 + 3 * (6 - 14 + 17 + 18)},
+    WholeRow{"a runner against the side to move", "8/8/8/P4k2/8/8/8/K7 b - - 0 1", -(300 + 3 * 108 + 2 * 720 + 3 * 53 + 3 * (6 - 14 + 17 + 18))},
+    WholeRow{"a rammed pair", "8/8/8/1p1k4/1P6/8/8/1K6", 3 * (15 - 45)}), RowName<WholeRow>);
+// clang-format on
+
+// --- When it stops early ---
+
+struct StopRow {
+    std::string_view name;
+    std::string_view fen;
+    int estimate;  ///< for the side to move: the material once, with passed pawns and race
+    int draw_score = 0;
+};
+std::ostream& operator<<(std::ostream& out, const StopRow& row) { return out << row.name; }
+
+class PawnEndingLazyTest : public testing::TestWithParam<StopRow> {};
+TEST_P(PawnEndingLazyTest, StopsBeyondThreeThousand) {
+    const StopRow& row = GetParam();
+    for (const bool exchange : {false, true}) {
+        SCOPED_TRACE(exchange ? "colours exchanged" : "as written");
+        const BOARD as_written = BoardFromFen(FenOfRow(row.fen));
+        EvaluationBuilder position{
+            exchange ? WithColoursExchanged(as_written) : as_written,
+            {.draw_score = static_cast<std::int16_t>(exchange ? -row.draw_score : row.draw_score)}};
+        const auto result = [&](int bound) {
+            position.context = {.settings = &position.settings};
+            find_passed_pawns(position.context, position.board);
+            return evaluate_pawn_ending(position.context, position.board, bound);
+        };
+        EXPECT_FALSE(result(row.estimate + 3000).lazy);
+        EXPECT_TRUE(result(row.estimate + 3001).lazy);
+        EXPECT_EQ(result(row.estimate + 3001).score, row.estimate + 3000);
+        EXPECT_FALSE(result(row.estimate - 3000).lazy);
+        EXPECT_TRUE(result(row.estimate - 3001).lazy);
+        EXPECT_EQ(result(row.estimate - 3001).score, row.estimate - 3001);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    PawnEndings, PawnEndingLazyTest,
+    testing::Values(StopRow{"a runner", "8/8/8/P5k1/8/8/8/K7", 100 + 3 * 115 + 2 * 760},
+                    StopRow{"a runner against the side to move", "8/8/8/P4k2/8/8/8/K7 b - - 0 1",
+                            -(100 + 3 * 108 + 2 * 720)},
+                    StopRow{"no passed pawns", "4k3/p7/8/8/8/8/P7/4K3", 0},
+                    StopRow{"no passed pawns, a draw score", "4k3/p7/8/8/8/8/P7/4K3", 0, 50},
+                    StopRow{"a lone pawn that draws", "5k2/8/8/8/P7/8/8/K7 b - - 0 1", -(100 + 3 * 68)},
+                    StopRow{"a bare king is not better than a draw", "5k2/8/8/8/P7/8/8/K7 b - - 0 1", -700, 700},
+                    StopRow{"the draw score is below", "5k2/8/8/8/P7/8/8/K7 b - - 0 1", -(100 + 3 * 68), 300}),
+    RowName<StopRow>);
+
+TEST(PawnEnding, DrawScoreDoesNotLimitItsScore) {
+    constexpr std::string_view fen = "5k2/8/8/8/P7/8/8/K7 b - - 0 1";
+    EXPECT_EQ(EvaluationBuilder(fen, {.draw_score = 2000}).AskAfresh(0), EvaluationBuilder(fen).AskAfresh(0));
+}
+
+// --- Races with the file of two pawns ---
+
+/// A file of results in which every pair of pawns has a result of its own. It is in use until the end of its scope.
+class TwoPawnsFile {
+  public:
+    explicit TwoPawnsFile(int everywhere)
+        : bytes_(VorkaBitbases::two_pawns_size, static_cast<char>(everywhere * 0x55)) {}
+    ~TwoPawnsFile() { VorkaBitbases::UnloadBitbases(); }
+    TwoPawnsFile(const TwoPawnsFile&) = delete;
+    TwoPawnsFile& operator=(const TwoPawnsFile&) = delete;
+
+    /// For the side to move, which is the one that the squares are own to.
+    void Set(Colour to_move, Square own_pawn, Square enemy_pawn, Square own_king, Square enemy_king, int value) {
+        const int turn = (to_move == white ? 0 : 56) ^ ((own_pawn & 7) > 3 ? 7 : 0);
+        const VorkaBitbases::Cell cell =
+            VorkaBitbases::TwoPawnsCell(own_pawn ^ turn, enemy_pawn ^ turn, own_king ^ turn, enemy_king ^ turn);
+        auto& byte = bytes_.at(cell.offset);
+        byte = static_cast<char>((byte & ~(3 << cell.shift)) | value << cell.shift);
+    }
+    void Use() {
+        const std::string path = directory_.File("two_pawns");
+        std::ofstream(path, std::ios::binary).write(bytes_.data(), static_cast<std::streamsize>(bytes_.size()));
+        VorkaBitbases::LoadTwoPawnsBitbases(path);
+    }
+
+  private:
+    TemporaryDirectory directory_;
+    std::vector<char> bytes_;
+};
+
+/// White's pawns on a5 and h5 against the black ones on d3 and f3; kings on e1 and e8.
+struct RaceRow {
+    std::string_view name;
+    int d3_a5, d3_h5, f3_a5, f3_h5;  ///< stored results for the side to move
+    int white_to_move, black_to_move;
+};
+std::ostream& operator<<(std::ostream& out, const RaceRow& row) { return out << row.name; }
+
+class Races : public testing::TestWithParam<RaceRow> {};
+TEST_P(Races, TakeTheBestOfBlacksPawnsAgainstTheWorstOfWhites) {
+    const RaceRow& row = GetParam();
+    for (const Colour to_move : {white, black}) {
+        SCOPED_TRACE(to_move == white ? "White to move" : "Black to move");
+        TwoPawnsFile file(0);
+        for (const auto& [white_pawn, black_pawn, value] :
+             {std::tuple{a5, d3, row.d3_a5}, std::tuple{h5, d3, row.d3_h5}, std::tuple{a5, f3, row.f3_a5},
+              std::tuple{h5, f3, row.f3_h5}}) {
+            if (to_move == white) file.Set(white, white_pawn, black_pawn, e1, e8, value);
+            if (to_move == black) file.Set(black, black_pawn, white_pawn, e8, e1, value);
+        }
+        file.Use();
+        EvaluationBuilder position(to_move == white ? "4k3/8/8/P6P/8/3p1p2/8/4K3 w - - 0 1"
+                                                    : "4k3/8/8/P6P/8/3p1p2/8/4K3 b - - 0 1");
+        position.PrepareTerms();
+        EXPECT_EQ(race(position.context, position.board), to_move == white ? row.white_to_move : row.black_to_move);
+    }
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(PawnEndings, Races, testing::Values(
+    RaceRow{"all zero", 0, 0, 0, 0, 0, 0},
+    RaceRow{"all one", 1, 1, 1, 1, 150, -150},
+    RaceRow{"all two", 2, 2, 2, 2, 2, 2},
+    RaceRow{"all three", 3, 3, 3, 3, -150, 150},
+    RaceRow{"each of Black's has a bad one", 1, 3, 3, 1, -150, -150},
+    RaceRow{"one of Black's is the same against both", 1, 1, 3, 3, 150, 150},
+    RaceRow{"its other pawn", 3, 3, 1, 1, 150, 150},
+    RaceRow{"zero and two", 0, 2, 3, 1, 0, 0},
+    RaceRow{"two alone against zero", 2, 2, 0, 0, 2, 2},
+    RaceRow{"mixed", 1, 0, 2, 1, 2, -150}), RowName<RaceRow>);
+// clang-format on
+
+TEST(Races, CountOnceInThePawnEnding) {
+    constexpr std::string_view to_move[] = {"6k1/8/8/p2P4/P2p4/8/8/6K1 w - - 0 1",
+                                            "6k1/8/8/p2P4/P2p4/8/8/6K1 b - - 0 1"};
+    for (const std::string_view fen : to_move) {
+        const int without = EvaluationBuilder(fen).AskAfresh(0);
+        TwoPawnsFile file(1);
+        file.Use();
+        EXPECT_EQ(EvaluationBuilder(fen).AskAfresh(0), without + 150) << fen;
+    }
+}
+
+}  // namespace
