@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <fstream>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -18,6 +19,7 @@
 #include "evaluation/queen_ending.h"
 #include "evaluation/queens.h"
 #include "evaluation/rooks.h"
+#include "evaluation/scaling.h"
 #include "evaluation/unstoppable_pawns.h"
 #include "support/row_name.h"
 #include "support/temporary_directory.h"
@@ -65,11 +67,28 @@ int PawnEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
     return for_us - 3 * sign(Us) * pawn_structure_ending(context, board);
 }
 
+/// King, bishop and pawns against a bare king; -1 if the rule does not apply.
+template <Colour Us>
+int WrongBishop(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
+    const std::optional<int> value = wrong_bishop_rule(board);
+    if (!value) return -1;
+    return board.side_to_move == Us ? *value : -*value;
+}
+template <int Score, bool Opposite, Colour Us>
+int Scaled(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
+    return sign(Us) * scale_ending(sign(Us) * Score, Opposite, board);
+}
+
 constexpr SidedTerm<int> passed{Passed<white>, Passed<black>};
 constexpr SidedTerm<int> runners{Runners<white>, Runners<black>};
 constexpr SidedTerm<int> second_look{SecondLook<white>, SecondLook<black>};
 constexpr SidedTerm<int> all_bishops{bishops_ending<white>, bishops_ending<black>};
 constexpr SidedTerm<int> all_queens{queens_ending<white>, queens_ending<black>};
+constexpr SidedTerm<int> bishop_and_pawns{WrongBishop<white>, WrongBishop<black>};
+template <int Score>
+constexpr SidedTerm<int> scaled{Scaled<Score, false, white>, Scaled<Score, false, black>};
+template <int Score>
+constexpr SidedTerm<int> with_opposite_bishops{Scaled<Score, true, white>, Scaled<Score, true, black>};
 constexpr SidedTerm<int> pawn_endings{PawnEnding<white>, PawnEnding<black>};
 
 // clang-format off
@@ -211,6 +230,54 @@ INSTANTIATE_TEST_SUITE_P(PawnEndings, EndingPawns, testing::Values(
     ValueRow{"an enemy pawn guards the first step", pawn_endings, "4k3/4p3/8/8/5p2/8/4P3/4K3", -300 - 16 + 3 * (30 - 30)},
     ValueRow{"a pawn past its home rank", pawn_endings, "8/8/8/1p1k4/1P6/8/8/1K6", 3 * (15 - 45)},
     ValueRow{"the same with the other side to move", pawn_endings, "8/8/8/1p1k4/1P6/8/8/1K6 b - - 0 1", 3 * (10 - 51)}), RowName<ValueRow>);
+
+// The enemy king 2 to 7 steps from the corner, the own king 0 to 7; the pawn on a2 is worth 50.
+INSTANTIATE_TEST_SUITE_P(BishopAndPawns, EndingPawns, testing::Values(
+    ValueRow{"2 and 0 steps", bishop_and_pawns, "K1k5/8/8/8/8/8/P7/2B5", 315 - 20 + 80 + 50},
+    ValueRow{"3 and 1", bishop_and_pawns, "8/1K1k4/8/8/8/8/P7/2B5", 315 + 10 + 80 + 50},
+    ValueRow{"4 and 2", bishop_and_pawns, "8/8/2K1k3/8/8/8/P7/2B5", 315 + 20 + 10 + 50},
+    ValueRow{"5 and 3", bishop_and_pawns, "8/8/8/3K1k2/8/8/P7/2B5", 315 + 30 + 0 + 50},
+    ValueRow{"6 and 4", bishop_and_pawns, "8/8/8/8/4K1k1/8/P7/2B5", 315 + 50 - 10 + 50},
+    ValueRow{"7 and 5", bishop_and_pawns, "8/8/8/8/8/5K1k/P7/2B5", 315 + 90 - 20 + 50},
+    ValueRow{"2 and 6", bishop_and_pawns, "2k5/8/8/8/8/8/P5K1/2B5", 315 - 20 - 25 + 50},
+    ValueRow{"3 and 7", bishop_and_pawns, "3k4/8/8/8/8/8/P7/2B4K b - - 0 1", 315 + 10 - 30 + 50},
+    ValueRow{"1 and 7", bishop_and_pawns, "8/1k6/8/8/8/8/P7/2B4K", 0},
+    ValueRow{"h-pawn, 1 step", bishop_and_pawns, "6k1/8/8/8/8/8/7P/4KB2", 0},
+    ValueRow{"h-pawn, 2 steps", bishop_and_pawns, "5k2/8/8/8/8/8/7P/4KB2 b - - 0 1", 315 - 20 - 30 + 50},
+    ValueRow{"h-pawn, the right bishop", bishop_and_pawns, "6k1/8/8/8/8/8/7P/2B1K3", 835 + 50},
+    ValueRow{"doubled pawns", bishop_and_pawns, "3k4/8/8/8/8/P7/P7/2B4K", 315 + 10 - 30 + 50 + 52},
+    ValueRow{"a3", bishop_and_pawns, "8/8/8/7k/8/P7/8/K4B2", 835 + 52},
+    ValueRow{"a4", bishop_and_pawns, "8/8/8/7k/P7/8/8/K4B2", 835 + 55},
+    ValueRow{"a5", bishop_and_pawns, "8/8/8/P6k/8/8/8/K4B2", 835 + 62},
+    ValueRow{"a6", bishop_and_pawns, "8/8/P7/7k/8/8/8/K4B2", 835 + 76},
+    ValueRow{"a7", bishop_and_pawns, "8/P7/8/7k/8/8/8/K4B2", 835 + 90},
+    ValueRow{"b-pawn", bishop_and_pawns, "k7/8/8/8/8/8/1P6/K1B5", 835 + 50},
+    ValueRow{"pawns on both rims", bishop_and_pawns, "k7/8/8/8/8/8/P6P/K1B5", 835 + 50 + 50},
+    ValueRow{"a knight", bishop_and_pawns, "k7/8/8/8/8/8/P7/K1N5", -1},
+    ValueRow{"the enemy has a pawn", bishop_and_pawns, "k7/p7/8/8/8/8/P7/K1B5", -1},
+    ValueRow{"the bishop is the enemy's", bishop_and_pawns, "k1b5/8/8/8/8/8/P7/K7", -1},
+    ValueRow{"two pieces", bishop_and_pawns, "k1n5/8/8/8/8/8/P7/K1B5", -1}), RowName<ValueRow>);
+
+// By the winner's pawns in eighths, 50 less at most; then opposite bishops.
+INSTANTIATE_TEST_SUITE_P(Scaling, EndingPawns, testing::Values(
+    ValueRow{"no pawn, a quarter", scaled<66>, "4k3/8/8/8/8/8/8/4K3", 16},
+    ValueRow{"no pawn, fifty less", scaled<68>, "4k3/8/8/8/8/8/8/4K3", 18},
+    ValueRow{"one pawn, a half", scaled<99>, "4k3/8/8/8/8/8/P7/4K3", 49},
+    ValueRow{"one pawn, fifty less", scaled<102>, "4k3/8/8/8/8/8/P7/4K3", 52},
+    ValueRow{"four pawns", scaled<100>, "4k3/8/8/8/8/8/PPPP4/4K3", 87},
+    ValueRow{"five pawns", scaled<99>, "4k3/8/8/8/8/8/PPPPP3/4K3", 99},
+    ValueRow{"seven pawns", scaled<99>, "4k3/8/8/8/8/8/PPPPPPP1/4K3", 111},
+    ValueRow{"eight pawns", scaled<99>, "4k3/8/8/8/8/8/PPPPPPPP/4K3", 111},
+    ValueRow{"the enemy wins by one pawn", scaled<-100>, "4k3/p7/8/8/8/8/PPPP4/4K3", -50},
+    ValueRow{"nought is nought", scaled<0>, "4k3/p7/8/8/8/8/PPPP4/4K3", 0},
+    ValueRow{"bishops and rooks", with_opposite_bishops<100>, "2b1k2r/p7/8/8/8/8/PPPP4/2B1K2R", 65},
+    ValueRow{"bishops alone, no pawn to attack", with_opposite_bishops<100>, "2b1k3/1p6/8/8/8/8/PPPP4/2B1K3", 16},
+    ValueRow{"one to attack", with_opposite_bishops<100>, "2b1k3/p7/8/8/8/8/PPPP4/2B1K3", 32},
+    ValueRow{"two", with_opposite_bishops<100>, "2b1k3/p1p5/8/8/8/8/PPPP4/2B1K3", 40},
+    ValueRow{"three", with_opposite_bishops<100>, "2b1k3/p1p1p3/8/8/8/8/PPPP4/2B1K3", 48},
+    ValueRow{"four", with_opposite_bishops<100>, "2b1k3/p1p1p1p1/8/8/8/8/PPPP4/2B1K3", 48},
+    ValueRow{"one for a bishop on light squares", with_opposite_bishops<100>, "4kb2/pp6/8/8/8/8/PPPP4/4KB2", 32},
+    ValueRow{"not more than 250 less", with_opposite_bishops<2000>, "2b1k3/1p6/8/8/8/8/PPPP4/2B1K3", 1700}), RowName<ValueRow>);
 // clang-format on
 
 TEST(Runners, AreWhitesAloneIfNeitherSideHasPieces) {
