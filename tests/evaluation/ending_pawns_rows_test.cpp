@@ -12,6 +12,7 @@
 #include "bitbases/bitbases.h"
 #include "evaluation/bishops.h"
 #include "evaluation/ending.h"
+#include "evaluation/king_safety.h"
 #include "evaluation/knights.h"
 #include "evaluation/passed_pawns.h"
 #include "evaluation/pawn_ending.h"
@@ -74,6 +75,10 @@ int WrongBishop(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
     if (!value) return -1;
     return board.side_to_move == Us ? *value : -*value;
 }
+template <Colour Us>
+int Kings(EVALUATION_CONTEXT& context, const BOARD& board) {
+    return sign(Us) * king_placement_ending(context, board);
+}
 template <int Score, bool Opposite, Colour Us>
 int Scaled(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
     return sign(Us) * scale_ending(sign(Us) * Score, Opposite, board);
@@ -84,6 +89,7 @@ constexpr SidedTerm<int> runners{Runners<white>, Runners<black>};
 constexpr SidedTerm<int> second_look{SecondLook<white>, SecondLook<black>};
 constexpr SidedTerm<int> all_bishops{bishops_ending<white>, bishops_ending<black>};
 constexpr SidedTerm<int> all_queens{queens_ending<white>, queens_ending<black>};
+constexpr SidedTerm<int> kings{Kings<white>, Kings<black>};
 constexpr SidedTerm<int> bishop_and_pawns{WrongBishop<white>, WrongBishop<black>};
 template <int Score>
 constexpr SidedTerm<int> scaled{Scaled<Score, false, white>, Scaled<Score, false, black>};
@@ -480,6 +486,25 @@ INSTANTIATE_TEST_SUITE_P(QueensBehind, EndingPawns, testing::Values(
     ValueRow{"behind by ninety", all_queens, "6k1/7p/8/4Q3/8/8/7K/qn5B", -5 + 33 + 4 * 6},
     ValueRow{"behind by eighty", all_queens, "1r5k/1r5p/8/3Q4/8/8/8/2K5", 7 - 2 * 4 - 2 * 4},
     ValueRow{"level", all_queens, "6k1/8/8/4Q3/8/8/7K/q7", -5}), RowName<ValueRow>);
+// clang-format on
+
+// clang-format off
+// The king on a1 is worth 2 * 4, the one on d5 -2; a queen 100 less the men around the enemy king.
+INSTANTIATE_TEST_SUITE_P(QueensAndTheEnemyKing, EndingPawns, testing::Values(
+    ValueRow{"no man", kings, "8/8/8/3k4/8/8/8/KQ6", 8 + 2 + 100 + 10},
+    ValueRow{"one", kings, "8/8/3p4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 15},
+    ValueRow{"two", kings, "8/8/2pp4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 30},
+    ValueRow{"three", kings, "8/8/2ppp3/3k4/8/8/8/KQ6", 8 + 2 + 100 - 40},
+    ValueRow{"four", kings, "8/8/2ppp3/2pk4/8/8/8/KQ6", 8 + 2 + 100 - 45},
+    ValueRow{"five", kings, "8/8/2ppp3/2pkp3/8/8/8/KQ6", 8 + 2 + 100 - 50},
+    ValueRow{"six", kings, "8/8/2ppp3/2pkp3/2p5/8/8/KQ6", 8 + 2 + 100 - 55},
+    ValueRow{"seven", kings, "8/8/2ppp3/2pkp3/2pp4/8/8/KQ6", 8 + 2 + 100 - 60},
+    ValueRow{"eight", kings, "8/8/2ppp3/2pkp3/2ppp3/8/8/KQ6", 8 + 2 + 100 - 65},
+    ValueRow{"a knight is a man too", kings, "8/8/3n4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 15},
+    ValueRow{"the queen's own pawn is not", kings, "8/8/3P4/3k4/8/8/8/KQ6", 8 + 2 + 100 + 10},
+    ValueRow{"two rooks", kings, "8/8/3p4/3k4/8/8/8/KRR5", 8 + 2 + 20 - 15},
+    ValueRow{"one rook", kings, "8/8/3p4/3k4/8/8/8/KR6", 8 - 2 * 24},
+    ValueRow{"queens of both", kings, "3q4/8/3p4/3k4/8/8/8/KQ6", 4 + 2 + (100 - 15) - (100 - 15)}), RowName<ValueRow>);
 // clang-format on
 
 // --- Queen against queen ---
