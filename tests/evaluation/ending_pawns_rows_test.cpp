@@ -575,6 +575,8 @@ INSTANTIATE_TEST_SUITE_P(QueenEndings, QueenEndings, testing::Values(
     QueenRow{"both have checks", "6k1/5ppp/8/ppp1Q3/2q5/8/5PPP/6K1", 150 + 24 + 7 - 5 - 45 + 30, Checks::both, 2},
     QueenRow{"a pawn before the king", "6k1/6pp/7q/ppp5/8/8/5PPP/3Q2K1", 100 + 24 - 4 + 4 - 45 + 30, Checks::own_alone, 1},
     QueenRow{"a pawn two ranks before it", "6k1/2Q2p1p/6p1/ppp5/8/5q2/5PPP/6K1", 150 + 24 - 1 - 3 - 45 + 30, Checks::both, 1},
+    QueenRow{"a pawn guards the only check", "6k1/q5p1/5p1p/ppp5/8/8/5PPP/2Q3K1", 150 + 24 - 4 + 4 - 45 + 30, Checks::none},
+    QueenRow{"a pawn of the checking side", "8/8/3Q1ppp/ppp3k1/6P1/1q6/5P1P/6K1", 150 + 24 + 5 + 1 - 45 + 30, Checks::both, 2},
     QueenRow{"a rook pawn", "6k1/7p/1q6/ppp5/8/Q7/5PPP/6K1", 50 + 24 - 4 + 1 - 50 + 30, Checks::own_alone, 0},
     QueenRow{"the king in the corner, a7 and b7", "k7/pp6/8/5ppp/8/5q2/PPP5/1K2Q3", 100 + 24 - 4 - 3 - 45 + 30, Checks::own_alone, 1},
     QueenRow{"the king in the corner, a7", "k7/p6Q/8/5ppp/8/5q2/PPP5/1K6", 50 + 24 - 4 - 3 - 50 + 30, Checks::both, 0},
