@@ -102,7 +102,7 @@ constexpr SidedTerm<int> ending_whole{WholeInEnding<white>, WholeInEnding<black>
 using Ranks = std::vector<std::array<int, 8>>;
 
 int Cell(const Ranks& ranks, int top, Square s) {
-    return ranks.at(static_cast<std::size_t>(top - RankOf(s)))[FileOf(s)];
+    return ranks.at(static_cast<std::size_t>(top - RankOf(s))).at(static_cast<std::size_t>(FileOf(s)));
 }
 
 /// Pawns of White and of Black, with the kings where no pawn of these tests attacks them.
