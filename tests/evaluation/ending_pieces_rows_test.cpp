@@ -90,6 +90,11 @@ INSTANTIATE_TEST_SUITE_P(EvenKings, EndingPieces, testing::Values(
     ValueRow{"d5", pawnless_endings, "8/8/8/3k4/8/8/8/4K3", -5 - 5 + 3},
     ValueRow{"opposition on the top rank", pawnless_endings, "4k3/8/4K3/8/8/8/8/8", 20 + 3 + 3},
     ValueRow{"opposition on the a file", pawnless_endings, "8/8/8/8/k1K5/8/8/8", 20 + 3 + 3},
+    ValueRow{"opposition beside the a file", pawnless_endings, "1k6/8/1K6/8/8/8/8/8", 20 - 0 + 3},
+    ValueRow{"opposition beside the h file", pawnless_endings, "6k1/8/6K1/8/8/8/8/8", 20 - 0 + 3},
+    ValueRow{"opposition on the second rank", pawnless_endings, "8/8/8/8/8/8/k1K5/8", 20 - 0 + 3},
+    ValueRow{"no opposition on the b file", pawnless_endings, "8/8/8/8/1k1K4/8/8/8", 0 + 5 + 3},
+    ValueRow{"no opposition on the g file", pawnless_endings, "8/8/8/8/4K1k1/8/8/8", 0 + 5 + 3},
     ValueRow{"no opposition with both on the rim", pawnless_endings, "k7/8/K7/8/8/8/8/8", 10 - 7 + 3},
     ValueRow{"no opposition off the rim", pawnless_endings, "8/4k3/8/4K3/8/8/8/8", 0 + 5 + 3},
     ValueRow{"no opposition a knight's move away", pawnless_endings, "3k4/8/4K3/8/8/8/8/8", 5 + 3 + 3}),
@@ -116,6 +121,7 @@ INSTANTIATE_TEST_SUITE_P(EvenPieces, EndingPieces, testing::Values(
     ValueRow{"the knight's side to move", pawnless_endings, "n3k3/8/8/8/8/8/8/B3K3 b - - 0 1", 1 + (5 + 5) - (5 + 3) - 3},
     ValueRow{"two bishops and two knights, 20 apart", pawnless_endings, "nn2k3/8/8/8/8/8/8/BB2K3", 2 + (5 + 5 + 5) - (5 + 3 + 3) + 3},
     ValueRow{"queen and two rooks, 20 apart", pawnless_endings, "rr2k3/8/8/8/8/8/8/3QK3", 2 + (5 - 1 + 6) - (5 + 6 + 6) + 3},
+    ValueRow{"queen and rook and five minor pieces, 15 apart", pawnless_endings, "nn2kbnn/8/8/8/8/8/8/2RQK3", -1 + (5 + 5 + 6) - (5 + 4 * 3 + 5) + 3},
     ValueRow{"30 apart is not even", pawnless_endings, "rrn1k3/8/8/8/3K4/8/8/6QB", 7 + 44 + 22 + (10 - 6) + (10 - 6) + 4}),
     RowName<ValueRow>);
 
@@ -353,6 +359,7 @@ INSTANTIATE_TEST_SUITE_P(RooksTogether, EndingPieces, testing::Values(
     ValueRow{"on one file", all_rooks, "4k3/8/8/R7/8/8/8/R3K3", 2 * 92 + 4},
     ValueRow{"the king between", all_rooks, "4k3/8/8/8/8/8/8/1R1K1R2", 2 * 92},
     ValueRow{"three in a row", all_rooks, "4k3/8/8/8/8/8/8/RRR1K3", 3 * 92 + 2 * 4},
+    ValueRow{"three around a corner, which comes last", all_rooks, "4k3/8/8/8/8/8/R7/RR2K3", 3 * 92 + 2 * 4},
     ValueRow{"against a queen", all_rooks, "4k3/8/8/8/8/8/2q5/RR2K3", 2 * 92 + 12},
     ValueRow{"queen against queen", all_rooks, "4k3/8/8/8/8/8/2q5/RR2K2Q", 2 * 92 + 4},
     ValueRow{"against queen and rook", all_rooks, "4k2r/8/8/8/8/8/2q5/RR2K3", 2 * 92 + 4},
