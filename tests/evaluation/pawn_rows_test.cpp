@@ -401,6 +401,10 @@ INSTANTIATE_TEST_SUITE_P(Centre, PawnPairs, testing::Values(
     PairRow{"one pawn each", centre_of_board, "4k3/4p3/8/8/8/8/3P4/4K3", {4, 2}, "cc4"},
     PairRow{"two more pawns", centre_of_board, "4k3/8/8/8/8/8/3PP3/4K3", {8 + 2, 4 + 2}, "cc8 pc1"},
     PairRow{"one pawn fewer", centre_of_board, "4k3/8/4p3/8/8/8/2P5/4K3", {0, 0}},
+    PairRow{"d2 alone", centre_of_board, "4k3/8/8/8/8/8/3P4/4K3", {4 + 2, 2 + 2}, "cc4 pc1"},
+    PairRow{"d2 against f7", centre_of_board, "4k3/5p2/8/8/8/8/3P4/4K3", {2, 2}, "pc1"},
+    PairRow{"d2 against c7", centre_of_board, "4k3/2p5/8/8/8/8/3P4/4K3", {4 + 2, 2 + 2}, "cc4 pc1"},
+    PairRow{"f2 alone", centre_of_board, "4k3/8/8/8/8/8/5P2/4K3", {4, 2}, "cc4"},
     PairRow{"e5 held by both", centre_of_board, "4k3/8/3p4/8/5P2/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Patterns, PawnPairs, testing::Values(
@@ -411,6 +415,7 @@ INSTANTIATE_TEST_SUITE_P(Patterns, PawnPairs, testing::Values(
     PairRow{"e2 and h2", patterns, "4k3/8/8/8/8/8/4P2P/4K3", {0, 0}},
     PairRow{"d3 alone", patterns, "4k3/8/8/8/8/3P4/8/4K3", {0, 0}},
     PairRow{"e2, e3 of the enemy, and g2", patterns, "4k3/8/8/8/8/4p3/4P1P1/4K3", {-12, -20}, "pc-6 cc-6"},
+    PairRow{"d4 and c2 against d5", patterns, "4k3/2p5/8/3p4/3P4/8/2P4P/4K3", {-12, -20}, "pc-6"},
     PairRow{"d4 and c2 behind d5", patterns, "4k3/8/8/3P4/3P4/8/2P5/4K3", {-2, -14}, "pc-3"},
     PairRow{"d4, c2 and c3", patterns, "4k3/8/8/8/3P4/2P5/2P5/4K3", {-2, -14}, "pc-3"},
     PairRow{"d4, c3 and b2", patterns, "4k3/8/8/8/3P4/2P5/1P6/4K3", {10, 8}, "cc3"},
@@ -451,9 +456,15 @@ INSTANTIATE_TEST_SUITE_P(BlockedCentre, PawnPairs, testing::Values(
     PairRow{"b2 and f2", blocked_centre, "4k3/8/8/8/8/1N3N2/1P3P2/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(QueenPawnAndPieces, PawnPairs, testing::Values(
+    PairRow{"59 units", queen_pawn_pieces, "rnbqkbnr/8/8/8/3P4/8/8/RN1QKBNR", {0, 25}},
+    PairRow{"58 units", queen_pawn_pieces, "rnbqkbnr/8/8/8/3P4/8/8/QN1QK1NN", {-6, 10}},
     PairRow{"57 units", queen_pawn_pieces, "rnbqkbnr/8/8/8/3P4/8/8/RN1QK1NN", {-6, 10}},
+    PairRow{"49 units", queen_pawn_pieces, "rnbqkbnr/8/8/8/3P4/8/8/Q2QK3", {-6, 10}},
+    PairRow{"48 units", queen_pawn_pieces, "rnbqkbnr/8/8/8/3P4/8/8/R2QK1N1", {0, 0}},
     PairRow{"39 units", queen_pawn_pieces, "rn1qk3/8/8/8/3P4/8/8/R2QK1NR", {0, 0}},
     PairRow{"38 units", queen_pawn_pieces, "r2qk2r/8/8/8/3P4/8/8/R2QK2R", {-12, -4}},
+    PairRow{"29 units", queen_pawn_pieces, "r2qk3/8/8/8/3P4/8/8/R3K1RR", {-12, -4}},
+    PairRow{"28 units", queen_pawn_pieces, "r2qk3/8/8/8/3P4/8/8/R2QK3", {-18, -16}},
     PairRow{"bishop on h8", queen_pawn_pieces, "4k2B/8/8/8/3P4/8/8/4K3", {-18, -18}, "cc2"},
     PairRow{"bishop on a7", queen_pawn_pieces, "4k3/B7/8/8/3P4/8/8/4K3", {-18, -18}, "cc2"},
     PairRow{"bishop on b2 behind a knight", queen_pawn_pieces, "4k3/8/8/8/3P4/2N5/1B6/4K3", {-18, -18}, "cc2"},
@@ -480,6 +491,8 @@ INSTANTIATE_TEST_SUITE_P(PassedAndPieces, PawnPairs, testing::Values(
     PairRow{"queen before g7", passed_pieces, "k5q1/6P1/8/8/8/8/8/K7", {-36, -41}, "Ck2"},
     PairRow{"rook before g7", passed_pieces, "k5r1/6P1/8/8/8/8/8/K7", {-54 - 2, -62}, "Ck2"},
     PairRow{"king before g7", passed_pieces, "6k1/6P1/8/8/8/8/8/K7", {-90, -103}, "Ck2"},
+    PairRow{"knight before g5", passed_pieces, "k7/8/6n1/6P1/8/8/8/K7", {-12, -10}, "Ck2"},
+    PairRow{"knight before g4", passed_pieces, "k7/8/8/6n1/6P1/8/8/K7", {-6, -5}, "Ck2"},
     PairRow{"queen before b4", passed_pieces, "6k1/8/8/1q6/1P6/8/8/K7", {-3, -2}, "Cq2"},
     PairRow{"bishop before b3", passed_pieces, "6k1/8/8/8/1b6/1P6/8/K7", {-3, -3}, "Cq2"},
     PairRow{"bishop before b2", passed_pieces, "6k1/8/8/8/8/1b6/1P6/K7", {-1, -2}, "Cq2"},
@@ -556,6 +569,9 @@ INSTANTIATE_TEST_SUITE_P(DefendedPassed, PawnValues, testing::Values(
     ValueRow{"h4 by g3", ending_defended, "4k3/5p2/8/8/7P/6P1/8/4K3", 8},
     ValueRow{"a3 by b2", ending_defended, "4k3/2p5/8/8/8/P7/1P6/4K3", 2},
     ValueRow{"c3 by b2", ending_defended, "4k3/p7/8/8/8/2P5/1P6/4K3", 3},
+    ValueRow{"e4 by f3", ending_defended, "4k3/6p1/8/8/4P3/5P2/8/4K3", 10},
+    ValueRow{"f5 by e4", ending_defended, "4k3/3p4/8/5P2/4P3/8/8/4K3", 30},
+    ValueRow{"g5 by f4", ending_defended, "4k3/8/4p3/6P1/5P2/8/8/4K3", 30},
     ValueRow{"one of two defenders is passed", ending_defended, "4k3/5p2/8/3P4/2P1P3/8/8/4K3", 30},
     ValueRow{"no defender", ending_defended, "4k3/2p5/8/P7/8/1P6/8/4K3", 0},
     ValueRow{"both defenders are passed", ending_defended, "4k3/8/8/3P4/2P1P3/8/8/4K3", 0}), RowName<ValueRow>);
