@@ -13,7 +13,6 @@
 
 #include "evaluation/bishops.h"
 #include "evaluation/knights.h"
-#include "evaluation/patterns.h"
 #include "evaluation/queens.h"
 #include "evaluation/rooks.h"
 #include "support/row_name.h"
@@ -28,15 +27,6 @@ constexpr SidedTerm<SCORE_PAIR> of_bishops{bishops<white>, bishops<black>};
 constexpr SidedTerm<SCORE_PAIR> of_rooks{rooks<white>, rooks<black>};
 constexpr SidedTerm<SCORE_PAIR> early_queens{queens_opening<white>, queens_opening<black>};
 constexpr SidedTerm<SCORE_PAIR> later_queens{queens_middle_game<white>, queens_middle_game<black>};
-
-template <SCORE_PAIR (*Term)(EVALUATION_CONTEXT&, const BOARD&), Colour Us>
-SCORE_PAIR SeenBy(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return Us == white ? Term(context, board) : -Term(context, board);
-}
-constexpr SidedTerm<SCORE_PAIR> early_pattern{SeenBy<patterns_opening, white>, SeenBy<patterns_opening, black>};
-constexpr SidedTerm<SCORE_PAIR> later_pattern{SeenBy<patterns_middle_game, white>, SeenBy<patterns_middle_game, black>};
-constexpr SidedTerm<SCORE_PAIR> of_space{SeenBy<space, white>, SeenBy<space, black>};
-constexpr SidedTerm<SCORE_PAIR> of_activity{SeenBy<activity, white>, SeenBy<activity, black>};
 
 // --- Tables ---
 
@@ -359,6 +349,7 @@ INSTANTIATE_TEST_SUITE_P(GameKnights, PieceRows, testing::Values(
     PairRow{"the king on g8 does not", later_knights, "6k1/8/8/5N2/8/8/8/4K3", {-30 + 18 + 13, -30 + 38 + 23 - 5}, "pk12 ck3"},
     PairRow{"the king on b8 does not", later_knights, "1k6/8/8/2N5/8/8/8/4K3", {-30 + 18 + 13, -30 + 38 + 23 - 5}, "pq12 cq3"},
     PairRow{"seven squares from the king", later_knights, "6k1/8/8/8/8/8/8/1N2K3", {-30 - 20 - 7, -30 - 30 - 5 - 56}, "pq-7"},
+    PairRow{"openness 1", later_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 15}, "pk7", Open<1>},
     PairRow{"openness 3", later_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 12}, "pk6", Open<3>},
     PairRow{"openness 5", later_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 6}, "pk4", Open<5>},
     PairRow{"openness 7", later_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 3}, "pk3", Open<7>},
@@ -382,6 +373,7 @@ INSTANTIATE_TEST_SUITE_P(GameKnights, PieceRows, testing::Values(
     PairRow{"a pawn ahead and no defender", later_knights, "8/1kp5/2N5/8/8/8/8/4K3", {-30 + 20 + 13, -30 + 40 - 5 + 23}, "pq14 cq3", Open<15>}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(WaysOfKnights, PieceRows, testing::Values(
+    PairRow{"eight squares", ways_of_knights, "4k3/8/8/4N3/8/8/8/4K3", {4, 8}, "pc2 cc2"},
     PairRow{"seven squares", ways_of_knights, "4k3/8/8/8/4N3/8/5P2/4K3", {4, 8}, "pc2 cc2"},
     PairRow{"six squares", ways_of_knights, "4k3/8/8/8/4N3/8/3P1P2/4K3", {4, 8}, "pc2 cc2"},
     PairRow{"five squares", ways_of_knights, "4k3/8/8/8/4N3/2P5/3P1P2/4K3", {4, 8}, "pc2 cc2"},
@@ -413,6 +405,9 @@ INSTANTIATE_TEST_SUITE_P(LongDiagonals, PieceRows, testing::Values(
     PairRow{"on the right behind its fence", of_bishops, "4k3/8/8/8/4p3/6P1/6B1/4K3", {20 + 8 - 2 + 8 - 10, 22 + 10 - 3 + 8 + 2 - 30}, "ck1 pq1 a-5"},
     PairRow{"bad behind e4", of_bishops, "4k3/8/8/4p3/4P3/6P1/6B1/1N2K3", {20 + 8 + 3 + 8 - 10 - 8 - 10, 22 + 10 + 4 + 8 + 2 - 30 - 10 - 12}, "ck2 pq1 pc-11 cc-8 a-5"},
     PairRow{"bad with two knights", of_bishops, "4k3/8/8/4p3/4P3/6P1/6B1/NN2K3", {20 + 8 + 3 + 8 - 10 - 8 - 5, 22 + 10 + 4 + 8 + 2 - 30 - 10 - 7}, "ck2 pq1 pc-10 cc-7 a-5"},
+    PairRow{"bad with three knights", of_bishops, "4k3/8/8/4p3/4P3/6P1/6B1/NNN1K3", {20 + 8 + 3 + 8 - 10 - 8 - 5, 22 + 10 + 4 + 8 + 2 - 30 - 10 - 7}, "ck2 pq1 pc-10 cc-7 a-5"},
+    PairRow{"on the right against f3", of_bishops, "4k3/8/8/8/8/5p2/6B1/4K3", {20 - 6 + 8 - 5 + 8 - 16, 22 - 4 + 10 - 10 + 8 - 32}, "ck-7 pq1 a-5"},
+    PairRow{"free behind e5 and so never bad", of_bishops, "4k3/8/4p3/4Pp2/5P2/8/1B6/4K3", {20 - 6 + 8 + 8 + 8 + 1 - 8, 22 - 4 + 10 + 8 + 8 + 4 + 2 - 20}, "cq1 pk1 a-5"},
     PairRow{"bad behind d4", of_bishops, "4k3/8/8/3pp3/3P4/8/1B6/4K3", {20 - 6 + 8 + 3 + 6 - 10 - 8 - 15, 22 - 4 + 10 + 4 + 6 + 2 - 30 - 10 - 17}, "pk1 pc-12 cc-10 a-5"},
     PairRow{"free and so never bad", of_bishops, "4k3/8/8/5p2/4pP2/4P3/1B6/4K3", {20 - 6 + 8 + 24 + 2 + 1 - 2, 22 - 4 + 10 + 24 + 8 + 4 + 3 - 6}, "cq3 pk6 a-5"},
     PairRow{"through a knight", of_bishops, "4k3/8/8/8/3N4/8/1B6/4K3", {20 - 6 + 8 + 24 + 2 + 1 - 2, 22 - 4 + 10 + 24 + 8 + 4 + 3 - 6}, "cq3 pk6 a-5"},
@@ -449,6 +444,7 @@ INSTANTIATE_TEST_SUITE_P(Bishops, PieceRows, testing::Values(
     PairRow{"on d3 behind d4", of_bishops, "4k3/8/8/8/3P4/3B4/8/4K3", {16 + 1 + 1, 24 + 4 + 6 + 2 - 2}, "a-5"},
     PairRow{"bad on e3 behind d4", of_bishops, "4k3/8/8/3p4/3P4/4B3/8/4K3", {16 + 1 - 3 - 8 - 3 - 15, 24 + 4 - 8 - 10 - 6 - 17}, "pc-14 cc-10 a-5"},
     PairRow{"trapped on h7 for good", of_bishops, "4k3/5p1B/6p1/8/8/8/8/4K3", {-2 - 24 - 180, 4 + 2 - 38 - 180 - 2}, "a-5"},
+    PairRow{"trapped on a7", of_bishops, "4k3/B2p4/1p6/8/8/8/8/4K3", {-2 - 24 - 110, 4 + 2 - 38 - 110}, "a-5"},
     PairRow{"on a7 behind its own pawn", of_bishops, "4k3/B7/1P6/8/8/8/8/4K3", {-2 - 24, 4 + 2 - 38}, "a-5"},
     PairRow{"on a7 before a knight", of_bishops, "4k3/B7/1n6/8/8/8/8/4K3", {-2 - 16, 4 + 2 - 32}, "a-5"},
     PairRow{"on a6 it is not trapped", of_bishops, "4k3/8/B7/1p6/8/8/8/4K3", {4 - 16, 8 + 2 - 32}, "a-5"},
@@ -480,9 +476,12 @@ INSTANTIATE_TEST_SUITE_P(Rooks, PieceRows, testing::Values(
     PairRow{"between own pawns", of_rooks, "4k3/8/P7/8/R7/8/P7/6K1", {63 + 1, 33 + 4}, "a24"},
     PairRow{"a far own pawn behind an enemy pawn", of_rooks, "4k3/8/P7/8/p7/8/8/R5K1", {63 + 12, 33 - 2 + 18}, "pq6 a24"},
     PairRow{"an own pawn on the third before an enemy pawn", of_rooks, "4k3/8/p7/8/8/P7/8/R5K1", {63 - 2 - 6 + 6, 33 - 8 - 14 + 12}, "a24"},
+    PairRow{"only the first own pawn counts", of_rooks, "4k3/8/8/P7/p7/P7/8/R5K1", {63 - 2 - 6 + 6, 33 - 8 - 14 + 12}, "a24"},
     PairRow{"an enemy pawn behind it", of_rooks, "4k3/8/8/8/R7/8/p7/6K1", {75 + 3 + 12, 45 + 8 + 18}, "pq6 a24"},
     PairRow{"its own pawn behind it and an enemy pawn ahead", of_rooks, "4k3/p7/8/8/R7/8/P7/6K1", {63 + 2, 33 + 6}, "pq6 cq-6 a24"},
     PairRow{"side by side on the seventh with the king out", of_rooks, "8/RR6/7k/8/8/8/8/6K1", {2 * (75 + 4 + 8 + 7), 2 * (45 + 10 + 12 + 15)}, "pq12 cq6 cc4 a48"},
+    PairRow{"apart on the seventh", of_rooks, "6k1/R1R5/8/8/8/8/8/6K1", {2 * (75 + 4 + 15 + 7 + 28), 2 * (45 + 10 + 28 + 15 + 50)}, "pq12 cq6 pc48 a48"},
+    PairRow{"one on the seventh and one on the eighth", of_rooks, "R5k1/R7/8/8/8/8/8/6K1 b - - 0 1", {2 * (75 + 4 + 8 + 7) + 28, 2 * (45 + 10 + 12 + 15) + 50}, "pq12 cq6 cc4 pc14 a48"},
     PairRow{"one on the seventh and one behind it", of_rooks, "6k1/R7/8/8/8/8/8/R5K1", {2 * (75 + 4 + 8 + 7) + 28, 2 * (45 + 10 + 12 + 15) + 50}, "pq12 cq6 cc4 pc14 a48"},
     PairRow{"far apart on a rank", of_rooks, "7k/8/8/8/8/8/8/R2R2K1", {2 * (75 + 4 + 8 + 7), 2 * (45 + 10 + 12 + 15)}, "pq6 pc6 cq3 cc7 a48"},
     PairRow{"a knight between them", of_rooks, "7k/8/8/8/8/8/8/RNR3K1", {2 * (75 + 4 + 7), 2 * (45 + 10 + 15)}, "pq12 cq6 a48"},
@@ -490,11 +489,18 @@ INSTANTIATE_TEST_SUITE_P(Rooks, PieceRows, testing::Values(
     PairRow{"on b1 and c2", of_rooks, "6k1/8/8/8/8/8/2R5/1R4K1", {2 * (75 + 4 + 7) + 2, 2 * (45 + 10 + 15) + 4}, "pq13 cq7 a48"},
     PairRow{"on b1 and c1 behind b2", of_rooks, "6k1/8/8/8/8/8/1P6/1RR3K1", {75 - 4 + 8 - 6 + 6 + 75 + 4 + 8 + 7, 45 - 10 + 12 - 14 + 12 + 45 + 10 + 12 + 15}, "pq6 cq3 cc4 a48"},
     PairRow{"on b1 and c1 behind b3", of_rooks, "6k1/8/8/8/8/1P6/8/1RR3K1", {75 - 2 + 8 + 2 - 6 + 6 + 75 + 4 + 8 + 7, 45 - 8 + 12 + 4 - 14 + 12 + 45 + 10 + 12 + 15}, "pq7 cq4 cc4 a48"},
+    PairRow{"on b2 and c2", of_rooks, "6k1/8/8/8/8/8/1RR5/6K1", {2 * (75 + 4 + 8 + 7) + 2, 2 * (45 + 10 + 12 + 15) + 4}, "pq13 cq7 cc4 a48"},
+    PairRow{"on b3 and c2", of_rooks, "6k1/8/8/8/8/1R6/2R5/6K1", {2 * (75 + 4 + 7), 2 * (45 + 10 + 15)}, "pq12 cq6 a48"},
+    PairRow{"on b1 and c1 beside d2", of_rooks, "6k1/8/8/8/8/8/3P4/1RR3K1", {2 * (75 + 4 + 8 + 7) + 2, 2 * (45 + 10 + 12 + 15) + 4}, "pq13 cq7 cc4 a48"},
+    PairRow{"on b1 and c1 behind c2", of_rooks, "6k1/8/8/8/8/8/2P5/1RR3K1", {75 + 4 + 8 + 7 + 75 - 4 + 8 - 6 + 6, 45 + 10 + 12 + 15 + 45 - 10 + 12 - 14 + 12}, "pq6 cq3 cc4 a48"},
     PairRow{"on the third rank nobody asks", of_rooks, "6k1/8/8/8/8/RR6/8/6K1", {2 * (75 + 4 + 8 + 7), 2 * (45 + 10 + 12 + 15)}, "pq12 cq6 cc4 a48"},
     PairRow{"on h1 and a2", of_rooks, "4k3/8/8/8/8/4K3/R7/7R", {2 * (75 + 4 + 7), 2 * (45 + 10 + 15)}, "pq6 cq3 pk6 ck3 a48"},
     PairRow{"on g1 and h1", of_rooks, "1k6/8/8/8/8/K7/8/6RR", {2 * (75 + 4 + 8 + 7) + 2, 2 * (45 + 10 + 12 + 15) + 4}, "pk13 ck7 cc4 a48"},
     PairRow{"two on the only open file against one", of_rooks, "r5k1/1ppppppp/8/8/8/8/RPPPPPPP/R5K1", {2 * (-9 + 4 + 8 + 35), 2 * (-39 + 10 + 12 + 36)}, "pq16 cq16 cc4 a48"},
+    PairRow{"on the only open file against one", of_rooks, "1k3r2/ppppp1pp/8/8/8/8/PPPPP1PP/1K3R2", {-9 + 4 + 25, -39 + 10 + 30}, "pk12 ck4 a24"},
+    PairRow{"on an open file against one", of_rooks, "1k3r2/8/8/8/8/8/8/1K3R2", {75 + 4 + 16, 45 + 10 + 25}, "pk8 ck2 a24"},
     PairRow{"on one of two open files", of_rooks, "6k1/2pppppp/8/8/8/8/2PPPPPP/R5K1", {3 + 4 + 7, -27 + 10 + 15}, "pq6 cq3 a24"},
+    PairRow{"behind h3 beside a closed file", of_rooks, "4k3/8/8/8/8/6PP/8/1K3N1R", {63 - 2 - 6, 33 - 8 - 14}, "pk-4 a24"},
     PairRow{"behind h3 and a knight", of_rooks, "1k6/8/8/8/8/K6P/8/6NR", {75 - 2 - 6 - 2, 45 - 8 - 14 - 6}, "pk-9 a24"},
     PairRow{"a piece to take is no empty square", of_rooks, "1k6/8/8/8/8/K6P/8/6nR", {75 - 2 - 6 - 2, 45 - 8 - 14 - 6}, "pk-9 a24"},
     PairRow{"shut in on a1", of_rooks, "4k3/8/8/8/8/8/P7/RK6", {75 - 4 - 6 - 2 - 50, 45 - 10 - 14 - 6 - 70}, "pq-17 cq-5 a24"},
@@ -544,6 +550,10 @@ INSTANTIATE_TEST_SUITE_P(OpeningQueens, PieceRows, testing::Values(
 
 // In the sums stand its square, that it is out, and the distance to a king that can't castle any more.
 INSTANTIATE_TEST_SUITE_P(GameQueens, PieceRows, testing::Values(
+    PairRow{"one square from the king and eight steps from its own", later_queens, "6k1/7Q/8/8/8/8/8/5K2 b - - 0 1", {-4 - 5 - 1 + 15, -8 - 2 - 3 + 8 + 25}, "pc6 pk42 Ck-4"},
+    PairRow{"one square from the king and nine steps from its own", later_queens, "6k1/7Q/8/8/8/8/8/4K3 b - - 0 1", {-4 - 5 - 1 + 15 - 8, -8 - 2 - 3 + 8 + 25 - 20}, "pc6 pk42 Ck-4 cc-16"},
+    PairRow{"two squares from the king", later_queens, "6k1/8/7Q/8/8/8/8/5K2", {-5 - 2, 1 - 2 - 6 + 8}, "pc6 pk30 Ck-4"},
+    PairRow{"three squares from the king", later_queens, "6k1/8/8/7Q/8/8/8/5K2", {1 - 5 - 3, 1 - 2 - 9 + 8}, "pc6 pk28 Ck-4"},
     PairRow{"five squares from the king", later_queens, "6k1/8/8/1Q6/8/8/8/4K3", {2 - 5 - 5, 2 - 2 - 15}, "pc6 pq12 pk2"},
     PairRow{"ten steps from its own king", later_queens, "6k1/8/8/1Q6/8/8/8/7K", {2 - 5 - 5 - 8, 2 - 2 - 15 - 20}, "pc6 pq12 pk2 ck-16"},
     PairRow{"nine steps but with an eye on its side", later_queens, "6k1/8/8/1Q6/8/8/8/6K1", {2 - 5 - 5, 2 - 2 - 15}, "pc6 pq12 pk2"},
@@ -641,102 +651,6 @@ INSTANTIATE_TEST_SUITE_P(PieceRows, KnightsNearKings, testing::Values(
     NearRow{"before its king on c1", "6k1/8/8/8/8/2N5/8/2K5", 0, 0},
     NearRow{"beside its king on c1", "6k1/8/8/8/8/3N4/8/2K5", 0, On(d3)},
     NearRow{"before its king on b1", "6k1/8/8/8/8/2N5/8/1K6", 0, On(c3)}), RowName<NearRow>);
-
-// The right to move is worth (6, 14) and "pc4 cc6" to its side.
-INSTANTIATE_TEST_SUITE_P(Patterns, PieceRows, testing::Values(
-    PairRow{"the enemy to move", later_pattern, "4k3/8/8/8/8/8/8/4K3 b - - 0 1", {-6, -14}, "Pc4 Cc6"},
-    PairRow{"g1 without f1", later_pattern, "4k3/8/8/8/8/8/8/4K1N1", {6, 14}, "pc4 cc6"},
-    PairRow{"b1 and f1", later_pattern, "4k3/8/8/8/8/8/8/1N2KB2", {6, 14}, "pc4 cc6"},
-    PairRow{"all four at home", later_pattern, "4k3/8/8/8/8/8/8/1NB1KBN1", {6 - 18 - 14, 14 - 45 - 40}, "pc4 cc6 pq-4 cq-8 pk-4 ck-6"},
-    PairRow{"all four at home in the opening", early_pattern, "4k3/8/8/8/8/8/8/1NB1KBN1", {6 - 18 - 14, 14 - 45 - 40}, "pc4 cc6 pq-4 cq-8 pk-4 ck-6"},
-    PairRow{"two of the enemy at home", later_pattern, "1nb1k3/8/8/8/8/8/8/4K3", {6 + 18, 14 + 45}, "pc4 cc6 Pq-4 Cq-8"},
-    PairRow{"g3 and h2", later_pattern, "4k3/8/8/8/8/6P1/7P/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
-    PairRow{"g3 with f2 and h2", later_pattern, "4k3/8/8/8/8/6P1/5P1P/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
-    PairRow{"g3 and an enemy pawn on g2", later_pattern, "4k3/8/8/8/8/6P1/5Pp1/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
-    PairRow{"g3 with the bishop on g2", later_pattern, "4k3/8/8/8/8/6P1/5PB1/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"g4 is no g3", later_pattern, "4k3/8/8/8/6P1/8/5P2/4KB2", {6, 14}, "pc4 cc6"},
-    PairRow{"b3 and c2", later_pattern, "4k3/8/8/8/8/1P6/2P5/2B1K3", {6 - 5, 14 - 8}, "pc4 cc6 cq-3"},
-    PairRow{"b3, b2 and c2", later_pattern, "4k3/8/8/8/8/1P6/1PP5/2B1K3", {6, 14}, "pc4 cc6"},
-    PairRow{"b3 alone", later_pattern, "4k3/8/8/8/8/1P6/8/2B1K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights without f2", early_pattern, "4k3/8/8/8/8/2N2N2/2P5/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights without c2", early_pattern, "4k3/8/8/8/8/2N2N2/5P2/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"one knight", early_pattern, "4k3/8/8/8/8/5N2/2P2P2/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights of the enemy", early_pattern, "4k3/2p2p2/2n2n2/8/8/8/8/4K3", {6 + 4, 14 + 8}, "pc4 cc6 Pc-3 Cc3"},
-    PairRow{"e3, d5 and d4", early_pattern, "4k3/8/8/3p4/3P4/2N1PN2/2P2P2/4K3", {6 - 4 - 10, 14 - 8 - 20}, "pc1 cc9"},
-    PairRow{"e3, d5 and e4", early_pattern, "4k3/8/8/3p4/4p3/2N1PN2/2P2P2/4K3", {6 - 4 - 10, 14 - 8 - 20}, "pc1 cc9"},
-    PairRow{"e3 alone", early_pattern, "4k3/8/8/8/8/2N1PN2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"d5 alone", early_pattern, "4k3/8/8/3p4/8/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"all but d5", early_pattern, "4k3/8/8/8/3Pp3/2N1PN2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"all but e3", early_pattern, "4k3/8/8/3p4/3Pp3/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"e3 and d5 without the knights", early_pattern, "4k3/8/8/3p4/8/4P3/2P2P2/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights and g3", early_pattern, "4k3/8/8/8/8/2N2NP1/2P2P2/4KB2", {6 - 4 - 8, 14 - 8 - 14}, "pc1 cc9 ck-4"}), RowName<PairRow>);
-// clang-format on
-
-/// The squares attacked by the own side and by the enemy, as the own side sees the board.
-template <Bitboard Own, Bitboard Enemy>
-void Attacked(EVALUATION_CONTEXT& context, Colour own) {
-    context.attacks[own] = own == white ? Own : MirrorRanks(Own);
-    context.attacks[Opponent(own)] = own == white ? Enemy : MirrorRanks(Enemy);
-}
-constexpr Bitboard forty = 0xFF000000FFFFFFFF;  // all ranks but those where the own attacks count
-constexpr Bitboard forty_of_enemy = 0xFFFFFFFF000000FF;
-
-// clang-format off
-// With no square of a wing attacked by either side: "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6".
-INSTANTIATE_TEST_SUITE_P(Space, PieceRows, testing::Values(
-    PairRow{"8 squares against 7", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0xFF, 0x7F00000000000000>},
-    PairRow{"7 squares against 8", of_space, "4k3/8/8/8/8/8/8/4K3", {-2, -4}, "Pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0x7F, 0xFF00000000000000>},
-    PairRow{"16 squares against 14", of_space, "4k3/8/8/8/8/8/8/4K3", {4, 8}, "pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0xFFFF, 0xFFFC000000000000>},
-    PairRow{"17 squares against 14", of_space, "4k3/8/8/8/8/8/8/4K3", {6, 12}, "pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0x1FFFF, 0xFFFC000000000000>},
-    PairRow{"14 squares against 17", of_space, "4k3/8/8/8/8/8/8/4K3", {-6, -12}, "Pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0x3FFF, 0xFFFF800000000000>},
-    PairRow{"42 squares against 40", of_space, "4k3/8/8/8/8/8/8/4K3", {4, 8}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<forty | On(d5, e5), forty_of_enemy>},
-    PairRow{"43 squares against 40", of_space, "4k3/8/8/8/8/8/8/4K3", {6, 12}, "pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<forty | On(d5, e5, d6), forty_of_enemy>},
-    PairRow{"a4", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<On(a4), 0>},
-    PairRow{"a5", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pc20 pq4 pk-4 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<On(a5), 0>},
-    PairRow{"c7", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pc20 pq4 pk-4 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<On(c7), 0>},
-    PairRow{"c8", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<On(c8), 0>},
-    PairRow{"d6 and e6", of_space, "4k3/8/8/8/8/8/8/4K3", {4, 8}, "pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<On(d6, e6), 0>},
-    PairRow{"f5", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pc20 pk4 pq-4 Cq6 Pq-4 Pk-4 cq6 ck6", Attacked<On(f5), 0>},
-    PairRow{"f5 and h7", of_space, "4k3/8/8/8/8/8/8/4K3", {4, 8}, "pc20 pk6 pq-4 Cq6 Pq-4 Pk-4 cq6 ck6", Attacked<On(f5, h7), 0>},
-    PairRow{"f5, g6 and h7", of_space, "4k3/8/8/8/8/8/8/4K3", {6, 12}, "pc20 pk8 pq-4 Cq6 Pq-4 Pk-4 cq6 ck6", Attacked<On(f5, g6, h7), 0>},
-    PairRow{"f5, g5, h5 and h7", of_space, "4k3/8/8/8/8/8/8/4K3", {8, 16}, "pc20 pk8 pq-4 Cq6 Pq-4 Pk-4 cq6 ck6", Attacked<On(f5, g5, h5, h7), 0>},
-    PairRow{"b4 of the enemy", of_space, "4k3/8/8/8/8/8/8/4K3", {-2, -4}, "Pc20 pq-4 pk-4 Cq6 Ck6 Pq4 Pk-4 ck6", Attacked<0, On(b4)>},
-    PairRow{"b5 of the enemy", of_space, "4k3/8/8/8/8/8/8/4K3", {-2, -4}, "Pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, On(b5)>},
-    PairRow{"g2 of the enemy", of_space, "4k3/8/8/8/8/8/8/4K3", {-2, -4}, "Pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk4 cq6", Attacked<0, On(g2)>},
-    PairRow{"f1 of the enemy", of_space, "4k3/8/8/8/8/8/8/4K3", {-2, -4}, "Pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, On(f1)>},
-    PairRow{"each on a wing", of_space, "4k3/8/8/8/8/8/8/4K3", {-2, -4}, "Pc20 pq6 pk-4 Ck6 Pk8 Pq-4 cq6", Attacked<On(a5, b6), On(f2, h3, g4)>},
-    PairRow{"a knight on d3", of_space, "4k3/8/8/8/8/3N4/8/4K3", {0, 0}, "pq-4 pk-6 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a knight on e3", of_space, "4k3/8/8/8/8/4N3/8/4K3", {0, 0}, "pq-6 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a knight on d4", of_space, "4k3/8/8/8/3N4/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a knight on d5", of_space, "4k3/8/8/3N4/8/8/8/4K3", {0, 0}, "pq-2 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a knight on e5", of_space, "4k3/8/8/4N3/8/8/8/4K3", {0, 0}, "pq-4 pk-2 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a knight on a8", of_space, "N3k3/8/8/8/8/8/8/4K3", {0, 0}, "pq-2 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a rook on h3", of_space, "4k3/8/8/8/8/7R/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a rook on h2", of_space, "4k3/8/8/8/8/8/7R/4K3", {0, 0}, "pq-6 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a rook on a6", of_space, "4k3/8/R7/8/8/8/8/4K3", {0, 0}, "pq-2 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a queen on g3", of_space, "4k3/8/8/8/8/6Q1/8/4K3", {0, 0}, "pq-6 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"three at home", of_space, "4k3/8/8/8/8/8/8/4KBNR", {0, 0}, "pq-10 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"the king at home on c1", of_space, "4k3/8/8/8/8/8/8/2K5", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a rook of the enemy on h6", of_space, "4k3/8/7r/8/8/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a knight of the enemy on g4", of_space, "4k3/8/8/8/6n1/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-2 cq6 ck6", Attacked<0, 0>}), RowName<PairRow>);
-
-/// What the pieces have left behind, and the weight of an ending in percent.
-template <int Points, int Weight>
-void Active(EVALUATION_CONTEXT& context, Colour own) {
-    context.activity = own == white ? Points : -Points;
-    context.endgame_weight = Weight / 100.0;
-}
-INSTANTIATE_TEST_SUITE_P(Activity, PieceRows, testing::Values(
-    PairRow{"15 points", of_activity, "4k3/8/8/8/8/8/8/4K3", {15, 1}, "a15", Active<15, 100>},
-    PairRow{"16 points", of_activity, "4k3/8/8/8/8/8/8/4K3", {16, 2}, "a16", Active<16, 100>},
-    PairRow{"15 points less", of_activity, "4k3/8/8/8/8/8/8/4K3", {-15, -1}, "a-15", Active<-15, 100>},
-    PairRow{"a half away from zero", of_activity, "4k3/8/8/8/8/8/8/4K3", {3, 0}, "a10", Active<10, 25>},
-    PairRow{"a half away from zero below it", of_activity, "4k3/8/8/8/8/8/8/4K3", {-3, 0}, "a-10", Active<-10, 25>},
-    PairRow{"less than a half", of_activity, "4k3/8/8/8/8/8/8/4K3", {2, 0}, "a9", Active<9, 25>},
-    PairRow{"nothing early in the game", of_activity, "4k3/8/8/8/8/8/8/4K3", {0, 0}, "a40", Active<40, 0>},
-    PairRow{"a pawn up with the enemy to move", of_activity, "4k3/8/8/8/8/8/P7/4K3 b - - 0 1", {50, 6}, "a50", Active<0, 100>},
-    PairRow{"a pawn down", of_activity, "4k3/p7/8/8/8/8/8/4K3", {-50, -6}, "a-50", Active<0, 100>},
-    PairRow{"two pawns up", of_activity, "4k3/8/8/8/8/8/PP6/4K3", {75 + 5, 10}, "a80", Active<5, 100>}), RowName<PairRow>);
 // clang-format on
 
 }  // namespace
