@@ -369,6 +369,8 @@ INSTANTIATE_TEST_SUITE_P(RooksTogether, EndingPieces, testing::Values(
     ValueRow{"seventh rank against a queen", all_rooks, "4k3/RR6/8/8/8/8/2q5/4K3", 2 * (92 + 50) + 25},
     ValueRow{"seventh rank, king out, against a queen", all_rooks, "8/RR6/4k3/8/8/8/2q5/4K3", 2 * 92 + 12},
     ValueRow{"one on the seventh rank", all_rooks, "4k3/R7/8/8/8/8/8/R3K3", 2 * 92 + 50 + 4},
+    ValueRow{"seventh rank and sixth", all_rooks, "4k3/R7/R7/8/8/8/8/4K3", 2 * 92 + 50 + 4},
+    ValueRow{"seventh rank and eighth", all_rooks, "R3k3/R7/8/8/8/8/8/4K3 b - - 0 1", 2 * 92 + 50 + 4},
     ValueRow{"one on the eighth rank", all_rooks, "R7/8/3k4/8/8/8/8/4K3", 92}), RowName<ValueRow>);
 
 INSTANTIATE_TEST_SUITE_P(RooksTiedDown, EndingPieces, testing::Values(
@@ -404,6 +406,12 @@ INSTANTIATE_TEST_SUITE_P(FewPawns, EndingPieces, testing::Values(
     ValueRow{"six pawns", scaled<80>, "4k3/8/8/8/8/8/PPPPPP2/4K3", 90},
     ValueRow{"seven pawns", scaled<80>, "4k3/8/8/8/8/8/PPPPPPP1/4K3", 90},
     ValueRow{"eight pawns", scaled<80>, "4k3/8/8/8/8/8/PPPPPPPP/4K3", 90},
+    ValueRow{"eight pawns on one wing", scaled<80>, "4k3/8/8/8/8/PPPP4/PPPP4/4K3", 90},
+    ValueRow{"nine pawns, the a file alone on its wing", scaled<84>, "4k3/8/8/8/8/P2PP3/P2PPPPP/4K3", 94},
+    ValueRow{"nine pawns, the c file alone on its wing", scaled<84>, "4k3/8/8/8/8/2PPP3/2PPPPPP/4K3", 94},
+    ValueRow{"nine pawns, the f file alone on its wing", scaled<84>, "4k3/8/8/8/8/PPP5/PPPPPP2/4K3", 94},
+    ValueRow{"nine pawns, the h file alone on its wing", scaled<84>, "4k3/8/8/8/8/PPP5/PPPPP2P/4K3", 94},
+    ValueRow{"nine pawns, none on files a to c", scaled<84>, "4k3/8/8/8/8/3PPPP1/3PPPPP/4K3", 84},
     ValueRow{"nine pawns on one wing", scaled<80>, "4k3/8/8/8/8/PPPP4/PPPPP3/4K3", 80},
     ValueRow{"nine pawns on both wings", scaled<84>, "4k3/8/8/8/8/P7/PPPPPPPP/4K3", 94},
     ValueRow{"the loser's pawns do not count", scaled<-80>, "4k3/p7/8/8/8/8/PPPP4/4K3", -40}), RowName<ValueRow>);
@@ -420,6 +428,9 @@ INSTANTIATE_TEST_SUITE_P(OppositeBishops, EndingPieces, testing::Values(
     ValueRow{"two targets", scaled_opposite<83>, "2b1k3/p1p5/8/8/8/8/PPPPP3/2B1K3", 38},
     ValueRow{"three targets", scaled_opposite<83>, "2b1k3/p1p1p3/8/8/8/8/PPPPP3/2B1K3", 46},
     ValueRow{"four targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/8/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"five targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p6/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"six targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p1p4/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"seven targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p1p1p2/8/8/8/PPPPP3/2B1K3", 46},
     ValueRow{"eight targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p1p1p1p/8/8/8/PPPPP3/2B1K3", 46},
     ValueRow{"not more than 250", scaled_opposite<316>, "2b1k3/8/8/8/8/8/PPPPP3/2B1K3", 66},
     ValueRow{"first by pawns, then by bishops", scaled_opposite<80>, "2b1k3/8/8/8/8/8/P7/2B1K3", 7}), RowName<ValueRow>);
@@ -519,7 +530,7 @@ TEST(EndingPieces, EveryWayToTheRightCorner) {
     }
 }
 
-TEST(EndingPieces, TheWinningKingAvoidsTheSixteenCornerSquares) {
+TEST(EndingPieces, TheWinningKingAvoidsTheCorners) {
     for (Square s = a1; s <= h8; ++s) {
         const Square loser = Away(s, 2, {e5, d4, a4});
         Placement placement;
@@ -555,6 +566,14 @@ TEST(EndingPieces, TheWrongBishopIsFinal) {
     for (const int bound : {-20000, -425, 20000}) {
         EvaluationBuilder builder("7k/8/8/8/8/8/P7/2B1K3 b - - 0 1");
         EXPECT_EQ(builder.Ask(bound), -425) << "no bound is too far away";
+    }
+}
+
+TEST(EndingPieces, AMateIsScoredAtAnyBound) {
+    for (const int bound : {-20000, 0, 20000}) {
+        EvaluationBuilder builder("4k3/8/8/8/3K4/8/P7/7R b - - 0 1");
+        EXPECT_EQ(builder.Type(), 16);
+        EXPECT_EQ(builder.Ask(bound), -1352);
     }
 }
 
