@@ -482,6 +482,7 @@ INSTANTIATE_TEST_SUITE_P(Rooks, PieceRows, testing::Values(
     PairRow{"side by side on the seventh with the king out", of_rooks, "8/RR6/7k/8/8/8/8/6K1", {2 * (75 + 4 + 8 + 7), 2 * (45 + 10 + 12 + 15)}, "pq12 cq6 cc4 a48"},
     PairRow{"apart on the seventh", of_rooks, "6k1/R1R5/8/8/8/8/8/6K1", {2 * (75 + 4 + 15 + 7 + 28), 2 * (45 + 10 + 28 + 15 + 50)}, "pq12 cq6 pc48 a48"},
     PairRow{"one on the seventh and one on the eighth", of_rooks, "R5k1/R7/8/8/8/8/8/6K1 b - - 0 1", {2 * (75 + 4 + 8 + 7) + 28, 2 * (45 + 10 + 12 + 15) + 50}, "pq12 cq6 cc4 pc14 a48"},
+    PairRow{"one on the seventh and one on the sixth", of_rooks, "6k1/R7/R7/8/8/8/8/6K1", {2 * (75 + 4 + 8 + 7) + 28, 2 * (45 + 10 + 12 + 15) + 50}, "pq12 cq6 cc4 pc14 a48"},
     PairRow{"one on the seventh and one behind it", of_rooks, "6k1/R7/8/8/8/8/8/R5K1", {2 * (75 + 4 + 8 + 7) + 28, 2 * (45 + 10 + 12 + 15) + 50}, "pq12 cq6 cc4 pc14 a48"},
     PairRow{"far apart on a rank", of_rooks, "7k/8/8/8/8/8/8/R2R2K1", {2 * (75 + 4 + 8 + 7), 2 * (45 + 10 + 12 + 15)}, "pq6 pc6 cq3 cc7 a48"},
     PairRow{"a knight between them", of_rooks, "7k/8/8/8/8/8/8/RNR3K1", {2 * (75 + 4 + 7), 2 * (45 + 10 + 15)}, "pq12 cq6 a48"},
