@@ -109,7 +109,7 @@ void press_on_wings(EVALUATION_CONTEXT& context) {
     }
 }
 
-/// Pieces at home weaken the far wing, pieces in the enemy's half strengthen the near one.
+/// Pieces at home weaken the far wing, pieces in the enemy's half, there the king too, strengthen the near one.
 template <Colour Us>
 void press_by_placement(EVALUATION_CONTEXT& context, const BOARD& board) {
     constexpr Bitboard left = files(0, 3);
@@ -117,10 +117,11 @@ void press_by_placement(EVALUATION_CONTEXT& context, const BOARD& board) {
     constexpr Bitboard home = ranks<Us>(0, 2);
     constexpr Bitboard enemy_half = ranks<Us>(4, 7);
     const SIDE_PIECES& own = board.side(Us);
-    const Bitboard pieces = own.knights | own.bishops | own.queens | (own.rooks & ~ranks<Us>(2, 2));
+    const Bitboard at_home = (own.knights | own.bishops | own.queens | (own.rooks & ~ranks<Us>(2, 2))) & home;
+    const Bitboard advanced = (own.all & ~own.pawns) & enemy_half;
     WingCounters& pressure = context.pressure[Us];
-    add_points(pressure[queen_side], 2 * (PopCount(pieces & left & enemy_half) - PopCount(pieces & right & home)));
-    add_points(pressure[king_side], 2 * (PopCount(pieces & right & enemy_half) - PopCount(pieces & left & home)));
+    add_points(pressure[queen_side], 2 * (PopCount(advanced & left) - PopCount(at_home & right)));
+    add_points(pressure[king_side], 2 * (PopCount(advanced & right) - PopCount(at_home & left)));
 }
 
 }  // namespace

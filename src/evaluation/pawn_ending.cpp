@@ -42,7 +42,9 @@ int reach_of_kings(const EVALUATION_CONTEXT& context, const BOARD& board) {
 
 EVALUATION_RESULT evaluate_pawn_ending(EVALUATION_CONTEXT& context, const BOARD& board, int bound) noexcept {
     const auto turned = [&](int score) { return board.side_to_move == white ? score : -score; };
-    int sum = weight * passed_pawns_ending(context, board) + race(context, board);
+    // In this order: the race reads what the passed pawns leave.
+    int sum = weight * passed_pawns_ending(context, board);
+    sum += race(context, board);
     const int material = board.frame().material_balance;
     const int estimate = limit_to_draw_score(turned(material) + sum, context.settings->draw_score, board);
     const int gap = bound - turned(estimate);

@@ -231,7 +231,7 @@ INSTANTIATE_TEST_SUITE_P(Space, WholeBoard, testing::Values(
     PairRow{"a rook on the third rank", of_space, "4k3/8/8/8/8/1R6/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
     PairRow{"a piece ahead on the left", of_space, "4k3/8/1N6/8/8/8/8/4K3", {0, 0}, "pq-2 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
     PairRow{"a piece ahead on the right", of_space, "4k3/8/6N1/8/8/8/8/4K3", {0, 0}, "pq-4 pk-2 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
-    PairRow{"pawns and kings are no pieces", of_space, "4k3/8/1P6/8/8/8/6P1/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>}), RowName<PairRow>);
+    PairRow{"pawns and a king at home don't count", of_space, "4k3/8/1P6/8/8/8/6P1/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>}), RowName<PairRow>);
 
 template <int Points>
 void Active(EVALUATION_CONTEXT& context, Colour own) {

@@ -101,6 +101,9 @@ INSTANTIATE_TEST_SUITE_P(Space, WholeBoardRows, testing::Values(
     PairRow{"a rook on a6", of_space, "4k3/8/R7/8/8/8/8/4K3", {0, 0}, "pq-2 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
     PairRow{"a queen on g3", of_space, "4k3/8/8/8/8/6Q1/8/4K3", {0, 0}, "pq-6 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
     PairRow{"three at home", of_space, "4k3/8/8/8/8/8/8/4KBNR", {0, 0}, "pq-10 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
+    PairRow{"the king on b6", of_space, "7k/8/1K6/8/8/8/8/8", {0, 0}, "pq-2 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
+    PairRow{"the king on g5", of_space, "7k/8/8/6K1/8/8/8/8", {0, 0}, "pq-4 pk-2 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
+    PairRow{"the king on b4", of_space, "7k/8/8/8/1K6/8/8/8", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
     PairRow{"the king at home on c1", of_space, "4k3/8/8/8/8/8/8/2K5", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
     PairRow{"a rook of the enemy on h6", of_space, "4k3/8/7r/8/8/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
     PairRow{"a knight of the enemy on g4", of_space, "4k3/8/8/8/6n1/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-2 cq6 ck6", Attacked<0, 0>}), RowName<PairRow>);
