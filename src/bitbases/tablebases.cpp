@@ -1,6 +1,5 @@
 #include "bitbases/tablebases.h"
 
-#include <cstdlib>
 #include <limits>
 
 #include "frame/logfile.h"
@@ -15,8 +14,6 @@ std::unique_ptr<TableSource>& Source() {
     return source;
 }
 
-constexpr int mate_value = 32767;
-
 }  // namespace
 
 void UseSource(std::unique_ptr<TableSource> source) noexcept { Source() = std::move(source); }
@@ -27,10 +24,17 @@ ProbeResult ProbeTablebases(const BOARD& board, int& score) noexcept {
     return Source()->Probe(board, score);
 }
 
+SourceFailure LastFailure() noexcept { return Source() ? Source()->last_failure() : SourceFailure::none; }
+
+bool IsLossFarAway(int score) noexcept {
+    constexpr int mate_value = 32767;
+    constexpr int far_away_plies = 30;
+    return score < 0 && mate_value + score >= far_away_plies;
+}
+
 bool IsTablebaseLossFarAway(const BOARD& board) noexcept {
     int score = 0;
-    if (ProbeTablebases(board, score) != ProbeResult::found || score >= 0) return false;
-    return mate_value - std::abs(score) >= far_away_plies;
+    return ProbeTablebases(board, score) == ProbeResult::found && IsLossFarAway(score);
 }
 
 }  // namespace VorkaTablebases
@@ -39,16 +43,11 @@ namespace NalimovTablebases {
 
 namespace {
 
-void TellLog(std::string_view text) {
-    const EchoScope file_only(vlog, Echo::off);
-    vlog << text << '\n';
-}
-
 /// The tables take their cache size as a signed 32-bit number.
 std::int32_t CacheSize(std::uint64_t size) {
     constexpr auto largest = std::numeric_limits<std::int32_t>::max();
     if (size <= static_cast<std::uint64_t>(largest)) return static_cast<std::int32_t>(size);
-    LogOnly(vocabulary::nalimov_size_overflow);
+    vlog << vocabulary::nalimov_size_overflow << '\n';
     return largest;
 }
 
@@ -56,18 +55,15 @@ std::int32_t CacheSize(std::uint64_t size) {
 
 void Initialize(std::uint64_t size, const std::string& path, const VorkaTablebases::SourceOpener& open) {
     const std::int32_t cache = CacheSize(size);
-    {
-        const EchoScope file_only(vlog, Echo::off);
-        vlog << vocabulary::initializing_nalimov << path << "'\n";
-    }
+    vlog << vocabulary::initializing_nalimov << path << "'\n";
     VorkaTablebases::UseSource(nullptr);
     std::unique_ptr<VorkaTablebases::TableSource> source = open(path);
     if (!source) {
-        TellLog(vocabulary::could_not_initialize_tablebases);
+        vlog << vocabulary::could_not_initialize_tablebases << '\n';
         throw NalimovException(std::string(vocabulary::could_not_open_tablebases));
     }
     if (!source->UseCache(cache) && cache != 0) {
-        TellLog(vocabulary::increase_the_cache_size);
+        vlog << vocabulary::increase_the_cache_size << '\n';
         throw NalimovException(std::string(vocabulary::cache_size_too_small));
     }
     VorkaTablebases::UseSource(std::move(source));

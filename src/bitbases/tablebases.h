@@ -29,6 +29,9 @@ enum class ProbeResult : int {
     queued = 3,     ///< a lookup was postponed: never here, and an error if it is
 };
 
+/// Why tables that should know a position could not tell.
+enum class SourceFailure { none, corrupted, unreadable };
+
 /// What reads tables. Neither castling rights nor en passant squares come here.
 class TableSource {
   public:
@@ -40,6 +43,8 @@ class TableSource {
     /// Sets `score` for a position that is found: 0 a draw, else 32767 - |score| plies to the mate, positive if the
     /// side to move wins. Throws nothing.
     [[nodiscard]] virtual ProbeResult Probe(const BOARD& board, int& score) noexcept = 0;
+    /// What went wrong in the last probe that found nothing; none if the position is just not there.
+    [[nodiscard]] virtual SourceFailure last_failure() const noexcept { return SourceFailure::none; }
     /// Gives the tables a cache of so many bytes. False if they can't work with that.
     [[nodiscard]] virtual bool UseCache(std::int32_t bytes) noexcept = 0;
 };
@@ -49,11 +54,13 @@ void UseSource(std::unique_ptr<TableSource> source) noexcept;
 
 /// Probes what is loaded. A position with a castling right or an en passant square is not looked up.
 [[nodiscard]] ProbeResult ProbeTablebases(const BOARD& board, int& score) noexcept;
+/// What went wrong in the last probe that found nothing.
+[[nodiscard]] SourceFailure LastFailure() noexcept;
 
-/// Whether the side to move is lost, but not mated within 30 plies. False for what is not found.
+/// Whether a score of the tables is a loss that is 30 plies away or more.
+[[nodiscard]] bool IsLossFarAway(int score) noexcept;
+/// The same of a position; false for what is not found.
 [[nodiscard]] bool IsTablebaseLossFarAway(const BOARD& board) noexcept;
-/// From this distance to the mate on, in plies, a loss is far away.
-inline constexpr int far_away_plies = 30;
 
 /// Opens the tables of a directory; null if there are none.
 using SourceOpener = std::function<std::unique_ptr<TableSource>(const std::string& path)>;

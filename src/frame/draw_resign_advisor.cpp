@@ -71,8 +71,7 @@ void DrawResignAdvisor::setVerdict(std::optional<std::int32_t> tablebase_score) 
     } else if (*tablebase_score > 0) {
         tablebaseVerdict = won;
     } else {
-        const std::int32_t plies_to_mate = 32767 - std::abs(*tablebase_score);
-        tablebaseVerdict = plies_to_mate >= VorkaTablebases::far_away_plies ? lost_far_off : lost_soon;
+        tablebaseVerdict = VorkaTablebases::IsLossFarAway(*tablebase_score) ? lost_far_off : lost_soon;
     }
 }
 

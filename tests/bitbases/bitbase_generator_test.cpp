@@ -3,8 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sched.h>
+#include <sys/mount.h>
+
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <string>
 
 #include "bitbases/bitbases.h"
@@ -85,12 +91,94 @@ TEST_F(Generator, FailsWithoutTablesAndLeavesNoFile) {
     EXPECT_FALSE(std::filesystem::exists(File("x")));
 }
 
+TEST_F(Generator, TablesThatFailAreToldFromTablesThatAreNotThere) {
+    for (const auto& [failure, text] :
+         {std::pair{VorkaTablebases::SourceFailure::corrupted, "Tablebase corruption detected"},
+          std::pair{VorkaTablebases::SourceFailure::unreadable, "IO error"}}) {
+        const TablesScope tables(Always(ProbeResult::not_found), failure);
+        EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("x")); }), text);
+        EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+                  std::string("Verifying bitbase 'single_pawn'...") + text);
+    }
+}
+
+// --- Files that can't be finished ---
+
 TEST_F(Generator, AFileThatCantBeWrittenIsAFailure) {
     const TablesScope tables(MadeUp);
-    const std::string path = File("no/x");
-    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(path); }),
-              "Could not open file '" + path + "'");
+    for (const std::string& path : {File("no/x"), std::string("/proc/x")}) {
+        EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(path); }),
+                  "Could not open file '" + path + "'");
+    }
 }
+
+/// Mounts a file system of its own for this process at `directory`, with room for so much. Whether that is allowed.
+bool MountAt(const std::string& directory, unsigned long flags, const char* options) {
+    return (unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0) &&
+           mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           mount("vorka", directory.c_str(), "tmpfs", flags, options) == 0;
+}
+
+/// Ends with "refused" if the generation fails in order where nothing can be written, "not allowed" where a test may
+/// not mount.
+[[noreturn]] void GenerateInMount(const std::string& directory, unsigned long flags, const char* options) {
+    std::string outcome = "not allowed";
+    if (MountAt(directory, flags, options)) {
+        const TablesScope tables(MadeUp);
+        const std::string path = directory + "/x";
+        const std::string text = TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(path); });
+        outcome = text == "Could not open file '" + path + "'" ? "refused" : "something else: " + text;
+    }
+    std::cerr << outcome;
+    std::_Exit(0);
+}
+
+TEST_F(Generator, AFullDiskIsAFailure) {
+    EXPECT_EXIT(GenerateInMount(directory_.path(), 0, "size=256k"), testing::ExitedWithCode(0),
+                "^(refused|not allowed)$");
+}
+
+TEST_F(Generator, AReadOnlyFolderIsAFailure) {
+    EXPECT_EXIT(GenerateInMount(directory_.path(), MS_RDONLY, nullptr), testing::ExitedWithCode(0),
+                "^(refused|not allowed)$");
+}
+
+TEST_F(Generator, AFailureOnTheWayLeavesTheFileAsItStands) {
+    int probes = 0;
+    const TablesScope tables([&](const BOARD& board, int& score) {
+        return ++probes > 1000 ? ProbeResult::not_found : MadeUp(board, score);
+    });
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("x")); }),
+              "endgame king+pawn vs king+pawn not available");
+    const std::string text = TextOf(File("x"));
+    ASSERT_EQ(text.size(), VorkaBitbases::two_pawns_size);
+    EXPECT_NE(text.find_first_not_of('\0'), std::string::npos) << "what was written";
+    EXPECT_EQ(text.find_last_not_of('\0') * 100 / text.size(), 0U) << "and nothing behind it";
+}
+
+TEST_F(Generator, AKilledGenerationLeavesTheFileAsItStands) {
+    int probes = 0;
+    const TablesScope tables([&](const BOARD& board, int& score) {
+        if (++probes > 1000) raise(SIGKILL);
+        return MadeUp(board, score);
+    });
+    EXPECT_EXIT(VorkaGenerator::GenerateTwoPawnsBitbases(File("x")), testing::KilledBySignal(SIGKILL), "");
+    EXPECT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::two_pawns_size);
+}
+
+TEST_F(Generator, RammedPawnsAreCopiedForEitherSideToMove) {
+    // White's pawns give check: only Black can be on move.
+    const BOARD board = BoardFromFen("8/8/2k5/1P1p4/3P4/8/8/4K3 b - - 0 1");
+    const TablesScope tables([&](const BOARD& asked, int& score) {
+        score = FenOf(asked) == FenOf(board) ? -32000 : 0;
+        return ProbeResult::found;
+    });
+    VorkaGenerator::GenerateRammedPawnBitbases(File("x"));
+    VorkaBitbases::LoadRammedPawnBitbases(File("x"));
+    EXPECT_LT(VorkaBitbases::ProbeRammedPawns(board), 0);
+}
+
+// --- What is written ---
 
 TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
     const TablesScope tables(MadeUp);

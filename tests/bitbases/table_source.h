@@ -15,7 +15,10 @@ class FakeTables : public VorkaTablebases::TableSource {
     VorkaTablebases::ProbeResult Probe(const BOARD& board, int& score) noexcept override {
         return answer_(board, score);
     }
+    VorkaTablebases::SourceFailure last_failure() const noexcept override { return failure; }
     bool UseCache(std::int32_t bytes) noexcept override { return bytes >= smallest_cache_; }
+
+    VorkaTablebases::SourceFailure failure = VorkaTablebases::SourceFailure::none;
 
   private:
     Answer answer_;
@@ -25,8 +28,11 @@ class FakeTables : public VorkaTablebases::TableSource {
 /// Tables in use for a scope.
 class TablesScope {
   public:
-    explicit TablesScope(FakeTables::Answer answer) {
-        VorkaTablebases::UseSource(std::make_unique<FakeTables>(std::move(answer)));
+    explicit TablesScope(FakeTables::Answer answer,
+                         VorkaTablebases::SourceFailure failure = VorkaTablebases::SourceFailure::none) {
+        auto tables = std::make_unique<FakeTables>(std::move(answer));
+        tables->failure = failure;
+        VorkaTablebases::UseSource(std::move(tables));
     }
     ~TablesScope() { VorkaTablebases::UseSource(nullptr); }
     TablesScope(const TablesScope&) = delete;
