@@ -48,6 +48,8 @@ class Library {
     /// The value behind a move, for the side that answers it.
     [[nodiscard]] Value value_behind(const Successor& successor, const Table* solving) const;
 
+    [[nodiscard]] const std::vector<std::unique_ptr<Table>>& tables() const noexcept { return tables_; }
+
   private:
     const Table* find(const Position& position, Position& arranged) const;
     std::vector<std::unique_ptr<Table>> tables_;

@@ -1,0 +1,365 @@
+// The whole way from the rules of chess to the two files, solved once and looked at from all sides. Some minutes of
+// work, so it runs as one test. The folder that VORKA_BITBASES names keeps the files for the tests of the real program.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "bitbase_builder/endings.h"
+#include "bitbases/bitbase_generator.h"
+#include "bitbases/bitbases.h"
+#include "bitbases/table_source.h"
+#include "frame/os_dependent.h"
+#include "frame/vocabulary.h"
+#include "support/board_builder.h"
+#include "support/command_bench.h"
+#include "support/log_capture.h"
+#include "support/temporary_directory.h"
+
+namespace {
+
+using bitbase_builder::Library;
+using bitbase_builder::Position;
+using bitbase_builder::Table;
+using bitbase_builder::Value;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using VorkaTablebases::ProbeResult;
+
+/// The men of the engine's board; nothing if there are more than the builder knows.
+std::optional<Position> PositionOf(const BOARD& board) {
+    if (PopCount(board.occupied) > Position::most_men) return std::nullopt;
+    Position position;
+    position.to_move = static_cast<Colour>(board.side_to_move);
+    position.at[0] = board.side(white).king_square;
+    position.at[1] = board.side(black).king_square;
+    for (Bitboard rest = board.occupied; rest != 0;) {
+        const Square square = TakeNextBit(rest);
+        const int man = board.squares[square];
+        if (std::abs(man) == king) continue;
+        position.men[static_cast<std::size_t>(position.count)] = {man > 0 ? white : black, std::abs(man)};
+        position.at[static_cast<std::size_t>(position.count++)] = square;
+    }
+    return position;
+}
+
+BOARD BoardOf(const Position& position) {
+    std::int8_t squares[64] = {};
+    for (std::size_t m = 0; m < static_cast<std::size_t>(position.count); ++m) {
+        const int type = position.men[m].type;
+        squares[position.at[m]] = static_cast<std::int8_t>(position.men[m].colour == white ? type : -type);
+    }
+    BOARD board;
+    EXPECT_TRUE(board.SetPosition(squares, static_cast<int>(position.to_move), 0, 0));
+    return board;
+}
+
+/// A score of tablebases: a mate in an unknown number of plies.
+int ScoreOf(Value value) {
+    return value == bitbase_builder::unknown ? 0 : value == bitbase_builder::win ? 32700 : -32700;
+}
+
+std::string NameOf(const Table& table) {
+    std::string of_white = "K";
+    std::string of_black = "K";
+    for (const bitbase_builder::Man& man : table.extras()) {
+        (man.colour == white ? of_white : of_black) += " PNBRQK"[man.type];
+    }
+    return of_white + of_black;
+}
+
+class ExactBitbases : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        library_ = new Library;
+        folder_ = new TemporaryDirectory;
+        ExecutableDirectory(folder_->File("vorka"));
+        const int threads = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+        bitbase_builder::solve_two_pawns(*library_, threads, {});
+        bitbase_builder::solve_rammed_pawns(*library_, threads, {});
+    }
+    static void TearDownTestSuite() {
+        VorkaBitbases::UnloadBitbases();
+        delete library_;
+        delete folder_;
+    }
+
+    /// The solved tables in the place of tablebases. A position of `wrong` gets a wrong answer.
+    static FakeTables::Answer Solved(const std::string& wrong = {}) {
+        return [=](const BOARD& board, int& score) {
+            const std::optional<Position> position = PositionOf(board);
+            if (!position) return ProbeResult::not_found;
+            try {
+                score = ScoreOf(library_->value(*position));
+            } catch (const std::logic_error&) {
+                return ProbeResult::not_found;
+            }
+            if (!wrong.empty() && FenOf(board) == wrong) score = score == 0 ? 32700 : 0;
+            return ProbeResult::found;
+        };
+    }
+    static std::string FileText(std::string_view name) { return TextOf(folder_->File(name)); }
+    static std::string Text(const std::vector<std::uint8_t>& bytes) { return {bytes.begin(), bytes.end()}; }
+
+    /// What a line says on the screen, an error behind it.
+    static std::string Say(const std::string& line) {
+        CommandBench bench;
+        testing::internal::CaptureStdout();
+        const CommandOutcome outcome = bench.Send(line);
+        return testing::internal::GetCapturedStdout() + outcome.error;
+    }
+    /// Changes one bit of a file beside the program.
+    static void FlipLowBit(std::string_view name, const VorkaBitbases::Cell& cell) {
+        std::fstream file(folder_->File(name), std::ios::binary | std::ios::in | std::ios::out);
+        file.seekg(static_cast<std::streamoff>(cell.offset));
+        const int byte = file.get();
+        file.seekp(static_cast<std::streamoff>(cell.offset));
+        file.put(static_cast<char>(byte ^ 1 << cell.shift));
+    }
+
+    static Library* library_;
+    static TemporaryDirectory* folder_;
+    LogCapture log_;
+};
+Library* ExactBitbases::library_ = nullptr;
+TemporaryDirectory* ExactBitbases::folder_ = nullptr;
+
+TEST_F(ExactBitbases, GeneratedFilesAreThoseOfTheBuilder) {
+    {
+        const TablesScope tables(Solved());
+        EXPECT_THAT(
+            Say("generate all"),
+            MatchesRegex("Generating king\\+pawn vs king\\+pawn bitbases data file\\.\\.\\. done \\([0-9]+ sec\\)\n"
+                         "Generating rammed pawn bitbases data file\\.\\.\\. done \\([0-9]+ sec\\)\n"
+                         "Generation finished\\. Reloading bitbases\\.\n"));
+    }
+    const std::string two_pawns = Text(two_pawns_file(*library_));
+    const std::string rammed_pawn = Text(rammed_pawn_file(*library_));
+    EXPECT_TRUE(FileText(vocabulary::two_pawns_file) == two_pawns);
+    EXPECT_TRUE(FileText(vocabulary::rammed_pawn_file) == rammed_pawn);
+    EXPECT_THAT(Say("tb"), HasSubstr("King+pawn vs king+pawn bitbases (loaded)\n"
+                                     "King+pawn+pawn vs king+pawn with pawn ram bitbases (loaded)\n"));
+    if (const char* const keep = std::getenv("VORKA_BITBASES")) {
+        std::filesystem::create_directories(keep);
+        for (const std::string_view name : {vocabulary::two_pawns_file, vocabulary::rammed_pawn_file}) {
+            std::filesystem::copy_file(folder_->File(name), std::filesystem::path(keep) / name,
+                                       std::filesystem::copy_options::overwrite_existing);
+        }
+    }
+}
+
+TEST_F(ExactBitbases, FilesThatStandThereAreKept) {
+    EXPECT_EQ(Say("generate rammed_pawn two_pawns"),
+              "Generating rammed pawn bitbases data file... skipped (file already exists)\n"
+              "Generating king+pawn vs king+pawn bitbases data file... skipped (file already exists)\n"
+              "Generation finished. Reloading bitbases.\n");
+}
+
+TEST_F(ExactBitbases, SoundFilesAreVerified) {
+    const TablesScope tables(Solved());
+    EXPECT_THAT(Say("verify all"),
+                MatchesRegex("Verifying bitbase 'single_pawn'\\.\\.\\.passed \\(331352 positions\\)\n"
+                             "Verifying bitbase 'two_pawns'\\.\\.\\.passed \\(3718044 positions\\)\n"
+                             "Verifying bitbase 'rammed_pawn'\\.\\.\\.passed \\(5783175 positions\\)\n"
+                             "Verification finished \\([0-9]+ms total\\)\\.\n"));
+}
+
+TEST_F(ExactBitbases, AFlippedBitIsFoundInEveryClass) {
+    // The built-in table can't be changed, so its tablebase is.
+    const std::string single_pawn = "4k3/8/4K3/4P3/8/8/8/8 b - - 0 1";
+    const BOARD two_pawns = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
+    const BOARD rammed_pawn = BoardFromFen("8/5k2/3p4/3P4/1P6/8/8/4K3 b - - 0 1");
+    const VorkaBitbases::Cell two_pawns_cell = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
+    const VorkaBitbases::Cell rammed_pawn_cell = VorkaBitbases::RammedPawnsCell(d5, b4, e1, f7, 1);
+    FlipLowBit(vocabulary::two_pawns_file, two_pawns_cell);
+    FlipLowBit(vocabulary::rammed_pawn_file, rammed_pawn_cell);
+    const TablesScope tables(Solved(single_pawn));
+    const std::string text = Say("verify 'single_pawn' two_pawns rammed_pawn");
+    const auto report = [](const std::string& name, const BOARD& board) {
+        testing::internal::CaptureStdout();
+        vlog << "Verifying bitbase '" << name << "'...Error in " << name
+             << " bitbase.\nPosition reports wrong result.\n";
+        board.Print(true);
+        vlog << "failed\n";
+        return testing::internal::GetCapturedStdout();
+    };
+    EXPECT_THAT(text,
+                testing::StartsWith(report("single_pawn", BoardFromFen(single_pawn)) + report("two_pawns", two_pawns) +
+                                    report("rammed_pawn", rammed_pawn) + "Verification finished ("));
+    FlipLowBit(vocabulary::two_pawns_file, two_pawns_cell);
+    FlipLowBit(vocabulary::rammed_pawn_file, rammed_pawn_cell);
+}
+
+// --- The results against other facts ---
+
+/// Calls `visit(table, position)` for so many random legal positions of every table, the same ones in every run.
+template <class Visit>
+void ForRandomPositions(const Library& library, int of_each, Visit visit) {
+    std::mt19937_64 random(11);
+    for (const auto& table : library.tables()) {
+        for (int found = 0; found < of_each;) {
+            const Position position = table->position_of(random() % table->size());
+            if (!is_legal(position)) continue;
+            ++found;
+            visit(*table, position);
+        }
+    }
+}
+
+/// The value that the moves of the engine's own generator give, one ply deep: for the side to move.
+int ValueOfMoves(const Library& library, BOARD& board) {
+    const std::vector<Move> moves = LegalMovesOf(board);
+    if (moves.empty()) return board.in_check() ? -1 : 0;
+    int best = -1;
+    for (const Move move : moves) {
+        board.MakeMove(move);
+        const int value = -(board.frame().en_passant_square != 0 ? ValueOfMoves(library, board) : [&] {
+            const int score = ScoreOf(library.value(*PositionOf(board)));
+            return (score > 0) - (score < 0);
+        }());
+        board.UnmakeMove(move);
+        best = std::max(best, value);
+    }
+    return best;
+}
+
+TEST_F(ExactBitbases, EveryValueFollowsFromItsMoves) {
+    ForRandomPositions(*library_, 3000, [](const Table& table, const Position& position) {
+        BOARD board = BoardOf(position);
+        const int score = ScoreOf(library_->value(position));
+        ASSERT_EQ((score > 0) - (score < 0), ValueOfMoves(*library_, board)) << NameOf(table) << ' ' << FenOf(board);
+    });
+}
+
+/// A plain search with the engine's rules to mate, stalemate, bare kings, or what every player knows: a minor piece
+/// alone draws, and who is on move with a queen or a rook alone wins.
+class PlainSearch {
+  public:
+    struct Bounds {
+        int at_least;
+        int at_most;
+    };
+    /// What can be shown within `plies`: -1 lost, 0 drawn, 1 won.
+    Bounds Search(BOARD& board, int plies) {
+        if (const std::optional<int> known = Known(board)) return {*known, *known};
+        const std::vector<Move> moves = LegalMovesOf(board);
+        if (moves.empty()) return board.in_check() ? Bounds{-1, -1} : Bounds{0, 0};
+        if (plies == 0) return {-1, 1};
+        Bounds best{-1, -1};
+        for (const Move move : moves) {
+            board.MakeMove(move);
+            const Bounds answer = Search(board, plies - 1);
+            board.UnmakeMove(move);
+            best = {std::max(best.at_least, -answer.at_most), std::max(best.at_most, -answer.at_least)};
+            if (best.at_least == 1) break;
+        }
+        return best;
+    }
+
+  private:
+    static std::optional<int> Known(const BOARD& board) {
+        const int extras = PopCount(board.occupied) - 2;
+        if (extras == 0 || (extras == 1 && board.total_material == 3)) return 0;
+        const SIDE_PIECES& own = board.side(static_cast<Colour>(board.side_to_move));
+        if (extras == 1 && (own.queens | own.rooks) != 0) return 1;
+        return std::nullopt;
+    }
+};
+
+TEST_F(ExactBitbases, AgreeWithAPlainSearchToTheEnd) {
+    int positions = 0;
+    ForRandomPositions(*library_, 250, [&](const Table& table, const Position& position) {
+        BOARD board = BoardOf(position);
+        const bool has_pawns_alone = board.total_material == 0;
+        const PlainSearch::Bounds bounds = PlainSearch().Search(board, has_pawns_alone ? 5 : 3);
+        const int score = ScoreOf(library_->value(position));
+        const int value = (score > 0) - (score < 0);
+        ASSERT_GE(value, bounds.at_least) << NameOf(table) << ' ' << FenOf(board);
+        ASSERT_LE(value, bounds.at_most) << NameOf(table) << ' ' << FenOf(board);
+        if (bounds.at_least != -1 || bounds.at_most != 1) ++positions;
+    });
+    EXPECT_GT(positions, 2000) << "positions of which the search shows something";
+}
+
+struct Totals {
+    std::uint64_t won = 0;
+    std::uint64_t drawn = 0;
+    std::uint64_t lost = 0;
+
+    bool operator==(const Totals&) const = default;
+    [[nodiscard]] std::uint64_t all() const { return won + drawn + lost; }
+    friend std::ostream& operator<<(std::ostream& out, const Totals& totals) {
+        return out << totals.won << " won, " << totals.drawn << " drawn, " << totals.lost << " lost";
+    }
+};
+
+const Table& TableOf(const Library& library, const std::string& name) {
+    for (const auto& table : library.tables()) {
+        if (NameOf(*table) == name) return *table;
+    }
+    throw std::invalid_argument(name);
+}
+
+/// Of the legal positions with this side to move, left and right taken together.
+Totals TotalsOf(const Table& table, Colour to_move) {
+    Totals totals;
+    for (std::size_t index = 0; index < table.size(); ++index) {
+        const Position position = table.position_of(index);
+        if (position.to_move != to_move || !is_legal(position)) continue;
+        const Value value = table.value(index);
+        ++(value == bitbase_builder::win ? totals.won : value == bitbase_builder::loss ? totals.lost : totals.drawn);
+    }
+    return totals;
+}
+
+TEST_F(ExactBitbases, TotalsAreThePublishedOnes) {
+    // King and pawn against king: M. R. B. Clarke, A Quantitative Study of King and Pawn Against King (1977).
+    const Table& pawn_ending = TableOf(*library_, "KPK");
+    EXPECT_EQ(TotalsOf(pawn_ending, white), (Totals{62480, 19184, 0}));
+    EXPECT_EQ(TotalsOf(pawn_ending, black), (Totals{0, 35210, 48802}));
+    // Won shares with the stronger side to move, in per cent, as the books on endings give them.
+    for (const auto& [name, share] : {std::pair{"KQKR", 99}, std::pair{"KRKN", 48}, std::pair{"KRKB", 35},
+                                      std::pair{"KBBK", 49}, std::pair{"KBNK", 99}}) {
+        const Totals totals = TotalsOf(TableOf(*library_, name), white);
+        EXPECT_EQ(totals.won * 100 / totals.all(), share) << name << ": " << totals;
+    }
+}
+
+TEST_F(ExactBitbases, EqualMenHaveEqualTotals) {
+    for (const std::string name : {"KQKQ", "KRKR", "KBKB", "KNKN", "KPKP"}) {
+        const Table& table = TableOf(*library_, name);
+        EXPECT_EQ(TotalsOf(table, white), TotalsOf(table, black)) << name;
+    }
+}
+
+TEST_F(ExactBitbases, TwoKnightsWinByMateInOneAlone) {
+    const Table& table = TableOf(*library_, "KNNK");
+    int wins = 0;
+    for (std::size_t index = 0; index < table.size(); ++index) {
+        const Position position = table.position_of(index);
+        if (!is_legal(position) || table.value(index) != bitbase_builder::win) continue;
+        BOARD board = BoardOf(position);
+        bool mates = false;
+        for (const Move move : LegalMovesOf(board)) {
+            board.MakeMove(move);
+            mates = mates || (board.in_check() && LegalMovesOf(board).empty());
+            board.UnmakeMove(move);
+        }
+        ASSERT_TRUE(mates) << FenOf(board);
+        ++wins;
+    }
+    EXPECT_GT(wins, 0);
+}
+
+}  // namespace

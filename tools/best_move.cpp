@@ -1,0 +1,126 @@
+// Answers positions with moves, for programs that let the engine play: each line of standard input is a FEN, or a FEN,
+// the word "moves" and the moves made since in coordinate notation; the answer is one line with the best move in
+// coordinate notation, or "none" where there is none or the line can't be read. Unlike the protocols it can be given
+// less than a second, and says whether it may use bitbases.
+
+#include <getopt.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <string>
+
+#include "bitbases/bitbases.h"
+#include "chess/notation.h"
+#include "chess/user_board.h"
+#include "search/hash.h"
+#include "search/search_controller.h"
+#include "search/search_host.h"
+
+namespace {
+
+/// A search that nobody listens to.
+class Silence : public SearchHost {
+  public:
+    void pollInput() override {}
+    void sendThinking(const SearchInfo&) override {}
+    void sendDepthStarted(int) override {}
+    void sendNewPvMove(const std::string&) override {}
+    void sendSearchInstability() override {}
+    void sendSearchStatistics(const SearchInfo&) override {}
+    void onSearchFinished(bool) override {}
+};
+
+/// Nothing if the line can't be read.
+std::optional<UserBoard> ReadGame(const std::string& line) {
+    constexpr char separator[] = " moves ";
+    const std::size_t end = line.find(separator);
+    UserBoard game;
+    try {
+        game.SetBoardFromFen(line.substr(0, end));
+    } catch (const UserBoard::user_exception&) {
+        return std::nullopt;
+    }
+    if (end == std::string::npos) return game;
+    std::istringstream moves(line.substr(end + sizeof separator - 1));
+    for (std::string word; moves >> word;) {
+        MoveParseError error = MoveParseError::syntax;
+        const Move move = ParseMove(word, game.board(), error);
+        if (move == INVALID) return std::nullopt;
+        game.MakeMove(move);
+    }
+    return game;
+}
+
+/// As other programs write moves: every promotion has its letter, a small one.
+std::string TextOf(Move move) {
+    if (move == INVALID) return "none";
+    const std::string squares = MoveToCoordinate(move).substr(0, 4);
+    const int promotion = PromotionPiece(move);
+    return promotion == 0 ? squares : squares + " pnbrq"[promotion];
+}
+
+int Usage(std::ostream& out, int status) {
+    out << "usage: best_move [--time MILLISECONDS | --depth N] [--bitbases FOLDER]\n"
+           "Reads lines with \"FEN [moves MOVE..]\" and answers each with the engine's move, searched for 100 ms if "
+           "nothing is told.\n";
+    return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    SearchLimits limits{.max_time_limit = 100};
+    std::string bitbases;
+    const option long_options[] = {{"time", required_argument, nullptr, 't'},
+                                   {"depth", required_argument, nullptr, 'd'},
+                                   {"bitbases", required_argument, nullptr, 'b'},
+                                   {"help", no_argument, nullptr, 'H'},
+                                   {nullptr, 0, nullptr, 0}};
+    for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
+        switch (letter) {
+            case 't':
+                limits = {.max_time_limit = std::atoi(optarg)};
+                break;
+            case 'd':
+                limits = {.max_depth = std::atoi(optarg)};
+                break;
+            case 'b':
+                bitbases = optarg;
+                break;
+            case 'H':
+                return Usage(std::cout, EXIT_SUCCESS);
+            default:
+                return Usage(std::cerr, EXIT_FAILURE);
+        }
+    }
+    if (optind != argc || limits.max_time_limit + limits.max_depth <= 0) return Usage(std::cerr, EXIT_FAILURE);
+    try {
+        if (!bitbases.empty()) {
+            VorkaBitbases::LoadTwoPawnsBitbases(bitbases + "/kp_kp.vbb");
+            VorkaBitbases::LoadRammedPawnBitbases(bitbases + "/kpp_kp_ram.vbb");
+        }
+    } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
+        std::cerr << "best_move: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
+    if (!transposition_table.resize(32U << 20U) || !pawn_hash_table.resize(4U << 20U) ||
+        !evaluation_hash_table.resize(4U << 20U)) {
+        std::cerr << "best_move: no memory for the tables\n";
+        return EXIT_FAILURE;
+    }
+    SearchController controller;
+    Silence silence;
+    for (std::string line; std::getline(std::cin, line);) {
+        std::optional<UserBoard> game = ReadGame(line);
+        Move move = INVALID;
+        if (game) {
+            controller.Run(limits, *game, silence);
+            move = controller.best_move();
+        }
+        std::cout << TextOf(move) << std::endl;
+    }
+    return EXIT_SUCCESS;
+}
