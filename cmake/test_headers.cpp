@@ -1,0 +1,1 @@
+// Gives the headers that all tests share a target to be compiled for.
