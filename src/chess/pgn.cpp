@@ -120,11 +120,10 @@ class MoveText {
         while (SkipComments()) {
             std::string word;
             stream_ >> word;
-            if (const GameResult result = ResultOf(word); result != GameResult::running) {
+            if (const GameResult result = TakeWord(word); result != GameResult::running) {
                 stream_.ignore(longest_skip, '\n');
                 return result;
             }
-            TakeWord(word);
         }
         throw UserBoard::io_error();
     }
@@ -146,12 +145,32 @@ class MoveText {
         return false;
     }
 
-    void TakeWord(std::string_view word) {
+    /// Gives the result if the word is one.
+    GameResult TakeWord(std::string_view word) {
         // Three dots are the number of a move by Black, which only the very first can need.
         const bool begins_with_black = moves_.empty() && board_.side_to_move == black;
         if (word.find("...") != std::string_view::npos && !begins_with_black) throw UserBoard::io_error();
         const std::string_view text = WithoutMoveNumber(word);
-        if (!text.empty()) TakeMove(text);
+        const GameResult result = ResultOf(text);
+        if (text.starts_with('{') || text.starts_with(';')) {
+            SkipCommentBehindNumber(text);
+        } else if (!text.empty() && result == GameResult::running) {
+            TakeMove(text);
+        }
+        return result;
+    }
+
+    /// A comment that begins in a word. What stands in the word behind its end can't be told from a move and is
+    /// refused.
+    void SkipCommentBehindNumber(std::string_view text) {
+        const std::size_t end = text.find('}');
+        if (text.front() == ';') {
+            stream_.ignore(longest_skip, '\n');
+        } else if (end == std::string_view::npos) {
+            stream_.ignore(longest_skip, '}');
+        } else if (end + 1 != text.size()) {
+            throw UserBoard::io_error();
+        }
     }
 
     void TakeMove(std::string_view text) {

@@ -99,6 +99,8 @@ const std::string blanks(990, ' ');
 INSTANTIATE_TEST_SUITE_P(Pgn, MoveTexts, testing::Values(
     MovesRow{"no tags", "1. e4 e5 *", "", "e2e4 e7e5"},
     MovesRow{"number and move in one word", "1.e4 e5 2.Nf3 *", "", "e2e4 e7e5 g1f3"},
+    MovesRow{"number and result in one word", "1.e4 e5 2.*", "", "e2e4 e7e5"},
+    MovesRow{"number and comment in one word", "1.{a} e4 e5 2.;d e\n Nf3 *", "", "e2e4 e7e5 g1f3"},
     MovesRow{"no numbers", "e4 e5 Nf3 *", "", "e2e4 e7e5 g1f3"},
     MovesRow{"number by itself and with many dots", "1 . e4 *", "move", ""},
     MovesRow{"a number with two dots", "1.. e4 *", "", "e2e4"},
@@ -120,6 +122,7 @@ INSTANTIATE_TEST_SUITE_P(Pgn, MoveTexts, testing::Values(
     MovesRow{"comment that does not end", "e4 {best", "io", ""},
     MovesRow{"rest of the line", "e4 ; e5 is next\ne5 *", "", "e2e4 e7e5"},
     MovesRow{"rest of the line too long", "e4 ;" + blanks + "12345678901234 Zz\ne5 *", "io", ""},
+    MovesRow{"a comment in a number's word with more behind it", "1.{a}e4 *", "io", ""},
     MovesRow{"glyph", "e4 $1 e5 *", "io", ""},
     MovesRow{"variation", "e4 (d4) e5 *", "io", ""},
     MovesRow{"variation with blanks", "e4 ( d4 d5 ) e5 *", "io", ""},
