@@ -12,6 +12,9 @@
 #include <fstream>
 #include <iostream>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "bitbases/bitbases.h"
 #include "bitbases/table_source.h"
@@ -89,6 +92,49 @@ TEST_F(Generator, FailsWithoutTablesAndLeavesNoFile) {
     EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateRammedPawnBitbases(File("x")); }),
               "endgame king+pawn+pawn vs king+pawn not available");
     EXPECT_FALSE(std::filesystem::exists(File("x")));
+}
+
+TEST_F(Generator, TablesMustKnowBothSidesToMoveBeforeAFileIsTouched) {
+    for (const Colour known : {white, black}) {
+        for (const auto& [unknown, text] : {std::pair{ProbeResult::queued, "internal error: lookup queued"},
+                                            std::pair{ProbeResult::disabled, "tablebases not loaded"}}) {
+            const TablesScope tables([known = known, unknown = unknown](const BOARD& board, int& score) {
+                return board.side_to_move == known ? MadeUp(board, score) : unknown;
+            });
+            EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("two")); }), text);
+            EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateRammedPawnBitbases(File("ram")); }), text);
+        }
+        EXPECT_TRUE(std::filesystem::is_empty(directory_.path()))
+            << "known with " << (known == white ? "white" : "black");
+    }
+}
+
+/// The positions that a generation asks for until it finds one of them unknown, and what became of the file.
+template <class Generate>
+std::vector<std::string> AskedBeforeTheFile(Generate generate, const std::string& path) {
+    std::vector<std::string> asked;
+    const TablesScope tables([&](const BOARD& board, int& score) {
+        if (std::filesystem::exists(path)) return ProbeResult::not_found;
+        asked.push_back(FenOf(board));
+        return MadeUp(board, score);
+    });
+    EXPECT_NE(TextOfFailure([&] { generate(path); }), "");
+    return asked;
+}
+
+TEST_F(Generator, TheTestPositionsAreOfTheMaterialThatIsCopied) {
+    EXPECT_THAT(AskedBeforeTheFile(VorkaGenerator::GenerateTwoPawnsBitbases, File("two")),
+                testing::ElementsAre("4k3/4p3/8/8/8/8/4P3/4K3 w - - 0 1", "4k3/4p3/8/8/8/8/4P3/4K3 b - - 0 1"));
+    const auto is_of_three_pawns = testing::ResultOf(
+        [](const std::string& fen) {
+            const BOARD board = BoardFromFen(fen);
+            return PopCount(board.occupied) == 5 && PopCount(board.side(white).pawns) == 2 &&
+                   VorkaBitbases::HasRam(board);
+        },
+        true);
+    EXPECT_THAT(AskedBeforeTheFile(VorkaGenerator::GenerateRammedPawnBitbases, File("ram")),
+                testing::ElementsAre(testing::AllOf(HasSubstr(" w "), is_of_three_pawns),
+                                     testing::AllOf(HasSubstr(" b "), is_of_three_pawns)));
 }
 
 TEST_F(Generator, TablesThatFailAreToldFromTablesThatAreNotThere) {
@@ -180,6 +226,36 @@ TEST_F(Generator, RammedPawnsAreCopiedForEitherSideToMove) {
 
 // --- What is written ---
 
+// Boards as a report shows them.
+constexpr std::string_view b4_against_g6 =
+    "    +---+---+---+---+---+---+---+---+\n"
+    "  8 |   |   |   |   | K |   |   |   |\n"
+    "  7 |   |   |   |   |   |   |   |   |\n"
+    "  6 |   |   |   |   |   |   | P |   |\n"
+    "  5 |   |   |   |   |   |   |   |   |\n"
+    "  4 |   | *P|   |   |   |   |   |   |\n"
+    "  3 |   |   |   |   |   |   |   |   |\n"
+    "  2 |   |   |   |   |   |   |   |   |\n"
+    "  1 |   |   |   |   | *K|   |   |   |\n"
+    "    +---+---+---+---+---+---+---+---+\n"
+    "      a   b   c   d   e   f   g   h\n"
+    "castle possibilities: none\n"
+    "side on move: white; en-passant square: none\n";
+constexpr std::string_view blocked_c4_with_g4 =
+    "    +---+---+---+---+---+---+---+---+\n"
+    "  8 |   |   |   |   | K |   |   |   |\n"
+    "  7 |   |   |   |   |   |   |   |   |\n"
+    "  6 |   |   |   |   |   |   |   |   |\n"
+    "  5 |   |   | P |   |   |   |   |   |\n"
+    "  4 |   |   | *P|   |   |   | *P|   |\n"
+    "  3 |   |   |   |   |   |   |   |   |\n"
+    "  2 |   |   |   |   |   |   |   |   |\n"
+    "  1 |   |   |   |   | *K|   |   |   |\n"
+    "    +---+---+---+---+---+---+---+---+\n"
+    "      a   b   c   d   e   f   g   h\n"
+    "castle possibilities: none\n"
+    "side on move: black; en-passant square: none\n";
+
 TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
     const TablesScope tables(MadeUp);
     VorkaGenerator::GenerateTwoPawnsBitbases(File("x"));
@@ -194,16 +270,16 @@ TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
                 MatchesRegex("Verifying bitbase 'two_pawns'...passed \\([0-9]+ positions\\)\n"));
 
     Flip(File("x"), VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8));
-    EXPECT_THAT(Verification(VorkaGenerator::VerifyTwoPawnsBitbases),
-                testing::AllOf(HasSubstr("Verifying bitbase 'two_pawns'...Error in two_pawns bitbase.\n"
-                                         "Position reports wrong result.\n"),
-                               testing::EndsWith("failed\n")));
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases),
+              "Verifying bitbase 'two_pawns'...Error in two_pawns bitbase.\nPosition reports wrong result.\n" +
+                  std::string(b4_against_g6) + "failed\n");
     VorkaGenerator::SilentVerificationHandler silent;
     testing::internal::CaptureStdout();
     EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::VerifyTwoPawnsBitbases(silent); }),
               "Verification failed (reason: invalid result):\n");
     vlog.Flush();
-    EXPECT_THAT(testing::internal::GetCapturedStdout(), testing::StartsWith("Corrupted position found:\n"));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Corrupted position found:\n" + std::string(b4_against_g6))
+        << "and it ends there";
 }
 
 TEST_F(Generator, RammedPawnsAreCopiedAndVerified) {
@@ -212,9 +288,10 @@ TEST_F(Generator, RammedPawnsAreCopiedAndVerified) {
     ASSERT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::rammed_pawn_size);
     Flip(File("x"), VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1));
     VorkaBitbases::LoadRammedPawnBitbases(File("x"));
-    const std::string text = Verification(VorkaGenerator::VerifyRammedPawnBitbases);
-    EXPECT_THAT(text, HasSubstr("Error in rammed_pawn bitbase.\nPosition reports wrong result.\n"));
-    EXPECT_EQ(text.find("Error in", text.find("Error in") + 1), std::string::npos) << "one bit, one position";
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases),
+              "Verifying bitbase 'rammed_pawn'...Error in rammed_pawn bitbase.\nPosition reports wrong result.\n" +
+                  std::string(blocked_c4_with_g4) + "failed\n")
+        << "one bit, one position";
 }
 
 TEST_F(Generator, TheBuiltInTableIsVerified) {
@@ -244,19 +321,24 @@ TEST_F(Generator, AMissingFileIsSkippedAndMissingTablesEndIt) {
 }
 
 TEST_F(Generator, AnUnknownPositionIsReported) {
+    const BOARD board = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
     VorkaGenerator::SilentVerificationHandler silent;
     testing::internal::CaptureStdout();
-    EXPECT_EQ(TextOfFailure([&] { silent.positionNotFound(BoardFromFen("4k3/8/8/8/8/8/4P3/4K3 w - - 0 1")); }),
+    EXPECT_EQ(TextOfFailure([&] { silent.positionNotFound(board); }),
               "Verification failed (reason: position not found):\n");
+    vlog.Flush();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Corrupted position found:\n" + std::string(b4_against_g6));
+
     VorkaGenerator::DefaultVerificationHandler handler;
+    testing::internal::CaptureStdout();
     handler.started("x");
-    handler.positionNotFound(BoardFromFen("4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"));
+    handler.positionNotFound(board);
     handler.finished();
     handler.aborted();
     vlog.Flush();
-    EXPECT_THAT(testing::internal::GetCapturedStdout(),
-                testing::AllOf(HasSubstr("Verifying bitbase 'x'...Error in x bitbase.\nPosition not found.\n"),
-                               testing::EndsWith("failed\naborted\n")));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Verifying bitbase 'x'...Error in x bitbase.\nPosition not found.\n" + std::string(b4_against_g6) +
+                  "failed\naborted\n");
 }
 
 }  // namespace

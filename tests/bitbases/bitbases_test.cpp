@@ -5,10 +5,15 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
+#include <random>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "bitbases/synthetic_file.h"
 #include "frame/os_dependent.h"
 #include "support/board_builder.h"
 #include "support/log_capture.h"
@@ -19,22 +24,6 @@ namespace {
 
 using VorkaBitbases::Cell;
 using VorkaBitbases::HelperFunctions::CompactAntiMirroredSquare;
-
-/// A file of so many bytes, all zero but for the cells that were set.
-class SyntheticFile {
-  public:
-    explicit SyntheticFile(std::uint32_t size) : bytes_(size) {}
-    SyntheticFile& Set(const Cell& cell, int value) {
-        bytes_.at(cell.offset) = static_cast<char>(bytes_.at(cell.offset) | value << cell.shift);
-        return *this;
-    }
-    void Write(const std::string& path) const {
-        std::ofstream(path, std::ios::binary).write(bytes_.data(), static_cast<std::streamsize>(bytes_.size()));
-    }
-
-  private:
-    std::vector<char> bytes_;
-};
 
 class Bitbases : public testing::Test {
   protected:
@@ -60,11 +49,16 @@ TEST(CompactSquares, CellsAreWhereTheFilesHaveThem) {
     EXPECT_EQ(last.shift, 6);
     EXPECT_EQ(VorkaBitbases::TwoPawnsCell(b2, c3, d4, e5).offset, ((1U * 48 + 10) * 64 + 27) * 16 + 4);
     EXPECT_EQ(VorkaBitbases::TwoPawnsCell(b2, c3, d4, e5).shift, 4);
+    EXPECT_EQ(VorkaBitbases::TwoPawnsCell(b2, c3, d4, e3).offset, ((1U * 48 + 10) * 64 + 27) * 16 + 4);
+    EXPECT_EQ(VorkaBitbases::TwoPawnsCell(b2, c3, d4, e3).shift, 2);
     const Cell ram = VorkaBitbases::RammedPawnsCell(d6, h7, h8, h8, 1);
     EXPECT_EQ(ram.offset, VorkaBitbases::rammed_pawn_size - 1);
     EXPECT_EQ(ram.shift, 6);
     EXPECT_EQ(VorkaBitbases::RammedPawnsCell(b2, c3, d4, e5, 0).offset, ((1U * 48 + 10) * 64 + 27) * 32 + 4);
     EXPECT_EQ(VorkaBitbases::RammedPawnsCell(b2, c3, d4, e5, 0).shift, 4);
+    EXPECT_EQ(VorkaBitbases::RammedPawnsCell(b2, c3, d4, e4, 0).offset, ((1U * 48 + 10) * 64 + 27) * 32 + 28);
+    EXPECT_EQ(VorkaBitbases::RammedPawnsCell(b2, c3, d4, e4, 0).shift, 0);
+    EXPECT_EQ(VorkaBitbases::RammedPawnsCell(b2, c3, d4, e4, 1).shift, 2);
 }
 
 // --- Two pawns ---
@@ -137,6 +131,90 @@ INSTANTIATE_TEST_SUITE_P(Files, RammedPawns, testing::Values(
     TwoPawnsRow{"of Black, White to move", "4k3/8/8/2p3p1/2P5/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), 3, -(4 * 3 + 32667)}), RowName<TwoPawnsRow>);
 // clang-format on
 
+// A loss counts the way of the weak king to the blocked pawn, which is not that to the free one in any of these rows.
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(KingsAndColours, RammedPawns, testing::Values(
+    TwoPawnsRow{"a loss, far from the blocked pawn", "7k/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), 1, 4 * 5 - 32637},
+    TwoPawnsRow{"and of the side not to move", "7k/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 1), 1, 32637 - 4 * 5},
+    TwoPawnsRow{"a loss, near the blocked pawn", "8/8/1k6/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, b6, 0), 1, 4 * 2 - 32637},
+    TwoPawnsRow{"a loss, the weak king on the lower half", "8/8/8/2p5/2P3P1/4K3/8/7k w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e3, h1, 0), 1, 4 * 5 - 32637},
+    TwoPawnsRow{"a win, the weak king on the lower half", "8/8/8/2p5/2P3P1/4K3/8/7k b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e3, h1, 1), 3, -(4 * 3 + 32667)},
+    TwoPawnsRow{"a loss from the right half", "k7/8/8/5p2/1P3P2/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 0), 1, 4 * 5 - 32637},
+    TwoPawnsRow{"a loss of Black", "4k3/8/8/2p3p1/2P5/8/8/7K b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), 1, 4 * 5 - 32637},
+    TwoPawnsRow{"a loss of Black, White to move", "4k3/8/8/2p3p1/2P5/8/8/7K w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 1), 1, 32637 - 4 * 5},
+    TwoPawnsRow{"a loss of Black from the right half", "4k3/8/8/1p3p2/5P2/8/8/K7 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 0), 1, 4 * 5 - 32637},
+    TwoPawnsRow{"and White to move", "4k3/8/8/1p3p2/5P2/8/8/K7 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 1), 1, 32637 - 4 * 5},
+    TwoPawnsRow{"a loss of Black, the weak king on the lower half", "K7/4k3/8/1p3p2/5P2/8/8/8 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d2, h1, 0), 1, 4 * 5 - 32637},
+    TwoPawnsRow{"a win of Black from the right half", "4k3/8/8/5p2/5P2/1p6/8/K7 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g6, d1, h8, 0), 3, 4 * 5 + 32667},
+    TwoPawnsRow{"a win of Black, White to move", "4k3/8/8/5p2/5P2/1p6/8/K7 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g6, d1, h8, 1), 3, -(4 * 5 + 32667)},
+    TwoPawnsRow{"a win of Black, blocked on the h file", "4k3/8/7p/6pP/8/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(a3, b4, d1, d8, 0), 3, 4 * 3 + 32667},
+    TwoPawnsRow{"a win of Black, blocked on the e file", "6k1/8/8/p3p3/4P3/8/8/6K1 b - - 0 1", VorkaBitbases::RammedPawnsCell(d4, h4, b1, b8, 0), 3, 4 * 3 + 32667},
+    TwoPawnsRow{"of Black, behind the ram", "4k3/5p2/8/5p2/5P2/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c2, d1, d8, 0), 3, 4 * 1 + 32667},
+    TwoPawnsRow{"of Black, ahead of the ram", "4k3/8/8/5p2/5P2/8/5p2/7K b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c7, d1, a8, 0), 3, 4 * 6 + 32667},
+    TwoPawnsRow{"ahead of the ram", "7k/2P5/8/2p5/2P5/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c7, e1, h8, 0), 3, 4 * 6 + 32667},
+    TwoPawnsRow{"two is a draw as well", "7k/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), 2, 0}), RowName<TwoPawnsRow>);
+// clang-format on
+
+// --- Turned boards ---
+
+/// The position with every man on `square ^ turn`; 56 exchanges the colours as well.
+BOARD Turned(const BOARD& board, int turn) {
+    const bool exchanges_colours = (turn & 56) != 0;
+    std::int8_t squares[64] = {};
+    for (Square s = a1; s <= h8; ++s) {
+        squares[s ^ turn] = static_cast<std::int8_t>(exchanges_colours ? -board.squares[s] : board.squares[s]);
+    }
+    BOARD turned;
+    EXPECT_TRUE(
+        turned.SetPosition(squares, static_cast<int>(board.side_to_move ^ (exchanges_colours ? 1U : 0U)), 0, 0));
+    return turned;
+}
+
+/// A legal position of kings and these pawns on random squares, if that is what comes of it.
+std::optional<BOARD> RandomPosition(std::mt19937& random, bool with_ram) {
+    std::int8_t squares[64] = {};
+    const auto put = [&](int code, Square square) {
+        return std::exchange(squares[square], static_cast<std::int8_t>(code)) == 0;
+    };
+    const auto any = [&](Square first, Square last) {
+        return std::uniform_int_distribution<Square>(first, last)(random);
+    };
+    const Square blocked = any(a2, h6);
+    bool fits = put(pawn, with_ram ? blocked : any(a2, h7)) && put(-pawn, with_ram ? blocked + 8 : any(a2, h7));
+    if (with_ram) fits = put(pawn, any(a2, h7)) && fits;
+    fits = put(king, any(a1, h8)) && put(-king, any(a1, h8)) && fits;
+    BOARD board;
+    if (!fits || !board.SetPosition(squares, static_cast<int>(random() % 2), 0, 0)) return std::nullopt;
+    return board;
+}
+
+TEST_F(Bitbases, ATurnedBoardHasTheSameScore) {
+    std::mt19937 random(20);
+    const auto write_random = [&](const std::string& path, std::size_t size) {
+        std::vector<char> bytes(size);
+        for (char& byte : bytes) byte = static_cast<char>(random());
+        SyntheticFile(std::move(bytes)).Write(path);
+    };
+    write_random(File("two"), VorkaBitbases::two_pawns_size);
+    write_random(File("ram"), VorkaBitbases::rammed_pawn_size);
+    VorkaBitbases::LoadTwoPawnsBitbases(File("two"));
+    VorkaBitbases::LoadRammedPawnBitbases(File("ram"));
+    std::set<int> scores;
+    for (int positions = 0; positions < 4000;) {
+        const std::optional<BOARD> board = RandomPosition(random, positions % 2 == 0);
+        if (!board) continue;
+        ++positions;
+        const std::optional<int> score = VorkaBitbases::ProbeBitbases(*board);
+        ASSERT_TRUE(score) << FenOf(*board);
+        scores.insert(*score);
+        for (const int turn : {7, 56, 63}) {
+            const BOARD turned = Turned(*board, turn);
+            ASSERT_EQ(VorkaBitbases::ProbeBitbases(turned), score) << FenOf(*board) << " turned " << FenOf(turned);
+        }
+    }
+    EXPECT_EQ(scores.size(), 13U + 14U) << "draws, six ranks of either side, seven distances of either side";
+}
+
 TEST_F(Bitbases, OtherPositionsAreNotLookedUp) {
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(File("ram"));
     VorkaBitbases::LoadRammedPawnBitbases(File("ram"));
@@ -183,10 +261,43 @@ TEST_F(Bitbases, ASecondFileReplacesTheFirst) {
     EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 1) << "the old file is still in use";
 }
 
-TEST_F(Bitbases, InitTellsTheLogAndNotTheScreen) {
-    const std::string folder = std::filesystem::path(File("vorka")).parent_path();
-    ExecutableDirectory(File("vorka"));
-    const LogCapture log;
+// --- The folder of the program ---
+
+/// The program's folder stays the same for a whole run.
+class InitBitbases : public Bitbases {
+  protected:
+    static void SetUpTestSuite() {
+        folder_ = new TemporaryDirectory;
+        ExecutableDirectory(folder_->File("vorka"));
+    }
+    static void TearDownTestSuite() { delete folder_; }
+    ~InitBitbases() override {
+        std::filesystem::remove(two_pawns_);
+        std::filesystem::remove(rammed_pawn_);
+    }
+
+    /// A file of its own in the place of the one before, which what is mapped of that outlives.
+    static void Replace(const std::string& path, const SyntheticFile& file) {
+        std::filesystem::remove(path);
+        file.Write(path);
+    }
+    /// How often the running program has a file mapped. One that was replaced is "deleted".
+    static std::ptrdiff_t MappingsOf(const std::string& path) {
+        std::ifstream maps("/proc/self/maps");
+        std::ptrdiff_t count = 0;
+        for (std::string line; std::getline(maps, line);) count += line.ends_with(' ' + path);
+        return count;
+    }
+
+    static TemporaryDirectory* folder_;
+    const std::string two_pawns_ = folder_->File("kp_kp.vbb");
+    const std::string rammed_pawn_ = folder_->File("kpp_kp_ram.vbb");
+    const LogCapture log_;
+};
+TemporaryDirectory* InitBitbases::folder_ = nullptr;
+
+TEST_F(InitBitbases, TellsTheLogAndNotTheScreen) {
+    const std::string folder = folder_->path();
     testing::internal::CaptureStdout();
     VorkaBitbases::InitBitbases();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
@@ -194,26 +305,70 @@ TEST_F(Bitbases, InitTellsTheLogAndNotTheScreen) {
     const std::string none = head + "- two pawns bitbases not found ('" + folder + "/kp_kp.vbb')\n" +
                              "- rammed pawn bitbases not found ('" + folder + "/kpp_kp_ram.vbb').\n" +
                              "- generic bitbases disabled\n";
-    EXPECT_EQ(log.text(), none);
+    EXPECT_EQ(log_.text(), none);
 
-    SyntheticFile(VorkaBitbases::two_pawns_size).Write(File("kp_kp.vbb"));
-    SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(File("kpp_kp_ram.vbb"));
+    SyntheticFile(VorkaBitbases::two_pawns_size).Write(two_pawns_);
+    SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(rammed_pawn_);
     VorkaBitbases::InitBitbases();
     const std::string found =
         head + "- two pawns bitbases found\n- rammed pawn bitbases found\n- generic bitbases disabled\n";
-    EXPECT_EQ(log.text(), none + found);
+    EXPECT_EQ(log_.text(), none + found);
     EXPECT_TRUE(VorkaBitbases::TwoPawnsLoaded());
     EXPECT_TRUE(VorkaBitbases::RammedPawnsLoaded());
 
     VorkaBitbases::UnloadBitbases();
-    SyntheticFile(VorkaBitbases::two_pawns_size - 1).Write(File("kp_kp.vbb"));
-    SyntheticFile(VorkaBitbases::rammed_pawn_size + 1).Write(File("kpp_kp_ram.vbb"));
+    SyntheticFile(VorkaBitbases::two_pawns_size - 1).Write(two_pawns_);
+    SyntheticFile(VorkaBitbases::rammed_pawn_size + 1).Write(rammed_pawn_);
     VorkaBitbases::InitBitbases();
-    EXPECT_EQ(log.text(), none + found + head +
-                              "Warning: Failed to open two pawns bitbases.\n"
-                              "Warning: Failed to open rammed pawn bitbases\n- generic bitbases disabled\n");
+    EXPECT_EQ(log_.text(), none + found + head +
+                               "Warning: Failed to open two pawns bitbases.\n"
+                               "Warning: Failed to open rammed pawn bitbases\n- generic bitbases disabled\n");
     EXPECT_FALSE(VorkaBitbases::TwoPawnsLoaded());
     EXPECT_FALSE(VorkaBitbases::RammedPawnsLoaded());
+}
+
+TEST_F(InitBitbases, ANewFileIsUsedAndTheOldOneReleased) {
+    const Cell two = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
+    const Cell ram = VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0);
+    const BOARD two_pawns = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
+    const BOARD rammed_pawn = BoardFromFen("4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1");
+    SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 3).Write(two_pawns_);
+    SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, 3).Write(rammed_pawn_);
+    VorkaBitbases::InitBitbases();
+    EXPECT_GT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0);
+    EXPECT_GT(VorkaBitbases::ProbeRammedPawns(rammed_pawn), 0);
+    EXPECT_EQ(MappingsOf(two_pawns_), 1);
+    EXPECT_EQ(MappingsOf(rammed_pawn_), 1);
+
+    Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 1));
+    Replace(rammed_pawn_, SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, 1));
+    EXPECT_GT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0) << "not before the files are looked for again";
+    EXPECT_EQ(MappingsOf(two_pawns_ + " (deleted)"), 1);
+    EXPECT_EQ(MappingsOf(rammed_pawn_ + " (deleted)"), 1);
+    VorkaBitbases::InitBitbases();
+    EXPECT_LT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0);
+    EXPECT_LT(VorkaBitbases::ProbeRammedPawns(rammed_pawn), 0);
+    for (const std::string& path : {two_pawns_, rammed_pawn_}) {
+        EXPECT_EQ(MappingsOf(path), 1) << path;
+        EXPECT_EQ(MappingsOf(path + " (deleted)"), 0) << path;
+    }
+}
+
+TEST_F(InitBitbases, AFileThatCantBeUsedLeavesTheOneInUse) {
+    const Cell two = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
+    const BOARD two_pawns = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
+    SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 3).Write(two_pawns_);
+    VorkaBitbases::InitBitbases();
+    Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size - 1));
+    SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(rammed_pawn_);
+    VorkaBitbases::InitBitbases();
+    EXPECT_THAT(log_.text(), testing::EndsWith("Warning: Failed to open two pawns bitbases.\n"
+                                               "- rammed pawn bitbases found\n- generic bitbases disabled\n"));
+    ASSERT_TRUE(VorkaBitbases::TwoPawnsLoaded());
+    EXPECT_GT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0);
+    EXPECT_EQ(MappingsOf(two_pawns_), 0) << "the file that was refused";
+    EXPECT_EQ(MappingsOf(two_pawns_ + " (deleted)"), 1);
+    EXPECT_TRUE(VorkaBitbases::RammedPawnsLoaded()) << "the other file is looked for all the same";
 }
 
 }  // namespace

@@ -96,10 +96,18 @@ TEST_F(Initialising, NeedsEnoughCacheOrNone) {
 }
 
 TEST_F(Initialising, CutsASizeThatDoesNotFit) {
-    EXPECT_EQ(Failure(std::uint64_t{1} << 31, "here", 0x7FFFFFFF), "");
-    EXPECT_THAT(log_.text(),
-                HasSubstr("NalimovInitializer: Cannot allocate the requested memory, because of an integer "
-                          "overflow. Allocating maximum memory instead."));
+    constexpr std::uint64_t largest = 0x7FFFFFFF;
+    const std::string initialising = "Initializing Nalimov tablebases... 'here'\n";
+    const std::string overflow =
+        "NalimovInitializer: Cannot allocate the requested memory, because of an integer overflow. Allocating maximum "
+        "memory instead.\n";
+    EXPECT_EQ(Failure(largest, "here", largest), "");
+    EXPECT_EQ(log_.text(), initialising) << "the largest that fits";
+    EXPECT_EQ(Failure(largest + 1, "here", largest), "");
+    EXPECT_EQ(log_.text(), initialising + overflow + initialising);
+    // The lower half of this number is small.
+    EXPECT_EQ(Failure((std::uint64_t{1} << 32) + 5, "here", largest), "");
+    EXPECT_EQ(log_.text(), initialising + overflow + initialising + overflow + initialising);
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "bitbases/table_source.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"
 
@@ -187,6 +189,83 @@ INSTANTIATE_TEST_SUITE_P(Advisor, Verdict,
                                          VerdictRow{"LostIn29", -(32767 - 29), TablebaseVerdict::lost_soon},
                                          VerdictRow{"LostIn30", -(32767 - 30), TablebaseVerdict::lost_far_off}),
                          RowName<VerdictRow>);
+
+struct TablesRow {
+    std::string name;
+    VorkaTablebases::ProbeResult result;
+    std::int32_t score;
+    std::optional<TablebaseVerdict> verdict;  ///< none if that of before stays
+};
+
+class VerdictOfASearch : public testing::TestWithParam<TablesRow> {
+  protected:
+    const std::vector<TablebaseVerdict> all = {TablebaseVerdict::won, TablebaseVerdict::lost_soon,
+                                               TablebaseVerdict::lost_far_off, TablebaseVerdict::drawn,
+                                               TablebaseVerdict::unknown};
+};
+
+TEST_P(VerdictOfASearch, ComesFromTheTablesAlone) {
+    const TablesRow& row = GetParam();
+    const std::string fen = "4k3/8/8/8/8/8/4q3/K7 w - - 0 1";
+    std::vector<std::string> asked;
+    const TablesScope tables([&](const BOARD& board, int& score) {
+        asked.push_back(FenOf(board));
+        score = row.score;
+        return row.result;
+    });
+    for (const TablebaseVerdict before : all) {
+        DrawResignAdvisor advisor;
+        advisor.tablebaseVerdict = before;
+        advisor.addSearch(BoardFromFen(fen), 12);
+        EXPECT_EQ(advisor.tablebaseVerdict, row.verdict.value_or(before)) << "before: " << static_cast<int>(before);
+    }
+    EXPECT_EQ(asked, std::vector<std::string>(all.size(), fen)) << "one question for each search";
+}
+
+using enum VorkaTablebases::ProbeResult;
+INSTANTIATE_TEST_SUITE_P(Advisor, VerdictOfASearch,
+                         testing::Values(TablesRow{"Draw", found, 0, TablebaseVerdict::drawn},
+                                         TablesRow{"WinNear", found, 32767 - 1, TablebaseVerdict::won},
+                                         TablesRow{"WinFarOff", found, 32767 - 100, TablebaseVerdict::won},
+                                         TablesRow{"LostIn2", found, -(32767 - 2), TablebaseVerdict::lost_soon},
+                                         TablesRow{"LostIn29", found, -(32767 - 29), TablebaseVerdict::lost_soon},
+                                         TablesRow{"LostIn30", found, -(32767 - 30), TablebaseVerdict::lost_far_off},
+                                         TablesRow{"NotFound", not_found, -(32767 - 2), TablebaseVerdict::unknown},
+                                         TablesRow{"NotLoaded", disabled, -(32767 - 2), TablebaseVerdict::unknown},
+                                         TablesRow{"Queued", queued, -(32767 - 2), std::nullopt}),
+                         RowName<TablesRow>);
+
+TEST_F(VerdictOfASearch, IsUnknownWithoutTables) {
+    for (const TablebaseVerdict before : all) {
+        DrawResignAdvisor advisor;
+        advisor.tablebaseVerdict = before;
+        advisor.addSearch(BoardFromFen("4k3/8/8/8/8/8/4q3/K7 w - - 0 1"), 12);
+        EXPECT_EQ(advisor.tablebaseVerdict, TablebaseVerdict::unknown);
+    }
+}
+
+TEST_F(VerdictOfASearch, IsUnknownWhereTablesAreNotAsked) {
+    const TablesScope tables(Always(found, -(32767 - 2)));
+    for (const std::string fen : {"r3k3/8/8/8/8/8/8/4K3 w q - 0 1", "4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"}) {
+        DrawResignAdvisor advisor;
+        advisor.tablebaseVerdict = TablebaseVerdict::drawn;
+        advisor.addSearch(BoardFromFen(fen), 12);
+        EXPECT_EQ(advisor.tablebaseVerdict, TablebaseVerdict::unknown) << fen;
+    }
+}
+
+TEST_F(Advisor, ResignsWithTheSearchThatTheTablesShowLost) {
+    board = BoardFromFen("4k3/8/8/8/8/8/4q3/K7 w - - 0 1");
+    const auto resigns = [&](VorkaTablebases::ProbeResult result, int plies) {
+        const TablesScope tables(Always(result, -(32767 - plies)));
+        Add(0);
+        return advisor.shouldResign();
+    };
+    EXPECT_FALSE(resigns(found, 30));
+    EXPECT_TRUE(resigns(found, 29));
+    EXPECT_TRUE(resigns(queued, 30)) << "still known from before";
+    EXPECT_FALSE(resigns(not_found, 29));
+}
 
 TEST_F(Advisor, ResetKeepsWhatIsNoStateOfTheGame) {
     advisor.opponentIsComputer = true;
