@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bitbases/bitbases.h"
+#include "support/temporary_directory.h"
 
 /// A bitbase file of so many bytes, all zero but for the cells that were set.
 class SyntheticFile {
@@ -22,4 +24,25 @@ class SyntheticFile {
 
   private:
     std::vector<char> bytes_;
+};
+
+/// Bitbase files for a scope. All is drawn in them but for one position.
+class BitbasesScope {
+  public:
+    BitbasesScope() = default;
+    ~BitbasesScope() { VorkaBitbases::UnloadBitbases(); }
+    BitbasesScope(const BitbasesScope&) = delete;
+    BitbasesScope& operator=(const BitbasesScope&) = delete;
+
+    void LoadTwoPawns(const VorkaBitbases::Cell& cell = {}, int value = VorkaBitbases::stored_draw) const {
+        SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, value).Write(directory_.File("two"));
+        VorkaBitbases::LoadTwoPawnsBitbases(directory_.File("two"));
+    }
+    void LoadRammedPawn(const VorkaBitbases::Cell& cell = {}, int value = VorkaBitbases::stored_draw) const {
+        SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(cell, value).Write(directory_.File("ram"));
+        VorkaBitbases::LoadRammedPawnBitbases(directory_.File("ram"));
+    }
+
+  private:
+    TemporaryDirectory directory_;
 };

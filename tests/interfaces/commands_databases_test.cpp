@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "bitbases/bitbases.h"
+#include "bitbases/synthetic_file.h"
 #include "bitbases/table_source.h"
 #include "support/command_bench.h"
 #include "support/log_capture.h"
@@ -96,6 +100,74 @@ TEST_F(DatabaseCommands, ProbeSaysWhatIsKnown) {
     EXPECT_EQ(Say("probe 8/8/8/8/8/8/8/8 w - - 0 1"), "Error (Illegal position): probe 8/8/8/8/8/8/8/8 w - - 0 1");
 }
 
+TEST_F(DatabaseCommands, ProbeTellsEachAnswerOfTheTables) {
+    using enum VorkaTablebases::ProbeResult;
+    const auto answer = [&](VorkaTablebases::ProbeResult result, int score, const std::string& fen) {
+        const TablesScope tables(Always(result, score));
+        return Say("probe " + fen);
+    };
+    const std::string rooks = "4k2r/8/8/8/8/8/8/4K2R w - - 0 1";
+    const std::string head = "\nProbing bitbases: not found\nProbing tablebases: ";
+    EXPECT_EQ(answer(found, 32750, rooks), head + "result=32750\n");
+    EXPECT_EQ(answer(found, -32750, rooks), head + "result=-32750\n");
+    EXPECT_EQ(answer(found, 0, rooks), head + "result=0\n");
+    EXPECT_EQ(answer(not_found, 5, rooks), head + "not found\n");
+    EXPECT_EQ(answer(disabled, 5, rooks), head + "disabled (not loaded)\n");
+    EXPECT_EQ(answer(queued, 5, rooks), head + "queued (this should never happen!)\n");
+    EXPECT_EQ(answer(found, 5, "4k2r/8/8/8/8/8/8/4K2R w K - 0 1"), head + "not found\n") << "a right to castle";
+    EXPECT_EQ(answer(found, 5, "4k3/8/4K3/4P3/8/8/8/8 w - - 0 1"),
+              "\nProbing bitbases: result=32703\nProbing tablebases: result=5\n")
+        << "both are asked";
+}
+
+TEST_F(DatabaseCommands, ProbeReadsTheLoadedFiles) {
+    const BitbasesScope files;
+    const std::string two = "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1";
+    const std::string three = "4k3/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1";
+    const auto probe = [&](const std::string& fen) { return Say("probe " + fen); };
+    const auto known = [](const std::string& answer) {
+        return "\nProbing bitbases: " + answer + "\nProbing tablebases: disabled (not loaded)\n";
+    };
+    files.LoadTwoPawns(VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), VorkaBitbases::stored_win);
+    EXPECT_EQ(probe(two), known("result=32679"));
+    EXPECT_EQ(probe(three), known("not found")) << "the other file is missing";
+    EXPECT_EQ(probe("4k3/8/8/8/1P4P1/8/8/4K3 w - - 0 1"), known("not found")) << "both pawns are White's";
+    EXPECT_EQ(probe("4k3/8/6p1/8/1P6/8/8/4KN2 w - - 0 1"), known("not found")) << "a knight";
+    VorkaBitbases::UnloadBitbases();
+    files.LoadRammedPawn(VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), VorkaBitbases::stored_loss);
+    EXPECT_EQ(probe(three), known("result=32621")) << "Black wins";
+    EXPECT_EQ(probe(two), known("not found"));
+    EXPECT_EQ(probe("4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1"), known("result=0")) << "drawn with White to move";
+    EXPECT_EQ(probe("4k3/8/8/2p5/8/2P3P1/8/4K3 b - - 0 1"), known("not found")) << "no pawn is blocked";
+    EXPECT_EQ(probe("4k3/8/8/6p1/5pP1/8/8/4K3 b - - 0 1"), known("result=0"));
+    EXPECT_EQ(probe("4k3/8/8/6p1/5pP1/8/8/4K3 b - g3 0 1"), known("not found")) << "en passant";
+}
+
+TEST_F(DatabaseCommands, ProbeLeavesTheSearchAlone) {
+    bench_.game.searchStatus = SearchStatus::analyzing;
+    testing::internal::CaptureStdout();
+    const CommandOutcome outcome = bench_.Send("probe 4k3/8/4K3/4P3/8/8/8/8 w - - 0 1");
+    EXPECT_THAT(testing::internal::GetCapturedStdout(), HasSubstr("result=32703"));
+    EXPECT_EQ(outcome.aborted, std::nullopt);
+    EXPECT_EQ(outcome.runs, 1);
+    EXPECT_EQ(bench_.game.searchStatus, SearchStatus::analyzing);
+}
+
+TEST_F(DatabaseCommands, TbTellsTheFilesApart) {
+    const auto status = [](const std::string& two, const std::string& three) {
+        return testing::EndsWith("King+pawn vs king bitbases (built-in)\nKing+pawn vs king+pawn bitbases (" + two +
+                                 ")\nKing+pawn+pawn vs king+pawn with pawn ram bitbases (" + three + ")\n");
+    };
+    const BitbasesScope files;
+    files.LoadTwoPawns();
+    EXPECT_THAT(Say("tb"), status("loaded", "not loaded"));
+    files.LoadRammedPawn();
+    EXPECT_THAT(Say("tb"), status("loaded", "loaded"));
+    VorkaBitbases::UnloadBitbases();
+    files.LoadRammedPawn();
+    EXPECT_THAT(Say("tb"), status("not loaded", "loaded"));
+}
+
 TEST_F(DatabaseCommands, JobsAreListed) {
     EXPECT_EQ(Say("generate"), "List of available generation jobs:\ntwo_pawns\nrammed_pawn\n");
     EXPECT_EQ(Say("verify"), "List of available verification jobs:\nsingle_pawn\ntwo_pawns\nrammed_pawn\n");
@@ -124,6 +196,65 @@ TEST_F(DatabaseCommands, UnknownJobsAreRefusedBeforeAnyRuns) {
               "Error (Support for single pawn bitbase generation disabled): generate single_pawn");
     EXPECT_EQ(Say("generate generic"), "Error (Support for generic bitbase generation disabled): generate generic");
     EXPECT_EQ(Say("verify generic"), "Error (Generic bitbases verification not supported): verify generic");
+}
+
+// --- Words of jobs ---
+
+/// The text that words are refused with, and none if they are names of jobs.
+template <class Jobs>
+std::string RefusalOf(Jobs jobs, const std::string& words) {
+    try {
+        static_cast<void>(jobs(words));
+    } catch (const VorkaInterfaces::AbstractJob::JobFailedException& error) {
+        return error.text();
+    }
+    return "";
+}
+
+template <class Jobs>
+std::vector<std::string_view> NamesOf(const Jobs& jobs) {
+    std::vector<std::string_view> names;
+    for (const auto& job : jobs) names.push_back(job->name());
+    return names;
+}
+
+TEST(JobWords, AreHeldTogetherByQuotes) {
+    for (const std::string_view quotes : {"\"\"", "''", "[]", "{}"}) {
+        const auto quoted = [&](const std::string& words) { return quotes[0] + words + quotes[1]; };
+        EXPECT_EQ(RefusalOf(VorkaInterfaces::generationJobs, quoted("two_pawns rammed_pawn")),
+                  "Could not parse generation job description 'two_pawns rammed_pawn'");
+        EXPECT_EQ(RefusalOf(VorkaInterfaces::verificationJobs, quoted("two_pawns  single_pawn")),
+                  "Could not parse verify job description 'two_pawns  single_pawn'");
+        EXPECT_THAT(NamesOf(VorkaInterfaces::verificationJobs(quoted("two_pawns") + " " + quoted("single_pawn"))),
+                    testing::ElementsAre("two_pawns", "single_pawn"));
+        EXPECT_EQ(VorkaInterfaces::generationJobs(quoted("all")).size(), 2U);
+    }
+}
+
+TEST(JobWords, NeedTheirClosingQuote) {
+    for (const std::string words : {"\"two_pawns", "'two_pawns", "[two_pawns", "{two_pawns", "[two_pawns}",
+                                    "{two_pawns]", "two_pawns [", "[two_pawns\""}) {
+        EXPECT_EQ(RefusalOf(VorkaInterfaces::generationJobs, words), "could not tokenize the input string") << words;
+        EXPECT_EQ(RefusalOf(VorkaInterfaces::verificationJobs, words), "could not tokenize the input string") << words;
+    }
+    EXPECT_EQ(RefusalOf(VorkaInterfaces::generationJobs, "two_pawns]"),
+              "Could not parse generation job description 'two_pawns]'")
+        << "closing alone is no quote";
+}
+
+TEST_F(DatabaseCommands, JobWordsAreHeldTogetherByBrackets) {
+    EXPECT_EQ(Say("generate [two_pawns rammed_pawn]"),
+              "Error (Could not parse generation job description 'two_pawns rammed_pawn'): "
+              "generate [two_pawns rammed_pawn]");
+    EXPECT_EQ(Say("verify {two_pawns rammed_pawn}"),
+              "Error (Could not parse verify job description 'two_pawns rammed_pawn'): "
+              "verify {two_pawns rammed_pawn}");
+    EXPECT_THAT(Say("verify [two_pawns] {rammed_pawn}"),
+                testing::StartsWith("Verifying bitbase 'two_pawns'...skipped\n"
+                                    "Verifying bitbase 'rammed_pawn'...skipped\nVerification finished ("));
+    for (const std::string line : {"generate [two_pawns", "verify {two_pawns", "verify 'two_pawns"}) {
+        EXPECT_EQ(Say(line), "Error (could not tokenize the input string): " + line);
+    }
 }
 
 // --- optimize_piece ---
