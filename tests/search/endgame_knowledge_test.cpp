@@ -118,7 +118,7 @@ struct FileRow {
 std::ostream& operator<<(std::ostream& out, const FileRow& row) { return out << row.name; }
 class FilesInSearch : public testing::TestWithParam<FileRow> {
   protected:
-    const BitbasesScope files_;
+    BitbasesScope files_;
 };
 
 TEST_P(FilesInSearch, AnswerFromTheThirdPlyOn) {
