@@ -15,8 +15,8 @@
 #include "chess/user_board.h"
 #include "search/hash.h"
 #include "search/search_controller.h"
-#include "search/search_host.h"
 #include "search/search_settings.h"
+#include "silent_host.h"
 
 namespace {
 
@@ -56,15 +56,10 @@ struct Options {
 };
 
 /// Listens to a search.
-class Listener : public SearchHost {
+class Listener : public SilentHost {
   public:
-    void pollInput() override {}
-    void sendThinking(const SearchInfo&) override {}
     void sendDepthStarted(int depth) override { last_depth_ = depth; }
-    void sendNewPvMove(const std::string&) override {}
-    void sendSearchInstability() override {}
     void sendSearchStatistics(const SearchInfo& info) override { info_ = info; }
-    void onSearchFinished(bool) override {}
 
     [[nodiscard]] const SearchInfo& info() const { return info_; }
     /// Completed iterations.

@@ -17,21 +17,9 @@
 #include "chess/user_board.h"
 #include "search/hash.h"
 #include "search/search_controller.h"
-#include "search/search_host.h"
+#include "silent_host.h"
 
 namespace {
-
-/// A search that nobody listens to.
-class Silence : public SearchHost {
-  public:
-    void pollInput() override {}
-    void sendThinking(const SearchInfo&) override {}
-    void sendDepthStarted(int) override {}
-    void sendNewPvMove(const std::string&) override {}
-    void sendSearchInstability() override {}
-    void sendSearchStatistics(const SearchInfo&) override {}
-    void onSearchFinished(bool) override {}
-};
 
 /// Nothing if the line can't be read.
 std::optional<UserBoard> ReadGame(const std::string& line) {
@@ -112,7 +100,7 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     SearchController controller;
-    Silence silence;
+    SilentHost silence;
     for (std::string line; std::getline(std::cin, line);) {
         std::optional<UserBoard> game = ReadGame(line);
         Move move = INVALID;

@@ -18,7 +18,7 @@
 #include "chess/user_board.h"
 #include "search/hash.h"
 #include "search/search_controller.h"
-#include "search/search_host.h"
+#include "silent_host.h"
 
 namespace {
 
@@ -78,20 +78,14 @@ bool Holds(const std::vector<Move>& moves, Move move) {
 }
 
 /// Notes when the search last changed its mind.
-class Listener : public SearchHost {
+class Listener : public SilentHost {
   public:
-    void pollInput() override {}
     void sendThinking(const SearchInfo& info) override {
         if (info.principal_variation.empty() || info.principal_variation.front().first == move_) return;
         move_ = info.principal_variation.front().first;
         milliseconds_ = info.Milliseconds();
         depth_ = info.depth;
     }
-    void sendDepthStarted(int) override {}
-    void sendNewPvMove(const std::string&) override {}
-    void sendSearchInstability() override {}
-    void sendSearchStatistics(const SearchInfo&) override {}
-    void onSearchFinished(bool) override {}
 
     [[nodiscard]] std::int64_t milliseconds() const { return milliseconds_; }
     [[nodiscard]] int depth() const { return depth_; }

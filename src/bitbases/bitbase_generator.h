@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "chess/board.h"
 #include "frame/vorka_exception.h"
@@ -11,16 +10,6 @@
 /// Copies bitbases out of tablebases, position by position, and compares loaded bitbases with them.
 namespace VorkaGenerator {
 
-/// An exception with a text.
-class TextException : public VorkaException {
-  public:
-    explicit TextException(std::string text) : text_(std::move(text)) {}
-    [[nodiscard]] const std::string& text() const noexcept { return text_; }
-    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
-
-  private:
-    std::string text_;
-};
 class GenerationFailed : public TextException {
   public:
     using TextException::TextException;

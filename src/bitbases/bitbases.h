@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "chess/board.h"
 #include "frame/vorka_exception.h"
@@ -28,13 +27,9 @@ namespace HelperFunctions {
 inline constexpr std::uint32_t two_pawns_size = 0x120000;    ///< bytes
 inline constexpr std::uint32_t rammed_pawn_size = 0x1E0000;  ///< bytes
 
-class CouldNotOpenFileException : public VorkaException {
+class CouldNotOpenFileException : public TextException {
   public:
-    explicit CouldNotOpenFileException(std::string text) : text_(std::move(text)) {}
-    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
-
-  private:
-    std::string text_;
+    using TextException::TextException;
 };
 
 /// Checks the numbering above and maps the files of the executable's directory, telling the log what it found. May be

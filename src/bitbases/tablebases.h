@@ -4,7 +4,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "chess/board.h"
 #include "frame/vorka_exception.h"
@@ -13,13 +12,9 @@
 /// TableSource. No source is there at the start, and a build without a reader never gets one.
 namespace VorkaTablebases {
 
-class TB_Exception : public VorkaException {
+class TB_Exception : public TextException {
   public:
-    explicit TB_Exception(std::string text) : text_(std::move(text)) {}
-    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
-
-  private:
-    std::string text_;
+    using TextException::TextException;
 };
 
 enum class ProbeResult : int {

@@ -66,7 +66,7 @@ void Command_ChangeSettings::check(GameControl& game) {
     Settings changed = Settings::Current();
     try {
         change(changed);
-    } catch (const OptimizeInterface::TextException& error) {
+    } catch (const TextException& error) {
         refuse(error.text());
     }
     settings_.emplace(std::move(changed));

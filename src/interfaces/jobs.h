@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "frame/vorka_exception.h"
@@ -14,14 +13,9 @@ namespace VorkaInterfaces {
 class AbstractJob {
   public:
     /// Something about a job, told by its text.
-    class JobFailedException : public VorkaException {
+    class JobFailedException : public TextException {
       public:
-        explicit JobFailedException(std::string text) : text_(std::move(text)) {}
-        [[nodiscard]] const std::string& text() const { return text_; }
-        [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
-
-      private:
-        std::string text_;
+        using TextException::TextException;
     };
 
     AbstractJob() = default;

@@ -9,7 +9,6 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "frame/vorka_exception.h"
@@ -24,17 +23,6 @@
 ///     settings.Set("futility_pruning_margin", "250");       // a private copy until it is applied
 ///     settings.Apply();
 namespace OptimizeInterface {
-
-/// Something about settings, told by its text.
-class TextException : public VorkaException {
-  public:
-    explicit TextException(std::string text) : text_(std::move(text)) {}
-    [[nodiscard]] const std::string& text() const { return text_; }
-    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
-
-  private:
-    std::string text_;
-};
 
 /// One variable with its elements, apart from the global that it stands for. It may have no value yet.
 class DataType {

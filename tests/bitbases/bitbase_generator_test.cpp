@@ -46,7 +46,7 @@ template <class Action>
 std::string TextOfFailure(Action action) {
     try {
         action();
-    } catch (const VorkaGenerator::TextException& error) {
+    } catch (const TextException& error) {
         return error.text();
     }
     return "";

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/board_builder.h"
+#include "support/fake_search_host.h"
 #include "support/log_capture.h"
 #include "support/recording_protocol.h"
 #include "support/row_name.h"
@@ -18,18 +19,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Like = RecordingProtocol::Like;
-
-/// Lets a search run to its end and says nothing.
-class SilentHost : public SearchHost {
-  public:
-    void pollInput() override {}
-    void sendThinking(const SearchInfo&) override {}
-    void sendDepthStarted(int) override {}
-    void sendNewPvMove(const std::string&) override {}
-    void sendSearchInstability() override {}
-    void sendSearchStatistics(const SearchInfo&) override {}
-    void onSearchFinished(bool) override {}
-};
 
 /// A game with a recording protocol. The engine plays the side on move.
 class Game {
@@ -44,7 +33,7 @@ class Game {
 
     /// Runs a real search over so many iterations, and then the end-of-search handler as for `status`.
     void Search(SearchStatus status, int depth = 2) {
-        SilentHost host;
+        FakeSearchHost host;
         control.search.Run({.kind = SearchKind::normal, .max_depth = depth}, control, host);
         control.searchStatus = status;
         Finish(false);

@@ -1,0 +1,70 @@
+// What a probe of each bitbase costs once its pages are in memory. The folder with the files is given as
+// VORKA_BITBASES; without it only the built-in table is measured.
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "bitbases/bitbases.h"
+#include "chess/board.h"
+
+namespace {
+
+/// As many as a search might see in a row; few enough for their boards to stay in the cache.
+constexpr std::size_t boards_probed = 48;
+
+/// Legal random positions of so many pawns; with three of them a white one blocks a black one.
+std::vector<BOARD> Boards(int pawns) {
+    std::mt19937 random(1);
+    const auto any = [&](int first, int last) { return first + static_cast<int>(random() % (last - first + 1)); };
+    std::vector<BOARD> boards;
+    while (boards.size() < boards_probed) {
+        std::int8_t squares[64] = {};
+        const int front = any(a2, h6);
+        squares[front] = pawn;
+        if (pawns > 1) squares[pawns == 3 ? front + 8 : any(a2, h7)] = -pawn;
+        if (pawns > 2) squares[any(a2, h7)] = pawn;
+        squares[any(a1, h8)] = king;
+        squares[any(a1, h8)] = -king;
+        BOARD board;
+        if (!board.SetPosition(squares, any(0, 1), 0, 0)) continue;
+        if (VorkaBitbases::ProbeBitbases(board)) boards.push_back(board);
+    }
+    return boards;
+}
+
+bool LoadFiles() {
+    static const bool loaded = [] {
+        const char* const folder = std::getenv("VORKA_BITBASES");
+        if (folder == nullptr) return false;
+        VorkaBitbases::LoadTwoPawnsBitbases(std::string(folder) + "/kp_kp.vbb");
+        VorkaBitbases::LoadRammedPawnBitbases(std::string(folder) + "/kpp_kp_ram.vbb");
+        return true;
+    }();
+    return loaded;
+}
+
+void Probe(benchmark::State& state) {
+    const auto pawns = static_cast<int>(state.range(0));
+    if (!LoadFiles() && pawns > 1) {
+        state.SkipWithError("VORKA_BITBASES names no folder with files");
+        return;
+    }
+    const std::vector<BOARD> boards = Boards(pawns);
+    for (auto _ : state) {
+        int sum = 0;
+        for (const BOARD& board : boards) sum += *VorkaBitbases::ProbeBitbases(board);
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * boards.size()));
+    state.counters["probe"] = benchmark::Counter(static_cast<double>(boards.size()),
+                                                 benchmark::Counter::kIsIterationInvariantRate |
+                                                     benchmark::Counter::kInvert);
+}
+BENCHMARK(Probe)->ArgName("pawns")->DenseRange(1, 3);
+
+}  // namespace
