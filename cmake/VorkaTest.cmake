@@ -1,12 +1,10 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# The sanitizers watch the engine in full and tests for what they do with memory and numbers: checks of each reference in
-# the assertions take as long to compile as all the rest.
+# Tests are many and run for seconds: what they cost is their compilation.
 function(vorka_test_options name)
-  if(VORKA_SANITIZE)
-    target_compile_options(${name} PRIVATE -fno-sanitize=null,alignment,object-size,vptr)
-  elseif(CMAKE_BUILD_TYPE STREQUAL "Release")
+  set_target_properties(${name} PROPERTIES VORKA_IS_TEST ON)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release")
     target_compile_options(${name} PRIVATE -O1)
   endif()
 endfunction()
