@@ -61,9 +61,9 @@ void Probe(benchmark::State& state) {
         benchmark::DoNotOptimize(sum);
     }
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * boards.size()));
-    state.counters["probe"] = benchmark::Counter(static_cast<double>(boards.size()),
-                                                 benchmark::Counter::kIsIterationInvariantRate |
-                                                     benchmark::Counter::kInvert);
+    state.counters["probe"] =
+        benchmark::Counter(static_cast<double>(boards.size()),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(Probe)->ArgName("pawns")->DenseRange(1, 3);
 
