@@ -21,7 +21,8 @@ vorka_test_options(vorka_test_headers)
 
 # vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..])
 #
-# Adds a GoogleTest program and registers each of its tests with CTest under the given labels (default: unit).
+# Adds a GoogleTest program and registers each of its tests with CTest under the given labels (default: unit); with the
+# sanitizers, the program as a whole.
 function(vorka_test name)
   cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK;LABELS")
   if(NOT test_LABELS)
@@ -33,6 +34,12 @@ function(vorka_test name)
   target_link_libraries(${name} PRIVATE ${test_LINK} GTest::gmock GTest::gtest GTest::gtest_main)
   target_precompile_headers(${name} REUSE_FROM vorka_test_headers)
   vorka_test_options(${name})
+  if(VORKA_SANITIZE)
+    # A start costs more than most tests: each program is run once, with all of its tests.
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}")
+    return()
+  endif()
   gtest_discover_tests(${name} TEST_PREFIX "${name}." TEST_LIST ${name}_tests DISCOVERY_TIMEOUT 120)
 
   # gtest_discover_tests takes one label only; several are set by a file that CTest reads behind the discovered tests.

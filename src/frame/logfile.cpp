@@ -18,6 +18,7 @@ class Logfile::Tee : public std::streambuf {
 
   protected:
     std::streamsize xsputn(const char* text, std::streamsize length) override {
+        if (length == 0) return 0;  // an empty text may have no address
         if (file && file_output) file->write(text, length);
         if (echo_to_console) (void)std::fwrite(text, 1, static_cast<std::size_t>(length), stdout);
         return length;

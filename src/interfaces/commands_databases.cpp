@@ -59,7 +59,7 @@ void Command_InitTablebases::NalimovInitializer::initialize(std::uint64_t size, 
 void Command_InitTablebases::work(GameControl&) {
     try {
         NalimovInitializer().initialize(bytes_, path_);
-    } catch (const VorkaTablebases::TB_Exception& error) {
+    } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
         throw IgnorableErrorCommand(ErrorCommand::Kind::error,
                                     std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
     }

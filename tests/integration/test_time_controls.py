@@ -13,7 +13,7 @@ MATCH = pathlib.Path(__file__).resolve().parent.parent.parent / "tools" / "match
 
 
 def test_fast_games_without_a_time_loss():
-    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", str(GAMES), "--draw-after", "12"],
+    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", str(GAMES), "--draw-after", "8"],
                            capture_output=True, text=True, timeout=800)
     assert match.returncode == 0, match.stdout + match.stderr
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bitbase_builder/endings.h"
+#include "bitbase_builder/program.h"
 #include "bitbases/single_pawn_solver.h"
 #include "support/board_builder.h"
 
@@ -227,6 +228,51 @@ TEST(BitbaseBuilder, UnknownMenAreAnError) {
     EXPECT_THROW(static_cast<void>(Library().value(position)), std::logic_error);
     position.count = 2;
     EXPECT_EQ(Library().value(position), unknown) << "bare kings draw";
+}
+
+// --- The program ---
+
+/// Exit status, standard output and standard error of a run that solves nothing.
+struct Outcome {
+    int status = 0;
+    std::string output, errors;
+};
+Outcome RunProgram(std::vector<std::string> words) {
+    words.insert(words.begin(), "bitbase_builder");
+    std::vector<char*> arguments;
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    Library library;
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    Outcome outcome;
+    outcome.status = run_program(static_cast<int>(words.size()), arguments.data(), library);
+    outcome.output = testing::internal::GetCapturedStdout();
+    outcome.errors = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(library.tables().empty());
+    return outcome;
+}
+
+TEST(BitbaseBuilderProgram, TellsItsUsage) {
+    const Outcome outcome = RunProgram({"--help"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.output.starts_with("usage: bitbase_builder ")) << outcome.output;
+}
+
+TEST(BitbaseBuilderProgram, RefusesBadWordsBeforeItWorks) {
+    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+             {"--only", "kpp_kp"}, {"--threads", "0"}, {"--threads", "257"}, {"--nonsense"}, {"word"}}) {
+        const Outcome outcome = RunProgram(words);
+        EXPECT_EQ(outcome.status, 1) << words.back();
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_NE(outcome.errors.find("usage: bitbase_builder "), std::string::npos);
+    }
+}
+
+TEST(BitbaseBuilderProgram, LooksWhereItWritesBeforeItWorks) {
+    const Outcome outcome = RunProgram({"--quiet", "--output", "/no/such/folder"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "bitbase_builder: can't write into /no/such/folder\n");
 }
 
 }  // namespace

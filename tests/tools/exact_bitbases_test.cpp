@@ -13,10 +13,9 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
-#include "bitbase_builder/endings.h"
+#include "bitbase_builder/program.h"
 #include "bitbases/bitbase_generator.h"
 #include "bitbases/bitbases.h"
 #include "bitbases/table_source.h"
@@ -85,9 +84,12 @@ class ExactBitbases : public testing::Test {
         library_ = new Library;
         folder_ = new TemporaryDirectory;
         ExecutableDirectory(folder_->File("vorka"));
-        const int threads = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-        bitbase_builder::solve_two_pawns(*library_, threads, {});
-        bitbase_builder::solve_rammed_pawns(*library_, threads, {});
+        std::vector<std::string> words{"bitbase_builder", "--quiet", "--output", folder_->path().string()};
+        std::vector<char*> arguments;
+        for (std::string& word : words) arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        ASSERT_EQ(bitbase_builder::run_program(static_cast<int>(words.size()), arguments.data(), *library_), 0);
+        VorkaBitbases::InitBitbases();
     }
     static void TearDownTestSuite() {
         VorkaBitbases::UnloadBitbases();
@@ -110,7 +112,10 @@ class ExactBitbases : public testing::Test {
         };
     }
     static std::string FileText(std::string_view name) { return TextOf(folder_->File(name)); }
-    static std::string Text(const std::vector<std::uint8_t>& bytes) { return {bytes.begin(), bytes.end()}; }
+    static bool RemoveFiles() {
+        return std::filesystem::remove(folder_->File(vocabulary::two_pawns_file)) &&
+               std::filesystem::remove(folder_->File(vocabulary::rammed_pawn_file));
+    }
 
     /// What a line says on the screen, an error behind it.
     static std::string Say(const std::string& line) {
@@ -136,6 +141,9 @@ Library* ExactBitbases::library_ = nullptr;
 TemporaryDirectory* ExactBitbases::folder_ = nullptr;
 
 TEST_F(ExactBitbases, GeneratedFilesAreThoseOfTheBuilder) {
+    const std::string two_pawns = FileText(vocabulary::two_pawns_file);
+    const std::string rammed_pawn = FileText(vocabulary::rammed_pawn_file);
+    ASSERT_TRUE(RemoveFiles());
     {
         const TablesScope tables(Solved());
         EXPECT_THAT(
@@ -144,8 +152,6 @@ TEST_F(ExactBitbases, GeneratedFilesAreThoseOfTheBuilder) {
                          "Generating rammed pawn bitbases data file\\.\\.\\. done \\([0-9]+ sec\\)\n"
                          "Generation finished\\. Reloading bitbases\\.\n"));
     }
-    const std::string two_pawns = Text(two_pawns_file(*library_));
-    const std::string rammed_pawn = Text(rammed_pawn_file(*library_));
     EXPECT_TRUE(FileText(vocabulary::two_pawns_file) == two_pawns);
     EXPECT_TRUE(FileText(vocabulary::rammed_pawn_file) == rammed_pawn);
     EXPECT_THAT(Say("tb"), HasSubstr("King+pawn vs king+pawn bitbases (loaded)\n"
@@ -164,6 +170,25 @@ TEST_F(ExactBitbases, FilesThatStandThereAreKept) {
               "Generating rammed pawn bitbases data file... skipped (file already exists)\n"
               "Generating king+pawn vs king+pawn bitbases data file... skipped (file already exists)\n"
               "Generation finished. Reloading bitbases.\n");
+}
+
+TEST_F(ExactBitbases, AGenerationThatFailsOnTheWayIsSkippedNextTime) {
+    const std::string sound = FileText(vocabulary::two_pawns_file);
+    std::filesystem::remove(folder_->File(vocabulary::two_pawns_file));
+    int probes = 0;
+    const FakeTables::Answer solved = Solved();
+    const TablesScope tables([&](const BOARD& board, int& score) {
+        return ++probes > 1000 ? ProbeResult::not_found : solved(board, score);
+    });
+    EXPECT_EQ(Say("generate two_pawns"),
+              "Generating king+pawn vs king+pawn bitbases data file... failed\n"
+              "Error (endgame king+pawn vs king+pawn not available): generate two_pawns");
+    EXPECT_EQ(Say("generate two_pawns"),
+              "Generating king+pawn vs king+pawn bitbases data file... skipped (file already exists)\n"
+              "Generation finished. Reloading bitbases.\n");
+    VorkaBitbases::UnloadBitbases();
+    std::ofstream(folder_->File(vocabulary::two_pawns_file), std::ios::binary) << sound;
+    VorkaBitbases::InitBitbases();
 }
 
 TEST_F(ExactBitbases, SoundFilesAreVerified) {
@@ -217,17 +242,18 @@ void ForRandomPositions(const Library& library, int of_each, Visit visit) {
     }
 }
 
-/// The value that the moves of the engine's own generator give, one ply deep: for the side to move.
-int ValueOfMoves(const Library& library, BOARD& board) {
+int SignOf(Value value) { return value == bitbase_builder::unknown ? 0 : value == bitbase_builder::win ? 1 : -1; }
+
+/// The value that the moves of the engine's own generator give, one ply deep: for the side to move. Taking in passing
+/// needs one more ply; without `passing` it is forgotten.
+int ValueOfMoves(const Library& library, BOARD& board, bool passing = true) {
     const std::vector<Move> moves = LegalMovesOf(board);
     if (moves.empty()) return board.in_check() ? -1 : 0;
     int best = -1;
     for (const Move move : moves) {
         board.MakeMove(move);
-        const int value = -(board.frame().en_passant_square != 0 ? ValueOfMoves(library, board) : [&] {
-            const int score = ScoreOf(library.value(*PositionOf(board)));
-            return (score > 0) - (score < 0);
-        }());
+        const int value = passing && board.frame().en_passant_square != 0 ? -ValueOfMoves(library, board)
+                                                                          : -SignOf(library.value(*PositionOf(board)));
         board.UnmakeMove(move);
         best = std::max(best, value);
     }
@@ -237,8 +263,8 @@ int ValueOfMoves(const Library& library, BOARD& board) {
 TEST_F(ExactBitbases, EveryValueFollowsFromItsMoves) {
     ForRandomPositions(*library_, 3000, [](const Table& table, const Position& position) {
         BOARD board = BoardOf(position);
-        const int score = ScoreOf(library_->value(position));
-        ASSERT_EQ((score > 0) - (score < 0), ValueOfMoves(*library_, board)) << NameOf(table) << ' ' << FenOf(board);
+        ASSERT_EQ(SignOf(library_->value(position)), ValueOfMoves(*library_, board))
+            << NameOf(table) << ' ' << FenOf(board);
     });
 }
 
@@ -283,13 +309,36 @@ TEST_F(ExactBitbases, AgreeWithAPlainSearchToTheEnd) {
         BOARD board = BoardOf(position);
         const bool has_pawns_alone = board.total_material == 0;
         const PlainSearch::Bounds bounds = PlainSearch().Search(board, has_pawns_alone ? 5 : 3);
-        const int score = ScoreOf(library_->value(position));
-        const int value = (score > 0) - (score < 0);
+        const int value = SignOf(library_->value(position));
         ASSERT_GE(value, bounds.at_least) << NameOf(table) << ' ' << FenOf(board);
         ASSERT_LE(value, bounds.at_most) << NameOf(table) << ' ' << FenOf(board);
         if (bounds.at_least != -1 || bounds.at_most != 1) ++positions;
     });
     EXPECT_GT(positions, 2000) << "positions of which the search shows something";
+}
+
+TEST_F(ExactBitbases, TakingInPassingIsKnown) {
+    int decided = 0;
+    Position position;
+    position.count = 4;
+    position.men[2] = {white, pawn};
+    position.men[3] = {black, pawn};
+    for (position.at[2] = a2; position.at[2] <= h2; ++position.at[2]) {
+        for (const int beside : {-1, 1}) {
+            position.at[3] = position.at[2] + 16 + beside;
+            if (RankOf(position.at[3]) != 3) continue;
+            for (position.at[0] = a1; position.at[0] <= h8; ++position.at[0]) {
+                for (position.at[1] = a1; position.at[1] <= h8; ++position.at[1]) {
+                    if (!is_legal(position)) continue;
+                    BOARD board = BoardOf(position);
+                    const int value = SignOf(library_->value(position));
+                    ASSERT_EQ(value, ValueOfMoves(*library_, board)) << FenOf(board);
+                    if (value != ValueOfMoves(*library_, board, false)) ++decided;
+                }
+            }
+        }
+    }
+    EXPECT_GT(decided, 500) << "positions that have another value without it";
 }
 
 struct Totals {
