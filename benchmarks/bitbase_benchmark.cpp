@@ -20,7 +20,9 @@ constexpr std::size_t boards_probed = 48;
 /// Legal random positions of so many pawns; with three of them a white one blocks a black one.
 std::vector<BOARD> Boards(int pawns) {
     std::mt19937 random(1);
-    const auto any = [&](int first, int last) { return first + static_cast<int>(random() % (last - first + 1)); };
+    const auto any = [&](int first, int last) {
+        return first + static_cast<int>(random() % static_cast<unsigned>(last - first + 1));
+    };
     std::vector<BOARD> boards;
     while (boards.size() < boards_probed) {
         std::int8_t squares[64] = {};
@@ -60,7 +62,7 @@ void Probe(benchmark::State& state) {
         for (const BOARD& board : boards) sum += *VorkaBitbases::ProbeBitbases(board);
         benchmark::DoNotOptimize(sum);
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * boards.size()));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(boards.size()));
     state.counters["probe"] =
         benchmark::Counter(static_cast<double>(boards.size()),
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
