@@ -11,6 +11,7 @@
 
 #include "bitbases/bitbases.h"
 #include "chess/board.h"
+#include "frame/vocabulary.h"
 
 namespace {
 
@@ -43,8 +44,8 @@ bool LoadFiles() {
     static const bool loaded = [] {
         const char* const folder = std::getenv("VORKA_BITBASES");
         if (folder == nullptr) return false;
-        VorkaBitbases::LoadTwoPawnsBitbases(std::string(folder) + "/kp_kp.vbb");
-        VorkaBitbases::LoadRammedPawnBitbases(std::string(folder) + "/kpp_kp_ram.vbb");
+        VorkaBitbases::LoadTwoPawnsBitbases((std::string(folder) + '/').append(vocabulary::two_pawns_file));
+        VorkaBitbases::LoadRammedPawnBitbases((std::string(folder) + '/').append(vocabulary::rammed_pawn_file));
         return true;
     }();
     return loaded;

@@ -15,6 +15,7 @@
 #include "bitbases/bitbases.h"
 #include "chess/notation.h"
 #include "chess/user_board.h"
+#include "frame/vocabulary.h"
 #include "search/hash.h"
 #include "search/search_controller.h"
 #include "silent_host.h"
@@ -87,8 +88,8 @@ int main(int argc, char** argv) {
     if (optind != argc || limits.max_time_limit + limits.max_depth <= 0) return Usage(std::cerr, EXIT_FAILURE);
     try {
         if (!bitbases.empty()) {
-            VorkaBitbases::LoadTwoPawnsBitbases(bitbases + "/kp_kp.vbb");
-            VorkaBitbases::LoadRammedPawnBitbases(bitbases + "/kpp_kp_ram.vbb");
+            VorkaBitbases::LoadTwoPawnsBitbases((bitbases + '/').append(vocabulary::two_pawns_file));
+            VorkaBitbases::LoadRammedPawnBitbases((bitbases + '/').append(vocabulary::rammed_pawn_file));
         }
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
         std::cerr << "best_move: " << error.what() << '\n';

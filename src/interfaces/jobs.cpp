@@ -143,10 +143,6 @@ std::vector<std::string> SplitIntoWords(const std::string& words) {
     throw AbstractJob::JobFailedException(std::string(text) + word + '\'');
 }
 
-}  // namespace
-
-namespace {
-
 /// Adds the jobs that a word names. Whether there are any.
 template <class Words>
 bool AddJobs(JobList& jobs, const Words& words, const std::string& word) {

@@ -23,6 +23,7 @@
 #include "evaluation/scaling.h"
 #include "evaluation/unstoppable_pawns.h"
 #include "support/row_name.h"
+#include "support/sided_terms.h"
 #include "support/temporary_directory.h"
 #include "support/term_rows.h"
 
@@ -30,15 +31,13 @@
 
 namespace {
 
+using namespace sided;
+
 class EndingPawns : public testing::TestWithParam<ValueRow> {};
 TEST_P(EndingPawns, GiveTheirValue) { ExpectValue(GetParam()); }
 
 constexpr int sign(Colour us) { return us == white ? 1 : -1; }
 
-template <Colour Us>
-int Passed(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return sign(Us) * passed_pawns_ending(context, board);
-}
 template <Colour Us>
 int Runners(EVALUATION_CONTEXT& context, const BOARD& board) {
     const UNSTOPPABLE_BONUS bonus = unstoppable_bonus(context, board);
@@ -75,69 +74,52 @@ int WrongBishop(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
     if (!value) return -1;
     return board.side_to_move == Us ? *value : -*value;
 }
-template <Colour Us>
-int Kings(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return sign(Us) * king_placement_ending(context, board);
-}
-template <int Score, bool Opposite, Colour Us>
-int Scaled(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    return sign(Us) * scale_ending(sign(Us) * Score, Opposite, board);
-}
-
-constexpr SidedTerm<int> passed{Passed<white>, Passed<black>};
 constexpr SidedTerm<int> runners{Runners<white>, Runners<black>};
 constexpr SidedTerm<int> second_look{SecondLook<white>, SecondLook<black>};
-constexpr SidedTerm<int> all_bishops{bishops_ending<white>, bishops_ending<black>};
-constexpr SidedTerm<int> all_queens{queens_ending<white>, queens_ending<black>};
-constexpr SidedTerm<int> kings{Kings<white>, Kings<black>};
 constexpr SidedTerm<int> bishop_and_pawns{WrongBishop<white>, WrongBishop<black>};
-template <int Score>
-constexpr SidedTerm<int> scaled{Scaled<Score, false, white>, Scaled<Score, false, black>};
-template <int Score>
-constexpr SidedTerm<int> with_opposite_bishops{Scaled<Score, true, white>, Scaled<Score, true, black>};
 constexpr SidedTerm<int> pawn_endings{PawnEnding<white>, PawnEnding<black>};
 
 // clang-format off
 // By file and rank, then the own king to the pawn, the enemy's, and both to the queening square.
 INSTANTIATE_TEST_SUITE_P(PassedByPlace, EndingPawns, testing::Values(
-    ValueRow{"a7, the king in the corner", passed, "K7/P7/8/8/8/8/8/7k", 9 * 200 / 8 + 4 + 9 + 6 + 20},
-    ValueRow{"b6, the enemy king in front", passed, "8/1k6/1P6/8/8/8/8/7K", 9 * 115 / 8 - 5 - 5 - 6 - 5 - 9 * 40 / 8},
-    ValueRow{"c5", passed, "8/8/8/2P5/7K/5k2/8/8", 8 * 85 / 8 - 3 - 1 - 4 + 12 + 6},
-    ValueRow{"e4", passed, "8/k7/8/8/4P3/8/6K1/8", 7 * 53 / 8 + 3 - 0 - 5 + 5},
-    ValueRow{"f3", passed, "5k2/8/8/8/8/5P2/8/K7", 8 * 35 / 8 - 3 + 3 - 6 - 5},
-    ValueRow{"g2", passed, "3K4/8/8/8/8/8/k5P1/8", 9 * 30 / 8 - 5 + 6 + 0 + 16},
-    ValueRow{"h2", passed, "8/8/8/8/5k2/8/K6P/8", 9 * 30 / 8 - 6 - 3 - 6 + 5},
-    ValueRow{"d6", passed, "8/8/3P4/1k6/8/8/7K/8", 7 * 115 / 8 - 2 - 3 - 5 + 1 + 6},
-    ValueRow{"a6, the king leads", passed, "8/1K6/P2k4/8/8/8/8/8", 9 * 115 / 8 + 4 - 1 + 6 + 1 + 6},
-    ValueRow{"a6, the enemy king near", passed, "8/8/P1k5/8/8/8/8/7K", 9 * 115 / 8 - 6 - 3 - 6 - 3 + 6},
-    ValueRow{"a4", passed, "8/8/4K3/8/P4k2/8/8/8", 9 * 53 / 8 - 2 + 3 - 3 + 12},
-    ValueRow{"a3", passed, "8/6k1/2K5/8/8/P7/8/8", 9 * 35 / 8 + 0 + 6 + 3 + 16},
-    ValueRow{"the pawn behind gives nothing", passed, "4k3/8/8/P7/8/P7/8/4K3", 9 * 85 / 8 - 2 - 0 - 6 + 5 + 6},
-    ValueRow{"an enemy pawn on the next file ahead", passed, "4k3/1p6/8/P7/8/8/8/4K3", 0},
-    ValueRow{"an enemy pawn on the next file level", passed, "k7/8/8/Pp6/8/8/8/K7", (9 * 85 / 8 - 2 - 1 - 6 - 5 + 6) - (9 * 53 / 8 + 0 - 0 - 6 - 5)}), RowName<ValueRow>);
+    ValueRow{"a7, the king in the corner", ending_passed, "K7/P7/8/8/8/8/8/7k", 9 * 200 / 8 + 4 + 9 + 6 + 20},
+    ValueRow{"b6, the enemy king in front", ending_passed, "8/1k6/1P6/8/8/8/8/7K", 9 * 115 / 8 - 5 - 5 - 6 - 5 - 9 * 40 / 8},
+    ValueRow{"c5", ending_passed, "8/8/8/2P5/7K/5k2/8/8", 8 * 85 / 8 - 3 - 1 - 4 + 12 + 6},
+    ValueRow{"e4", ending_passed, "8/k7/8/8/4P3/8/6K1/8", 7 * 53 / 8 + 3 - 0 - 5 + 5},
+    ValueRow{"f3", ending_passed, "5k2/8/8/8/8/5P2/8/K7", 8 * 35 / 8 - 3 + 3 - 6 - 5},
+    ValueRow{"g2", ending_passed, "3K4/8/8/8/8/8/k5P1/8", 9 * 30 / 8 - 5 + 6 + 0 + 16},
+    ValueRow{"h2", ending_passed, "8/8/8/8/5k2/8/K6P/8", 9 * 30 / 8 - 6 - 3 - 6 + 5},
+    ValueRow{"d6", ending_passed, "8/8/3P4/1k6/8/8/7K/8", 7 * 115 / 8 - 2 - 3 - 5 + 1 + 6},
+    ValueRow{"a6, the king leads", ending_passed, "8/1K6/P2k4/8/8/8/8/8", 9 * 115 / 8 + 4 - 1 + 6 + 1 + 6},
+    ValueRow{"a6, the enemy king near", ending_passed, "8/8/P1k5/8/8/8/8/7K", 9 * 115 / 8 - 6 - 3 - 6 - 3 + 6},
+    ValueRow{"a4", ending_passed, "8/8/4K3/8/P4k2/8/8/8", 9 * 53 / 8 - 2 + 3 - 3 + 12},
+    ValueRow{"a3", ending_passed, "8/6k1/2K5/8/8/P7/8/8", 9 * 35 / 8 + 0 + 6 + 3 + 16},
+    ValueRow{"the pawn behind gives nothing", ending_passed, "4k3/8/8/P7/8/P7/8/4K3", 9 * 85 / 8 - 2 - 0 - 6 + 5 + 6},
+    ValueRow{"an enemy pawn on the next file ahead", ending_passed, "4k3/1p6/8/P7/8/8/8/4K3", 0},
+    ValueRow{"an enemy pawn on the next file level", ending_passed, "k7/8/8/Pp6/8/8/8/K7", (9 * 85 / 8 - 2 - 1 - 6 - 5 + 6) - (9 * 53 / 8 + 0 - 0 - 6 - 5)}), RowName<ValueRow>);
 
 // Kings on h1 and h8: 74 - 2 - 1 - 6 + 1 = 66 for a pawn on e5, and 6 for the free square ahead.
 INSTANTIATE_TEST_SUITE_P(PassedAndPieces, EndingPawns, testing::Values(
-    ValueRow{"free", passed, "7k/8/8/4P3/8/8/8/7K", 66 + 6},
-    ValueRow{"an own rook behind all the same", passed, "7k/8/8/4P3/8/4N3/8/4R2K", 66 + 6 + 12},
-    ValueRow{"an own rook on the next file", passed, "7k/8/8/4P3/8/8/8/5R1K", 66 + 6},
-    ValueRow{"an own rook far ahead", passed, "7k/4R3/8/4P3/8/8/8/7K", 66 + 6 - 8},
-    ValueRow{"an own rook right ahead", passed, "7k/8/4R3/4P3/8/8/8/7K", 66 - 8},
-    ValueRow{"an own knight right ahead", passed, "7k/8/4N3/4P3/8/8/8/7K", 66},
-    ValueRow{"an enemy rook behind", passed, "7k/8/8/4P3/8/8/4r3/7K", 66 + 6 - 10},
-    ValueRow{"an enemy rook far ahead", passed, "4r2k/8/8/4P3/8/8/8/7K", 66 + 6 - 4},
-    ValueRow{"rooks of both sides", passed, "4r2k/8/8/4P3/8/8/8/4R2K", 66 + 6 + 12 - 4},
-    ValueRow{"an enemy rook right ahead", passed, "7k/8/4r3/4P3/8/8/8/7K", 66 - 4 * 27 / 8 - 4},
-    ValueRow{"an enemy knight right ahead", passed, "7k/8/4n3/4P3/8/8/8/7K", 66 - 8 * 27 / 8},
-    ValueRow{"an enemy bishop right ahead", passed, "7k/8/4b3/4P3/8/8/8/7K", 66 - 7 * 27 / 8},
-    ValueRow{"an enemy queen right ahead", passed, "7k/8/4q3/4P3/8/8/8/7K", 66 - 4 * 27 / 8},
-    ValueRow{"an enemy queen behind", passed, "7k/8/8/4P3/8/8/4q3/7K", 66 + 6},
-    ValueRow{"the enemy king right ahead", passed, "8/8/4k3/4P3/8/8/8/7K", 74 - 2 - 5 - 6 - 3 - 9 * 27 / 8},
-    ValueRow{"a knight before e2", passed, "7k/8/8/8/8/4n3/4P3/7K", 7 * 30 / 8 + 0 + 6 - 6 + 1 - 8 * 4 / 8},
-    ValueRow{"a knight before e3", passed, "7k/8/8/8/4n3/4P3/8/7K", 7 * 35 / 8 + 0 + 3 - 6 + 1 - 8 * 5 / 8},
-    ValueRow{"a knight before e4", passed, "7k/8/8/4n3/4P3/8/8/7K", 7 * 53 / 8 + 0 - 0 - 6 + 1 - 8 * 12 / 8},
-    ValueRow{"a knight before e6", passed, "7k/4n3/4P3/8/8/8/8/7K", 7 * 115 / 8 - 3 - 1 - 6 + 1 - 8 * 40 / 8},
-    ValueRow{"a knight before e7", passed, "4n2k/4P3/8/8/8/8/8/7K", 7 * 200 / 8 - 5 - 1 - 6 + 1 - 8 * 85 / 8}),
+    ValueRow{"free", ending_passed, "7k/8/8/4P3/8/8/8/7K", 66 + 6},
+    ValueRow{"an own rook behind all the same", ending_passed, "7k/8/8/4P3/8/4N3/8/4R2K", 66 + 6 + 12},
+    ValueRow{"an own rook on the next file", ending_passed, "7k/8/8/4P3/8/8/8/5R1K", 66 + 6},
+    ValueRow{"an own rook far ahead", ending_passed, "7k/4R3/8/4P3/8/8/8/7K", 66 + 6 - 8},
+    ValueRow{"an own rook right ahead", ending_passed, "7k/8/4R3/4P3/8/8/8/7K", 66 - 8},
+    ValueRow{"an own knight right ahead", ending_passed, "7k/8/4N3/4P3/8/8/8/7K", 66},
+    ValueRow{"an enemy rook behind", ending_passed, "7k/8/8/4P3/8/8/4r3/7K", 66 + 6 - 10},
+    ValueRow{"an enemy rook far ahead", ending_passed, "4r2k/8/8/4P3/8/8/8/7K", 66 + 6 - 4},
+    ValueRow{"rooks of both sides", ending_passed, "4r2k/8/8/4P3/8/8/8/4R2K", 66 + 6 + 12 - 4},
+    ValueRow{"an enemy rook right ahead", ending_passed, "7k/8/4r3/4P3/8/8/8/7K", 66 - 4 * 27 / 8 - 4},
+    ValueRow{"an enemy knight right ahead", ending_passed, "7k/8/4n3/4P3/8/8/8/7K", 66 - 8 * 27 / 8},
+    ValueRow{"an enemy bishop right ahead", ending_passed, "7k/8/4b3/4P3/8/8/8/7K", 66 - 7 * 27 / 8},
+    ValueRow{"an enemy queen right ahead", ending_passed, "7k/8/4q3/4P3/8/8/8/7K", 66 - 4 * 27 / 8},
+    ValueRow{"an enemy queen behind", ending_passed, "7k/8/8/4P3/8/8/4q3/7K", 66 + 6},
+    ValueRow{"the enemy king right ahead", ending_passed, "8/8/4k3/4P3/8/8/8/7K", 74 - 2 - 5 - 6 - 3 - 9 * 27 / 8},
+    ValueRow{"a knight before e2", ending_passed, "7k/8/8/8/8/4n3/4P3/7K", 7 * 30 / 8 + 0 + 6 - 6 + 1 - 8 * 4 / 8},
+    ValueRow{"a knight before e3", ending_passed, "7k/8/8/8/4n3/4P3/8/7K", 7 * 35 / 8 + 0 + 3 - 6 + 1 - 8 * 5 / 8},
+    ValueRow{"a knight before e4", ending_passed, "7k/8/8/4n3/4P3/8/8/7K", 7 * 53 / 8 + 0 - 0 - 6 + 1 - 8 * 12 / 8},
+    ValueRow{"a knight before e6", ending_passed, "7k/4n3/4P3/8/8/8/8/7K", 7 * 115 / 8 - 3 - 1 - 6 + 1 - 8 * 40 / 8},
+    ValueRow{"a knight before e7", ending_passed, "4n2k/4P3/8/8/8/8/8/7K", 7 * 200 / 8 - 5 - 1 - 6 + 1 - 8 * 85 / 8}),
     RowName<ValueRow>);
 
 // The enemy king just out of the square of the pawn, and just in it; caught rook pawns are drawn here.
@@ -276,14 +258,14 @@ INSTANTIATE_TEST_SUITE_P(Scaling, EndingPawns, testing::Values(
     ValueRow{"eight pawns", scaled<99>, "4k3/8/8/8/8/8/PPPPPPPP/4K3", 111},
     ValueRow{"the enemy wins by one pawn", scaled<-100>, "4k3/p7/8/8/8/8/PPPP4/4K3", -50},
     ValueRow{"nought is nought", scaled<0>, "4k3/p7/8/8/8/8/PPPP4/4K3", 0},
-    ValueRow{"bishops and rooks", with_opposite_bishops<100>, "2b1k2r/p7/8/8/8/8/PPPP4/2B1K2R", 65},
-    ValueRow{"bishops alone, no pawn to attack", with_opposite_bishops<100>, "2b1k3/1p6/8/8/8/8/PPPP4/2B1K3", 16},
-    ValueRow{"one to attack", with_opposite_bishops<100>, "2b1k3/p7/8/8/8/8/PPPP4/2B1K3", 32},
-    ValueRow{"two", with_opposite_bishops<100>, "2b1k3/p1p5/8/8/8/8/PPPP4/2B1K3", 40},
-    ValueRow{"three", with_opposite_bishops<100>, "2b1k3/p1p1p3/8/8/8/8/PPPP4/2B1K3", 48},
-    ValueRow{"four", with_opposite_bishops<100>, "2b1k3/p1p1p1p1/8/8/8/8/PPPP4/2B1K3", 48},
-    ValueRow{"one for a bishop on light squares", with_opposite_bishops<100>, "4kb2/pp6/8/8/8/8/PPPP4/4KB2", 32},
-    ValueRow{"not more than 250 less", with_opposite_bishops<2000>, "2b1k3/1p6/8/8/8/8/PPPP4/2B1K3", 1700}), RowName<ValueRow>);
+    ValueRow{"bishops and rooks", scaled<100, true>, "2b1k2r/p7/8/8/8/8/PPPP4/2B1K2R", 65},
+    ValueRow{"bishops alone, no pawn to attack", scaled<100, true>, "2b1k3/1p6/8/8/8/8/PPPP4/2B1K3", 16},
+    ValueRow{"one to attack", scaled<100, true>, "2b1k3/p7/8/8/8/8/PPPP4/2B1K3", 32},
+    ValueRow{"two", scaled<100, true>, "2b1k3/p1p5/8/8/8/8/PPPP4/2B1K3", 40},
+    ValueRow{"three", scaled<100, true>, "2b1k3/p1p1p3/8/8/8/8/PPPP4/2B1K3", 48},
+    ValueRow{"four", scaled<100, true>, "2b1k3/p1p1p1p1/8/8/8/8/PPPP4/2B1K3", 48},
+    ValueRow{"one for a bishop on light squares", scaled<100, true>, "4kb2/pp6/8/8/8/8/PPPP4/4KB2", 32},
+    ValueRow{"not more than 250 less", scaled<2000, true>, "2b1k3/1p6/8/8/8/8/PPPP4/2B1K3", 1700}), RowName<ValueRow>);
 // clang-format on
 
 TEST(Runners, AreWhitesAloneIfNeitherSideHasPieces) {

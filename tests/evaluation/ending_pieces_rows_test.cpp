@@ -15,6 +15,7 @@
 #include "evaluation/rooks.h"
 #include "evaluation/scaling.h"
 #include "support/row_name.h"
+#include "support/sided_terms.h"
 #include "support/term_rows.h"
 
 /// The endings that pieces decide: mates, the bishop of the wrong colour, rooks. Every sum is written in the order in
@@ -22,30 +23,16 @@
 
 namespace {
 
+using namespace sided;
+
 class EndingPieces : public testing::TestWithParam<ValueRow> {};
 TEST_P(EndingPieces, GiveTheirValue) { ExpectValue(GetParam()); }
 
-/// Turns a value for the side to move into one for `Us`.
-template <Colour Us>
-int Seen(const BOARD& board, int value) {
-    return board.side_to_move == Us ? value : -value;
-}
-
-template <Colour Us>
-int Pawnless(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    return Seen<Us>(board, evaluate_pawnless(board));
-}
-template <Colour Us>
-int WrongBishop(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    const std::optional<int> value = wrong_bishop_rule(board);
-    EXPECT_TRUE(value.has_value());
-    return Seen<Us>(board, value.value_or(-9999));
-}
 template <Colour Us>
 int OnePawn(EVALUATION_CONTEXT& context, const BOARD& board) {
     const EVALUATION_RESULT result = evaluate_rook_ending(context, board, 0);
     EXPECT_FALSE(result.lazy);
-    return Seen<Us>(board, result.score);
+    return FromSideToMove<Us>(board, result.score);
 }
 /// What the rook ending knows beyond a plain ending.
 template <Colour Us>
@@ -53,22 +40,10 @@ int RookTies(EVALUATION_CONTEXT& context, const BOARD& board) {
     ForgetEvaluations();
     const int with_ties = exact_evaluation(context, board, 3);
     ForgetEvaluations();
-    return Seen<Us>(board, with_ties - exact_evaluation(context, board, 2));
+    return FromSideToMove<Us>(board, with_ties - exact_evaluation(context, board, 2));
 }
-template <int Score, bool OppositeBishops, Colour Us>
-int Scaled(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    return Us == white ? scale_ending(Score, OppositeBishops, board) : -scale_ending(-Score, OppositeBishops, board);
-}
-
-constexpr SidedTerm<int> pawnless_endings{Pawnless<white>, Pawnless<black>};
-constexpr SidedTerm<int> wrong_bishop{WrongBishop<white>, WrongBishop<black>};
 constexpr SidedTerm<int> one_pawn{OnePawn<white>, OnePawn<black>};
 constexpr SidedTerm<int> ties{RookTies<white>, RookTies<black>};
-constexpr SidedTerm<int> all_rooks{rooks_ending<white>, rooks_ending<black>};
-template <int Score>
-constexpr SidedTerm<int> scaled{Scaled<Score, false, white>, Scaled<Score, false, black>};
-template <int Score>
-constexpr SidedTerm<int> scaled_opposite{Scaled<Score, true, white>, Scaled<Score, true, black>};
 
 // clang-format off
 
@@ -418,22 +393,22 @@ INSTANTIATE_TEST_SUITE_P(FewPawns, EndingPieces, testing::Values(
 
 INSTANTIATE_TEST_SUITE_P(OppositeBishops, EndingPieces, testing::Values(
     ValueRow{"same colour", scaled<80>, "2b1k3/8/8/8/8/8/PPPPP3/2B1K3", 80},
-    ValueRow{"with rooks", scaled_opposite<83>, "r1b1k3/8/8/8/8/8/PPPPP3/R1B1K3", 62},
-    ValueRow{"with rooks, 1008", scaled_opposite<1008>, "r1b1k3/8/8/8/8/8/PPPPP3/R1B1K3", 758},
-    ValueRow{"no target", scaled_opposite<83>, "2b1k3/8/8/8/8/8/PPPPP3/2B1K3", 15},
-    ValueRow{"one target", scaled_opposite<83>, "2b1k3/p7/8/8/8/8/PPPPP3/2B1K3", 31},
-    ValueRow{"one pawn of the wrong colour", scaled_opposite<83>, "2b1k3/1p6/8/8/8/8/PPPPP3/2B1K3", 15},
-    ValueRow{"one target for a light bishop", scaled_opposite<83>, "4kb2/1p6/8/8/8/8/PPPPP3/4KB2", 31},
-    ValueRow{"own pawns are no targets", scaled_opposite<83>, "4kb2/p7/8/8/8/8/PPPPP3/4KB2", 15},
-    ValueRow{"two targets", scaled_opposite<83>, "2b1k3/p1p5/8/8/8/8/PPPPP3/2B1K3", 38},
-    ValueRow{"three targets", scaled_opposite<83>, "2b1k3/p1p1p3/8/8/8/8/PPPPP3/2B1K3", 46},
-    ValueRow{"four targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/8/8/8/8/PPPPP3/2B1K3", 46},
-    ValueRow{"five targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p6/8/8/8/PPPPP3/2B1K3", 46},
-    ValueRow{"six targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p1p4/8/8/8/PPPPP3/2B1K3", 46},
-    ValueRow{"seven targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p1p1p2/8/8/8/PPPPP3/2B1K3", 46},
-    ValueRow{"eight targets", scaled_opposite<83>, "2b1k3/p1p1p1p1/1p1p1p1p/8/8/8/PPPPP3/2B1K3", 46},
-    ValueRow{"not more than 250", scaled_opposite<316>, "2b1k3/8/8/8/8/8/PPPPP3/2B1K3", 66},
-    ValueRow{"first by pawns, then by bishops", scaled_opposite<80>, "2b1k3/8/8/8/8/8/P7/2B1K3", 7}), RowName<ValueRow>);
+    ValueRow{"with rooks", scaled<83, true>, "r1b1k3/8/8/8/8/8/PPPPP3/R1B1K3", 62},
+    ValueRow{"with rooks, 1008", scaled<1008, true>, "r1b1k3/8/8/8/8/8/PPPPP3/R1B1K3", 758},
+    ValueRow{"no target", scaled<83, true>, "2b1k3/8/8/8/8/8/PPPPP3/2B1K3", 15},
+    ValueRow{"one target", scaled<83, true>, "2b1k3/p7/8/8/8/8/PPPPP3/2B1K3", 31},
+    ValueRow{"one pawn of the wrong colour", scaled<83, true>, "2b1k3/1p6/8/8/8/8/PPPPP3/2B1K3", 15},
+    ValueRow{"one target for a light bishop", scaled<83, true>, "4kb2/1p6/8/8/8/8/PPPPP3/4KB2", 31},
+    ValueRow{"own pawns are no targets", scaled<83, true>, "4kb2/p7/8/8/8/8/PPPPP3/4KB2", 15},
+    ValueRow{"two targets", scaled<83, true>, "2b1k3/p1p5/8/8/8/8/PPPPP3/2B1K3", 38},
+    ValueRow{"three targets", scaled<83, true>, "2b1k3/p1p1p3/8/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"four targets", scaled<83, true>, "2b1k3/p1p1p1p1/8/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"five targets", scaled<83, true>, "2b1k3/p1p1p1p1/1p6/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"six targets", scaled<83, true>, "2b1k3/p1p1p1p1/1p1p4/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"seven targets", scaled<83, true>, "2b1k3/p1p1p1p1/1p1p1p2/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"eight targets", scaled<83, true>, "2b1k3/p1p1p1p1/1p1p1p1p/8/8/8/PPPPP3/2B1K3", 46},
+    ValueRow{"not more than 250", scaled<316, true>, "2b1k3/8/8/8/8/8/PPPPP3/2B1K3", 66},
+    ValueRow{"first by pawns, then by bishops", scaled<80, true>, "2b1k3/8/8/8/8/8/P7/2B1K3", 7}), RowName<ValueRow>);
 // clang-format on
 
 // --- Whole tables ---

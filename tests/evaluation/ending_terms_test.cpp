@@ -14,22 +14,16 @@
 #include "evaluation/scaling.h"
 #include "evaluation/unstoppable_pawns.h"
 #include "support/row_name.h"
+#include "support/sided_terms.h"
 #include "support/term_rows.h"
 
 namespace {
 
+using namespace sided;
+
 class EndingTerms : public testing::TestWithParam<ValueRow> {};
 TEST_P(EndingTerms, GiveTheirValue) { ExpectValue(GetParam()); }
 
-template <int (*Term)(EVALUATION_CONTEXT&, const BOARD&) noexcept, Colour Us>
-int For(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return Us == white ? Term(context, board) : -Term(context, board);
-}
-template <Colour Us>
-int Kings(EVALUATION_CONTEXT& context, const BOARD& board) {
-    const int sum = king_placement_ending(context, board);
-    return Us == white ? sum : -sum;
-}
 template <Colour Us>
 int Unstoppable(EVALUATION_CONTEXT& context, const BOARD& board) {
     const int sum = unstoppable_bonus(context, board).score;
@@ -46,56 +40,30 @@ int Checked(EVALUATION_CONTEXT& context, const BOARD& board) {
     return Us == white ? sum : -sum;
 }
 template <Colour Us>
-int WrongBishop(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    const std::optional<int> value = wrong_bishop_rule(board);
-    EXPECT_TRUE(value.has_value());
-    return board.side_to_move == Us ? value.value_or(0) : -value.value_or(0);
-}
-template <Colour Us>
 int RookEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
     const int score = evaluate_rook_ending(context, board, 0).score;
     return board.side_to_move == Us ? score : -score;
 }
-template <Colour Us>
-int Pawnless(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    const int score = evaluate_pawnless(board);
-    return board.side_to_move == Us ? score : -score;
-}
-template <int Score, bool Opposite, Colour Us>
-int Scaled(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    return Us == white ? scale_ending(Score, Opposite, board) : -scale_ending(-Score, Opposite, board);
-}
-
-constexpr SidedTerm<int> passed{For<passed_pawns_ending, white>, For<passed_pawns_ending, black>};
-constexpr SidedTerm<int> all_knights{knights_ending<white>, knights_ending<black>};
-constexpr SidedTerm<int> all_bishops{bishops_ending<white>, bishops_ending<black>};
-constexpr SidedTerm<int> all_rooks{rooks_ending<white>, rooks_ending<black>};
-constexpr SidedTerm<int> all_queens{queens_ending<white>, queens_ending<black>};
-constexpr SidedTerm<int> kings{Kings<white>, Kings<black>};
 constexpr SidedTerm<int> runners{Unstoppable<white>, Unstoppable<black>};
 constexpr SidedTerm<int> checked{Checked<white>, Checked<black>};
-constexpr SidedTerm<int> wrong_bishop{WrongBishop<white>, WrongBishop<black>};
 constexpr SidedTerm<int> rook_endings{RookEnding<white>, RookEnding<black>};
-constexpr SidedTerm<int> pawnless_endings{Pawnless<white>, Pawnless<black>};
-template <int Score, bool Opposite = false>
-constexpr SidedTerm<int> scaled{Scaled<Score, Opposite, white>, Scaled<Score, Opposite, black>};
 
 // clang-format off
 // The kings stand on e1 and e8 unless told: from a5 they are 4 and 4 steps away, from a8 7 and 4.
 INSTANTIATE_TEST_SUITE_P(Passed, EndingTerms, testing::Values(
-    ValueRow{"a5 free", passed, "4k3/8/8/P7/8/8/8/4K3", 9 * 85 / 8 + 6 - 2 - 0 - 6 + 5},
-    ValueRow{"e4", passed, "4k3/8/8/8/4P3/8/8/4K3", 7 * 53 / 8 + 0 - 0 - 6 - 5},
-    ValueRow{"c2", passed, "4k3/8/8/8/8/8/2P5/4K3", 8 * 30 / 8 + 3 + 6 - 6 - 3},
-    ValueRow{"an own rook behind", passed, "4k3/8/8/8/4P3/8/4R3/4K3", 46 - 11 + 12},
-    ValueRow{"an own rook ahead", passed, "4k3/8/4R3/8/4P3/8/8/4K3 b - - 0 1", 46 - 11 - 8},
-    ValueRow{"an enemy rook behind", passed, "4k3/8/8/8/4P3/8/4r3/4K3", 46 - 11 - 10},
-    ValueRow{"an enemy rook ahead", passed, "4k3/4r3/8/8/4P3/8/8/4K3", 46 - 11 - 4},
-    ValueRow{"a knight in front", passed, "4k3/8/8/4n3/4P3/8/8/4K3", 46 - 11 - 12},
-    ValueRow{"a bishop in front", passed, "4k3/8/8/4b3/4P3/8/8/4K3", 46 - 11 - 10},
-    ValueRow{"a rook in front", passed, "4k3/8/8/4r3/4P3/8/8/4K3", 46 - 11 - 6 - 4},
-    ValueRow{"a queen in front", passed, "4k3/8/8/4q3/4P3/8/8/4K3", 46 - 11 - 6},
-    ValueRow{"the king in front", passed, "8/8/8/4k3/4P3/8/8/4K3", 46 + 0 - 5 - 6 + 1 - 13},
-    ValueRow{"not passed", passed, "4k3/4p3/8/8/4P3/8/8/4K3", 0}), RowName<ValueRow>);
+    ValueRow{"a5 free", ending_passed, "4k3/8/8/P7/8/8/8/4K3", 9 * 85 / 8 + 6 - 2 - 0 - 6 + 5},
+    ValueRow{"e4", ending_passed, "4k3/8/8/8/4P3/8/8/4K3", 7 * 53 / 8 + 0 - 0 - 6 - 5},
+    ValueRow{"c2", ending_passed, "4k3/8/8/8/8/8/2P5/4K3", 8 * 30 / 8 + 3 + 6 - 6 - 3},
+    ValueRow{"an own rook behind", ending_passed, "4k3/8/8/8/4P3/8/4R3/4K3", 46 - 11 + 12},
+    ValueRow{"an own rook ahead", ending_passed, "4k3/8/4R3/8/4P3/8/8/4K3 b - - 0 1", 46 - 11 - 8},
+    ValueRow{"an enemy rook behind", ending_passed, "4k3/8/8/8/4P3/8/4r3/4K3", 46 - 11 - 10},
+    ValueRow{"an enemy rook ahead", ending_passed, "4k3/4r3/8/8/4P3/8/8/4K3", 46 - 11 - 4},
+    ValueRow{"a knight in front", ending_passed, "4k3/8/8/4n3/4P3/8/8/4K3", 46 - 11 - 12},
+    ValueRow{"a bishop in front", ending_passed, "4k3/8/8/4b3/4P3/8/8/4K3", 46 - 11 - 10},
+    ValueRow{"a rook in front", ending_passed, "4k3/8/8/4r3/4P3/8/8/4K3", 46 - 11 - 6 - 4},
+    ValueRow{"a queen in front", ending_passed, "4k3/8/8/4q3/4P3/8/8/4K3", 46 - 11 - 6},
+    ValueRow{"the king in front", ending_passed, "8/8/8/4k3/4P3/8/8/4K3", 46 + 0 - 5 - 6 + 1 - 13},
+    ValueRow{"not passed", ending_passed, "4k3/4p3/8/8/4P3/8/8/4K3", 0}), RowName<ValueRow>);
 
 INSTANTIATE_TEST_SUITE_P(Pieces, EndingTerms, testing::Values(
     ValueRow{"knight on e5", all_knights, "4k3/8/8/4N3/8/8/8/4K3", 30 - 30},

@@ -4,9 +4,12 @@
 #include "evaluation/king_safety.h"
 #include "evaluation/patterns.h"
 #include "support/row_name.h"
+#include "support/sided_terms.h"
 #include "support/term_rows.h"
 
 namespace {
+
+using namespace sided;
 
 // --- Shelter ---
 
@@ -176,15 +179,6 @@ INSTANTIATE_TEST_SUITE_P(Kings, KingTerm, testing::Values(
 
 class WholeBoard : public testing::TestWithParam<PairRow> {};
 TEST_P(WholeBoard, GivesItsPairAndPoints) { ExpectPair(GetParam()); }
-
-template <SCORE_PAIR (*Term)(EVALUATION_CONTEXT&, const BOARD&) noexcept, Colour Us>
-SCORE_PAIR For(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return Us == white ? Term(context, board) : -Term(context, board);
-}
-constexpr SidedTerm<SCORE_PAIR> game_patterns{For<patterns_middle_game, white>, For<patterns_middle_game, black>};
-constexpr SidedTerm<SCORE_PAIR> early_patterns{For<patterns_opening, white>, For<patterns_opening, black>};
-constexpr SidedTerm<SCORE_PAIR> of_space{For<space, white>, For<space, black>};
-constexpr SidedTerm<SCORE_PAIR> of_activity{For<activity, white>, For<activity, black>};
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Patterns, WholeBoard, testing::Values(

@@ -8,6 +8,7 @@
 #include "evaluation/pawn_terms.h"
 #include "evaluation/pawns_and_pieces.h"
 #include "support/row_name.h"
+#include "support/sided_terms.h"
 #include "support/term_rows.h"
 
 /// The terms of the pawns once more, on other squares than pawn_terms_test has: the rim, the ends of each table and the
@@ -15,25 +16,10 @@
 
 namespace {
 
-// The terms, both instances of each.
+using namespace sided;
 
-template <Colour Us, PositionType Type>
-SCORE_PAIR Squares(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return pawn_squares<Us>(context, board, Type);
-}
-template <Colour Us>
-SCORE_PAIR DuoAndDefended(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return duo_and_defended_pawns<Us>(context, board);
-}
-template <Colour Us>
-SCORE_PAIR Connected(EVALUATION_CONTEXT& context, const BOARD& /*board*/) {
-    return connected_passed_pawns<Us>(context);
-}
-template <Colour Us>
-SCORE_PAIR Passed(EVALUATION_CONTEXT& context, const BOARD& board) {
-    const SCORE_PAIR sum = passed_pawns(context, board);
-    return Us == white ? sum : -sum;
-}
+// Whole sums, both instances of each.
+
 template <Colour Us, PositionType Type>
 SCORE_PAIR Whole(EVALUATION_CONTEXT& context, const BOARD& board) {
     const SCORE_PAIR sum = pawn_structure(context, board, Type);
@@ -43,58 +29,15 @@ SCORE_PAIR Whole(EVALUATION_CONTEXT& context, const BOARD& board) {
     }
     return Us == white ? sum : -sum;
 }
-template <int (*Term)(const EVALUATION_CONTEXT&, const BOARD&) noexcept>
-int Of(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return Term(context, board);
-}
-template <Colour Us>
-int ConnectedInEnding(EVALUATION_CONTEXT& context, const BOARD& /*board*/) {
-    return connected_passed_pawns_ending<Us>(context);
-}
-template <Colour Us>
-int PatternsInEnding(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    return centre_patterns_ending<Us>(board);
-}
 template <Colour Us>
 int WholeInEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
     const int sum = pawn_structure_ending(context, board);
     return Us == white ? sum : -sum;
 }
 
-constexpr SidedTerm<SCORE_PAIR> in_opening{Squares<white, opening>, Squares<black, opening>};
-constexpr SidedTerm<SCORE_PAIR> in_middle_game{Squares<white, middle_game>, Squares<black, middle_game>};
-constexpr SidedTerm<SCORE_PAIR> backward{backward_pawns<white>, backward_pawns<black>};
-constexpr SidedTerm<SCORE_PAIR> isolated{isolated_pawns<white>, isolated_pawns<black>};
-constexpr SidedTerm<SCORE_PAIR> queen_pawn{isolated_queen_pawn<white>, isolated_queen_pawn<black>};
-constexpr SidedTerm<SCORE_PAIR> together{DuoAndDefended<white>, DuoAndDefended<black>};
-constexpr SidedTerm<SCORE_PAIR> doubled{doubled_pawns<white>, doubled_pawns<black>};
-constexpr SidedTerm<SCORE_PAIR> connected{Connected<white>, Connected<black>};
-constexpr SidedTerm<SCORE_PAIR> chains{pawn_chains<white>, pawn_chains<black>};
-constexpr SidedTerm<SCORE_PAIR> majorities{pawn_majorities<white>, pawn_majorities<black>};
-constexpr SidedTerm<SCORE_PAIR> centre_of_board{centre_squares<white>, centre_squares<black>};
-constexpr SidedTerm<SCORE_PAIR> patterns{centre_patterns<white>, centre_patterns<black>};
-constexpr SidedTerm<SCORE_PAIR> passed{Passed<white>, Passed<black>};
-constexpr SidedTerm<SCORE_PAIR> majority_king{majority_and_king<white>, majority_and_king<black>};
-constexpr SidedTerm<SCORE_PAIR> blocked_centre{blocked_centre_pawns<white>, blocked_centre_pawns<black>};
-constexpr SidedTerm<SCORE_PAIR> queen_pawn_pieces{isolated_queen_pawn_and_pieces<white>,
-                                                  isolated_queen_pawn_and_pieces<black>};
-constexpr SidedTerm<SCORE_PAIR> passed_pieces{passed_pawns_and_pieces<white>, passed_pawns_and_pieces<black>};
 constexpr SidedTerm<SCORE_PAIR> whole_opening{Whole<white, opening>, Whole<black, opening>};
 constexpr SidedTerm<SCORE_PAIR> whole_middle_game{Whole<white, middle_game>, Whole<black, middle_game>};
 
-constexpr SidedTerm<int> ending_squares{Of<pawn_squares_ending<white>>, Of<pawn_squares_ending<black>>};
-constexpr SidedTerm<int> ending_backward{Of<backward_pawns_ending<white>>, Of<backward_pawns_ending<black>>};
-constexpr SidedTerm<int> ending_isolated{Of<isolated_pawns_ending<white>>, Of<isolated_pawns_ending<black>>};
-constexpr SidedTerm<int> ending_together{Of<duo_and_defended_pawns_ending<white>>,
-                                         Of<duo_and_defended_pawns_ending<black>>};
-constexpr SidedTerm<int> ending_doubled{Of<doubled_pawns_ending<white>>, Of<doubled_pawns_ending<black>>};
-constexpr SidedTerm<int> ending_defended{Of<defended_passed_pawns_ending<white>>,
-                                         Of<defended_passed_pawns_ending<black>>};
-constexpr SidedTerm<int> ending_connected{ConnectedInEnding<white>, ConnectedInEnding<black>};
-constexpr SidedTerm<int> ending_chains{Of<pawn_chains_ending<white>>, Of<pawn_chains_ending<black>>};
-constexpr SidedTerm<int> ending_majorities{Of<pawn_majorities_ending<white>>, Of<pawn_majorities_ending<black>>};
-constexpr SidedTerm<int> ending_patterns{PatternsInEnding<white>, PatternsInEnding<black>};
-constexpr SidedTerm<int> ending_king{Of<majority_and_king_ending<white>>, Of<majority_and_king_ending<black>>};
 constexpr SidedTerm<int> ending_whole{WholeInEnding<white>, WholeInEnding<black>};
 
 // Tables by square: the seventh rank first, as they are read from White's side.

@@ -3,42 +3,15 @@
 #include <gtest/gtest.h>
 
 #include "support/row_name.h"
+#include "support/sided_terms.h"
 #include "support/term_rows.h"
 
 namespace {
 
+using namespace sided;
+
 class PawnTerms : public testing::TestWithParam<PairRow> {};
 TEST_P(PawnTerms, GiveTheirPairAndPoints) { ExpectPair(GetParam()); }
-
-template <Colour Us>
-SCORE_PAIR Opening(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return pawn_squares<Us>(context, board, opening);
-}
-template <Colour Us>
-SCORE_PAIR MiddleGame(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return pawn_squares<Us>(context, board, middle_game);
-}
-template <Colour Us>
-SCORE_PAIR DuoAndDefended(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return duo_and_defended_pawns<Us>(context, board);
-}
-template <Colour Us>
-SCORE_PAIR Connected(EVALUATION_CONTEXT& context, const BOARD& /*board*/) {
-    return connected_passed_pawns<Us>(context);
-}
-
-constexpr SidedTerm<SCORE_PAIR> in_opening{Opening<white>, Opening<black>};
-constexpr SidedTerm<SCORE_PAIR> in_middle_game{MiddleGame<white>, MiddleGame<black>};
-constexpr SidedTerm<SCORE_PAIR> backward{backward_pawns<white>, backward_pawns<black>};
-constexpr SidedTerm<SCORE_PAIR> isolated{isolated_pawns<white>, isolated_pawns<black>};
-constexpr SidedTerm<SCORE_PAIR> queen_pawn{isolated_queen_pawn<white>, isolated_queen_pawn<black>};
-constexpr SidedTerm<SCORE_PAIR> together{DuoAndDefended<white>, DuoAndDefended<black>};
-constexpr SidedTerm<SCORE_PAIR> doubled{doubled_pawns<white>, doubled_pawns<black>};
-constexpr SidedTerm<SCORE_PAIR> connected{Connected<white>, Connected<black>};
-constexpr SidedTerm<SCORE_PAIR> chains{pawn_chains<white>, pawn_chains<black>};
-constexpr SidedTerm<SCORE_PAIR> majorities{pawn_majorities<white>, pawn_majorities<black>};
-constexpr SidedTerm<SCORE_PAIR> squares{centre_squares<white>, centre_squares<black>};
-constexpr SidedTerm<SCORE_PAIR> patterns{centre_patterns<white>, centre_patterns<black>};
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Squares, PawnTerms, testing::Values(
@@ -166,13 +139,13 @@ INSTANTIATE_TEST_SUITE_P(Majorities, PawnTerms, testing::Values(
     PairRow{"none", majorities, "4k3/pppppppp/8/8/8/8/PPPPPPPP/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(CentreSquares, PawnTerms, testing::Values(
-    PairRow{"held for good", squares, "4k3/8/8/8/2P5/8/8/4K3", {4, 12}, "pc6"},
-    PairRow{"held until a pawn comes", squares, "4k3/4p3/8/8/2P5/8/8/4K3", {2, 4}, "pc4"},
-    PairRow{"within reach", squares, "4k3/8/8/8/8/8/2P5/4K3", {4, 2}, "cc4"},
-    PairRow{"more pawns on d and e", squares, "4k3/8/8/8/8/8/4P3/4K3", {4 + 2, 2 + 2}, "cc4 pc1"},
-    PairRow{"attacked by both", squares, "4k3/8/4p3/8/2P5/8/8/4K3", {0, 0}},
-    PairRow{"a pawn on the square", squares, "4k3/8/8/3n4/2P5/8/8/4K3", {4, 12}, "pc6"},
-    PairRow{"an enemy pawn on the square", squares, "4k3/8/8/3p4/2P5/8/8/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"held for good", centre_of_board, "4k3/8/8/8/2P5/8/8/4K3", {4, 12}, "pc6"},
+    PairRow{"held until a pawn comes", centre_of_board, "4k3/4p3/8/8/2P5/8/8/4K3", {2, 4}, "pc4"},
+    PairRow{"within reach", centre_of_board, "4k3/8/8/8/8/8/2P5/4K3", {4, 2}, "cc4"},
+    PairRow{"more pawns on d and e", centre_of_board, "4k3/8/8/8/8/8/4P3/4K3", {4 + 2, 2 + 2}, "cc4 pc1"},
+    PairRow{"attacked by both", centre_of_board, "4k3/8/4p3/8/2P5/8/8/4K3", {0, 0}},
+    PairRow{"a pawn on the square", centre_of_board, "4k3/8/8/3n4/2P5/8/8/4K3", {4, 12}, "pc6"},
+    PairRow{"an enemy pawn on the square", centre_of_board, "4k3/8/8/3p4/2P5/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(CentrePatterns, PawnTerms, testing::Values(
     PairRow{"d2 and e2", patterns, "4k3/8/8/8/8/8/3PP3/4K3", {-15, -34}, "pc-15 cc-10"},

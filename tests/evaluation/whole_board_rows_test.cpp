@@ -4,18 +4,12 @@
 
 #include "evaluation/patterns.h"
 #include "support/row_name.h"
+#include "support/sided_terms.h"
 #include "support/term_rows.h"
 
 namespace {
 
-template <SCORE_PAIR (*Term)(EVALUATION_CONTEXT&, const BOARD&), Colour Us>
-SCORE_PAIR SeenBy(EVALUATION_CONTEXT& context, const BOARD& board) {
-    return Us == white ? Term(context, board) : -Term(context, board);
-}
-constexpr SidedTerm<SCORE_PAIR> early_pattern{SeenBy<patterns_opening, white>, SeenBy<patterns_opening, black>};
-constexpr SidedTerm<SCORE_PAIR> later_pattern{SeenBy<patterns_middle_game, white>, SeenBy<patterns_middle_game, black>};
-constexpr SidedTerm<SCORE_PAIR> of_space{SeenBy<space, white>, SeenBy<space, black>};
-constexpr SidedTerm<SCORE_PAIR> of_activity{SeenBy<activity, white>, SeenBy<activity, black>};
+using namespace sided;
 
 class WholeBoardRows : public testing::TestWithParam<PairRow> {};
 TEST_P(WholeBoardRows, GiveTheirPairAndPoints) { ExpectPair(GetParam()); }
@@ -23,33 +17,33 @@ TEST_P(WholeBoardRows, GiveTheirPairAndPoints) { ExpectPair(GetParam()); }
 // clang-format off
 // The right to move is worth (6, 14) and "pc4 cc6" to its side.
 INSTANTIATE_TEST_SUITE_P(Patterns, WholeBoardRows, testing::Values(
-    PairRow{"the enemy to move", later_pattern, "4k3/8/8/8/8/8/8/4K3 b - - 0 1", {-6, -14}, "Pc4 Cc6"},
-    PairRow{"g1 without f1", later_pattern, "4k3/8/8/8/8/8/8/4K1N1", {6, 14}, "pc4 cc6"},
-    PairRow{"b1 and f1", later_pattern, "4k3/8/8/8/8/8/8/1N2KB2", {6, 14}, "pc4 cc6"},
-    PairRow{"all four at home", later_pattern, "4k3/8/8/8/8/8/8/1NB1KBN1", {6 - 18 - 14, 14 - 45 - 40}, "pc4 cc6 pq-4 cq-8 pk-4 ck-6"},
-    PairRow{"all four at home in the opening", early_pattern, "4k3/8/8/8/8/8/8/1NB1KBN1", {6 - 18 - 14, 14 - 45 - 40}, "pc4 cc6 pq-4 cq-8 pk-4 ck-6"},
-    PairRow{"two of the enemy at home", later_pattern, "1nb1k3/8/8/8/8/8/8/4K3", {6 + 18, 14 + 45}, "pc4 cc6 Pq-4 Cq-8"},
-    PairRow{"g3 and h2", later_pattern, "4k3/8/8/8/8/6P1/7P/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
-    PairRow{"g3 with f2 and h2", later_pattern, "4k3/8/8/8/8/6P1/5P1P/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
-    PairRow{"g3 and an enemy pawn on g2", later_pattern, "4k3/8/8/8/8/6P1/5Pp1/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
-    PairRow{"g3 with the bishop on g2", later_pattern, "4k3/8/8/8/8/6P1/5PB1/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"g4 is no g3", later_pattern, "4k3/8/8/8/6P1/8/5P2/4KB2", {6, 14}, "pc4 cc6"},
-    PairRow{"b3 and c2", later_pattern, "4k3/8/8/8/8/1P6/2P5/2B1K3", {6 - 5, 14 - 8}, "pc4 cc6 cq-3"},
-    PairRow{"b3, b2 and c2", later_pattern, "4k3/8/8/8/8/1P6/1PP5/2B1K3", {6, 14}, "pc4 cc6"},
-    PairRow{"b3 alone", later_pattern, "4k3/8/8/8/8/1P6/8/2B1K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights without f2", early_pattern, "4k3/8/8/8/8/2N2N2/2P5/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights without c2", early_pattern, "4k3/8/8/8/8/2N2N2/5P2/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"one knight", early_pattern, "4k3/8/8/8/8/5N2/2P2P2/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights of the enemy", early_pattern, "4k3/2p2p2/2n2n2/8/8/8/8/4K3", {6 + 4, 14 + 8}, "pc4 cc6 Pc-3 Cc3"},
-    PairRow{"e3, d5 and d4", early_pattern, "4k3/8/8/3p4/3P4/2N1PN2/2P2P2/4K3", {6 - 4 - 10, 14 - 8 - 20}, "pc1 cc9"},
-    PairRow{"e3, d5 and e4", early_pattern, "4k3/8/8/3p4/4p3/2N1PN2/2P2P2/4K3", {6 - 4 - 10, 14 - 8 - 20}, "pc1 cc9"},
-    PairRow{"e3 alone", early_pattern, "4k3/8/8/8/8/2N1PN2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"d5 alone", early_pattern, "4k3/8/8/3p4/8/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"a locked centre", early_pattern, "4k3/8/8/3p4/3Pp3/2N1PN2/PPP2PPP/4K3", {6 - 4 - 25, 14 - 8 - 35}, "pc1 cc9"},
-    PairRow{"all but d5", early_pattern, "4k3/8/8/8/3Pp3/2N1PN2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"all but e3", early_pattern, "4k3/8/8/3p4/3Pp3/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
-    PairRow{"e3 and d5 without the knights", early_pattern, "4k3/8/8/3p4/8/4P3/2P2P2/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights and g3", early_pattern, "4k3/8/8/8/8/2N2NP1/2P2P2/4KB2", {6 - 4 - 8, 14 - 8 - 14}, "pc1 cc9 ck-4"}), RowName<PairRow>);
+    PairRow{"the enemy to move", game_patterns, "4k3/8/8/8/8/8/8/4K3 b - - 0 1", {-6, -14}, "Pc4 Cc6"},
+    PairRow{"g1 without f1", game_patterns, "4k3/8/8/8/8/8/8/4K1N1", {6, 14}, "pc4 cc6"},
+    PairRow{"b1 and f1", game_patterns, "4k3/8/8/8/8/8/8/1N2KB2", {6, 14}, "pc4 cc6"},
+    PairRow{"all four at home", game_patterns, "4k3/8/8/8/8/8/8/1NB1KBN1", {6 - 18 - 14, 14 - 45 - 40}, "pc4 cc6 pq-4 cq-8 pk-4 ck-6"},
+    PairRow{"all four at home in the opening", early_patterns, "4k3/8/8/8/8/8/8/1NB1KBN1", {6 - 18 - 14, 14 - 45 - 40}, "pc4 cc6 pq-4 cq-8 pk-4 ck-6"},
+    PairRow{"two of the enemy at home", game_patterns, "1nb1k3/8/8/8/8/8/8/4K3", {6 + 18, 14 + 45}, "pc4 cc6 Pq-4 Cq-8"},
+    PairRow{"g3 and h2", game_patterns, "4k3/8/8/8/8/6P1/7P/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
+    PairRow{"g3 with f2 and h2", game_patterns, "4k3/8/8/8/8/6P1/5P1P/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
+    PairRow{"g3 and an enemy pawn on g2", game_patterns, "4k3/8/8/8/8/6P1/5Pp1/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
+    PairRow{"g3 with the bishop on g2", game_patterns, "4k3/8/8/8/8/6P1/5PB1/4K3", {6, 14}, "pc4 cc6"},
+    PairRow{"g4 is no g3", game_patterns, "4k3/8/8/8/6P1/8/5P2/4KB2", {6, 14}, "pc4 cc6"},
+    PairRow{"b3 and c2", game_patterns, "4k3/8/8/8/8/1P6/2P5/2B1K3", {6 - 5, 14 - 8}, "pc4 cc6 cq-3"},
+    PairRow{"b3, b2 and c2", game_patterns, "4k3/8/8/8/8/1P6/1PP5/2B1K3", {6, 14}, "pc4 cc6"},
+    PairRow{"b3 alone", game_patterns, "4k3/8/8/8/8/1P6/8/2B1K3", {6, 14}, "pc4 cc6"},
+    PairRow{"knights without f2", early_patterns, "4k3/8/8/8/8/2N2N2/2P5/4K3", {6, 14}, "pc4 cc6"},
+    PairRow{"knights without c2", early_patterns, "4k3/8/8/8/8/2N2N2/5P2/4K3", {6, 14}, "pc4 cc6"},
+    PairRow{"one knight", early_patterns, "4k3/8/8/8/8/5N2/2P2P2/4K3", {6, 14}, "pc4 cc6"},
+    PairRow{"knights of the enemy", early_patterns, "4k3/2p2p2/2n2n2/8/8/8/8/4K3", {6 + 4, 14 + 8}, "pc4 cc6 Pc-3 Cc3"},
+    PairRow{"e3, d5 and d4", early_patterns, "4k3/8/8/3p4/3P4/2N1PN2/2P2P2/4K3", {6 - 4 - 10, 14 - 8 - 20}, "pc1 cc9"},
+    PairRow{"e3, d5 and e4", early_patterns, "4k3/8/8/3p4/4p3/2N1PN2/2P2P2/4K3", {6 - 4 - 10, 14 - 8 - 20}, "pc1 cc9"},
+    PairRow{"e3 alone", early_patterns, "4k3/8/8/8/8/2N1PN2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
+    PairRow{"d5 alone", early_patterns, "4k3/8/8/3p4/8/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
+    PairRow{"a locked centre", early_patterns, "4k3/8/8/3p4/3Pp3/2N1PN2/PPP2PPP/4K3", {6 - 4 - 25, 14 - 8 - 35}, "pc1 cc9"},
+    PairRow{"all but d5", early_patterns, "4k3/8/8/8/3Pp3/2N1PN2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
+    PairRow{"all but e3", early_patterns, "4k3/8/8/3p4/3Pp3/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
+    PairRow{"e3 and d5 without the knights", early_patterns, "4k3/8/8/3p4/8/4P3/2P2P2/4K3", {6, 14}, "pc4 cc6"},
+    PairRow{"knights and g3", early_patterns, "4k3/8/8/8/8/2N2NP1/2P2P2/4KB2", {6 - 4 - 8, 14 - 8 - 14}, "pc1 cc9 ck-4"}), RowName<PairRow>);
 // clang-format on
 
 template <class... Squares>

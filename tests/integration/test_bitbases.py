@@ -97,12 +97,17 @@ def test_generate_keeps_files_and_verify_needs_tablebases(start, beside):
             "Error (tablebases not loaded): verify two_pawns\n") in engine.output
 
 
-def test_a_shorter_start_set_wins_and_holds(tmp_path):
+def test_endings_are_won_and_held_with_the_files_alone(tmp_path):
     lines = (ROOT / "tests" / "data" / "pawn_endings.epd").read_text().splitlines()
     few = tmp_path / "few.epd"
     few.write_text("\n".join(lines[20::10]) + "\n")
-    run = subprocess.run([sys.executable, ROOT / "tools" / "play_endings", BEST_MOVE, "--file", few, "--depth", "4",
-                          "--bitbases", BITBASES], capture_output=True, text=True)
+
+    def play(*options):
+        return subprocess.run([sys.executable, ROOT / "tools" / "play_endings", BEST_MOVE, "--file", few, "--depth", "4",
+                               *options], capture_output=True, text=True)
+
+    assert play().returncode == 1, "without the files so shallow a search errs"
+    run = play("--bitbases", BITBASES)
     assert run.returncode == 0, run.stdout + run.stderr
     assert re.search(r"^won: (\d+) of \1,", run.stdout, re.MULTILINE) and re.search(r"^held: (\d+) of \1,", run.stdout,
                                                                                     re.MULTILINE)

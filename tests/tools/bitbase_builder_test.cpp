@@ -9,6 +9,7 @@
 #include "bitbase_builder/program.h"
 #include "bitbases/single_pawn_solver.h"
 #include "support/board_builder.h"
+#include "tools/builder_boards.h"
 
 namespace {
 
@@ -35,16 +36,6 @@ std::string PlacementOf(const BOARD& board) {
     return text;
 }
 
-/// The engine's board of a position; false if the engine takes it for illegal.
-bool PutOnBoard(BOARD& board, const Position& position, Square en_passant = 0) {
-    std::int8_t squares[64] = {};
-    for (std::size_t m = 0; m < static_cast<std::size_t>(position.count); ++m) {
-        const int type = position.men[m].type;
-        squares[position.at[m]] = static_cast<std::int8_t>(position.men[m].colour == white ? type : -type);
-    }
-    return board.SetPosition(squares, static_cast<int>(position.to_move), en_passant, 0);
-}
-
 const std::vector<std::vector<Man>> materials = {
     {{white, pawn}},
     {{white, queen}, {black, rook}},
@@ -62,12 +53,7 @@ void ForRandomPositions(int of_each, Visit visit) {
     std::mt19937_64 random(5);
     for (const std::vector<Man>& material : materials) {
         const Table table(material);
-        for (int found = 0; found < of_each;) {
-            const Position position = table.position_of(random() % table.size());
-            if (!is_legal(position)) continue;
-            ++found;
-            visit(table, position);
-        }
+        ForRandomPositionsOf(table, of_each, random, visit);
     }
 }
 

@@ -25,6 +25,7 @@
 #include "support/command_bench.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
+#include "tools/builder_boards.h"
 
 namespace {
 
@@ -54,28 +55,14 @@ std::optional<Position> PositionOf(const BOARD& board) {
 }
 
 BOARD BoardOf(const Position& position) {
-    std::int8_t squares[64] = {};
-    for (std::size_t m = 0; m < static_cast<std::size_t>(position.count); ++m) {
-        const int type = position.men[m].type;
-        squares[position.at[m]] = static_cast<std::int8_t>(position.men[m].colour == white ? type : -type);
-    }
     BOARD board;
-    EXPECT_TRUE(board.SetPosition(squares, static_cast<int>(position.to_move), 0, 0));
+    EXPECT_TRUE(PutOnBoard(board, position));
     return board;
 }
 
 /// A score of tablebases: a mate in an unknown number of plies.
 int ScoreOf(Value value) {
     return value == bitbase_builder::unknown ? 0 : value == bitbase_builder::win ? 32700 : -32700;
-}
-
-std::string NameOf(const Table& table) {
-    std::string of_white = "K";
-    std::string of_black = "K";
-    for (const bitbase_builder::Man& man : table.extras()) {
-        (man.colour == white ? of_white : of_black) += " PNBRQK"[man.type];
-    }
-    return of_white + of_black;
 }
 
 class ExactBitbases : public testing::Test {
@@ -232,14 +219,7 @@ TEST_F(ExactBitbases, AFlippedBitIsFoundInEveryClass) {
 template <class Visit>
 void ForRandomPositions(const Library& library, int of_each, Visit visit) {
     std::mt19937_64 random(11);
-    for (const auto& table : library.tables()) {
-        for (int found = 0; found < of_each;) {
-            const Position position = table->position_of(random() % table->size());
-            if (!is_legal(position)) continue;
-            ++found;
-            visit(*table, position);
-        }
-    }
+    for (const auto& table : library.tables()) ForRandomPositionsOf(*table, of_each, random, visit);
 }
 
 int SignOf(Value value) { return value == bitbase_builder::unknown ? 0 : value == bitbase_builder::win ? 1 : -1; }
@@ -264,7 +244,7 @@ TEST_F(ExactBitbases, EveryValueFollowsFromItsMoves) {
     ForRandomPositions(*library_, 3000, [](const Table& table, const Position& position) {
         BOARD board = BoardOf(position);
         ASSERT_EQ(SignOf(library_->value(position)), ValueOfMoves(*library_, board))
-            << NameOf(table) << ' ' << FenOf(board);
+            << name_of(table.extras()) << ' ' << FenOf(board);
     });
 }
 
@@ -310,8 +290,8 @@ TEST_F(ExactBitbases, AgreeWithAPlainSearchToTheEnd) {
         const bool has_pawns_alone = board.total_material == 0;
         const PlainSearch::Bounds bounds = PlainSearch().Search(board, has_pawns_alone ? 5 : 3);
         const int value = SignOf(library_->value(position));
-        ASSERT_GE(value, bounds.at_least) << NameOf(table) << ' ' << FenOf(board);
-        ASSERT_LE(value, bounds.at_most) << NameOf(table) << ' ' << FenOf(board);
+        ASSERT_GE(value, bounds.at_least) << name_of(table.extras()) << ' ' << FenOf(board);
+        ASSERT_LE(value, bounds.at_most) << name_of(table.extras()) << ' ' << FenOf(board);
         if (bounds.at_least != -1 || bounds.at_most != 1) ++positions;
     });
     EXPECT_GT(positions, 2000) << "positions of which the search shows something";
@@ -355,7 +335,7 @@ struct Totals {
 
 const Table& TableOf(const Library& library, const std::string& name) {
     for (const auto& table : library.tables()) {
-        if (NameOf(*table) == name) return *table;
+        if (name_of(table->extras()) == name) return *table;
     }
     throw std::invalid_argument(name);
 }

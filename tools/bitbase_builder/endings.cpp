@@ -10,16 +10,6 @@ namespace {
 
 constexpr std::array pieces{queen, rook, bishop, knight};
 
-std::string name_of(const std::vector<Man>& extras) {
-    constexpr std::string_view letters = " PNBRQK";
-    std::string of_white = "K";
-    std::string of_black = "K";
-    for (const Man& man : extras) {
-        (man.colour == white ? of_white : of_black) += letters[static_cast<std::size_t>(man.type)];
-    }
-    return of_white + of_black;
-}
-
 class Solving {
   public:
     Solving(Library& library, int threads, const TableBegun& begun)

@@ -225,6 +225,16 @@ std::size_t Table::index_of(const Position& position) const noexcept {
 Value Table::value(std::size_t index) const noexcept { return static_cast<Value>(load(values_[index])); }
 void Table::set(std::size_t index, Value value) noexcept { store(values_[index], value); }
 
+std::string name_of(const std::vector<Man>& extras) {
+    constexpr std::string_view letters = " PNBRQK";
+    std::string of_white = "K";
+    std::string of_black = "K";
+    for (const Man& man : extras) {
+        (man.colour == white ? of_white : of_black) += letters[static_cast<std::size_t>(man.type)];
+    }
+    return of_white + of_black;
+}
+
 // --- Library ---
 
 /// Brings a position into the form of the table that has its men: the side with the blocked pawn, with more or with

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "bitbase_builder/position.h"
@@ -12,6 +13,9 @@ namespace bitbase_builder {
 
 /// What is known of a position, for the side to move. What is not known when a table is solved is a draw.
 enum Value : std::uint8_t { unknown = 0, loss = 1, win = 2 };
+
+/// Such as "KPKP", of the men besides the kings.
+[[nodiscard]] std::string name_of(const std::vector<Man>& extras);
 
 /// All positions of some men. Up to two men besides the kings may stand anywhere; or three do, of which a white and a
 /// black pawn block one another (the blocked pair) and only the third one moves.
