@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 
 #include "evaluation/ending.h"
 #include "evaluation/middle_game.h"
@@ -97,8 +98,16 @@ int evaluate_for_display(const BOARD& board, int personality) noexcept {
     EVALUATION_CONTEXT context{.settings = &settings};
     const int position_type = classify_position(board, no_position_type);
     if (position_type == pawnless) return evaluate_pawnless(board);
+    // The one full answer settles all later questions, as the table of scores would: asked again farther away, the
+    // routine would stop at its lazy test and could contradict it.
+    std::optional<int> known;
     return bisect([&](int bound) {
-        return is_near_mate(bound) ? answer_near_mate(bound)
-                                   : evaluate_afresh(context, board, bound, position_type).score;
+        if (is_near_mate(bound)) return answer_near_mate(bound);
+        if (!known) {
+            const EVALUATION_RESULT result = evaluate_afresh(context, board, bound, position_type);
+            if (result.lazy) return result.score;
+            known = result.score;
+        }
+        return *known < bound ? bound - 1 : bound;
     });
 }

@@ -294,6 +294,13 @@ TEST(Evaluate, DisplayedScoreIsTheExactOneWithoutContempt) {
     }
 }
 
+TEST(Evaluate, DisplayedScoreIsNotBentByLazyAnswers) {
+    // Its terms add more than the lazy margin: once the score is known, questions from far away must not answer anew.
+    EvaluationBuilder position("r2qr1k1/1p3ppp/2n2n2/p2ppbN1/N3p3/1P2P3/P1PP1PPP/R1BQKB1R w KQ a6 0 1");
+    EXPECT_EQ(position.FullScore(), 246);
+    EXPECT_EQ(evaluate_for_display(position.board, 0), 246);
+}
+
 TEST(Evaluate, DisplayLeavesTheScoresOfTheSearchAlone) {
     EvaluationBuilder position(lone_minor_position, {.draw_score = 200});
     const int score = position.Score();
