@@ -219,12 +219,13 @@ class ShelterWalk {
         }
         return false;
     }
+    /// Of the square asked about, like the long one: not of the square behind it, where the walk begins.
     bool IsOnOpenShortDiagonal() const {
         constexpr Bitboard b1_h7 = squares_seen<Us>(b1, c2, d3, e4, f5, g6, h7);
         constexpr Bitboard g1_a7 = squares_seen<Us>(g1, f2, e3, d4, c5, b6, a7);
         const Bitboard closing = own_pawns() | board_.side(Us).bishops;
-        if (king_ == Seen<Us>(b1)) return (closing & b1_h7) == 0;
-        if (king_ == Seen<Us>(g1)) return (closing & g1_a7) == 0;
+        if (stands_on_ == Seen<Us>(b1)) return (closing & b1_h7) == 0;
+        if (stands_on_ == Seen<Us>(g1)) return (closing & g1_a7) == 0;
         return false;
     }
 

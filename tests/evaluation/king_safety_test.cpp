@@ -46,4 +46,19 @@ TEST(KingSafety, WingOfAKingFollowsFromItsFile) {
     }
 }
 
+/// Kings on their second rank, judged on the square beside them: a diagonal is that of the square asked about, not of
+/// the one behind it.
+TEST(KingSafety, CoverOfAKingOnItsSecondRank) {
+    struct Row {
+        std::string_view fen;
+        int cover;  ///< of the black king
+    };
+    for (const Row& row : {Row{"r4b1r/ppknp1pp/2p1n3/q7/8/P1N1BN2/1PP1QPPP/2KR3R b - - 0 1", 0},
+                           Row{"1R6/5kb1/5rpp/P7/3q3P/5pP1/1R5K/2r5 b - - 0 1", 5}}) {
+        EvaluationBuilder position(row.fen);
+        static_cast<void>(position.FullScore());
+        EXPECT_EQ(position.context.king_cover[black], row.cover) << row.fen;
+    }
+}
+
 }  // namespace

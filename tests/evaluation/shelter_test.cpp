@@ -169,7 +169,10 @@ INSTANTIATE_TEST_SUITE_P(LongDiagonal, ShelterRules, testing::Values(
     KingRow{"bishop on a8", h1, "B3k3/8/8/8/8/6P1/7P/7K", {36, 50}, 9, 8},
     KingRow{"bishop on g2", h1, "4k3/8/8/8/8/6P1/6BP/7K", {36 + 2, 50 + 5}, 9, 8 + 2}), RowName<KingRow>);
 
+// A king on c2 or f2 is also looked at on the square beside it, where a pawn may stand.
 INSTANTIATE_TEST_SUITE_P(ShortDiagonal, ShelterRules, testing::Values(
+    KingRow{"none from b2, though open behind it", b2, "4k3/8/8/8/8/8/PPK5/8", {2 - 6 + 40 - 12 - 9 + 15, 2 - 14 + 56 - 14 - 18 + 26}, 13, -8 - 10 + 14},
+    KingRow{"none from g2, though open behind it", g2, "4k3/8/8/8/8/8/5KPP/8", {6 - 6 + 40 - 12 - 9 + 15, 2 - 14 + 56 - 14 - 18 + 26}, 13, -8 - 10 + 14},
     KingRow{"open from b1", b1, "4k3/8/8/8/8/2P5/PP6/1K6", {2 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
     KingRow{"pawn far ahead on g6", b1, "4k3/8/6P1/8/8/2P5/PP6/1K6", {2 + 53 - 9 + 15, 2 + 78 - 18 + 26}, 13, 14},
     KingRow{"pawn beside it on g5", b1, "4k3/8/8/6P1/8/2P5/PP6/1K6", {2 + 53 - 9 - 2, 2 + 78 - 18 - 3}, 13, -4},
