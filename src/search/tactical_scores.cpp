@@ -24,7 +24,8 @@ static_assert(knight_promotion_with_check_gain == piece_value[knight] - piece_va
 /// A loss up to this is as good as none, in centipawns.
 constexpr Score even_exchange = -10;
 
-/// A discovered check from a square this far from the enemy king may lose the piece that moves away.
+/// A piece that discovers a check from a square this far from the enemy king may be lost by it: the king must be seen
+/// to first.
 constexpr int away_from_king = 2;
 
 /// Width of the noise among the moves of quiescence. The setting for it is read by nobody: deliberate.
@@ -100,17 +101,18 @@ struct Worth {
     std::int32_t points;  // on top of the converted gain
 };
 
-/// What the exchange on the target square brings, and with a check what comes behind it.
+/// What the exchange on the target square brings, and after a check what the piece threatens next.
 Worth ExchangeWorth(const Node& node, Move move) {
     Bitboard touched;
     const Score exchange = ExchangeScore(move, node.board(), touched);
-    const bool is_discovered = GivesDiscoveredCheck(move);
-    // The enemy must see to its king first.
-    if (exchange < 1 && is_discovered && DistanceToEnemyKing(node, move) >= away_from_king) return {0, 0};
-    if (!GivesCheck(move) || exchange < even_exchange) return {exchange, 0};
+    if (!GivesCheck(move)) return {exchange, 0};
+    const bool may_be_lost = GivesDiscoveredCheck(move) && DistanceToEnemyKing(node, move) >= away_from_king;
+    const bool is_safe = exchange >= even_exchange;
+    if (!is_safe && !may_be_lost) return {exchange, 0};
     const Score next =
         AttackGain(move, node.board(), settings::score_checking_move_should_neglect_trade_knight_vs_bishop);
-    return {exchange + next, GivesDirectCheck(move) ? SafeCheckBonus(node, move) : 0};
+    return {.gain = (exchange < 1 && may_be_lost ? 0 : exchange) + next,
+            .points = is_safe && GivesDirectCheck(move) ? SafeCheckBonus(node, move) : 0};
 }
 
 }  // namespace

@@ -79,9 +79,10 @@ INSTANTIATE_TEST_SUITE_P(Checks, TacticalScores, testing::Values(
     ScoreRow{"looking for less: direct",      checking_knight,    "d5f6", 325 + 15 + 4, 31766},
     ScoreRow{"looking for mate: discovered",  discovering_knight, "e6g5", 325 + 50, 31767},
     ScoreRow{"looking for mate: double",      "4k3/8/8/4N3/8/8/8/K3R3 w - - 0 1", "e5f3", 325 + 50, 31767},
-    ScoreRow{"double",                        "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 65},
-    ScoreRow{"double, looking for mate",      "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 75, 31767},
-    ScoreRow{"lost double far from the king", "4k3/6p1/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 65}),
+    ScoreRow{"double",                        "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 65 + 4},
+    ScoreRow{"double, looking for mate",      "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 75 + 4, 31767},
+    ScoreRow{"lost double far from the king", "4k3/6p1/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 65},
+    ScoreRow{"lost double with a threat", "4k1r1/6p1/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 65 + 500 / 8 + 15}),
     RowName<ScoreRow>);
 
 INSTANTIATE_TEST_SUITE_P(DiscoveredChecks, TacticalScores, testing::Values(
@@ -90,7 +91,8 @@ INSTANTIATE_TEST_SUITE_P(DiscoveredChecks, TacticalScores, testing::Values(
     ScoreRow{"may not lose it next to the king",      discovering_knight, "e6d8", 325 + 10 - 305 / 16 - 8},
     ScoreRow{"a pawn counts, without a safe piece",   discovering_knight, "e6c5", 325 + 10 + 4 + 100 / 16},
     ScoreRow{"a pawn and a threat to a rook",  "4k3/8/4N3/2p5/r7/8/8/1K2R3 w - - 0 1", "e6c5", 325 + 10 + 4 + 600 / 8 + 15},
-    ScoreRow{"an even threat far from the king does not count", "4k3/8/4N3/2p5/8/1r6/8/K3R3 w - - 0 1", "e6d4", 325 + 10},
+    ScoreRow{"a threat counts far from the king, where the piece is lost", "4k3/8/4N3/2p5/8/1r6/8/K3R3 w - - 0 1", "e6d4", 325 + 10 + 500 / 8 + 15},
+    ScoreRow{"nothing is lost and nothing threatened", "4k3/8/4N3/8/8/8/8/K3R3 w - - 0 1", "e6d4", 325 + 10},
     ScoreRow{"an even threat next to the king counts", "4k3/8/4N1r1/6B1/8/8/8/K3R3 w - - 0 1", "e6f8", 325 + 10 - 305 / 16 - 8},
     ScoreRow{"a safe threat next to the king counts", "4k3/8/4N1r1/8/1B6/8/8/K3R3 w - - 0 1", "e6f8", 325 + 10 + 500 / 8 + 15}),
     RowName<ScoreRow>);
@@ -146,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(TacticalSettings, TacticalSettings, testing::Values(
     SettingScoreRow{"no check",       &settings::checking_move_sorting_bonus_if_not_playing_for_mate[0], 3, pawn_fen, "e4d5", 325 + 3 + 4 + 6},
     SettingScoreRow{"direct check",   &settings::checking_move_sorting_bonus_if_not_playing_for_mate[1], 3, checking_knight, "d5f6", 325 + 3 + 4},
     SettingScoreRow{"discovered",     &settings::checking_move_sorting_bonus_if_not_playing_for_mate[2], 3, discovering_knight, "e6g5", 325 + 3},
-    SettingScoreRow{"double",         &settings::checking_move_sorting_bonus_if_not_playing_for_mate[3], 3, "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 3},
+    SettingScoreRow{"double",         &settings::checking_move_sorting_bonus_if_not_playing_for_mate[3], 3, "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 3 + 4},
     SettingScoreRow{"any move",       &settings::tactical_moves_default_sorting_value, 300, pawn_fen, "e4d5", 300 + 4 + 6},
     SettingScoreRow{"least",          &settings::tactical_moves_minimum_sorting_value, 300, losing_fen, "d1d5", 300},
     SettingScoreRow{"captured pawn",  &settings::capture_move_sorting_bonus[1], -9, pawn_fen, "e4d5", 325 - 9 + 6},
@@ -177,7 +179,7 @@ TEST(TacticalSettings, BonusOfChecksForMateCountsWhenLookingForIt) {
     EXPECT_EQ(TacticalScoreOf(pawn_fen, "e4d5", 31767), 325 + 100 + 4 + 6);
     EXPECT_EQ(TacticalScoreOf(checking_knight, "d5f6", 31767), 325 + 101 + 4);
     EXPECT_EQ(TacticalScoreOf(discovering_knight, "e6g5", 31767), 325 + 102);
-    EXPECT_EQ(TacticalScoreOf("4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 31767), 325 + 103);
+    EXPECT_EQ(TacticalScoreOf("4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 31767), 325 + 103 + 4);
 }
 
 TEST(TacticalSettings, ThreatOfAMinorTradeMayCount) {
