@@ -115,13 +115,21 @@ Distance EnteringTerm(const Node& node) {
     return node.is_principal() ? term : term >> 1;
 }
 
-/// What the material of the position is worth: some endings are worth a longer look, others none.
-Distance PositionTypeTerm(const Node& node, bool earns_extensions) {
+/// Whether the line was in the node's class before. From here on it is.
+bool StaysInClass(Node& node) {
+    std::int32_t* const class_of_line = node.search.position_class;
+    class_of_line[node.ply] = node.position_class;
+    return class_of_line[node.ply - 1] == node.position_class;
+}
+
+/// What the material of the position is worth: some endings are worth a longer look, others none. A capture or promotion
+/// that leads into an ending earns nothing yet; the first quiet move after it enters.
+Distance PositionTypeTerm(Node& node, bool earns_extensions) {
     if (!settings::enable_position_type_dependent_search_extensions || (node.last_move() & tactical_bits) != 0) {
         return 0;
     }
-    const bool stays = node.search.position_class[node.ply - 1] == node.position_class;
-    const Distance term = stays ? stay[static_cast<std::size_t>(node.position_class)] : EnteringTerm(node);
+    const Distance term =
+        StaysInClass(node) ? stay[static_cast<std::size_t>(node.position_class)] : EnteringTerm(node);
     if (term <= 0) return term;
     if (!earns_extensions) return 0;
     return node.full_extensions ? term : term >> 2;

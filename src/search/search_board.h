@@ -55,7 +55,7 @@ struct SearchBoard {
     Move moves_played[max_frames] = {};    ///< the move that led to each ply; INVALID marks a null move
     Move pv[max_frames][max_frames] = {};  ///< row `ply` is the line from that ply, ended by INVALID
     KillerPair killers[max_frames];        ///< kept from search to search
-    std::int32_t position_class[max_frames] = {};
+    std::int32_t position_class[max_frames] = {};  ///< of the line so far, as the position-type extension has noted it
     PinRecord pins[max_frames];
     CheckRunRecord check_runs[max_frames];
     HistoryTable history;

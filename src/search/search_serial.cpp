@@ -90,11 +90,12 @@ std::optional<Score> ProbeHash(Node& node) {
     return std::nullopt;
 }
 
+/// The line goes on in the class that the ply before left it in: the position-type extension notes a new one.
 void UpdateClass(Node& node) {
     if (!node.hash_gave_class) {
         node.position_class = ClassBehindMove(node.board(), node.last_move(), node.parent_class);
     }
-    node.search.position_class[node.ply] = node.position_class;
+    if (node.ply > 0) node.search.position_class[node.ply] = node.search.position_class[node.ply - 1];
 }
 
 /// Whether the filter of quiescence lets a move pass.

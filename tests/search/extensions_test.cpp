@@ -248,6 +248,31 @@ TEST_F(Extensions, EveryTypeHasItsTerms) {
     }
 }
 
+/// Rooks are traded on e7 and the kings move on: the trade itself earns nothing, but the line is still in its old class
+/// then, so that the first quiet move enters the new one.
+TEST(ClassOfTheLine, IsKeptUntilAQuietMoveEntersTheNewOne) {
+    SettingsScope scope;
+    settings::full_delayed_extensions_bonus = 64000;
+    SearchBuilder search("4k3/4r3/8/3p4/3P4/8/8/4R1K1 w - - 0 1");
+    search.board->iteration_depth = 20;
+    const auto term_after = [&](std::string_view move) {
+        search.Make(move);
+        (void)search.Ask(-30000, 1);  // a node that looks at its class and leaves
+        Node node = search.NodeAt(-30000, 64);
+        node.flags = NodeFlags::queen_not_attacked;
+        node.position_class = classify_position(search.board->board, no_position_type);
+        DelayedExtensions(node);
+        return node.delayed_extension;
+    };
+    EXPECT_EQ(term_after("e1e7"), 0);
+    EXPECT_EQ(search.board->position_class[1], rook_ending);
+    EXPECT_EQ(term_after("e8e7"), 0);
+    EXPECT_EQ(search.board->position_class[2], rook_ending) << "still";
+    EXPECT_EQ(term_after("g1f2"), 256) << "a pawn ending is entered";
+    EXPECT_EQ(search.board->position_class[3], pawn_ending);
+    EXPECT_EQ(term_after("e7e6"), 10) << "and stayed in";
+}
+
 TEST_F(Extensions, TypeTermIsOnlyForQuietLastMoves) {
     search_.board->position_class[0] = unbalanced_ending;
     const auto term = [&] {

@@ -19,6 +19,7 @@ namespace {
 struct MateProblem {
     std::string fen;
     int moves = 0;
+    std::uint64_t most_nodes = 6000000;  ///< the search may spend
 };
 
 /// Throws if a line is no problem.
@@ -34,6 +35,7 @@ std::vector<MateProblem> ReadProblems() {
         if (!words || code != "dm") throw std::invalid_argument(line);
         for (const std::string* field : {&board, &side, &castling, &en_passant}) problem.fen += *field + ' ';
         problem.fen += "0 1";
+        if (char semicolon = 0; words >> semicolon >> code && code == "acn") words >> problem.most_nodes;
         problems.push_back(problem);
     }
     return problems;
@@ -63,17 +65,18 @@ TEST(Mates, AreForcedAndNoShorter) {
 
 /// Ends the search as soon as it announces the score that is looked for, or when it has searched too long.
 struct MateHost : FakeSearchHost {
-    MateHost(const SearchController& searching, int score) : controller(searching), wanted(score) {}
+    MateHost(const SearchController& searching, int score, std::uint64_t nodes)
+        : controller(searching), wanted(score), most_nodes(nodes) {}
     void sendThinking(const SearchInfo& info) override {
         best = std::max(best, info.score);
         if (info.score == wanted) throw search_aborted_exception{.discard = false};
     }
     void pollInput() override {
-        constexpr std::uint64_t most_nodes = 6000000;
         if (controller.info().nodes > most_nodes) throw search_aborted_exception{.discard = false};
     }
     const SearchController& controller;
     int wanted;
+    std::uint64_t most_nodes;
     int best = -infinity_bound;  ///< the highest score announced
 };
 
@@ -85,7 +88,7 @@ TEST(Mates, AreFoundWithTheRightDistance) {
         game.SetBoardFromFen(problem.fen);
         SearchController controller;
         const int score = infinity_bound - (2 * problem.moves - 1);
-        MateHost host(controller, score);
+        MateHost host(controller, score, problem.most_nodes);
         controller.Run({.max_depth = 60}, game, host);
         EXPECT_EQ(controller.score(), score) << problem.fen;
         EXPECT_LE(host.best, score) << problem.fen << ": nothing shorter was ever announced";
