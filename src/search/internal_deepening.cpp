@@ -22,6 +22,10 @@ ChildFlags DeepeningFlags(const Node& node) {
     return flags;
 }
 
+/// At most so many of these searches run inside each other. The settings allow reductions so small, beside extensions
+/// so large, that one would follow the other until the stack is full; with the defaults no more than 15 were ever seen.
+constexpr int deepest_nesting = 64;
+
 Distance ReducedDistance(const Node& node) {
     Distance distance =
         node.distance -
@@ -40,9 +44,14 @@ std::optional<Score> InternalDeepening(Node& node) {
     const Distance threshold = node.is_principal() ? settings::min_depth_for_iid_if_searching_pv_move
                                                    : settings::min_depth_for_iid_if_not_searching_pv_move;
     if (node.distance < threshold) return std::nullopt;
-    // It runs at this ply and on the same stacks; only its best move is of interest.
-    (void)SearchNode(node.search, node.moves_end, node.beta, ReducedDistance(node), node.type, node.parent_class,
+    const Distance reduced = ReducedDistance(node);
+    if (reduced >= node.distance || node.search.deepening_searches == deepest_nesting) return std::nullopt;
+    // It runs at this ply and on the same stacks; only its best move is of interest. A throw leaves the counter to the
+    // next StartSearch.
+    ++node.search.deepening_searches;
+    (void)SearchNode(node.search, node.moves_end, node.beta, reduced, node.type, node.parent_class,
                      DeepeningFlags(node));
+    --node.search.deepening_searches;
     node.hash_move = node.search.pv[node.ply][0];
     const bool was_refuted = node.has_move_list && settings::ettc_should_remove_refuted_moves &&
                              node.hash_move != INVALID && !IsInList(node, node.hash_move);

@@ -19,6 +19,7 @@ void SearchBoard::StartSearch(const BOARD& position, Score contempt) {
     draw_score[position.side_to_move ^ 1U] = -contempt;
     noise.Restart();
     iteration_depth = 1;
+    deepening_searches = 0;
     nodes = ettc_tries = ettc_cutoffs = 0;
     poll_countdown = first_poll_countdown;
 }

@@ -52,9 +52,9 @@ inline constexpr std::uint64_t first_poll_countdown = 100;
 struct SearchBoard {
     BOARD board;
 
-    Move moves_played[max_frames] = {};    ///< the move that led to each ply; INVALID marks a null move
-    Move pv[max_frames][max_frames] = {};  ///< row `ply` is the line from that ply, ended by INVALID
-    KillerPair killers[max_frames];        ///< kept from search to search
+    Move moves_played[max_frames] = {};            ///< the move that led to each ply; INVALID marks a null move
+    Move pv[max_frames][max_frames] = {};          ///< row `ply` is the line from that ply, ended by INVALID
+    KillerPair killers[max_frames];                ///< kept from search to search
     std::int32_t position_class[max_frames] = {};  ///< of the line so far, as the position-type extension has noted it
     PinRecord pins[max_frames];
     CheckRunRecord check_runs[max_frames];
@@ -63,8 +63,9 @@ struct SearchBoard {
     OrderingNoise noise;
 
     EVALUATION_CONTEXT evaluation;
-    Score draw_score[2] = {};  ///< worth of a draw, by side on move
-    int iteration_depth = 1;   ///< number of the iteration at work
+    Score draw_score[2] = {};    ///< worth of a draw, by side on move
+    int iteration_depth = 1;     ///< number of the iteration at work
+    int deepening_searches = 0;  ///< internal deepening searches that are on the stack
 
     // Local counters; the search collects them at every poll.
     std::uint64_t nodes = 0;
