@@ -122,14 +122,13 @@ bool StaysInClass(Node& node) {
     return class_of_line[node.ply - 1] == node.position_class;
 }
 
-/// What the material of the position is worth: some endings are worth a longer look, others none. A capture or promotion
-/// that leads into an ending earns nothing yet; the first quiet move after it enters.
+/// What the material of the position is worth: some endings are worth a longer look, others none. A capture or
+/// promotion that leads into an ending earns nothing yet; the first quiet move after it enters.
 Distance PositionTypeTerm(Node& node, bool earns_extensions) {
     if (!settings::enable_position_type_dependent_search_extensions || (node.last_move() & tactical_bits) != 0) {
         return 0;
     }
-    const Distance term =
-        StaysInClass(node) ? stay[static_cast<std::size_t>(node.position_class)] : EnteringTerm(node);
+    const Distance term = StaysInClass(node) ? stay[static_cast<std::size_t>(node.position_class)] : EnteringTerm(node);
     if (term <= 0) return term;
     if (!earns_extensions) return 0;
     return node.full_extensions ? term : term >> 2;
@@ -158,6 +157,7 @@ Distance Check(Node& node, Move move) {
     }
 }
 
+/// A pawn rounds to nothing, so that one taken after a quiet move counts too: docs/oddities.md.
 Distance Recapture(Node& node, Move move) {
     const Move last = node.last_move();
     if (CapturedPiece(move) < settings::min_captured_piece_for_recapture_extension ||

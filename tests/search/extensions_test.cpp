@@ -334,6 +334,8 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
     InstantRow{"recapture of a bishop by way of a pawn: not equal", captures_fen, "d4c5", "d6c4", 0, 0},
     InstantRow{"recapture, pawn for pawn", "4k3/8/3p4/4p3/3P4/8/8/4K3 w - - 0 1", "d4e5", "d6e5", 28, 12},
     InstantRow{"knight takes bishop, then knight is taken", "4k3/8/1p6/2b5/4N3/8/8/4K3 b - - 0 1", "e8e7", "e4c5", 0, 0},
+    InstantRow{"a pawn taken after a quiet move counts as one", "4k3/8/8/4p3/3P4/8/8/4K3 b - - 0 1", "e8e7", "d4e5", 28, 12},
+    InstantRow{"a knight taken after a quiet move does not", "4k3/8/8/4n3/3P4/8/8/4K3 b - - 0 1", "e8e7", "d4e5", 0, 0},
     InstantRow{"a knight recaptures a bishop's equal", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 28, 12},
     InstantRow{"recapture on another square", "4k3/8/8/2b5/4N3/6b1/5N2/K7 w - - 0 1", "e4c5", "g3f2", 28, 12},
     InstantRow{"recapture on another square, where it must be the same", "4k3/8/8/2b5/4N3/6b1/5N2/K7 w - - 0 1", "e4c5", "g3f2", 0, 0, [](Node&) {
