@@ -11,7 +11,7 @@
 
 #include "bitbases/bitbases.h"
 #include "chess/board.h"
-#include "frame/vocabulary.h"
+#include "frame/base/vocabulary.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "frame/os_dependent.h"
+#include "frame/base/os_dependent.h"
 
 namespace {
 

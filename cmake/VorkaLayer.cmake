@@ -1,7 +1,7 @@
 # vorka_layer(<name> SOURCES <file>.. [USES <layer>..])
 #
 # Adds one layer of the engine as the static library vorka_<name>. A layer links only what USES names, and the layers
-# stand in one row (base, chess, hash, bitbases, evaluation, search, game, interfaces, shell): each uses layers to its
+# stand in one row (base, chess, tables, bitbases, evaluation, search, game, interfaces, shell): each uses layers to its
 # left only, so an arrow the wrong way fails to link.
 function(vorka_layer name)
   cmake_parse_arguments(PARSE_ARGV 1 layer "" "" "SOURCES;USES")

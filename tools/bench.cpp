@@ -13,9 +13,9 @@
 #include <string_view>
 
 #include "chess/user_board.h"
-#include "search/hash.h"
-#include "search/search_controller.h"
-#include "search/search_settings.h"
+#include "search/root/search_controller.h"
+#include "search/settings/search_settings.h"
+#include "search/tables/hash.h"
 #include "silent_host.h"
 
 namespace {

@@ -15,9 +15,9 @@
 #include "bitbases/bitbases.h"
 #include "chess/notation.h"
 #include "chess/user_board.h"
-#include "frame/vocabulary.h"
-#include "search/hash.h"
-#include "search/search_controller.h"
+#include "frame/base/vocabulary.h"
+#include "search/root/search_controller.h"
+#include "search/tables/hash.h"
 #include "silent_host.h"
 
 namespace {

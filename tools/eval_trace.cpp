@@ -14,8 +14,8 @@
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "evaluation/evaluate.h"
+#include "evaluation/king/places.h"
 #include "evaluation/middle_game_walk.h"
-#include "evaluation/places.h"
 
 namespace {
 

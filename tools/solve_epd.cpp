@@ -16,8 +16,8 @@
 
 #include "chess/notation.h"
 #include "chess/user_board.h"
-#include "search/hash.h"
-#include "search/search_controller.h"
+#include "search/root/search_controller.h"
+#include "search/tables/hash.h"
 #include "silent_host.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include "bitbases/bitbases.h"
 #include "bitbases/memory_mapped_file.h"
 #include "bitbases/tablebases.h"
-#include "frame/logfile.h"
-#include "frame/vocabulary.h"
+#include "frame/base/logfile.h"
+#include "frame/base/vocabulary.h"
 
 // Both ways use one walk for each class. It puts the men of every cell on an empty board, always with the side that the
 // table names as White, and leaves out what is no position.

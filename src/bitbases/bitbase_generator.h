@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "chess/board.h"
-#include "frame/vorka_exception.h"
+#include "frame/base/vorka_exception.h"
 
 /// Copies bitbases out of tablebases, position by position, and compares loaded bitbases with them.
 namespace VorkaGenerator {

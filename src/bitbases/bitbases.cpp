@@ -6,10 +6,10 @@
 #include "bitbases/memory_mapped_file.h"
 #include "bitbases/single_pawn_bitbases_data.h"
 #include "chess/bitboard_tables.h"
-#include "frame/checked_assert.h"
-#include "frame/logfile.h"
-#include "frame/os_dependent.h"
-#include "frame/vocabulary.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/logfile.h"
+#include "frame/base/os_dependent.h"
+#include "frame/base/vocabulary.h"
 
 // A position is turned until it looks as the table's: colours are exchanged by XOR 56 on every square, left and right
 // by XOR 7, which pawn endings allow because nobody castles in them. An example for two pawns: Black to move with its

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "chess/board.h"
-#include "frame/vorka_exception.h"
+#include "frame/base/vorka_exception.h"
 
 /// What is known exactly of pawn endings: king and pawn against king (built in), king and pawn against king and pawn,
 /// and king and two pawns against king and pawn where two pawns block one another. The last two are files beside the

@@ -5,9 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "frame/checked_assert.h"
-#include "frame/os_dependent.h"
-#include "frame/vocabulary.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/os_dependent.h"
+#include "frame/base/vocabulary.h"
 
 namespace VorkaUtils {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "frame/vorka_exception.h"
+#include "frame/base/vorka_exception.h"
 
 namespace VorkaUtils {
 

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "frame/logfile.h"
-#include "frame/vocabulary.h"
+#include "frame/base/logfile.h"
+#include "frame/base/vocabulary.h"
 
 namespace VorkaTablebases {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "chess/board.h"
-#include "frame/vorka_exception.h"
+#include "frame/base/vorka_exception.h"
 
 /// Endgame tablebases with distances to mate, behind an abstract source: who reads the files of a format implements
 /// TableSource. No source is there at the start, and a build without a reader never gets one.

@@ -6,8 +6,8 @@
 #include "chess/move_generator.h"
 #include "chess/notation.h"
 #include "chess/position_keys.h"
-#include "frame/logfile.h"
-#include "frame/vocabulary.h"
+#include "frame/base/logfile.h"
+#include "frame/base/vocabulary.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "chess/move_generator.h"
 #include "chess/notation.h"
 #include "chess/user_board.h"
-#include "frame/text_utilities.h"
+#include "frame/base/text_utilities.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "chess/special_moves.h"
-#include "frame/checked_assert.h"
-#include "frame/vocabulary.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/vocabulary.h"
 
 // The generator is strictly legal: it finds pins, checkers and discovering pieces once, and then writes only moves that
 // leave the own king safe, each marked with the checks it gives. The steps stand in the order of their moves in the

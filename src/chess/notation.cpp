@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "chess/move_generator.h"
-#include "frame/vocabulary.h"
+#include "frame/base/vocabulary.h"
 
 namespace {
 

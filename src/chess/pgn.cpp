@@ -7,8 +7,8 @@
 
 #include "chess/fen.h"
 #include "chess/notation.h"
-#include "frame/text_utilities.h"
-#include "frame/vocabulary.h"
+#include "frame/base/text_utilities.h"
+#include "frame/base/vocabulary.h"
 
 namespace {
 

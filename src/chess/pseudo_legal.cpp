@@ -2,8 +2,8 @@
 
 #include "chess/board.h"
 #include "chess/special_moves.h"
-#include "frame/checked_assert.h"
-#include "frame/vocabulary.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/vocabulary.h"
 
 // A word from another position is tested field by field against this one. It was made by the generator somewhere, so
 // that its geometry is taken for granted: that a slider moves along one of its lines, or that castling is allowed at

@@ -5,7 +5,7 @@
 
 #include "chess/fen.h"
 #include "chess/move_generator.h"
-#include "frame/vocabulary.h"
+#include "frame/base/vocabulary.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "chess/board.h"
 #include "chess/notation.h"
-#include "frame/vorka_exception.h"
+#include "frame/base/vorka_exception.h"
 
 enum class GameResult : std::int32_t { running = 0, white_wins = 1, black_wins = 2, draw = 3, aborted = 4 };
 

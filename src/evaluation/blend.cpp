@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "evaluation/position_type.h"
+#include "evaluation/context/position_type.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "chess/board.h"
-#include "evaluation/evaluation_context.h"
-#include "evaluation/score_pair.h"
+#include "evaluation/context/evaluation_context.h"
+#include "evaluation/context/score_pair.h"
 
 /// How far an opening or middle game has gone towards the ending, from 0.0 with nearly all pieces to 1.0.
 [[nodiscard]] double endgame_weight(const BOARD& board) noexcept;

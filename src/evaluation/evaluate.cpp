@@ -4,16 +4,16 @@
 #include <cstdlib>
 #include <optional>
 
-#include "evaluation/ending.h"
+#include "evaluation/endings/ending.h"
+#include "evaluation/endings/pawn_ending.h"
+#include "evaluation/endings/pawnless.h"
+#include "evaluation/endings/queen_ending.h"
+#include "evaluation/endings/rook_ending.h"
 #include "evaluation/middle_game.h"
-#include "evaluation/passed_pawns.h"
-#include "evaluation/pawn_ending.h"
-#include "evaluation/pawn_hash_entry.h"
-#include "evaluation/pawnless.h"
-#include "evaluation/queen_ending.h"
-#include "evaluation/rook_ending.h"
-#include "search/hash.h"
-#include "search/score.h"
+#include "evaluation/pawns/passed_pawns.h"
+#include "evaluation/pawns/pawn_hash_entry.h"
+#include "search/tables/hash.h"
+#include "search/tables/score.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "chess/board.h"
-#include "evaluation/evaluation_context.h"
-#include "evaluation/position_type.h"
+#include "evaluation/context/evaluation_context.h"
+#include "evaluation/context/position_type.h"
 
 /// A bound test, in centipawns for the side to move: `result >= bound` means that the true score is at least `bound`,
 /// `result < bound` that it is below; a result other than `bound` and `bound - 1` is the true score. It costs the less

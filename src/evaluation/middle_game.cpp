@@ -4,11 +4,11 @@
 #include <optional>
 
 #include "evaluation/blend.h"
+#include "evaluation/context/position_type.h"
+#include "evaluation/context/score_pair.h"
+#include "evaluation/context/term_visitor.h"
+#include "evaluation/king/places.h"
 #include "evaluation/middle_game_walk.h"
-#include "evaluation/places.h"
-#include "evaluation/position_type.h"
-#include "evaluation/score_pair.h"
-#include "evaluation/term_visitor.h"
 
 namespace {
 

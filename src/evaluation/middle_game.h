@@ -1,7 +1,7 @@
 #pragma once
 
 #include "chess/board.h"
-#include "evaluation/evaluation_context.h"
+#include "evaluation/context/evaluation_context.h"
 
 /// The routines of the types `opening` and `middle_game`: pairs are summed term by term and blended at the end. They
 /// need a cleared context on which the pawn hash table was tried.

@@ -4,20 +4,20 @@
 #include <iterator>
 
 #include "chess/board.h"
-#include "evaluation/bishops.h"
 #include "evaluation/blend.h"
-#include "evaluation/evaluation_context.h"
-#include "evaluation/king_safety.h"
-#include "evaluation/knights.h"
-#include "evaluation/material_terms.h"
-#include "evaluation/passed_pawns.h"
-#include "evaluation/patterns.h"
-#include "evaluation/pawn_structure.h"
-#include "evaluation/pawn_structure_walk.h"
-#include "evaluation/position_type.h"
-#include "evaluation/queens.h"
-#include "evaluation/rooks.h"
-#include "evaluation/term_visitor.h"
+#include "evaluation/context/evaluation_context.h"
+#include "evaluation/context/position_type.h"
+#include "evaluation/context/term_visitor.h"
+#include "evaluation/king/king_safety.h"
+#include "evaluation/pawns/passed_pawns.h"
+#include "evaluation/pawns/pawn_structure.h"
+#include "evaluation/pawns/pawn_structure_walk.h"
+#include "evaluation/pieces/bishops.h"
+#include "evaluation/pieces/knights.h"
+#include "evaluation/pieces/material_terms.h"
+#include "evaluation/pieces/patterns.h"
+#include "evaluation/pieces/queens.h"
+#include "evaluation/pieces/rooks.h"
 
 /// The walk over the terms of the opening and the middle game, for their routines and for whoever wants to see the
 /// terms one by one: first `walk_first_terms`, whose sum may settle a question; then `find_places` and

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "frame/os_dependent.h"
-#include "frame/text_utilities.h"
+#include "frame/base/os_dependent.h"
+#include "frame/base/text_utilities.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "bitbases/synthetic_file.h"
-#include "frame/os_dependent.h"
+#include "frame/base/os_dependent.h"
 #include "support/board_builder.h"
 #include "support/log_capture.h"
 #include "support/row_name.h"

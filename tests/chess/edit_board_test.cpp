@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "chess/user_board.h"
-#include "frame/logfile.h"
+#include "frame/base/logfile.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"
 

@@ -8,7 +8,7 @@
 #include <type_traits>
 
 #include "chess/user_board.h"
-#include "frame/logfile.h"
+#include "frame/base/logfile.h"
 #include "support/board_builder.h"
 #include "support/game_checks.h"
 #include "support/row_name.h"

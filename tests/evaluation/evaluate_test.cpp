@@ -8,8 +8,8 @@
 #include <tuple>
 
 #include "evaluation/blend.h"
-#include "evaluation/king_safety.h"
-#include "evaluation/pawn_hash_entry.h"
+#include "evaluation/king/king_safety.h"
+#include "evaluation/pawns/pawn_hash_entry.h"
 #include "support/evaluation_builder.h"
 #include "support/row_name.h"
 

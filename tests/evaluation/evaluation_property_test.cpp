@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <random>
 
-#include "evaluation/ending.h"
+#include "evaluation/endings/ending.h"
 #include "evaluation/middle_game.h"
-#include "evaluation/pawn_hash_entry.h"
+#include "evaluation/pawns/pawn_hash_entry.h"
 #include "support/evaluation_builder.h"
 #include "support/random_games.h"
 

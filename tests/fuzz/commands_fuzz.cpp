@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "frame/logfile.h"
+#include "frame/base/logfile.h"
 #include "support/command_bench.h"
 
 namespace {

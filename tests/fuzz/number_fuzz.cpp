@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/text_utilities.h"
+#include "frame/base/text_utilities.h"
 #include "support/slow_text_model.h"
 
 namespace {

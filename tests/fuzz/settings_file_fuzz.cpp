@@ -6,8 +6,8 @@
 #include <sstream>
 #include <string>
 
-#include "frame/logfile.h"
-#include "search/settings_file.h"
+#include "frame/base/logfile.h"
+#include "search/settings/settings_file.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "frame/game_control.h"
-#include "interfaces/command.h"
+#include "frame/game/game_control.h"
+#include "interfaces/commands/command.h"
 #include "support/recording_protocol.h"
 
 /// What came of one line.

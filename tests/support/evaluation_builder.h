@@ -4,13 +4,13 @@
 #include <string_view>
 
 #include "evaluation/blend.h"
+#include "evaluation/context/evaluation_context.h"
 #include "evaluation/evaluate.h"
-#include "evaluation/evaluation_context.h"
-#include "evaluation/king_safety.h"
-#include "evaluation/material_terms.h"
-#include "evaluation/passed_pawns.h"
-#include "evaluation/pawn_structure.h"
-#include "search/hash.h"
+#include "evaluation/king/king_safety.h"
+#include "evaluation/pawns/passed_pawns.h"
+#include "evaluation/pawns/pawn_structure.h"
+#include "evaluation/pieces/material_terms.h"
+#include "search/tables/hash.h"
 #include "support/board_builder.h"
 
 /// Empties the tables that the evaluation uses, with their counters.

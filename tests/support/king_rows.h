@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "evaluation/king_safety.h"
+#include "evaluation/king/king_safety.h"
 #include "support/term_rows.h"
 
 /// Rows for a king on a square: what it is worth there, and the danger that is found. Squares and positions are written

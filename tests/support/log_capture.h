@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "frame/logfile.h"
+#include "frame/base/logfile.h"
 #include "support/temporary_directory.h"
 
 /// Lets the global log write into a file of its own for a scope, so that a test can compare the log's text apart from

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/game_control.h"
-#include "interfaces/basic_protocol.h"
+#include "frame/game/game_control.h"
+#include "interfaces/protocols/basic_protocol.h"
 
 /// A protocol that says nothing and notes what it was told to say, each call as one text: "sendHint(e4)".
 class RecordingProtocol : public VorkaInterfaces::BasicProtocol {

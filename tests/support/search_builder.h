@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-#include "evaluation/evaluation_context.h"
-#include "search/hash.h"
-#include "search/node.h"
-#include "search/search_board.h"
-#include "search/search_serial.h"
+#include "evaluation/context/evaluation_context.h"
+#include "search/node/search_serial.h"
+#include "search/state/node.h"
+#include "search/state/search_board.h"
+#include "search/tables/hash.h"
 #include "support/board_builder.h"
 
 /// A search board at a position, with empty tables and nobody around it: polls are counted and leave the countdown at

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "search/search_settings.h"
+#include "search/settings/search_settings.h"
 
 /// Puts all search settings back at its end.
 class SettingsScope {

@@ -2,19 +2,19 @@
 
 #include <optional>
 
-#include "evaluation/bishops.h"
-#include "evaluation/ending.h"
-#include "evaluation/king_safety.h"
-#include "evaluation/knights.h"
-#include "evaluation/passed_pawns.h"
-#include "evaluation/patterns.h"
-#include "evaluation/pawn_structure.h"
-#include "evaluation/pawn_terms.h"
-#include "evaluation/pawnless.h"
-#include "evaluation/pawns_and_pieces.h"
-#include "evaluation/queens.h"
-#include "evaluation/rooks.h"
-#include "evaluation/scaling.h"
+#include "evaluation/endings/ending.h"
+#include "evaluation/endings/pawnless.h"
+#include "evaluation/endings/scaling.h"
+#include "evaluation/king/king_safety.h"
+#include "evaluation/pawns/passed_pawns.h"
+#include "evaluation/pawns/pawn_structure.h"
+#include "evaluation/pawns/pawn_terms.h"
+#include "evaluation/pawns/pawns_and_pieces.h"
+#include "evaluation/pieces/bishops.h"
+#include "evaluation/pieces/knights.h"
+#include "evaluation/pieces/patterns.h"
+#include "evaluation/pieces/queens.h"
+#include "evaluation/pieces/rooks.h"
 #include "support/term_rows.h"
 
 /// The terms that rows are written for, both instances of each. What the evaluation has as one sum of both sides is

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// The slow and obvious readers, for comparison with those of frame/text_utilities.h.
+/// The slow and obvious readers, for comparison with those of frame/base/text_utilities.h.
 namespace slow_model {
 
 /// Words character by character; nothing if a quote stays open. `quotes` open and close alike.

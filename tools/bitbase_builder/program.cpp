@@ -15,8 +15,8 @@
 #include <thread>
 
 #include "bitbase_builder/endings.h"
-#include "frame/vocabulary.h"
-#include "frame/whole_file.h"
+#include "frame/base/vocabulary.h"
+#include "frame/base/whole_file.h"
 
 namespace bitbase_builder {
 

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "chess/board.h"
+#include "evaluation/context/evaluation_context.h"
+
+/// The routine of queen against queen: a plain ending, and what checks may hold.
+[[nodiscard]] EVALUATION_RESULT evaluate_queen_ending(EVALUATION_CONTEXT& context, const BOARD& board,
+                                                      int bound) noexcept;

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "chess/board.h"
+#include "evaluation/context/evaluation_context.h"
+#include "evaluation/king/king_safety.h"
+#include "evaluation/pawns/pawn_structure.h"
+
+/// What every routine looks up behind its lazy test, before its terms: pawns, open files and kings.
+inline void find_places(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    build_pawn_lists(context, board);
+    find_open_files(context, board);
+    place_kings(context, board);
+    find_pawn_attacks(context, board);
+    if (!context.pawn_entry_from_table) find_pawn_facts(context, board);
+}

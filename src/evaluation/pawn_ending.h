@@ -1,8 +1,0 @@
-#pragma once
-
-#include "chess/board.h"
-#include "evaluation/evaluation_context.h"
-
-/// The routine of kings and pawns.
-[[nodiscard]] EVALUATION_RESULT evaluate_pawn_ending(EVALUATION_CONTEXT& context, const BOARD& board,
-                                                     int bound) noexcept;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "chess/board.h"
+#include "evaluation/context/evaluation_context.h"
+#include "evaluation/context/position_type.h"
+#include "evaluation/context/score_pair.h"
+
+/// Pawn facts that every routine builds in the same order, and the sums of the terms that score them.
+
+/// Builds the pawn lists, which the pawn hash table does not keep.
+void build_pawn_lists(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+/// Sets the masks and counts of files without pawns, and `only_open_file`.
+void find_open_files(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+/// Sets what pawns attack and defend, and how they stand beside and behind one another: all facts that every
+/// evaluation finds anew.
+void find_pawn_attacks(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+/// Finds whatever else the terms read and the pawn hash table keeps; `passed` must be known.
+void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+
+/// The number of ranks from a pawn of `Us` to the first square ahead on its file that holds an enemy pawn or a
+/// `defended` own pawn; 0 if there is none.
+template <Colour Us>
+[[nodiscard]] int front_distance(const EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;
+
+/// The pawn structure of the opening or middle game, White minus Black: `type` chooses the values by square. Facts from
+/// the pawn hash table bring the cached part with them. Changes `pressure`, `cover` and `activity`.
+[[nodiscard]] SCORE_PAIR pawn_structure(EVALUATION_CONTEXT& context, const BOARD& board, PositionType type) noexcept;
+/// The same in an ending, in centipawns.
+[[nodiscard]] int pawn_structure_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <algorithm>
+
+#include "chess/board.h"
+#include "evaluation/context/evaluation_context.h"
+#include "evaluation/context/score_pair.h"
+
+/// Terms of material beyond the values of the pieces. All are White minus Black.
+
+/// By what knights and rooks are weighed: half of all pawns on the board, 8 at most.
+[[nodiscard]] inline int half_of_all_pawns(const BOARD& board) noexcept {
+    return std::min(PopCount(board.side(white).pawns | board.side(black).pawns) >> 1, 8);
+}
+
+/// Sets `has_bishop_pair` of both sides.
+void find_bishop_pairs(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+
+/// Needs `has_bishop_pair`.
+[[nodiscard]] SCORE_PAIR bishop_pair(const EVALUATION_CONTEXT& context) noexcept;
+/// The same in an ending.
+[[nodiscard]] int bishop_pair_ending(const EVALUATION_CONTEXT& context) noexcept;
+
+/// Unequal pieces: a rook or more ahead, a minor piece ahead, minor pieces against rooks.
+[[nodiscard]] SCORE_PAIR material_imbalance(const BOARD& board) noexcept;
+
+/// A lead of one pawn, which is worth less while the other side has the initiative. Needs `pressure`.
+[[nodiscard]] SCORE_PAIR pawn_balance(const EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

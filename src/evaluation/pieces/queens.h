@@ -1,0 +1,16 @@
+#pragma once
+
+#include "chess/board.h"
+#include "evaluation/context/evaluation_context.h"
+#include "evaluation/context/score_pair.h"
+
+/// What the queens of one side are worth in the opening and in the middle game. Extends `attacks`, changes `pressure`
+/// and `cover`.
+template <Colour Us>
+[[nodiscard]] SCORE_PAIR queens_opening(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <Colour Us>
+[[nodiscard]] SCORE_PAIR queens_middle_game(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+
+/// The queens of one side in an ending, in centipawns. Extends `attacks`.
+template <Colour Us>
+[[nodiscard]] int queens_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;

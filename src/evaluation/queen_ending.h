@@ -1,8 +1,0 @@
-#pragma once
-
-#include "chess/board.h"
-#include "evaluation/evaluation_context.h"
-
-/// The routine of queen against queen: a plain ending, and what checks may hold.
-[[nodiscard]] EVALUATION_RESULT evaluate_queen_ending(EVALUATION_CONTEXT& context, const BOARD& board,
-                                                      int bound) noexcept;

@@ -1,0 +1,181 @@
+#include "frame/shell/engine_shell.h"
+
+#include <iostream>
+#include <utility>
+
+#include "frame/base/logfile.h"
+#include "frame/base/os_dependent.h"
+#include "frame/base/vocabulary.h"
+#include "interfaces/protocols/console_protocol.h"
+
+using VorkaInterfaces::BasicProtocol;
+using VorkaInterfaces::ErrorCommand;
+using VorkaInterfaces::IgnorableErrorCommand;
+
+namespace {
+
+/// Milliseconds between two looks for input while nothing is searched.
+constexpr int waiting_interval = 125;
+
+}  // namespace
+
+EngineShell::EngineShell(const std::vector<std::string>& arguments)
+    : game_(std::make_unique<GameControl>(std::make_unique<VorkaInterfaces::ConsoleProtocol>())) {
+    game_->protocol->start();
+    carryOutOptions(arguments);
+}
+
+// --- The command line ---
+
+void EngineShell::carryOutOptions(const std::vector<std::string>& arguments) {
+    std::size_t next = 0;
+    while (next < arguments.size() && !exit_status_) {
+        try {
+            carryOut(TakeStartupOption(arguments, next));
+        } catch (const could_not_parse_exception& failure) {
+            stopAt(failure.argument());
+        } catch (const IgnorableErrorCommand& failure) {
+            LogOnly(std::string(vocabulary::startup_command_failed_safely) + failure.text());
+            game_->protocol->tellUser(std::string(vocabulary::warning_startup_command_failed) + failure.text());
+        } catch (const ErrorCommand& failure) {
+            stopAt(failure.text());
+        } catch (search_request_received_exception& wish) {
+            requested_ = std::move(wish.request);
+        } catch (const quit_command_received_exception&) {
+            exit_status_ = 0;
+        }
+    }
+}
+
+void EngineShell::carryOut(const StartupOption& option) {
+    if (!option.has_dash) {
+        std::cerr << vocabulary::expecting_dash_before_option << option.argument << vocabulary::continuing_without_dash;
+    }
+    if (!IsStartupCommand(option.name)) {
+        stopAt(option.name);
+        return;
+    }
+    if (NeedsForceMode(option.name)) executeAtOnce(std::string(vocabulary::force));
+    LogOnly(std::string(vocabulary::executing_startup_command) + option.line());
+    if (option.name == vocabulary::help) {
+        game_->protocol->showStartupHelp();
+    } else {
+        executeAtOnce(option.line());
+    }
+    if (EndsProgram(option.name)) exit_status_ = 0;
+}
+
+void EngineShell::executeAtOnce(const std::string& line) { game_->protocol->translate(line)->Execute(*game_); }
+
+void EngineShell::stopAt(const std::string& word) {
+    std::string text(vocabulary::error_while_parsing_startup_commands);
+    text += " (";
+    text += vocabulary::stopped_at;
+    game_->protocol->tellUser(text + " \"" + word + "\")");
+    exit_status_ = 1;
+}
+
+// --- The main loop ---
+
+int EngineShell::run() {
+    while (!exit_status_) {
+        try {
+            if (requested_) startSearch(*std::exchange(requested_, std::nullopt));
+            while (!requested_) {
+                readStep();
+                translateStep();
+                executeStep();
+            }
+        } catch (const ErrorCommand& error) {
+            game_->protocol->sendError(error.text());
+        } catch (search_request_received_exception& wish) {
+            requested_ = std::move(wish.request);
+        } catch (const quit_command_received_exception&) {
+            exit_status_ = 0;
+        }
+    }
+    return *exit_status_;
+}
+
+void EngineShell::readStep() {
+    if (!input_.empty() || !commands_.empty()) return;
+    game_->protocol->sendPrompt(*game_);
+    input_.push_back(ReadLine());
+}
+
+void EngineShell::translateStep() {
+    if (!commands_.empty() || input_.empty()) return;
+    const std::string line = std::move(input_.front());
+    input_.pop_front();
+    try {
+        commands_.push_back(game_->protocol->translate(line));
+    } catch (const ErrorCommand& error) {
+        game_->protocol->sendError(error.text());
+    }
+}
+
+void EngineShell::executeStep() {
+    if (commands_.empty()) return;
+    if (commands_.front()->finished) {
+        commands_.pop_front();
+        return;
+    }
+    try {
+        commands_.front()->Execute(*game_);
+    } catch (const ErrorCommand& error) {
+        game_->protocol->sendError(error.text());
+        commands_.pop_front();
+    }
+}
+
+void EngineShell::pollInput() {
+    for (;;) {
+        while (!input_.empty() || !commands_.empty()) {
+            translateStep();
+            executeStep();
+        }
+        if (!IsInputAvailable()) return;
+        input_.push_back(ReadLine());
+    }
+}
+
+// --- Searches ---
+
+void EngineShell::startSearch(const SearchRequest& request) {
+    const SearchKind kind = request.limits.kind;
+    if (game_->IsGameOver() && kind == SearchKind::analyze) {
+        analyzeFinishedGame();
+        return;
+    }
+    writeSearchHeader(request);
+    game_->searchStatus = BasicProtocol::statusOfSearchKind(kind);
+    game_->search.Run(request.limits, request.position, *this);
+}
+
+void EngineShell::analyzeFinishedGame() {
+    game_->searchStatus = SearchStatus::analyzing;
+    LogOnly(vocabulary::entering_analyze_compatibility_mode);
+    try {
+        for (;;) {
+            SleepMilliseconds(waiting_interval);
+            pollInput();
+        }
+    } catch (const search_aborted_exception&) {
+        game_->onSearchFinished(true);
+    }
+}
+
+void EngineShell::writeSearchHeader(const SearchRequest& request) const {
+    const EchoScope file_only(vlog, Echo::off);
+    const SearchLimits& limits = request.limits;
+    vlog << vocabulary::starting_search << " (" << vocabulary::not_sent_to_xboard << ")\n";
+    request.position.Print(false);
+    vlog << vocabulary::search_header_fen << ": " << request.position.GetFen() << '\n'
+         << vocabulary::search_settings << ":\n"
+         << vocabulary::search_setting_type << '=' << BasicProtocol::nameOfSearchKind(limits.kind) << '\n'
+         << vocabulary::search_setting_max_depth << '=' << limits.max_depth << '\n'
+         << vocabulary::search_setting_max_time_limit << '=' << limits.max_time_limit << '\n'
+         << vocabulary::search_setting_variable_time_limit << '=' << limits.variable_time_limit << "\n("
+         << vocabulary::not_sent_to_xboard << ")\n";
+    vlog.Flush();
+}

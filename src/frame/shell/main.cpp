@@ -1,0 +1,50 @@
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "bitbases/bitbases.h"
+#include "frame/base/logfile.h"
+#include "frame/base/os_dependent.h"
+#include "frame/base/vocabulary.h"
+#include "frame/shell/engine_shell.h"
+#include "frame/shell/log_file_name.h"
+#include "frame/shell/self_checks.h"
+#include "search/tables/hash.h"
+
+namespace {
+
+constexpr std::uint64_t transposition_table_bytes = 0x2000000;
+constexpr std::uint64_t pawn_hash_table_bytes = 0x400000;
+constexpr std::uint64_t evaluation_hash_table_bytes = 0x400000;
+
+void WriteBitAlgorithms() {
+    const EchoScope file_only(vlog, Echo::off);
+    vlog << vocabulary::bitboard_algorithms;
+    for (const std::string_view algorithm :
+         {vocabulary::popcount_algorithm, vocabulary::popcount_sparse_algorithm, vocabulary::find_lowest_bit_algorithm,
+          vocabulary::find_highest_bit_algorithm, vocabulary::find_next_bit_algorithm}) {
+        vlog << "\n- " << algorithm;
+    }
+    vlog << "\n\n";
+    vlog.Flush();
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    RunSelfChecks();
+    IgnoreBrokenPipe();
+    ReserveStandardDescriptors();
+    vlog.Open(ChooseLogFileName(FileExists));
+    WriteBitAlgorithms();
+    transposition_table.resize(transposition_table_bytes);
+    pawn_hash_table.resize(pawn_hash_table_bytes);
+    evaluation_hash_table.resize(evaluation_hash_table_bytes);
+    ExecutableDirectory(argc > 0 ? argv[0] : "");
+    VorkaBitbases::InitBitbases();
+
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    std::erase(arguments, "");
+    return EngineShell(arguments).run();
+}

@@ -1,0 +1,60 @@
+#include "frame/shell/startup_options.h"
+
+#include <algorithm>
+#include <array>
+
+#include "frame/base/vocabulary.h"
+
+namespace {
+
+constexpr std::array<std::string_view, 11> force_first{
+    "contempt", "hash",          "tb",       "modify_settings", "personality", "read_fen",
+    "read_pgn", "read_settings", "setboard", "generate",        "verify",
+};
+
+constexpr std::array<std::string_view, 2> exit_after{"help", "version"};
+
+template <std::size_t Size>
+bool Contains(const std::array<std::string_view, Size>& words, std::string_view word) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+bool BeginsWithDash(const std::string& word) { return !word.empty() && word[0] == '-'; }
+
+/// Where "name=value" is parted. A '=' in the first or the last place parts nothing.
+std::size_t FindEqualsSign(const std::string& name) {
+    const std::size_t at = name.find('=', 1);
+    return at + 1 < name.size() ? at : std::string::npos;
+}
+
+}  // namespace
+
+std::string StartupOption::line() const {
+    std::string text = name;
+    for (const std::string& parameter : parameters) text += ' ' + parameter;
+    return text;
+}
+
+StartupOption TakeStartupOption(const std::vector<std::string>& arguments, std::size_t& next) {
+    StartupOption option;
+    option.argument = arguments[next++];
+    option.has_dash = BeginsWithDash(option.argument);
+    const std::size_t dashes = std::min<std::size_t>(option.argument.find_first_not_of('-'), 2);
+    option.name = option.argument.substr(std::min(dashes, option.argument.size()));
+    if (option.has_dash && option.name.empty()) throw could_not_parse_exception(option.argument);
+
+    if (const std::size_t sign = FindEqualsSign(option.name); sign != std::string::npos) {
+        option.parameters.push_back(option.name.substr(sign + 1));
+        option.name.resize(sign);
+    }
+    for (; next < arguments.size() && !BeginsWithDash(arguments[next]); ++next) {
+        option.parameters.push_back(arguments[next]);
+    }
+    return option;
+}
+
+bool IsStartupCommand(std::string_view name) { return Contains(vocabulary::startup_commands, name); }
+
+bool NeedsForceMode(std::string_view name) { return Contains(force_first, name); }
+
+bool EndsProgram(std::string_view name) { return Contains(exit_after, name); }

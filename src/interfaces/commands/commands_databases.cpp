@@ -1,0 +1,238 @@
+#include "interfaces/commands/commands_databases.h"
+
+#include <cstdlib>
+#include <optional>
+#include <utility>
+
+#include "bitbases/bitbases.h"
+#include "chess/exchange.h"
+#include "chess/notation.h"
+#include "evaluation/evaluate.h"
+#include "frame/base/logfile.h"
+#include "frame/base/os_dependent.h"
+#include "frame/base/text_utilities.h"
+#include "frame/base/vocabulary.h"
+#include "frame/game/game_control.h"
+
+namespace VorkaInterfaces {
+
+// --- Tablebases ---
+
+namespace {
+
+std::string_view LoadedOrNot(bool is_loaded) { return is_loaded ? std::string_view{} : vocabulary::bitbase_not; }
+
+/// Opens the tables of a directory. There is no reader of the format in this build: it finds none.
+VorkaTablebases::SourceOpener& Opener() {
+    static VorkaTablebases::SourceOpener opener = NalimovTablebases::OpenNothing;
+    return opener;
+}
+
+}  // namespace
+
+void Command_DisplayTablebasesStatus::work(GameControl&) {
+    vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
+         << vocabulary::two_pawns_bitbases << LoadedOrNot(VorkaBitbases::TwoPawnsLoaded()) << vocabulary::bitbase_loaded
+         << vocabulary::rammed_pawn_bitbases << LoadedOrNot(VorkaBitbases::RammedPawnsLoaded())
+         << vocabulary::bitbase_loaded;
+    vlog.Flush();
+}
+
+void Command_InitTablebases::check(GameControl& game) {
+    if (type_ != vocabulary::tablebase_type_nalimov) refuse(vocabulary::could_not_parse_type);
+    try {
+        bytes_ = VorkaUtils::ParseSize(size_);
+    } catch (const string_conversion_error&) {
+        refuse(vocabulary::could_not_parse_new_size);
+    }
+    if (game.engineMode != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
+}
+
+VorkaTablebases::SourceOpener Command_InitTablebases::useOpener(VorkaTablebases::SourceOpener opener) {
+    return std::exchange(Opener(), std::move(opener));
+}
+
+void Command_InitTablebases::NalimovInitializer::initialize(std::uint64_t size, const std::string& path) {
+    NalimovTablebases::Initialize(size, path, Opener());
+}
+
+void Command_InitTablebases::work(GameControl&) {
+    try {
+        NalimovInitializer().initialize(bytes_, path_);
+    } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
+        throw IgnorableErrorCommand(ErrorCommand::Kind::error,
+                                    std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
+    }
+}
+
+// --- Probing ---
+
+Command_Probe::Command_Probe(std::string input_line, const std::string& fen) : CheckedCommand(std::move(input_line)) {
+    try {
+        position_.SetBoardFromFen(fen);
+    } catch (const UserBoard::invalid_position&) {
+        refuse(vocabulary::illegal_position);
+    } catch (const UserBoard::io_error&) {
+        refuse(vocabulary::input_inconsistent_with_fen_standard);
+    }
+}
+
+namespace {
+
+void WriteTablebaseResult(const BOARD& board) {
+    int score = 0;
+    switch (VorkaTablebases::ProbeTablebases(board, score)) {
+        case VorkaTablebases::ProbeResult::found:
+            vlog << vocabulary::probe_result << score;
+            break;
+        case VorkaTablebases::ProbeResult::not_found:
+            vlog << vocabulary::probe_not_found;
+            break;
+        case VorkaTablebases::ProbeResult::queued:
+            vlog << vocabulary::probe_queued;
+            break;
+        default:
+            vlog << vocabulary::probe_disabled;
+    }
+}
+
+}  // namespace
+
+void Command_Probe::work(GameControl& game) {
+    game.protocol->showBoard(position_, true);
+    vlog << vocabulary::probing_bitbases;
+    if (const std::optional<int> known = VorkaBitbases::ProbeBitbases(position_.board())) {
+        vlog << vocabulary::probe_result << *known;
+    } else {
+        vlog << vocabulary::probe_not_found;
+    }
+    vlog << vocabulary::probing_tablebases;
+    WriteTablebaseResult(position_.board());
+    vlog << '\n';
+    vlog.Flush();
+}
+
+// --- Jobs ---
+
+void Command_Generate::work(GameControl&) {
+    try {
+        if (jobs_.empty()) {
+            listGenerationJobs();
+        } else {
+            for (const auto& job : generationJobs(jobs_)) job->run();
+            vlog << vocabulary::generation_finished << '\n';
+            VorkaBitbases::InitBitbases();
+        }
+    } catch (const AbstractJob::JobFailedException& error) {
+        refuse(error.text());
+    }
+    vlog.Flush();
+}
+
+void Command_Verify::work(GameControl&) {
+    const Timestamp start = Timestamp::Now();
+    try {
+        if (jobs_.empty()) {
+            listVerificationJobs();
+        } else {
+            for (const auto& job : verificationJobs(jobs_)) job->run();
+            vlog << vocabulary::verification_finished
+                 << VorkaUtils::ToString(ElapsedMilliseconds(start, Timestamp::Now()))
+                 << vocabulary::milliseconds_total;
+        }
+    } catch (const AbstractJob::JobFailedException& error) {
+        refuse(error.text());
+    }
+    vlog.Flush();
+}
+
+// --- The best square of a piece ---
+
+namespace {
+
+/// A move to a worse square than this is no proposal, in centipawns.
+constexpr int tolerated_loss = -10;
+
+std::optional<Square> ManOn(const BOARD& board, std::string_view text) {
+    if (text.size() != 2 || !IsFileChar(text[0]) || !IsRankChar(text[1])) return std::nullopt;
+    const Square square = SquareFromChars(text[0], text[1]);
+    if (board.squares[square] == 0) return std::nullopt;
+    return square;
+}
+
+/// Where a man of this kind could ever get to.
+Bitboard SquaresOfKind(const BOARD& board, Square from, Colour side) {
+    const BITBOARD_TABLES& t = bitboard_tables;
+    constexpr Bitboard all_squares = ~Bitboard{0};
+    switch (std::abs(board.squares[from])) {
+        case pawn:
+            return side == white ? t.ray_north[from] : t.ray_south[from];
+        case king:
+            return t.king_attacks[from];
+        case bishop:
+            return Has(light_squares, from) ? light_squares : ~light_squares;
+        default:
+            return all_squares;
+    }
+}
+
+/// The position with a man moved to `to`; nothing if it is no legal one.
+std::optional<BOARD> WithManOn(const BOARD& board, Square from, Square to) {
+    std::int8_t squares[64];
+    std::copy(std::begin(board.squares), std::end(board.squares), squares);
+    squares[to] = std::exchange(squares[from], std::int8_t{0});
+    BOARD changed;
+    const int side = static_cast<int>(board.side_to_move);
+    // A king or a rook that has left its home takes its rights along.
+    if (from == to) return board;
+    if (changed.SetPosition(squares, side, 0, board.frame().castling)) return changed;
+    if (changed.SetPosition(squares, side, 0, 0)) return changed;
+    return std::nullopt;
+}
+
+/// Whether the man would be lost where it goes, if going there is a move of the side on move.
+bool IsLostOn(const BOARD& board, Square from, Square to, Colour side) {
+    if (from == to || side != static_cast<Colour>(board.side_to_move)) return false;
+    Bitboard touched = 0;
+    return ExchangeScore(MakeWord(from, to, std::abs(board.squares[from])), board, touched) < tolerated_loss;
+}
+
+void WriteSquare(std::string_view text, Square square, int value) {
+    vlog << text << SquareToString(square) << vocabulary::optimize_value << value << ")\n";
+}
+
+void FindBestSquare(const BOARD& board, Square from, int personality) {
+    const Colour side = board.squares[from] > 0 ? white : black;
+    int best_value = -infinity_bound;
+    Square best = from;
+    for (Bitboard left = (SquaresOfKind(board, from, side) & ~board.occupied) | Bit(from); left != 0;) {
+        const Square to = TakeNextBit(left);
+        const std::optional<BOARD> changed = WithManOn(board, from, to);
+        if (!changed || IsLostOn(board, from, to, side)) continue;
+        const int value = evaluate_for_display(*changed, personality);
+        if (value <= best_value) continue;
+        best_value = value;
+        best = to;
+        WriteSquare(vocabulary::optimize_new_best_square, best, best_value);
+    }
+    WriteSquare(vocabulary::optimize_best_square, best, best_value);
+}
+
+}  // namespace
+
+void Command_OptimizePiece::check(GameControl& game) {
+    if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
+}
+
+void Command_OptimizePiece::work(GameControl& game) {
+    vlog << vocabulary::optimize_piece;
+    vlog.Flush();
+    if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
+        FindBestSquare(game.board(), *square, game.protocol->personality);
+    } else {
+        vlog << vocabulary::optimize_invalid_square;
+    }
+    vlog.Flush();
+}
+
+}  // namespace VorkaInterfaces

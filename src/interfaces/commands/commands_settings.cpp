@@ -1,0 +1,141 @@
+#include "interfaces/commands/commands_settings.h"
+
+#include <algorithm>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+#include "frame/base/logfile.h"
+#include "frame/base/text_utilities.h"
+#include "frame/base/vocabulary.h"
+#include "frame/game/game_control.h"
+
+namespace VorkaInterfaces {
+
+namespace {
+
+using OptimizeInterface::Settings;
+
+/// The pieces between semicolons, empty ones included.
+std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
+    std::vector<std::string_view> pieces;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(';', begin), text.size());
+        pieces.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return pieces;
+}
+
+/// What the search relies on may change in force mode alone, where none runs.
+bool isForced(const GameControl& game) { return game.engineMode == EngineMode::force; }
+
+ABSTRACT_HASH_TABLE* tableNamed(std::string_view type) {
+    if (type == vocabulary::hash_word_transposition) return &transposition_table;
+    if (type == vocabulary::hash_word_pawn) return &pawn_hash_table;
+    if (type == vocabulary::hash_word_evaluation) return &evaluation_hash_table;
+    return nullptr;
+}
+
+}  // namespace
+
+void Command_DisplaySettingVariables::check(GameControl&) {
+    const Settings settings = Settings::Current();
+    std::ostringstream text;
+    try {
+        if (names_.empty() || names_ == vocabulary::all) {
+            settings.Write(text);
+        } else {
+            for (const std::string_view name : SplitAtSemicolons(names_)) {
+                text << name << '=' << settings.Find(name).Text() << '\n';
+            }
+        }
+    } catch (const Settings::SettingsException& error) {
+        refuse(error.text());
+    }
+    text_ = text.str();
+}
+
+void Command_DisplaySettingVariables::work(GameControl&) {
+    vlog << text_;
+    vlog.Flush();
+}
+
+void Command_ChangeSettings::check(GameControl& game) {
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+    Settings changed = Settings::Current();
+    try {
+        change(changed);
+    } catch (const TextException& error) {
+        refuse(error.text());
+    }
+    settings_.emplace(std::move(changed));
+}
+
+void Command_ChangeSettings::work(GameControl&) { settings_->Apply(); }
+
+void Command_ModifySettingVariables::change(Settings& settings) const {
+    const std::vector<std::string_view> pieces = SplitAtSemicolons(assignments_);
+    // The signs are looked for in all pieces before any of them is carried out.
+    const auto is_assignment = [](std::string_view piece) {
+        const std::size_t sign = piece.find('=');
+        return sign != std::string_view::npos && sign > 0 && sign + 1 < piece.size();
+    };
+    if (!std::all_of(pieces.begin(), pieces.end(), is_assignment)) refuse(vocabulary::separator_missing);
+    for (const std::string_view piece : pieces) {
+        const std::size_t sign = piece.find('=');
+        settings.Set(piece.substr(0, sign), piece.substr(sign + 1));
+    }
+}
+
+void Command_ReadSearchSettings::change(Settings& settings) const { settings.ReadFile(path_); }
+
+void Command_WriteSearchSettings::work(GameControl&) {
+    try {
+        Settings::Current().WriteFile(path_);
+    } catch (const Settings::SettingsException& error) {
+        refuse(error.text());
+    }
+}
+
+void Command_ResizeHashtable::check(GameControl& game) {
+    table_ = tableNamed(type_);
+    if (table_ == nullptr) refuse(vocabulary::unknown_hashtable_type);
+    try {
+        bytes_ = VorkaUtils::ParseSize(size_);
+    } catch (const string_conversion_error&) {
+        refuse(vocabulary::could_not_parse_new_size);
+    }
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+}
+
+void Command_ResizeHashtable::work(GameControl&) {
+    // Without the memory the old table stays.
+    if (!table_->resize(bytes_)) refuse(vocabulary::argument_out_of_bounds);
+}
+
+void Command_SetPersonality::check(GameControl& game) {
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+}
+
+void Command_SetPersonality::work(GameControl& game) {
+    constexpr std::int32_t most = 1000;
+    const std::int32_t value = std::clamp(value_, -most, most);
+    if (value == game.protocol->personality) return;
+    game.search.SetPersonality(value);
+    game.protocol->personality = static_cast<std::int16_t>(value);
+}
+
+void Command_Contempt::check(GameControl& game) {
+    if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+}
+
+void Command_Contempt::work(GameControl& game) {
+    constexpr std::int32_t most = 32767;
+    const std::int32_t value = std::clamp(value_, -most, most);
+    if (value == game.search.contempt()) return;
+    game.search.SetContempt(value);
+    game.advisor.setDrawValue(value);
+}
+
+}  // namespace VorkaInterfaces

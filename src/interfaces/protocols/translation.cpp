@@ -1,0 +1,86 @@
+#include <array>
+
+#include "frame/base/os_dependent.h"
+#include "frame/base/text_utilities.h"
+#include "frame/base/vocabulary.h"
+#include "interfaces/commands/command.h"
+#include "interfaces/commands/commands_protocol.h"
+#include "interfaces/protocols/basic_protocol.h"
+
+/// From an input line to words, of a command or of edit mode: what every protocol does alike.
+namespace VorkaInterfaces {
+
+namespace {
+
+/// A word may hold blanks between quotes of either kind.
+[[nodiscard]] std::vector<std::string> WordsOf(const std::string& line) {
+    constexpr std::string_view quotes = "\"'";
+    try {
+        return VorkaUtils::tokenize(line, VorkaUtils::white_space, quotes, quotes);
+    } catch (const VorkaUtils::tokenize_exception&) {
+        throw ErrorCommand(ErrorCommand::Kind::error, vocabulary::could_not_tokenize_the_input_string, line);
+    }
+}
+
+struct EditWord {
+    std::string_view word;
+    EditCommand command;
+};
+
+constexpr std::array edit_words{
+    EditWord{"#", EditCommand::clear},       EditWord{"c", EditCommand::switch_colour},
+    EditWord{"s", EditCommand::switch_side}, EditWord{".", EditCommand::done},
+    EditWord{"cancel", EditCommand::cancel}, EditWord{"help", EditCommand::help},
+    EditWord{"verify", EditCommand::verify}, EditWord{"display", EditCommand::display},
+    EditWord{"quit", EditCommand::quit},
+};
+
+/// Reads a piece letter of either case; X takes away what stands on the square.
+[[nodiscard]] bool ReadPieceLetter(char letter, PieceType& piece) {
+    if (letter == 'x' || letter == 'X') {
+        piece = no_piece;
+        return true;
+    }
+    const char upper = letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    const std::size_t type = piece_letters.find(upper);
+    if (type == std::string_view::npos || type == no_piece) return false;
+    piece = static_cast<PieceType>(type);
+    return true;
+}
+
+}  // namespace
+
+std::unique_ptr<Command> BasicProtocol::translate(const std::string& line) {
+    const TokenizedLine input{line, WordsOf(line)};
+    if (input.tokens.empty()) {
+        sendEmptyLineReply();
+        return std::make_unique<Command_DoNothing>(line);
+    }
+    return parseCommand(input);
+}
+
+std::string BasicProtocol::joinTokens(const std::vector<std::string>& tokens, std::size_t from, std::size_t to) {
+    std::string text;
+    for (std::size_t i = from; i < to; ++i) {
+        if (i != from) text += ' ';
+        text += tokens[i];
+    }
+    return text;
+}
+
+EditCommand BasicProtocol::readEditCommand(std::string& line, Square& square, PieceType& piece) {
+    line = ReadLine();
+    const std::vector<std::string> words = WordsOf(line);
+    if (words.size() != 1) return EditCommand::unknown;
+
+    const std::string& word = words.front();
+    for (const EditWord& row : edit_words) {
+        if (word == row.word) return row.command;
+    }
+    if (word.size() != 3 || !IsFileChar(word[1]) || !IsRankChar(word[2])) return EditCommand::unknown;
+    if (!ReadPieceLetter(word[0], piece)) return EditCommand::unknown;
+    square = SquareFromChars(word[1], word[2]);
+    return EditCommand::place;
+}
+
+}  // namespace VorkaInterfaces

@@ -1,9 +1,0 @@
-#pragma once
-
-#include <optional>
-
-#include "search/node.h"
-
-/// Without a hash move, finds a move to try first by a shallower search of the same node (internal iterative
-/// deepening).
-[[nodiscard]] std::optional<Score> InternalDeepening(Node& node);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "search/state/node.h"
+
+/// What a node tells the child behind `move` to leave out. node.extended must know of the move already.
+[[nodiscard]] ChildFlags FlagsForChild(const Node& node, Move move);
+
+/// Plays a move and asks the child the opposite question. `new_distance` is the node's with extensions and without
+/// `reduced`, the distance that razoring and the reduction of late moves took off: a move that cuts has to confirm it
+/// without them. Gives the score from the node's view.
+[[nodiscard]] Score SearchChild(Node& node, Move move, Distance new_distance, Distance reduced);

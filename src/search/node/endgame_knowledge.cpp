@@ -1,0 +1,40 @@
+#include "search/node/endgame_knowledge.h"
+
+#include "bitbases/bitbases.h"
+#include "bitbases/tablebases.h"
+#include "evaluation/context/position_type.h"
+
+namespace {
+
+constexpr std::uint32_t first_ply_of_bitbases = 3;
+
+std::optional<Score> AskBitbases(const Node& node) {
+    if (node.ply < first_ply_of_bitbases) return std::nullopt;
+    const std::optional<int> known = VorkaBitbases::ProbeBitbases(node.board());
+    if (!known) return std::nullopt;
+    const auto ply = static_cast<Score>(node.ply);
+    if (*known == 0) return AsAnswer(node.draw_score(), node.beta);
+    if (*known > 0) return AsAnswer(*known + 1 - ply, node.beta);
+    // A loss that is still good enough may be known better.
+    if (*known + ply < node.beta) return node.beta - 1;
+    return std::nullopt;
+}
+
+/// Distances to the mate count from the node.
+std::optional<Score> AskTablebases(const Node& node) {
+    int known = 0;
+    if (VorkaTablebases::ProbeTablebases(node.board(), known) != VorkaTablebases::ProbeResult::found) {
+        return std::nullopt;
+    }
+    const auto ply = static_cast<Score>(node.ply);
+    if (known == 0) return AsAnswer(node.draw_score(), node.beta);
+    return AsAnswer(known > 0 ? known - ply : known + ply, node.beta);
+}
+
+}  // namespace
+
+std::optional<Score> EndgameKnowledge(const Node& node) {
+    if (node.position_class < balanced_ending) return std::nullopt;
+    if (const auto answer = AskBitbases(node)) return answer;
+    return AskTablebases(node);
+}

@@ -1,0 +1,60 @@
+#include "search/node/internal_deepening.h"
+
+#include <algorithm>
+
+#include "search/node/search_serial.h"
+#include "search/settings/search_settings.h"
+
+namespace settings = search_settings;
+
+namespace {
+
+using enum ChildFlags;
+
+constexpr ChildFlags deepening_flags = no_null_move | no_ettc | no_perpetual_test | untested;
+static_assert(Word(deepening_flags) == 0x63);
+static_assert(Word(deepening_flags | no_limited_razoring) == 0x6B);
+
+ChildFlags DeepeningFlags(const Node& node) {
+    ChildFlags flags = node.child_flags | deepening_flags;
+    if (settings::skip_razoring_if_doing_iid) flags |= no_limited_razoring;
+    if (settings::skip_extended_futility_pruning_if_doing_iid) flags |= no_extended_futility;
+    return flags;
+}
+
+/// At most so many of these searches run inside each other. The settings allow reductions so small, beside extensions
+/// so large, that one would follow the other until the stack is full; with the defaults no more than 15 were ever seen.
+constexpr int deepest_nesting = 64;
+
+Distance ReducedDistance(const Node& node) {
+    Distance distance =
+        node.distance -
+        (node.distance >= settings::iid_critical_distance ? settings::iid_max_reduction : settings::iid_min_reduction);
+    // On the principal variation, in spite of the name: deliberate.
+    if (node.is_principal()) distance -= settings::iid_extra_reduction_if_not_searching_pv_move;
+    return std::max(distance, 1);
+}
+
+bool IsInList(const Node& node, Move move) { return std::find(node.moves, node.moves_end, move) != node.moves_end; }
+
+}  // namespace
+
+std::optional<Score> InternalDeepening(Node& node) {
+    if (node.hash_move != INVALID) return std::nullopt;
+    const Distance threshold = node.is_principal() ? settings::min_depth_for_iid_if_searching_pv_move
+                                                   : settings::min_depth_for_iid_if_not_searching_pv_move;
+    if (node.distance < threshold) return std::nullopt;
+    const Distance reduced = ReducedDistance(node);
+    if (reduced >= node.distance || node.search.deepening_searches == deepest_nesting) return std::nullopt;
+    // It runs at this ply and on the same stacks; only its best move is of interest. A throw leaves the counter to the
+    // next StartSearch.
+    ++node.search.deepening_searches;
+    (void)SearchNode(node.search, node.moves_end, node.beta, reduced, node.type, node.parent_class,
+                     DeepeningFlags(node));
+    --node.search.deepening_searches;
+    node.hash_move = node.search.pv[node.ply][0];
+    const bool was_refuted = node.has_move_list && settings::ettc_should_remove_refuted_moves &&
+                             node.hash_move != INVALID && !IsInList(node, node.hash_move);
+    if (was_refuted) return node.beta - 1;
+    return std::nullopt;
+}

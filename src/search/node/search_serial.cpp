@@ -1,0 +1,178 @@
+// The node. The root driver asks yes/no questions with one bound, so the whole tree is searched with a null window, and
+// a node has two answers: beta and beta - 1. SearchNode is the list of its steps in order; a step that may end the node
+// returns its answer. The steps of quiescence are in quiescence.cpp.
+
+#include "search/node/search_serial.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+#include "evaluation/context/position_type.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/vocabulary.h"
+#include "search/node/child_search.h"
+#include "search/node/endgame_knowledge.h"
+#include "search/node/extensions.h"
+#include "search/node/internal_deepening.h"
+#include "search/node/move_supply.h"
+#include "search/node/node_result.h"
+#include "search/node/null_move.h"
+#include "search/node/perpetual_check.h"
+#include "search/node/pin_threat.h"
+#include "search/node/pruning.h"
+#include "search/node/quiescence.h"
+#include "search/node/transposition_cutoff.h"
+#include "search/settings/search_settings.h"
+#include "search/state/node.h"
+#include "search/tables/hash.h"
+
+namespace settings = search_settings;
+
+namespace {
+
+/// The piece types that begin the game on each square, for both sides; without queens and pawns, whose moves do not
+/// tell development.
+// clang-format off
+constexpr std::array<std::int8_t, 64> developing_piece_from = [] {
+    std::array<std::int8_t, 64> type{};
+    type[a1] = rook; type[b1] = knight; type[c1] = bishop; type[e1] = king; type[f1] = bishop; type[g1] = knight; type[h1] = rook;
+    type[a8] = rook; type[b8] = knight; type[c8] = bishop; type[e8] = king; type[f8] = bishop; type[g8] = knight; type[h8] = rook;
+    return type;
+}();
+// clang-format on
+
+/// The poll may throw.
+void CountNode(SearchBoard& search) {
+    if (--search.poll_countdown == 0) search.poll->Poll();
+    ++search.nodes;
+}
+
+void EnterPly(Node& node) {
+    node.search.pv[node.ply][0] = INVALID;
+    node.search.history.EnterPly(node.ply);
+}
+
+/// Nothing at this ply is better than mating with the next move, or worse than being mated already.
+std::optional<Score> MateDistance(const Node& node) {
+    if (node.beta <= MatedScore(node.ply)) return node.beta;
+    if (node.beta > -MatedScore(node.ply + 1)) return node.beta - 1;
+    return std::nullopt;
+}
+
+std::optional<Score> DrawByRule(const Node& node) {
+    if (!node.board().IsDraw()) return std::nullopt;
+    return AsAnswer(node.draw_score(), node.beta);
+}
+
+/// A position may be known well enough; if not, its entry at least gives a move to try first, and what was found out
+/// about it.
+std::optional<Score> ProbeHash(Node& node) {
+    if (node.distance < settings::required_distance_to_probe_hashtables) return std::nullopt;
+    TranspositionHit hit;
+    const TranspositionAnswer answer =
+        transposition_table.Probe(node.board().key(), node.ply, node.distance, node.beta, hit);
+    if (answer == TranspositionAnswer::not_found) return std::nullopt;
+    if (answer != TranspositionAnswer::undecided) {
+        node.search.pv[node.ply][0] = hit.move;
+        node.search.pv[node.ply][1] = INVALID;
+        return answer == TranspositionAnswer::at_least_beta ? node.beta : node.beta - 1;
+    }
+    node.hash_move = hit.move;
+    node.position_class = hit.position_class;
+    node.hash_gave_class = true;
+    node.flags = hit.flags;
+    if (hit.move != INVALID && !node.board().IsMovePseudoLegal(hit.move)) {
+        // The report is all that happens: the search goes on with the move in hand.
+        ReportFailedAssertion(vocabulary::transposition_collision_condition, "search_serial", __LINE__,
+                              vocabulary::transposition_collision_detected);
+    }
+    return std::nullopt;
+}
+
+/// The line goes on in the class that the ply before left it in: the position-type extension notes a new one.
+void UpdateClass(Node& node) {
+    if (!node.hash_gave_class) {
+        node.position_class = ClassBehindMove(node.board(), node.last_move(), node.parent_class);
+    }
+    if (node.ply > 0) node.search.position_class[node.ply] = node.search.position_class[node.ply - 1];
+}
+
+/// Whether the filter of quiescence lets a move pass.
+bool PassesFilter(const Node& node, Move move) {
+    if (!node.is_quiescence() || HasAny(node.flags, NodeFlags::single_reply)) return true;
+    if (settings::always_search_hash_move_in_quiescence && move == node.hash_move) return true;
+    return PassesQuiescenceFilter(node, move);
+}
+
+/// Tries one move. Whether it cuts.
+bool TryMove(Node& node, Move move) {
+    ++node.moves_tried;
+    if (!PassesFilter(node, move)) return false;
+    const Distance extended = ExtendedDistance(node, move);
+    if (IsFutile(node, move)) return false;
+    const Distance reduction = LateMoveReduction(node, move);
+    const Score score = SearchChild(node, move, extended - reduction, node.razored + reduction);
+    if (score > node.best) {
+        node.best = score;
+        node.best_move = move;
+        TakeLine(node, move);
+        if (score >= node.beta) return true;
+    }
+    if (node.type == NodeType::cut) node.type = NodeType::all;
+    return false;
+}
+
+Score SearchMoves(Node& node) {
+    MoveSupply supply(node);
+    for (Move move;;) {
+        if (const auto answer = supply.Next(move)) return *answer;
+        if (move == INVALID || TryMove(node, move & move_bits)) return FinishNode(node);
+    }
+}
+
+}  // namespace
+
+int ClassBehindMove(const BOARD& board, Move last_move, int parent_class) noexcept {
+    const bool changed_material = (last_move & capture_or_promotion_bits) != 0;
+    const bool developed =
+        parent_class == opening && last_move != INVALID &&
+        developing_piece_from[static_cast<std::size_t>(FromSquare(last_move))] == MovingPiece(last_move);
+    return changed_material || developed ? classify_position(board, parent_class) : parent_class;
+}
+
+Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance distance, NodeType type,
+                 int position_class, ChildFlags child_flags) {
+    const std::uint32_t ply = search.board.ply;
+    if (ply >= last_ply) return beta - 1;
+    CountNode(search);
+    Node node{.search = search,
+              .ply = ply,
+              .beta = beta,
+              .distance = distance,
+              .in_check = search.board.in_check(),
+              .type = type,
+              .parent_class = position_class,
+              .position_class = position_class,
+              .child_flags = child_flags,
+              .moves = move_buffer,
+              .moves_end = move_buffer};
+    EnterPly(node);
+    if (const auto answer = MateDistance(node)) return *answer;
+    if (const auto answer = DrawByRule(node)) return *answer;
+    if (const auto answer = ProbeHash(node)) return *answer;
+    UpdateClass(node);
+    if (const auto answer = EndgameKnowledge(node)) return *answer;
+    if (settings::enable_pin_threat_detection && ply >= 2) DetectPinThreat(node);
+    if (!node.in_check) {
+        if (const auto answer = StandPat(node)) return *answer;
+    } else if (settings::enable_perpetual_check_detection) {
+        PerpetualCheckTest(node);
+    }
+    if (const auto answer = EnhancedTranspositionCutoff(node)) return *answer;
+    if (const auto answer = NullMove(node)) return *answer;
+    DelayedExtensions(node);
+    SelectiveGates(node);
+    if (const auto answer = InternalDeepening(node)) return *answer;
+    return SearchMoves(node);
+}

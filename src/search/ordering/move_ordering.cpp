@@ -1,0 +1,245 @@
+// The groups of a list, in the order in which they are tried, with what the defaults put there:
+//
+//     promising tactical moves and killers   Qxa7+  killer 1  killer 2
+//     (the best history moves)               not by default
+//     the remaining tactical moves           Rxa7
+//     history moves                          Nf3
+//     the rest                               Kh1, by the squares
+//
+// One pass brings the tactical moves to the front with their scores; each further group is split off when it is needed.
+// Words are unique, so that any way of sorting gives the same order.
+
+#include "search/ordering/move_ordering.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "search/node/quiescence.h"
+#include "search/ordering/static_order.h"
+#include "search/ordering/tactical_scores.h"
+#include "search/settings/search_settings.h"
+#include "search/state/sort_score.h"
+
+namespace settings = search_settings;
+
+namespace {
+
+/// A node that is likely to cut, and has no hash move to do it, sorts a list of this size or more stage by stage.
+constexpr std::ptrdiff_t staged_list_size = 7;
+
+/// The word that is `move`, whatever its score; `end` if there is none.
+Move* Find(Move* begin, Move* end, Move move) {
+    return std::find_if(begin, end, [move](Move word) { return (word & move_bits) == move; });
+}
+
+void TakeOutHashMove(Node& node) {
+    if (node.hash_move == INVALID) return;
+    Move* const found = Find(node.moves, node.moves_end, node.hash_move);
+    if (found != node.moves_end) std::iter_swap(found, --node.moves_end);
+}
+
+/// Brings the words that `belongs` takes to the front, where it may change them; gives their end. Works like
+/// std::partition.
+template <class Belongs>
+Move* BringForward(Move* begin, Move* end, Belongs belongs) {
+    for (Move* at = begin; at != end; ++at) {
+        if (belongs(*at)) std::iter_swap(begin++, at);
+    }
+    return begin;
+}
+
+/// Takes the move at `from` to `to`, which lies before it; the moves from there on give way.
+void Insert(Move* to, Move* from) {
+    const Move word = *from;
+    std::move_backward(to, from, from + 1);
+    *to = word;
+}
+
+/// Insertion sort with the gaps 3 and 1: the groups are small.
+void SortLargestFirst(Move* begin, Move* end) {
+    for (const std::ptrdiff_t gap : {3, 1}) {
+        for (std::ptrdiff_t i = gap; i < end - begin; ++i) {
+            const Move word = begin[i];
+            std::ptrdiff_t hole = i;
+            for (; hole >= gap && begin[hole - gap] < word; hole -= gap) begin[hole] = begin[hole - gap];
+            begin[hole] = word;
+        }
+    }
+}
+
+/// Scores the tactical moves and brings them to the front of the list.
+void SplitOffTacticals(MoveSortState& state, const Node& node) {
+    state.tacticals_end = BringForward(node.moves, node.moves_end, [&node](Move& word) {
+        if (!IsTactical(word)) return false;
+        word = WithSortScore(word, TacticalScore(node, word));
+        return true;
+    });
+}
+
+/// The end of the promising moves, which are in order then.
+Move* SortPromising(const MoveSortState& state, const Node& node) {
+    Move* const end = BringForward(node.moves, state.tacticals_end, [](Move word) {
+        return SortScore(word) >= settings::promising_move_minimum_sorting_value;
+    });
+    SortLargestFirst(node.moves, end);
+    return end;
+}
+
+/// Where a killer stands in the list; its end if nowhere.
+Move* FindKiller(const MoveSortState& state, const Node& node, Move killer) {
+    if (killer == INVALID || killer == node.hash_move) return node.moves_end;
+    if (!IsTactical(killer)) return Find(state.tacticals_end, node.moves_end, killer);
+    Move* const found = Find(node.moves, state.tacticals_end, killer);
+    return found == state.tacticals_end ? node.moves_end : found;
+}
+
+/// Makes the move at `found` a member of the first group.
+void Join(MoveSortState& state, Move*& group_end, Move* place, Move* found) {
+    if (found >= state.tacticals_end) ++state.tacticals_end;
+    ++group_end;
+    Insert(place, found);
+}
+
+/// Puts the killers into the first group, which ends at `group_end`; gives its new end. A killer that is promising
+/// itself never loses its place there.
+Move* PlaceKillers(MoveSortState& state, const Node& node, Move* group_end) {
+    const KillerPair& killers = node.search.killers[node.ply];
+    if (Move* const first = FindKiller(state, node, killers.first); first != node.moves_end) {
+        const bool is_promising = first < group_end;
+        const bool goes_first = is_promising && settings::if_killer1_is_promising_tactical_move_then_search_first;
+        const std::ptrdiff_t before = goes_first ? 0 : settings::max_promising_tacticals_before_killer_one;
+        if (!is_promising) {
+            Join(state, group_end, node.moves + std::min(before, group_end - node.moves), first);
+        } else if (before < first - node.moves) {
+            Insert(node.moves + before, first);
+        }
+    }
+    if (Move* const second = FindKiller(state, node, killers.second); second != node.moves_end && second >= group_end) {
+        Join(state, group_end, group_end, second);
+    }
+    return group_end;
+}
+
+/// Gives the end of the first group.
+Move* MakeFirstGroup(MoveSortState& state, Node& node) {
+    TakeOutHashMove(node);
+    state.next = node.moves;
+    SplitOffTacticals(state, node);
+    Move* const promising_end = SortPromising(state, node);
+    return settings::enable_killer_heuristic_for_move_ordering ? PlaceKillers(state, node, promising_end)
+                                                               : promising_end;
+}
+
+/// Splits the moves that history knows off the quiet ones, once for a node.
+void ReadHistory(MoveSortState& state, const Node& node) {
+    if (state.history_end != nullptr) return;
+    const Colour side = static_cast<Colour>(node.board().side_to_move);
+    state.history_end = BringForward(state.tacticals_end, node.moves_end, [&node, side](Move& word) {
+        const std::int32_t score = node.search.history.Score(word, side, node.ply);
+        if (score == 0) return false;
+        word = WithSortScore(word, score);
+        return true;
+    });
+}
+
+/// Whether the best history moves go before the tactical moves that do not promise much: material must be near enough
+/// to what a quiet move may bring to beta.
+bool HistoryGoesFirst(const Node& node) {
+    if (!settings::enable_best_history_moves_before_remaining_tacticals ||
+        settings::max_history_moves_before_remaining_tacticals == 0 ||
+        (settings::search_all_tacticals_first_if_playing_for_mate && node.is_searching_for_mate())) {
+        return false;
+    }
+    const Score missing =
+        node.beta - node.material_balance() - hopeless_margin[static_cast<std::size_t>(node.position_class)];
+    const Score most = settings::max_material_margin_to_search_history_moves_before_tacticals;
+    return -most <= missing && missing <= most;
+}
+
+/// Moves the best history moves in front of the remaining tactical moves; gives their end. Their number is limited by
+/// the setting that limits the promising moves before the first killer: deliberate.
+Move* MakeBestHistory(MoveSortState& state, const Node& node) {
+    if (!HistoryGoesFirst(node)) return state.next;
+    ReadHistory(state, node);
+    SortLargestFirst(state.tacticals_end, state.history_end);
+    state.history_is_sorted = true;
+    const std::ptrdiff_t count = std::min<std::ptrdiff_t>(state.history_end - state.tacticals_end,
+                                                          settings::max_promising_tacticals_before_killer_one);
+    std::rotate(state.next, state.tacticals_end, state.tacticals_end + count);
+    state.tacticals_end += count;
+    return state.next + count;
+}
+
+Move* MakeTacticals(const MoveSortState& state) {
+    SortLargestFirst(state.next, state.tacticals_end);
+    return state.tacticals_end;
+}
+
+Move* MakeRemainingHistory(MoveSortState& state, const Node& node) {
+    ReadHistory(state, node);
+    if (!state.history_is_sorted) SortLargestFirst(state.next, state.history_end);
+    return state.history_end;
+}
+
+/// Scores what is left, without sorting it; whether it did.
+bool ScoreRest(const MoveSortState& state, const Node& node) {
+    if (!HasStaticOrder()) return false;
+    std::transform(state.next, node.moves_end, state.next,
+                   [&node](Move word) { return WithSortScore(word, StaticScore(node, word)); });
+    return true;
+}
+
+/// Prepares the moves of the next stage; they begin at state.next. Gives their end.
+Move* MakeStage(MoveSortState& state, Node& node) {
+    switch (state.stage) {
+        case SortStage::first_group:
+            return MakeFirstGroup(state, node);
+        case SortStage::best_history:
+            return MakeBestHistory(state, node);
+        case SortStage::tacticals:
+            return MakeTacticals(state);
+        case SortStage::remaining_history:
+            return MakeRemainingHistory(state, node);
+        default:
+            return node.moves_end;
+    }
+}
+
+void GoOn(MoveSortState& state, Move* delivered) {
+    state.next = delivered;
+    state.stage = static_cast<SortStage>(static_cast<int>(state.stage) + 1);
+}
+
+/// A node that will hardly cut is sorted at once. So is one whose hash move failed to cut.
+bool IsSortedAtOnce(const Node& node) {
+    return node.type == NodeType::all || node.hash_move != INVALID || node.moves_end - node.moves < staged_list_size;
+}
+
+MoveBatch SortAtOnce(MoveSortState& state, Node& node) {
+    while (state.stage != SortStage::rest) GoOn(state, MakeStage(state, node));
+    if (ScoreRest(state, node)) SortLargestFirst(state.next, node.moves_end);
+    GoOn(state, node.moves_end);
+    return {.begin = node.moves, .end = node.moves_end, .is_ordered = true, .is_last = true};
+}
+
+}  // namespace
+
+MoveBatch StagedMoveSorter(MoveSortState& state, Node& node) noexcept {
+    if (state.stage == SortStage::first_group && IsSortedAtOnce(node)) return SortAtOnce(state, node);
+    while (state.stage != SortStage::rest) {
+        Move* const end = MakeStage(state, node);
+        const MoveBatch batch{.begin = state.next, .end = end, .is_ordered = true, .is_last = false};
+        GoOn(state, end);
+        if (batch.begin != batch.end) return batch;
+    }
+    return {.begin = state.next, .end = node.moves_end, .is_ordered = !ScoreRest(state, node), .is_last = true};
+}
+
+MoveBatch SortQuiescence(Node& node) noexcept {
+    TakeOutHashMove(node);
+    std::transform(node.moves, node.moves_end, node.moves, [&node](Move word) {
+        const Move move = word & move_bits;
+        return WithSortScore(move, QuiescenceScore(node, move));
+    });
+    return {.begin = node.moves, .end = node.moves_end, .is_ordered = false, .is_last = true};
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "chess/board.h"
+#include "search/state/search_board.h"
+
+/// A root move with the line that the search expects behind it.
+struct RootMoveRecord {
+    Move move = INVALID;
+    std::string text;        ///< in standard notation
+    std::vector<Move> line;  ///< begins with `move`, once it has been searched
+};
+
+/// Puts the positions of the record's line into the transposition table, those behind the first move that have no entry
+/// yet, so that the next question begins with the moves of the line. `root_class` is the class of `root`.
+void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class);
+
+/// Takes the line that the last question has left in pv[0] of `search` (which stands at the root), and goes on with the
+/// moves that the transposition table knows.
+void ReadLineBack(const SearchBoard& search, RootMoveRecord& record);
+
+/// A line as moves with their text. Ends before a move that can't be played, and says so in the log.
+[[nodiscard]] std::vector<std::pair<Move, std::string>> RenderLine(const BOARD& root, const std::vector<Move>& line);

@@ -1,0 +1,279 @@
+#include "search/root/search_controller.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <utility>
+
+#include "chess/move_generator.h"
+#include "chess/notation.h"
+#include "search/state/search_board.h"
+#include "search/tables/hash.h"
+
+namespace {
+
+/// Iterations of a search without a depth bound.
+constexpr int deepest_iteration = 80;
+/// The first iteration is left alone for so long, and a puzzle ends behind it; milliseconds.
+constexpr std::int64_t undisturbed_time = 3000;
+constexpr int wait_between_polls = 125;  // milliseconds
+constexpr std::uint64_t polls_per_second = 8;
+constexpr std::uint64_t least_countdown = 100;
+/// A candidate beat the best score already, so its bisection begins a little above it.
+constexpr Score candidate_lead = 10;
+
+/// The share of the pondering time that does not count.
+constexpr std::int64_t free_pondering_tenths = 3;
+
+int LastIteration(const SearchLimits& limits) {
+    if (limits.max_depth == 0 || limits.kind == SearchKind::analyze) return deepest_iteration;
+    return std::min<int>(limits.max_depth, std::numeric_limits<std::int16_t>::max());  // it is reported in 16 bits
+}
+
+}  // namespace
+
+/// Marks the search as running, for as long as its tree or its wait loop is on the stack.
+class SearchController::RunningScope {
+  public:
+    RunningScope(SearchController& controller, SearchHost& host) : controller_(controller) {
+        controller_.host_ = &host;
+        controller_.info_.start = Timestamp::Now();
+        controller_.running_ = true;
+    }
+    ~RunningScope() {
+        controller_.FlushCounters();
+        controller_.info_.end = Timestamp::Now();
+        controller_.info_.valid = false;
+        controller_.running_ = false;
+        controller_.host_ = nullptr;
+    }
+    RunningScope(const RunningScope&) = delete;
+    RunningScope& operator=(const RunningScope&) = delete;
+
+  private:
+    SearchController& controller_;
+};
+
+SearchController::SearchController() : search_(std::make_unique<SearchBoard>()) {
+    search_->poll = this;
+    search_->evaluation.settings = &evaluation_settings_;
+}
+
+SearchController::~SearchController() = default;
+
+void SearchController::Run(const SearchLimits& limits, const UserBoard& position, SearchHost& host) {
+    info_ = {};
+    root_moves_.clear();
+    if (!position.IsGameOver() && position.IsPositionValid()) ListRootMoves(position.board());
+    if (root_moves_.empty()) {
+        host.onSearchFinished(true);
+        return;
+    }
+    StartSearch(limits, position.board());
+    bool discard = false;
+    try {
+        const RunningScope running(*this, host);
+        IterationLoop();
+        WaitForInput();
+    } catch (const search_aborted_exception& aborted) {
+        discard = aborted.discard;
+    }
+    host.sendSearchStatistics(info_);
+    host.onSearchFinished(discard);
+}
+
+void SearchController::ListRootMoves(const BOARD& position) {
+    std::vector<Move> moves;
+    GenerateLegalMoves(position, moves);
+    for (const Move move : moves) {
+        root_moves_.push_back({.move = move, .text = MoveToSan(position, move), .line = {}});
+    }
+    info_.root_moves = static_cast<int>(root_moves_.size());
+}
+
+void SearchController::StartSearch(const SearchLimits& limits, const BOARD& position) {
+    limits_ = limits;
+    ponder_hit_ = {};
+    fail_state_ = FailState::none;
+    first_root_move_ = false;
+    root_side_ = static_cast<Colour>(position.side_to_move);
+    UpdateDrawScore(contempt_);
+    transposition_table.newSearch();
+    pawn_hash_table.newSearch();
+    evaluation_hash_table.newSearch();
+    clock_.Reset(limits.max_time_limit, limits.variable_time_limit);
+    search_->StartSearch(position, contempt_);
+}
+
+void SearchController::PonderHit() {
+    limits_.kind = SearchKind::normal;
+    ponder_hit_ = Timestamp::Now();
+}
+
+Move SearchController::best_move() const {
+    if (!info_.principal_variation.empty()) return info_.principal_variation.front().first;
+    return root_moves_.empty() ? INVALID : root_moves_.front().move;
+}
+
+// --- Iterations ---
+
+void SearchController::IterationLoop() {
+    const int last_iteration = LastIteration(limits_);
+    for (int depth = 1; depth <= last_iteration; ++depth) {
+        StartIteration(depth);
+        SearchFirstMove();
+        for (std::size_t index = 1; index < root_moves_.size(); ++index) SearchFurtherMove(index);
+        if (limits_.kind == SearchKind::normal &&
+            clock_.ShouldStop(Elapsed(), SearchMoment::iteration_complete, FailState::none)) {
+            return;
+        }
+    }
+}
+
+void SearchController::StartIteration(int depth) {
+    clock_.NewIteration();
+    info_.depth = static_cast<std::int16_t>(depth);
+    search_->iteration_depth = depth;
+    info_.moves_to_search = info_.root_moves;
+    host_->sendDepthStarted(depth);
+}
+
+void SearchController::SearchFirstMove() {
+    RootMoveRecord& record = root_moves_.front();
+    NameCurrentMove(record);
+    info_.score = FindScore(record, -infinity_bound, info_.score);
+    --info_.moves_to_search;
+    ShowLine(record);
+    host_->sendThinking(info_);
+}
+
+void SearchController::SearchFurtherMove(std::size_t index) {
+    RootMoveRecord& record = root_moves_[index];
+    NameCurrentMove(record);
+    fail_state_ = FailState::none;
+    const bool refuted = RefutationTest(info_.score, [&](Score test) { return Ask(record, test); });
+    if (!refuted) ConfirmCandidate(index);
+    --info_.moves_to_search;
+}
+
+/// A later move seems to beat the best one. Its line stands as the best one from here on, since it did well enough to
+/// be played if the search is stopped now, and goes away only if the bisection finds that the move is no better.
+void SearchController::ConfirmCandidate(std::size_t index) {
+    const auto first = root_moves_.begin();
+    const auto candidate = std::next(first, static_cast<std::ptrdiff_t>(index));
+    std::rotate(first, candidate, std::next(candidate));
+    RootMoveRecord& record = root_moves_.front();
+    clock_.NoteCandidate();
+    host_->sendNewPvMove(record.text);
+    auto old_line = info_.principal_variation;
+    ShowLine(record);
+
+    const Score score = FindScore(record, info_.score, info_.score + candidate_lead);
+    if (score > info_.score) {
+        info_.score = score;
+        ShowLine(record);
+        host_->sendThinking(info_);
+    } else {
+        clock_.NoteInstability();
+        host_->sendSearchInstability();
+        std::swap(root_moves_[0], root_moves_[1]);
+        info_.principal_variation = std::move(old_line);
+    }
+}
+
+/// Analysis and pondering do not end by themselves.
+void SearchController::WaitForInput() {
+    while (!EndsByItself()) {
+        SleepMilliseconds(wait_between_polls);
+        host_->pollInput();
+    }
+}
+
+// --- Root moves ---
+
+void SearchController::NameCurrentMove(const RootMoveRecord& record) {
+    info_.root_move_text = record.text;
+    info_.valid = true;
+}
+
+Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score guess) {
+    first_root_move_ = true;
+    const BoundSearchTask task{.depth = info_.depth, .lower = lower, .guess = guess, .contempt = contempt_};
+    const Score score = BoundSearch(task, clock_, fail_state_, [&](Score test) { return Ask(record, test); });
+    first_root_move_ = false;
+    return score;
+}
+
+Score SearchController::Ask(RootMoveRecord& record, Score test) {
+    WriteLineToHash(search_->board, record, search_->position_class[0]);
+    const Score answer = RootProbe(*search_, record.move, test, info_.depth);
+    FlushCounters();
+    ReadLineBack(*search_, record);
+    return answer;
+}
+
+void SearchController::ShowLine(const RootMoveRecord& record) {
+    info_.principal_variation = RenderLine(search_->board, record.line);
+}
+
+// --- Polling ---
+
+void SearchController::Poll() {
+    FlushCounters();
+    const auto milliseconds = info_.Milliseconds();
+    const std::uint64_t nodes_per_second =
+        milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
+    search_->poll_countdown = nodes_per_second / polls_per_second + least_countdown;
+
+    if (milliseconds <= undisturbed_time && info_.depth == 1) return;
+    if (limits_.kind == SearchKind::puzzle) {
+        if (milliseconds > undisturbed_time) throw search_aborted_exception{.discard = false};
+    } else {
+        host_->pollInput();
+        if (!EndsByItself()) return;
+    }
+    const auto moment = first_root_move_ ? SearchMoment::first_root_move : SearchMoment::later_root_move;
+    const auto fail_state = first_root_move_ ? fail_state_ : FailState::none;
+    if (clock_.ShouldStop(Elapsed(), moment, fail_state)) throw search_aborted_exception{.discard = false};
+}
+
+void SearchController::FlushCounters() {
+    info_.nodes += std::exchange(search_->nodes, 0);
+    info_.ettc_tries += std::exchange(search_->ettc_tries, 0);
+    info_.ettc_cutoffs += std::exchange(search_->ettc_cutoffs, 0);
+}
+
+/// Milliseconds that count against the limits: the time before a ponder hit counts for 70 percent only.
+std::int64_t SearchController::Elapsed() const {
+    const std::int64_t since_start = ElapsedMilliseconds(info_.start, Timestamp::Now());
+    if (!ponder_hit_.valid) return since_start;
+    return since_start - ElapsedMilliseconds(info_.start, ponder_hit_) * free_pondering_tenths / 10;
+}
+
+bool SearchController::EndsByItself() const {
+    return limits_.kind == SearchKind::normal || limits_.kind == SearchKind::puzzle;
+}
+
+// --- Settings of the evaluation ---
+
+void SearchController::SetContempt(int contempt) {
+    if (contempt == contempt_) return;
+    contempt_ = contempt;
+    UpdateDrawScore(contempt);
+}
+
+/// The evaluator takes White's view of a draw. What the tables remember depends on it.
+void SearchController::UpdateDrawScore(int contempt) {
+    const auto draw_score = static_cast<std::int16_t>(root_side_ == white ? contempt : -contempt);
+    if (draw_score == evaluation_settings_.draw_score) return;
+    evaluation_settings_.draw_score = draw_score;
+    transposition_table.clear();
+    evaluation_hash_table.clear();
+}
+
+void SearchController::SetPersonality(int personality) {
+    if (personality == evaluation_settings_.personality) return;
+    evaluation_settings_.personality = static_cast<std::int16_t>(personality);
+    transposition_table.clear();
+    evaluation_hash_table.clear();
+}

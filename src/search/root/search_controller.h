@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "evaluation/context/evaluation_context.h"
+#include "search/root/bound_search.h"
+#include "search/root/principal_variation.h"
+#include "search/root/search_clock.h"
+#include "search/root/search_host.h"
+#include "search/root/steering.h"
+#include "search/state/node_poll.h"
+
+struct SearchBoard;
+
+/// Runs one search at a time: lists the root moves, deepens iteration by iteration, and finds each score by bisection.
+/// Built once; its tables (killers, history) live from search to search.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted through NodePoll.
+class SearchController final : private NodePoll {
+  public:
+    SearchController();
+    ~SearchController();
+    SearchController(const SearchController&) = delete;
+    SearchController& operator=(const SearchController&) = delete;
+
+    /// The search entry. Reports to `host`, polls it, and as its last act calls host.onSearchFinished, with true at
+    /// once if the game has a result already or no legal move. Catches search_aborted_exception; everything else passes
+    /// through, and leaves the controller fit for the next search.
+    void Run(const SearchLimits& limits, const UserBoard& position, SearchHost& host);
+
+    /// The opponent played the predicted move: a pondering search goes on as a normal one.
+    void PonderHit();
+
+    /// Centipawns, the worth of a draw for the engine. A new value clears the transposition and evaluation tables.
+    void SetContempt(int contempt);
+    [[nodiscard]] int contempt() const { return contempt_; }
+    /// -1000..1000. A new value clears the transposition and evaluation tables.
+    void SetPersonality(int personality);
+
+    [[nodiscard]] const SearchInfo& info() const { return info_; }
+    [[nodiscard]] bool IsRunning() const { return running_; }
+    /// The best move of the last completed update. A search that ends before its first update gives the first legal
+    /// move, so that a thinking engine always has one to play. INVALID only if no tree was searched.
+    [[nodiscard]] Move best_move() const;
+    [[nodiscard]] int score() const { return info_.score; }
+
+  private:
+    class RunningScope;
+
+    void ListRootMoves(const BOARD& position);
+    void StartSearch(const SearchLimits& limits, const BOARD& position);
+    void IterationLoop();
+    void StartIteration(int depth);
+    void SearchFirstMove();
+    void SearchFurtherMove(std::size_t index);
+    void ConfirmCandidate(std::size_t index);
+    void WaitForInput();
+
+    void NameCurrentMove(const RootMoveRecord& record);
+    [[nodiscard]] Score FindScore(RootMoveRecord& record, Score lower, Score guess);
+    [[nodiscard]] Score Ask(RootMoveRecord& record, Score test);
+    void ShowLine(const RootMoveRecord& record);
+
+    void Poll() override;
+    void FlushCounters();
+    [[nodiscard]] std::int64_t Elapsed() const;
+    [[nodiscard]] bool EndsByItself() const;
+    void UpdateDrawScore(int contempt);
+
+    SearchInfo info_;
+    bool running_ = false;
+    int contempt_ = 0;
+    EVALUATION_SETTINGS evaluation_settings_;
+
+    SearchLimits limits_;
+    SearchHost* host_ = nullptr;  ///< set while a search runs
+    Timestamp ponder_hit_;        ///< valid once the opponent has played the predicted move
+    Colour root_side_ = white;
+    std::vector<RootMoveRecord> root_moves_;  ///< the best ones in front
+    std::unique_ptr<SearchBoard> search_;
+    SearchClock clock_;
+    FailState fail_state_ = FailState::none;  ///< of the bisection in work
+    bool first_root_move_ = false;            ///< a bisection is in work, not a refutation test
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "chess/move.h"
+#include "frame/base/os_dependent.h"
+
+/// What a search tells about itself; the counters are those of the last poll or iteration.
+struct SearchInfo {
+    bool valid = false;       ///< a root move is in work
+    int root_moves = 0;       ///< number of root moves
+    int moves_to_search = 0;  ///< root moves of this iteration not finished yet, the one in work included
+    std::int16_t depth = 0;   ///< number of the iteration
+    std::uint64_t nodes = 0;
+    std::string root_move_text;  ///< the root move in work
+    std::vector<std::pair<Move, std::string>> principal_variation;
+    int score = 0;  ///< centipawns for the side on move at the root
+    Timestamp start;
+    Timestamp end;  ///< valid once the search has ended
+    std::uint64_t ettc_tries = 0;
+    std::uint64_t ettc_cutoffs = 0;
+
+    /// Milliseconds from the start to the end, or to now while the search runs.
+    [[nodiscard]] std::int64_t Milliseconds() const {
+        return ElapsedMilliseconds(start, end.valid ? end : Timestamp::Now());
+    }
+};
+
+/// What the search asks of the world. It runs on the caller's stack, with no thread beside it: pollInput runs commands
+/// that have arrived, and one that can't run beside a search leaves it as an exception of steering.h.
+class SearchHost {
+  public:
+    virtual ~SearchHost() = default;
+    virtual void pollInput() = 0;
+    virtual void sendThinking(const SearchInfo& info) = 0;
+    virtual void sendDepthStarted(int depth) = 0;
+    virtual void sendNewPvMove(const std::string& move) = 0;
+    virtual void sendSearchInstability() = 0;
+    virtual void sendSearchStatistics(const SearchInfo& info) = 0;
+    /// The very last call of a search; may throw a request for the next one.
+    virtual void onSearchFinished(bool discard) = 0;
+};

@@ -1,0 +1,28 @@
+#include "search/state/history.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "chess/board.h"
+
+void HistoryBand::Add(std::size_t index, std::uint32_t bonus) noexcept {
+    constexpr std::uint32_t most = std::numeric_limits<std::uint16_t>::max();
+    entries[index] = {.generation = generation(),
+                      .value = static_cast<std::uint16_t>(std::min(Value(index) + bonus, most))};
+}
+
+HistoryTable::HistoryTable() : bands_(std::make_unique<Bands>()) {}
+
+void HistoryTable::NewSearch() noexcept {
+    for (std::uint32_t ply = 0; ply < max_frames; ply += plies_per_band) ++Band(ply).generation();
+}
+
+void HistoryTable::UpdateHistory(Move move, Colour side, Distance distance, std::uint32_t ply) noexcept {
+    // Deep cuts tell more: the square of the full plies left.
+    const std::uint32_t plies = distance >= ONE_PLY ? static_cast<std::uint32_t>(distance / ONE_PLY) : 0;
+    const std::uint32_t bonus = plies * plies + 1;
+    const std::size_t index = HistoryBand::Index(move, side);
+    const std::uint32_t band = std::max(ply / plies_per_band, 1U);
+    (*bands_)[band].Add(index, bonus);
+    (*bands_)[band - 1].Add(index, bonus);
+}

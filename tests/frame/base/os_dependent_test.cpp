@@ -1,0 +1,318 @@
+#include "frame/base/os_dependent.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <functional>
+#include <set>
+#include <string>
+
+#include "frame/base/logfile.h"
+#include "support/log_capture.h"
+#include "support/standard_input.h"
+#include "support/temporary_directory.h"
+
+namespace {
+
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;
+
+// --- Time ---
+
+struct ElapsedCase {
+    const char* name;
+    Timestamp from;
+    Timestamp to;
+    std::int64_t milliseconds;
+};
+
+class Elapsed : public testing::TestWithParam<ElapsedCase> {};
+
+TEST_P(Elapsed, Milliseconds) {
+    EXPECT_EQ(ElapsedMilliseconds(GetParam().from, GetParam().to), GetParam().milliseconds);
+}
+
+constexpr ElapsedCase elapsed_cases[] = {
+    {"NoTime", {true, 5, 700}, {true, 5, 700}, 0},
+    {"JustUnderAMillisecond", {true, 5, 0}, {true, 5, 999}, 0},
+    {"OneMillisecond", {true, 5, 0}, {true, 5, 1000}, 1},
+    {"WholeSeconds", {true, 5, 400}, {true, 8, 400}, 3000},
+    {"AcrossASecondWithFewerMicroseconds", {true, 5, 900000}, {true, 6, 100000}, 200},
+    {"AcrossASecondTruncated", {true, 5, 999999}, {true, 6, 0}, 0},
+    {"TwoSecondsLessABit", {true, 5, 1}, {true, 7, 0}, 1999},
+    {"Beyond32Bits", {true, 0, 0}, {true, 3000000000, 5000}, 3000000000005},
+    {"BackWholeSeconds", {true, 8, 0}, {true, 5, 0}, -3000},
+    {"BackAPartOfASecond", {true, 8, 500000}, {true, 8, 300000}, -200},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, Elapsed, testing::ValuesIn(elapsed_cases),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(Timestamp, IsInvalidUntilTheClockWasRead) {
+    EXPECT_FALSE(Timestamp{}.valid);
+    const Timestamp now = Timestamp::Now();
+    EXPECT_TRUE(now.valid);
+    EXPECT_GT(now.seconds, 0);
+    EXPECT_GE(now.microseconds, 0);
+    EXPECT_LT(now.microseconds, 1000000);
+}
+
+TEST(LocalTimeText, HasTheFormOfCtime) {
+    const std::string text = LocalTimeText();
+    ASSERT_EQ(text.size(), 25U);
+    EXPECT_EQ(text.back(), '\n');
+    EXPECT_EQ(text[13], ':');
+    EXPECT_EQ(text[16], ':');
+}
+
+// --- Input ---
+
+class DescriptorReaderTest : public testing::Test {
+  protected:
+    DescriptorReaderTest() { EXPECT_EQ(pipe(ends_), 0); }
+    ~DescriptorReaderTest() override {
+        close(ends_[0]);
+        CloseWriter();
+    }
+
+    void Write(std::string_view text) const {
+        ASSERT_EQ(write(ends_[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+    void CloseWriter() {
+        if (ends_[1] >= 0) close(ends_[1]);
+        ends_[1] = -1;
+    }
+    [[nodiscard]] DescriptorReader Reader() const { return DescriptorReader(ends_[0]); }
+
+    int ends_[2];
+};
+
+TEST_F(DescriptorReaderTest, SeesNothingOnAnIdlePipe) { EXPECT_FALSE(Reader().IsInputAvailable()); }
+
+TEST_F(DescriptorReaderTest, ReadsLineByLine) {
+    DescriptorReader reader = Reader();
+    Write("one\n\ntwo \r\n");
+    EXPECT_TRUE(reader.IsInputAvailable());
+    EXPECT_EQ(reader.ReadLine(), "one");
+    EXPECT_TRUE(reader.IsInputAvailable());
+    EXPECT_EQ(reader.ReadLine(), "");
+    EXPECT_EQ(reader.ReadLine(), "two \r");
+    EXPECT_FALSE(reader.IsInputAvailable());
+}
+
+TEST_F(DescriptorReaderTest, SeesAPartlyReadLineWhileTheDescriptorIsIdle) {
+    DescriptorReader reader = Reader();
+    Write("go\nunde");
+    EXPECT_EQ(reader.ReadLine(), "go");
+    EXPECT_TRUE(reader.IsInputAvailable());
+    Write("cided\nping");
+    EXPECT_EQ(reader.ReadLine(), "undecided");
+    CloseWriter();
+    EXPECT_EQ(reader.ReadLine(), "ping") << "the last line may lack its end";
+}
+
+TEST_F(DescriptorReaderTest, IsReadyAtTheEndAndStaysThere) {
+    DescriptorReader reader = Reader();
+    CloseWriter();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(reader.IsInputAvailable());
+        EXPECT_EQ(reader.ReadLine(), std::nullopt);
+    }
+}
+
+TEST_F(DescriptorReaderTest, IsReadyOnAClosedDescriptor) {
+    const int descriptor = dup(ends_[0]);
+    close(descriptor);
+    DescriptorReader reader(descriptor);
+    EXPECT_TRUE(reader.IsInputAvailable());
+    EXPECT_EQ(reader.ReadLine(), std::nullopt);
+}
+
+TEST_F(DescriptorReaderTest, KeepsNulAndHighBytes) {
+    DescriptorReader reader = Reader();
+    const std::string line("a\0\xff\x80\x01z", 6);
+    Write(line + '\n');
+    EXPECT_EQ(reader.ReadLine(), line);
+}
+
+TEST_F(DescriptorReaderTest, ReadsALineOfOneMebibyte) {
+    const TemporaryDirectory directory;
+    std::string line(1U << 20, 'x');
+    line[12345] = '\0';
+    std::ofstream(directory.File("input"), std::ios::binary) << line << "\nnext\n" << line;
+    const int file = open(directory.File("input").c_str(), O_RDONLY);
+    DescriptorReader reader(file);
+    EXPECT_TRUE(reader.ReadLine() == line);
+    EXPECT_EQ(reader.ReadLine(), "next");
+    EXPECT_TRUE(reader.ReadLine() == line);
+    EXPECT_EQ(reader.ReadLine(), std::nullopt);
+    close(file);
+}
+
+TEST_F(DescriptorReaderTest, WaitsOnAPipeThatDoesNotBlock) {
+    ASSERT_EQ(fcntl(ends_[0], F_SETFL, O_NONBLOCK), 0);
+    DescriptorReader reader = Reader();
+    const pid_t child = fork();
+    if (child == 0) {
+        usleep(20000);
+        Write("late\n");
+        _exit(0);
+    }
+    EXPECT_EQ(reader.ReadLine(), "late");
+    waitpid(child, nullptr, 0);
+}
+
+TEST(ReadLine, LogsTheLineToTheFileAlone) {
+    CaptureStdout();
+    const LogCapture log;
+    const StandardInputText input("level 40 5 0\nlast");
+    EXPECT_TRUE(IsInputAvailable());
+    EXPECT_EQ(ReadLine(), "level 40 5 0");
+    EXPECT_EQ(ReadLine(), "last");
+    EXPECT_EQ(GetCapturedStdout(), "");
+    EXPECT_EQ(log.text(), "Vorka received input: level 40 5 0\nVorka received input: last\n");
+}
+
+TEST(ReadLine, SaysQuitForEverAtTheEndAndLogsNothing) {
+    const LogCapture log;
+    const StandardInputText input("");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(IsInputAvailable());
+        EXPECT_EQ(ReadLine(), "quit");
+    }
+    EXPECT_EQ(log.text(), "");
+}
+
+TEST(ReadLine, ShowsTheQuestionBeforeItWaits) {
+    const TemporaryDirectory directory;
+    const StandardInputText input("answer\n");
+    CaptureStdout();
+    vlog << "question? ";
+    EXPECT_EQ(ReadLine(), "answer");
+    const int copy = dup(STDOUT_FILENO);  // what has left the process, seen past its own buffer
+    const off_t written = lseek(copy, 0, SEEK_CUR);
+    close(copy);
+    EXPECT_EQ(GetCapturedStdout(), "question? ");
+    EXPECT_EQ(written, 10);
+}
+
+// --- What happens once in a process runs in processes of its own ---
+
+/// Runs `work` in a child with a log of its own and gives the log's text without its heading.
+std::string LogOfChild(const std::function<void()>& work) {
+    const TemporaryDirectory directory;
+    const std::string name = directory.File("log");
+    EXPECT_EXIT(
+        {
+            vlog.Open(name);
+            work();
+            vlog.Close();
+            _exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+    const std::string text = TextOf(name);
+    return text.substr(text.find('\n') + 1);
+}
+
+constexpr const char* raw_mode_note = "Stdin has been set to raw mode (OS: Unix compatible). (not sent to xboard)\n";
+
+TEST(SetStdinRawModeDeathTest, NotesItOnceAndWorksWithoutATerminal) {
+    EXPECT_EQ(LogOfChild([] {
+                  const StandardInputText input("xboard\nprotover 2\n");
+                  SetStdinRawMode();
+                  (void)ReadLine();
+                  SetStdinRawMode();
+                  (void)ReadLine();
+              }),
+              std::string(raw_mode_note) + "Vorka received input: xboard\nVorka received input: protover 2\n");
+}
+
+TEST(NonDeterministicRandDeathTest, IsRemarkedUponAtTheEleventhCallOnly) {
+    const std::string note =
+        "Note: NonDeterministicRand_16bit seems to be used more often than originally intended. This could be a "
+        "problem, because its implementation is bad. (not sent to xboard)\n";
+    const auto calls = [](int n) {
+        return [n] {
+            for (int i = 0; i < n; ++i) (void)NonDeterministicRand_16bit();
+        };
+    };
+    EXPECT_EQ(LogOfChild(calls(10)), "");
+    EXPECT_EQ(LogOfChild(calls(11)), note);
+    EXPECT_EQ(LogOfChild(calls(1000)), note);
+}
+
+TEST(NonDeterministicRand, StaysWithin15Bits) {
+    std::set<int> seen;
+    for (int i = 0; i < 1000; ++i) {
+        const int value = NonDeterministicRand_16bit();
+        ASSERT_GE(value, 0);
+        ASSERT_LE(value, 32767);
+        seen.insert(value);
+    }
+    EXPECT_GT(seen.size(), 900U);
+}
+
+TEST(SignalsDeathTest, AreIgnoredOnceTheyShallBe) {
+    EXPECT_EXIT(
+        {
+            IgnoreTerminationSignals();
+            IgnoreBrokenPipe();
+            raise(SIGINT);
+            raise(SIGTERM);
+            raise(SIGPIPE);
+            _exit(3);
+        },
+        testing::ExitedWithCode(3), "");
+    EXPECT_EXIT(raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST(ReserveStandardDescriptorsDeathTest, FillsWhatIsMissingAndLeavesTheRest) {
+    EXPECT_EXIT(
+        {
+            close(STDIN_FILENO);
+            close(STDOUT_FILENO);
+            ReserveStandardDescriptors();
+            const bool filled = fcntl(STDIN_FILENO, F_GETFD) != -1 && fcntl(STDOUT_FILENO, F_GETFD) != -1;
+            const bool ends = IsInputAvailable() && ReadLine() == "quit";
+            fputs("still the error stream", stderr);
+            _exit(filled && ends ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "still the error stream");
+}
+
+// --- Files ---
+
+TEST(DirectoryOfProgram, IsWhatStandsBeforeTheLastSlash) {
+    EXPECT_EQ(DirectoryOfProgram("./prog"), ".");
+    EXPECT_EQ(DirectoryOfProgram("/opt/x/prog"), "/opt/x");
+    EXPECT_EQ(DirectoryOfProgram("prog"), ".");
+    EXPECT_EQ(DirectoryOfProgram(""), ".");
+    EXPECT_EQ(DirectoryOfProgram("/prog"), "");
+    EXPECT_EQ(DirectoryOfProgram("a\\b\\prog"), ".") << "only the slash counts";
+    EXPECT_EQ(DirectoryOfProgram("a//prog"), "a/");
+}
+
+TEST(ExecutableDirectoryDeathTest, StoresTheFirstAndIgnoresTheLaterCalls) {
+    EXPECT_EXIT(
+        {
+            const bool stored = ExecutableDirectory("/opt/x/prog") == "/opt/x" && ExecutableDirectory() == "/opt/x" &&
+                                ExecutableDirectory("/usr/bin/other") == "/opt/x";
+            _exit(stored ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(FileExists, TellsWhetherItCanBeReadFrom) {
+    const TemporaryDirectory directory;
+    EXPECT_FALSE(FileExists(directory.File("file")));
+    std::ofstream(directory.File("file")).flush();
+    EXPECT_TRUE(FileExists(directory.File("file")));
+    EXPECT_FALSE(FileExists(directory.File("no/such/file")));
+    EXPECT_FALSE(FileExists(""));
+}
+
+}  // namespace
