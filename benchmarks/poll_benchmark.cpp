@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "frame/base/os_dependent.h"
+#include "frame/base/wall_clock.h"
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/select.h>
-#include <sys/time.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -34,32 +33,6 @@ DescriptorReader& StandardInput() {
 }
 
 }  // namespace
-
-Timestamp Timestamp::Now() {
-    timeval now{};
-    gettimeofday(&now, nullptr);
-    return {.valid = true, .seconds = now.tv_sec, .microseconds = now.tv_usec};
-}
-
-std::int64_t ElapsedMilliseconds(const Timestamp& from, const Timestamp& to) {
-    std::int64_t seconds = to.seconds - from.seconds;
-    std::int64_t microseconds = to.microseconds - from.microseconds;
-    if (microseconds < 0) {
-        microseconds += 1000000;
-        --seconds;
-    }
-    return seconds * 1000 + microseconds / 1000;
-}
-
-void SleepMilliseconds(int milliseconds) {
-    if (milliseconds > 0) usleep(static_cast<useconds_t>(milliseconds) * 1000);
-}
-
-std::string LocalTimeText() {
-    const std::time_t now = std::time(nullptr);
-    const char* text = std::ctime(&now);
-    return text != nullptr ? text : "\n";
-}
 
 bool DescriptorReader::IsInputAvailable() const {
     if (next_ < buffer_.size()) return true;

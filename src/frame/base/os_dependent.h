@@ -1,26 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
-/// Every call to the operating system, the file mappings excepted.
-
-/// A reading of the wall clock.
-struct Timestamp {
-    bool valid = false;  ///< set once the clock was read
-    std::int64_t seconds = 0;
-    std::int64_t microseconds = 0;
-
-    [[nodiscard]] static Timestamp Now();
-};
-
-/// Milliseconds from `from` to `to`, truncated; negative if the clock went back.
-[[nodiscard]] std::int64_t ElapsedMilliseconds(const Timestamp& from, const Timestamp& to);
-void SleepMilliseconds(int milliseconds);
-/// The local time in the form of ctime, its newline included.
-[[nodiscard]] std::string LocalTimeText();
+/// Every call to the operating system, the clock (wall_clock.h) and the file mappings excepted.
 
 /// Lines from a descriptor, which it doesn't own, with a buffer of their own.
 class DescriptorReader {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "chess/bits.h"
-#include "frame/base/os_dependent.h"
+#include "frame/base/wall_clock.h"
 
 /// One entry of a time control.
 struct TimeControl {

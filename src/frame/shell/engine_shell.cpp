@@ -6,6 +6,7 @@
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
+#include "frame/base/wall_clock.h"
 #include "interfaces/protocols/console_protocol.h"
 
 using VorkaInterfaces::BasicProtocol;

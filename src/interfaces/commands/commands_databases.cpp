@@ -12,6 +12,7 @@
 #include "frame/base/os_dependent.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
+#include "frame/base/wall_clock.h"
 #include "frame/game/game_control.h"
 
 namespace VorkaInterfaces {

@@ -7,6 +7,7 @@
 #include "frame/base/os_dependent.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
+#include "frame/base/wall_clock.h"
 
 namespace VorkaInterfaces {
 

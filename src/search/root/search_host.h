@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "chess/move.h"
-#include "frame/base/os_dependent.h"
+#include "frame/base/wall_clock.h"
 
 /// What a search tells about itself; the counters are those of the last poll or iteration.
 struct SearchInfo {
