@@ -7,6 +7,7 @@
 #include "bitbases/bitbases.h"
 #include "bitbases/memory_mapped_file.h"
 #include "bitbases/tablebases.h"
+#include "chess/board_text.h"
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
 
@@ -185,7 +186,7 @@ void Compare(VerificationHandler& handler, const BOARD& board, std::string_view 
 
 [[noreturn]] void FailOn(const BOARD& board, std::string_view reason) {
     vlog << vocabulary::corrupted_position_found;
-    board.Print(true);
+    PrintBoard(board, true);
     throw VerificationFailed(
         std::string(vocabulary::verification_failed_reason).append(reason).append(vocabulary::verification_failed_end));
 }
@@ -227,7 +228,7 @@ void DefaultVerificationHandler::finished() {
 void DefaultVerificationHandler::report(std::string_view text, const BOARD& board) {
     has_failed_ = true;
     vlog << vocabulary::error_in_bitbase << name_ << vocabulary::error_in_bitbase_end << text;
-    board.Print(true);
+    PrintBoard(board, true);
 }
 
 void DefaultVerificationHandler::wrongResult(const BOARD& board) {

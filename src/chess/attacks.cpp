@@ -80,6 +80,17 @@ Bitboard FindPins(Square square, const BOARD& board, Bitboard candidates, const 
     return pins;
 }
 
+bool IsOpponentInCheck(const BOARD& board) noexcept {
+    return board.side_to_move == white ? IsAttacked<white>(board.sides[black].king_square, board)
+                                       : IsAttacked<black>(board.sides[white].king_square, board);
+}
+
+bool LeavesKingInCheck(Move move, const BOARD& board) {
+    BOARD after = board;
+    after.MakeMove(move);
+    return IsOpponentInCheck(after);
+}
+
 bool QueenAttacked(const BOARD& board) noexcept {
     const SIDE_PIECES& enemy = board.enemy();
     const Bitboard cheaper = enemy.pawns | enemy.knights | enemy.bishops | enemy.rooks;

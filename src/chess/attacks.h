@@ -16,6 +16,10 @@
 /// and the enemy, discovering pieces for the enemy king and the own side.
 [[nodiscard]] Bitboard FindPins(Square square, const BOARD& board, Bitboard candidates,
                                 const SIDE_PIECES& attacker) noexcept;
+/// Whether the side not to move stands in check.
+[[nodiscard]] bool IsOpponentInCheck(const BOARD& board) noexcept;
+/// Whether the side that makes the move stands in check after it. Works on a copy.
+[[nodiscard]] bool LeavesKingInCheck(Move move, const BOARD& board);
 /// Whether a queen of the side on move is attacked by an enemy pawn, knight, bishop or rook.
 [[nodiscard]] bool QueenAttacked(const BOARD& board) noexcept;
 

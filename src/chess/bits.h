@@ -86,4 +86,8 @@ namespace bits_in_force = portable_bits;
 }
 [[nodiscard]] constexpr bool HasSeveral(Bitboard b) noexcept { return (b & (b - 1)) != 0; }
 /// The set upside down: rank 1 exchanged with rank 8, and so on.
-[[nodiscard]] Bitboard MirrorRanks(Bitboard b) noexcept;
+[[nodiscard]] constexpr Bitboard MirrorRanks(Bitboard b) noexcept {
+    b = ((b >> 8) & 0x00FF00FF00FF00FF) | ((b & 0x00FF00FF00FF00FF) << 8);
+    b = ((b >> 16) & 0x0000FFFF0000FFFF) | ((b & 0x0000FFFF0000FFFF) << 16);
+    return (b >> 32) | (b << 32);
+}

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <string>
 
 #include "chess/bitboard_tables.h"
 #include "chess/bits.h"
@@ -114,12 +114,6 @@ struct BOARD {
 
     /// Whether a word from another position can be played here, check bits included; says nothing about the own king.
     [[nodiscard]] bool IsMovePseudoLegal(Move move) const;
-    /// Whether the exact word is among the legal moves.
-    [[nodiscard]] bool VerifyMove(Move move) const;
-    /// Whether the side that makes the move stands in check behind it. Works on a copy.
-    [[nodiscard]] bool LeavesKingInCheck(Move move) const;
-    /// Whether the side not to move is attacked.
-    [[nodiscard]] bool IsOpponentInCheck() const;
 
     /// The search's draw: too little material, a fifty counter above 99, or one earlier occurrence of the key.
     [[nodiscard]] bool IsDraw() const noexcept;
@@ -132,9 +126,4 @@ struct BOARD {
     /// Sets the counter of a position at ply 0, 0 <= n <= 100, and fills the history below its key with keys that
     /// match nothing.
     void SetFiftyCounter(int n);
-
-    /// Writes the board to the log stream, with the state line if asked. No flush.
-    void Print(bool with_state) const;
-    [[nodiscard]] std::string CastlingText() const;
-    [[nodiscard]] std::string EnPassantText() const;
 };

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "chess/board_text.h"
 #include "chess/move_generator.h"
 #include "chess/user_board.h"
 
@@ -86,8 +87,8 @@ const BOARD& EditBoard::GetBoard() {
 }
 
 void EditBoard::Print(bool with_state) {
-    if (IsValid()) return board_.Print(with_state);
+    if (IsValid()) return PrintBoard(board_, with_state);
     BOARD shown;
     SetPosition(shown);  // whatever its verdict
-    shown.Print(with_state);
+    PrintBoard(shown, with_state);
 }

@@ -5,9 +5,10 @@
 #include <string_view>
 #include <vector>
 
+#include "chess/board_text.h"
+#include "chess/game_errors.h"
 #include "chess/move_generator.h"
 #include "chess/notation.h"
-#include "chess/user_board.h"
 #include "frame/base/text_utilities.h"
 
 namespace {
@@ -44,26 +45,26 @@ void ReadSquares(std::string_view text, std::int8_t (&squares)[64]) {
     int file = 0;
     for (const char c : text) {
         if (c == '/') {
-            if (file != 8 || rank == 0) throw UserBoard::io_error();
+            if (file != 8 || rank == 0) throw game_errors::io_error();
             --rank;
             file = 0;
         } else if (IsRankChar(c)) {
             file += c - '0';
-            if (file > 8) throw UserBoard::io_error();
+            if (file > 8) throw game_errors::io_error();
         } else {
             const int piece = PieceCodeFromChar(c);
-            if (piece == no_piece || file == 8) throw UserBoard::io_error();
+            if (piece == no_piece || file == 8) throw game_errors::io_error();
             squares[8 * rank + file] = static_cast<std::int8_t>(piece);
             ++file;
         }
     }
-    if (file != 8 || rank != 0) throw UserBoard::io_error();
+    if (file != 8 || rank != 0) throw game_errors::io_error();
 }
 
 Colour ReadSide(std::string_view text) {
     if (text == "w") return white;
     if (text == "b") return black;
-    throw UserBoard::io_error();
+    throw game_errors::io_error();
 }
 
 /// The letters stand in one order only, each at most once.
@@ -73,7 +74,7 @@ int ReadCastling(std::string_view text) {
     std::size_t first_allowed = 0;
     for (const char c : text) {
         const std::size_t index = castling_letters.find(c, first_allowed);
-        if (index == std::string_view::npos) throw UserBoard::io_error();
+        if (index == std::string_view::npos) throw game_errors::io_error();
         rights |= 1 << index;
         first_allowed = index + 1;
     }
@@ -82,21 +83,21 @@ int ReadCastling(std::string_view text) {
 
 int ReadEnPassantSquare(std::string_view text) {
     if (text == nothing) return no_square;
-    if (text.size() != 2 || !IsFileChar(text[0]) || !IsRankChar(text[1])) throw UserBoard::io_error();
+    if (text.size() != 2 || !IsFileChar(text[0]) || !IsRankChar(text[1])) throw game_errors::io_error();
     return SquareFromChars(text[0], text[1]);
 }
 
 std::uint64_t ReadNumber(std::string_view text, std::uint64_t highest) try {
     const std::uint64_t number = VorkaUtils::ToUnsigned64(text);
-    if (number > highest) throw UserBoard::io_error();
+    if (number > highest) throw game_errors::io_error();
     return number;
 } catch (const string_conversion_error&) {
-    throw UserBoard::io_error();
+    throw game_errors::io_error();
 }
 
 FenFields ReadFields(const std::string& text) {
     const std::vector<std::string> words = VorkaUtils::tokenize(text);
-    if (words.size() != field_count) throw UserBoard::io_error();
+    if (words.size() != field_count) throw game_errors::io_error();
     FenFields fields;
     ReadSquares(words[0], fields.squares);
     fields.side = ReadSide(words[1]);
@@ -130,12 +131,12 @@ std::string RankToText(const BOARD& board, int rank) {
 void ReadFen(BOARD& board, const std::string& text, std::uint32_t& ply_offset) {
     const FenFields fields = ReadFields(text);
     // On a board a1 means no en passant square; named in a text, it is one on the wrong rank.
-    if (fields.en_passant_square == a1) throw UserBoard::invalid_position();
+    if (fields.en_passant_square == a1) throw game_errors::invalid_position();
     const int en_passant_square = std::max(fields.en_passant_square, 0);
     if (!board.SetPosition(fields.squares, static_cast<int>(fields.side), en_passant_square, fields.castling)) {
-        throw UserBoard::invalid_position();
+        throw game_errors::invalid_position();
     }
-    if (!FitsMoveLists(board)) throw UserBoard::invalid_position();
+    if (!FitsMoveLists(board)) throw game_errors::invalid_position();
     ply_offset = 2 * fields.full_move_number + (fields.side == black ? 1 : 0);
     board.SetFiftyCounter(fields.half_move_clock);
 }
@@ -148,9 +149,9 @@ std::string WriteFen(const BOARD& board, int full_move_number) {
     }
     const PLY_FRAME& frame = board.frame();
     text += board.side_to_move == white ? " w " : " b ";
-    text += frame.castling == 0 ? std::string(nothing) : board.CastlingText();
+    text += frame.castling == 0 ? std::string(nothing) : CastlingText(board);
     text += ' ';
-    text += frame.en_passant_square == 0 ? std::string(nothing) : board.EnPassantText();
+    text += frame.en_passant_square == 0 ? std::string(nothing) : EnPassantText(board);
     text += ' ';
     text += VorkaUtils::ToString(std::int32_t{frame.fifty_counter});
     text += ' ';

@@ -9,8 +9,8 @@
 ///
 /// ReadFen fills a scratch board; `ply_offset` becomes twice the move number, plus one with Black to move. The two
 /// don't meet: a game that starts here counts one move more than the text did. That stays.
-/// Throws UserBoard::io_error for a text that is no FEN (a clock above 100 among them), and UserBoard::invalid_position
-/// for one of an impossible position; `board` is unusable then.
+/// Throws game_errors::io_error for a text that is no FEN (a clock above 100 among them), and
+/// game_errors::invalid_position for one of an impossible position; `board` is unusable then.
 void ReadFen(BOARD& board, const std::string& text, std::uint32_t& ply_offset);
 
 [[nodiscard]] std::string WriteFen(const BOARD& board, int full_move_number);

@@ -318,6 +318,12 @@ Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept {
                                        : Generator<black>(buffer, board, mode).Run();
 }
 
+bool VerifyMove(Move move, const BOARD& board) noexcept {
+    Move buffer[move_list_room];
+    const Move* const end = GenerateMoves(buffer, board, mode_legal);
+    return std::find<const Move*>(buffer, end, move) != end;
+}
+
 bool FitsMoveLists(const BOARD& board) noexcept {
     constexpr int most_officers = 16;
     constexpr std::ptrdiff_t most_moves = 218;

@@ -26,6 +26,9 @@ enum GenerationMode : unsigned {
 /// so do the moves of a piece.
 Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept;
 
+/// Whether the exact word is among the legal moves.
+[[nodiscard]] bool VerifyMove(Move move, const BOARD& board) noexcept;
+
 /// False for a board with more men other than pawns than a game can bring (16 a side), or more moves for either side
 /// than a game can bring (218). Such boards are refused where positions enter, so that no input reaches the assertion
 /// below.

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "chess/attacks.h"
 #include "chess/move_generator.h"
 #include "frame/base/vocabulary.h"
 
@@ -88,7 +89,7 @@ Move ParseCoordinateForm(std::string_view text, const BOARD& board, const std::v
     for (const Move move : moves) {
         if (FromSquare(move) != from || ToSquare(move) != to) continue;
         if (promotion != no_piece && PromotionPiece(move) != promotion) continue;
-        if (!board.LeavesKingInCheck(move)) return move;
+        if (!LeavesKingInCheck(move, board)) return move;
     }
     return INVALID;
 }
@@ -187,7 +188,7 @@ Move ParseAlgebraicForm(std::string_view text, const BOARD& board, std::vector<M
         error = MoveParseError::syntax;
         return INVALID;
     }
-    std::erase_if(moves, [&](Move move) { return !description->Fits(move) || board.LeavesKingInCheck(move); });
+    std::erase_if(moves, [&](Move move) { return !description->Fits(move) || LeavesKingInCheck(move, board); });
     if (moves.empty()) {
         error = MoveParseError::no_correspondence;
         return INVALID;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "chess/board_text.h"
 #include "chess/fen.h"
 #include "chess/move_generator.h"
 #include "frame/base/vocabulary.h"
@@ -224,4 +225,4 @@ int UserBoard::FullMoveNumber() const {
 
 std::string UserBoard::GetFen() const { return WriteFen(current_.board, FullMoveNumber()); }
 
-void UserBoard::Print(bool with_state) const { current_.board.Print(with_state); }
+void UserBoard::Print(bool with_state) const { PrintBoard(current_.board, with_state); }

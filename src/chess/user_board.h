@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "chess/board.h"
+#include "chess/game_errors.h"
 #include "chess/notation.h"
-#include "frame/base/vorka_exception.h"
 
 enum class GameResult : std::int32_t { running = 0, white_wins = 1, black_wins = 2, draw = 3, aborted = 4 };
 
@@ -46,7 +46,9 @@ struct GAME_STATE {
 /// game again from its start.
 class UserBoard {
   public:
-    class user_exception : public VorkaException {};
+    using user_exception = game_errors::user_exception;
+    using invalid_position = game_errors::invalid_position;
+    using io_error = game_errors::io_error;
     class invalid_move : public user_exception {
       public:
         explicit invalid_move(MoveParseError error) : error_(error) {}
@@ -55,11 +57,9 @@ class UserBoard {
       private:
         MoveParseError error_;
     };
-    class invalid_position : public user_exception {};
     class next_moves_empty : public user_exception {};
     class no_moves_to_undo : public user_exception {};
     class invalid_board_after_changing_side : public user_exception {};
-    class io_error : public user_exception {};
 
     /// The normal start position.
     UserBoard();

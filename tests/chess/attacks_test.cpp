@@ -27,7 +27,7 @@ TEST(AttackersOf, AreThoseOfSlowChess) {
             ASSERT_EQ(IsAttackedBy(s, board, board.sides[white]), by_white != 0) << SquareToString(s) << FenOf(board);
             ASSERT_EQ(IsAttackedBy(s, board, board.sides[black]), by_black != 0) << SquareToString(s) << FenOf(board);
         }
-        ASSERT_EQ(board.IsOpponentInCheck(), SlowInCheck(position, Opponent(position.side)));
+        ASSERT_EQ(IsOpponentInCheck(board), SlowInCheck(position, Opponent(position.side)));
     });
 }
 

@@ -7,6 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include "chess/attacks.h"
+#include "chess/board_text.h"
+#include "chess/move_generator.h"
 #include "support/board_builder.h"
 #include "support/board_checks.h"
 #include "support/log_capture.h"
@@ -303,22 +306,22 @@ TEST(ChangeSide, FailsInCheckAndWithAnEnPassantSquare) {
 
 TEST(LeavesKingInCheck, SeesPinsAndChecks) {
     const BOARD board = BoardFromFen("4r2k/8/8/8/8/8/4N3/4K3 w - - 0 1");
-    EXPECT_TRUE(board.LeavesKingInCheck(MakeWord(e2, c3, knight)));
-    EXPECT_FALSE(board.LeavesKingInCheck(MakeWord(e1, d1, king)));
-    EXPECT_FALSE(board.LeavesKingInCheck(MakeWord(e1, f2, king)));
+    EXPECT_TRUE(LeavesKingInCheck(MakeWord(e2, c3, knight), board));
+    EXPECT_FALSE(LeavesKingInCheck(MakeWord(e1, d1, king), board));
+    EXPECT_FALSE(LeavesKingInCheck(MakeWord(e1, f2, king), board));
     const BOARD attacked = BoardFromFen("7k/8/8/8/8/6n1/8/4K3 w - - 0 1");
-    EXPECT_TRUE(attacked.LeavesKingInCheck(MakeWord(e1, f1, king)));
-    EXPECT_TRUE(attacked.LeavesKingInCheck(MakeWord(e1, e2, king)));
+    EXPECT_TRUE(LeavesKingInCheck(MakeWord(e1, f1, king), attacked));
+    EXPECT_TRUE(LeavesKingInCheck(MakeWord(e1, e2, king), attacked));
 }
 
 TEST(VerifyMove, WantsTheExactWord) {
     const BOARD board = BoardFromFen(start_fen);
     const Move move = MakeWord(e2, e4, pawn);
-    EXPECT_TRUE(board.VerifyMove(move));
-    EXPECT_FALSE(board.VerifyMove(move | direct_check_bit));
-    EXPECT_FALSE(board.VerifyMove(move | 1U << 23));
-    EXPECT_FALSE(board.VerifyMove(MakeWord(e2, e5, pawn)));
-    EXPECT_FALSE(board.VerifyMove(INVALID));
+    EXPECT_TRUE(VerifyMove(move, board));
+    EXPECT_FALSE(VerifyMove(move | direct_check_bit, board));
+    EXPECT_FALSE(VerifyMove(move | 1U << 23, board));
+    EXPECT_FALSE(VerifyMove(MakeWord(e2, e5, pawn), board));
+    EXPECT_FALSE(VerifyMove(INVALID, board));
 }
 
 struct StateRow {
@@ -331,8 +334,8 @@ class StateTexts : public testing::TestWithParam<StateRow> {};
 TEST_P(StateTexts, AreTold) {
     BOARD board;
     ASSERT_TRUE(Load(board, GetParam().fen));
-    EXPECT_EQ(board.CastlingText(), GetParam().castling);
-    EXPECT_EQ(board.EnPassantText(), GetParam().en_passant);
+    EXPECT_EQ(CastlingText(board), GetParam().castling);
+    EXPECT_EQ(EnPassantText(board), GetParam().en_passant);
 }
 
 constexpr auto state_rows = std::to_array<StateRow>({
@@ -364,8 +367,8 @@ TEST(Print, ShowsTheBoardAndIfAskedTheState) {
     MakeMoves(board, {"e2e4"});
     const LogCapture log;
     testing::internal::CaptureStdout();
-    board.Print(false);
-    board.Print(true);
+    PrintBoard(board, false);
+    PrintBoard(board, true);
     const std::string both = std::string(printed_start) + std::string(printed_start) +
                              "castle possibilities: KQkq\nside on move: black; en-passant square: e3\n";
     EXPECT_EQ(log.text(), both);
@@ -376,7 +379,7 @@ TEST(Print, ShowsAnInvalidPositionToo) {
     BOARD board;
     const LogCapture log;
     testing::internal::CaptureStdout();
-    board.Print(true);
+    PrintBoard(board, true);
     EXPECT_NE(log.text().find("castle possibilities: none\nside on move: white; en-passant square: none\n"),
               std::string::npos);
     static_cast<void>(testing::internal::GetCapturedStdout());

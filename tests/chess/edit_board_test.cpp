@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chess/board_text.h"
 #include "chess/user_board.h"
 #include "frame/base/logfile.h"
 #include "support/board_builder.h"
@@ -118,7 +119,7 @@ class EditedCastling : public testing::TestWithParam<CastlingRow> {};
 
 TEST_P(EditedCastling, IsAllThatThePlacementAllows) {
     EditBoard edit = Placed(GetParam().pieces);
-    EXPECT_EQ(edit.GetBoard().CastlingText(), GetParam().rights);
+    EXPECT_EQ(CastlingText(edit.GetBoard()), GetParam().rights);
 }
 
 const auto castling_rows = std::to_array<CastlingRow>({
@@ -159,11 +160,11 @@ TEST(EditBoard, GrantsCastlingAnewBehindAChange) {
     EditBoard edit;
     edit.LoadFrom(BoardFromFen("r3k2r/8/8/8/8/8/8/R3K2R w Kq - 0 1"));
     edit.SetSquare(a1, rook);
-    EXPECT_EQ(edit.GetBoard().CastlingText(), "Kq");
+    EXPECT_EQ(CastlingText(edit.GetBoard()), "Kq");
     edit.SetSide(black);
-    EXPECT_EQ(edit.GetBoard().CastlingText(), "Kq");
+    EXPECT_EQ(CastlingText(edit.GetBoard()), "Kq");
     edit.SetSquare(d4, pawn);
-    EXPECT_EQ(edit.GetBoard().CastlingText(), "KQkq");
+    EXPECT_EQ(CastlingText(edit.GetBoard()), "KQkq");
 }
 
 TEST(EditBoard, ForgetsTheEnPassantSquareBehindAChange) {

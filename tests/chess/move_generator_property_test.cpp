@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "chess/attacks.h"
 #include "support/board_checks.h"
 #include "support/mode_filter.h"
 #include "support/perft_file.h"
@@ -54,8 +55,8 @@ std::string FaultInMove(BOARD& board, Move move) {
     const SlowPosition slow_after = SlowAfter(SlowFromBoard(board), move);
     std::string fault;
     if (!board.IsMovePseudoLegal(move)) fault += "not pseudo-legal\n";
-    if (!board.VerifyMove(move)) fault += "not verified\n";
-    if (board.LeavesKingInCheck(move)) fault += "leaves the king in check\n";
+    if (!VerifyMove(move, board)) fault += "not verified\n";
+    if (LeavesKingInCheck(move, board)) fault += "leaves the king in check\n";
     fault += Differences(board, before);
 
     board.MakeMove(move);

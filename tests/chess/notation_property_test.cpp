@@ -82,7 +82,7 @@ std::string SlowDisambiguation(const BOARD& board, Move move) {
         const bool same_kind = board.squares[square] == board.squares[from];
         if (!same_kind || square == from || !Has(AttackersOf(to, board), square)) continue;
         const Move other = MakeWord(square, to, MovingPiece(move), CapturedPiece(move));
-        if (!board.LeavesKingInCheck(other)) others.push_back(square);
+        if (!LeavesKingInCheck(other, board)) others.push_back(square);
     }
     if (others.empty()) return "";
     const std::string name = SquareToString(from);

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "evaluation/context/evaluation_context.h"
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "search/state/node.h"
 #include "search/state/search_board.h"
 #include "search/tables/hash.h"

@@ -19,6 +19,7 @@
 #include "bitbases/bitbase_generator.h"
 #include "bitbases/bitbases.h"
 #include "bitbases/table_source.h"
+#include "chess/board_text.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
 #include "support/board_builder.h"
@@ -202,7 +203,7 @@ TEST_F(ExactBitbases, AFlippedBitIsFoundInEveryClass) {
         testing::internal::CaptureStdout();
         vlog << "Verifying bitbase '" << name << "'...Error in " << name
              << " bitbase.\nPosition reports wrong result.\n";
-        board.Print(true);
+        PrintBoard(board, true);
         vlog << "failed\n";
         return testing::internal::GetCapturedStdout();
     };

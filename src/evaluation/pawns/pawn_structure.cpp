@@ -5,6 +5,7 @@
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
+#include "evaluation/pawns/front_distance.h"
 #include "evaluation/pawns/pawn_structure_walk.h"
 #include "evaluation/pawns/pawn_terms.h"
 #include "evaluation/pawns/pawns_and_pieces.h"
@@ -225,16 +226,6 @@ void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     context.majority[queen_side] = find_majority(board, 0, +1);
     context.majority[king_side] = find_majority(board, 7, -1);
 }
-
-template <Colour Us>
-int front_distance(const EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept {
-    const Bitboard ahead = Us == white ? bitboard_tables.ray_north[square] : bitboard_tables.ray_south[square];
-    const Bitboard stops = ahead & (board.side(Opponent(Us)).pawns | context.pawns[Us].defended);
-    if (stops == 0) return 0;
-    return Us == white ? RankOf(FindLowestBit(stops)) - RankOf(square) : RankOf(square) - RankOf(FindHighestBit(stops));
-}
-template int front_distance<white>(const EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;
-template int front_distance<black>(const EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;
 
 SCORE_PAIR pawn_structure(EVALUATION_CONTEXT& context, const BOARD& board, PositionType type) noexcept {
     TermSum sum;

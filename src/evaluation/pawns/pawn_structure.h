@@ -17,11 +17,6 @@ void find_pawn_attacks(EVALUATION_CONTEXT& context, const BOARD& board) noexcept
 /// Finds whatever else the terms read and the pawn hash table keeps; `passed` must be known.
 void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
-/// The number of ranks from a pawn of `Us` to the first square ahead on its file that holds an enemy pawn or a
-/// `defended` own pawn; 0 if there is none.
-template <Colour Us>
-[[nodiscard]] int front_distance(const EVALUATION_CONTEXT& context, const BOARD& board, Square square) noexcept;
-
 /// The pawn structure of the opening or middle game, White minus Black: `type` chooses the values by square. Facts from
 /// the pawn hash table bring the cached part with them. Changes `pressure`, `cover` and `activity`.
 [[nodiscard]] SCORE_PAIR pawn_structure(EVALUATION_CONTEXT& context, const BOARD& board, PositionType type) noexcept;

@@ -4,8 +4,8 @@
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
 #include "evaluation/context/table_lookup.h"
+#include "evaluation/pawns/front_distance.h"
 #include "evaluation/pawns/pawn_groups.h"
-#include "evaluation/pawns/pawn_structure.h"
 #include "evaluation/pawns/pawn_tables.h"
 #include "evaluation/pawns/pawn_terms.h"
 

@@ -1,6 +1,6 @@
 #include "search/node/child_search.h"
 
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "search/settings/search_settings.h"
 
 namespace settings = search_settings;

@@ -5,7 +5,7 @@
 #include <initializer_list>
 
 #include "evaluation/context/position_type.h"
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
 

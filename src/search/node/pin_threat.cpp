@@ -21,15 +21,6 @@ static_assert(Word(children_of_a_pin) == 0xB00);
 constexpr ChildFlags node_of_a_pin = no_limited_razoring | no_extended_futility | untested;
 static_assert(Word(node_of_a_pin) == 0x58);
 
-/// The record of `pinned`, which stands on a line between its king and a slider of `pinner_side`.
-PinRecord RecordPin(const BOARD& board, Square king_square, Square pinned, Colour pinner_side) {
-    const int away_from_king = bitboard_tables.direction[king_square][pinned];
-    const Bitboard pinner = HiddenAttacker(pinned, away_from_king, board) & board.side(pinner_side).all;
-    return {.pinned_square = static_cast<std::int16_t>(pinned),
-            .pinner_square = static_cast<std::int16_t>(FindLowestBit(pinner)),
-            .pinner_side = static_cast<std::int32_t>(pinner_side)};
-}
-
 constexpr bool IsSlider(int piece) { return piece == bishop || piece == rook || piece == queen; }
 
 /// What a slider of this kind attacks on an empty board.
@@ -216,26 +207,6 @@ ChildFlags KeptFromPruning() {
 }
 
 }  // namespace
-
-PinRecord FindStandingPin(const BOARD& board) {
-    PinRecord record;
-    int highest_type = no_piece;
-    for (const Colour victim :
-         {static_cast<Colour>(board.side_to_move), static_cast<Colour>(board.side_to_move ^ 1U)}) {
-        const SIDE_PIECES& own = board.side(victim);
-        const Colour pinner_side = Opponent(victim);
-        Bitboard pinned_pieces = FindPins(own.king_square, board, own.all, board.side(pinner_side));
-        while (pinned_pieces != 0) {
-            const Square pinned = FindNextBit(pinned_pieces);
-            pinned_pieces ^= Bit(pinned);
-            const int type = std::abs(board.squares[pinned]);
-            if (type <= highest_type) continue;
-            highest_type = type;
-            record = RecordPin(board, own.king_square, pinned, pinner_side);
-        }
-    }
-    return record;
-}
 
 void DetectPinThreat(Node& node) {
     const Finding finding = FollowPin(node);

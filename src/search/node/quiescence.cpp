@@ -3,6 +3,7 @@
 #include "chess/exchange.h"
 #include "evaluation/context/position_type.h"
 #include "evaluation/evaluate.h"
+#include "search/ordering/hopeless_margin.h"
 #include "search/settings/search_settings.h"
 
 namespace settings = search_settings;

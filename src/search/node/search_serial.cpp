@@ -2,7 +2,7 @@
 // a node has two answers: beta and beta - 1. SearchNode is the list of its steps in order; a step that may end the node
 // returns its answer. The steps of quiescence are in quiescence.cpp.
 
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 
 #include <array>
 #include <cstdint>

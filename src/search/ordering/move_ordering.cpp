@@ -14,7 +14,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "search/node/quiescence.h"
+#include "search/ordering/hopeless_margin.h"
 #include "search/ordering/static_order.h"
 #include "search/ordering/tactical_scores.h"
 #include "search/settings/search_settings.h"

@@ -12,7 +12,7 @@
 
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "search/settings/search_settings.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include "frame/base/checked_assert.h"
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "search/tables/hash.h"
 
 namespace {
@@ -34,7 +34,7 @@ Move HashMove(const LineWalk& walk) {
     TranspositionHit hit;
     const auto answer = transposition_table.Probe(walk.board.key(), walk.board.ply, 0, infinity_bound, hit);
     if (answer == TranspositionAnswer::not_found || hit.move == INVALID) return INVALID;
-    if (walk.board.VerifyMove(hit.move)) return hit.move;
+    if (VerifyMove(hit.move, walk.board)) return hit.move;
     ReportFailedAssertion(vocabulary::hash_move_of_line_condition, "search_serial", __LINE__,
                           vocabulary::transposition_collision_detected);
     return INVALID;
@@ -76,7 +76,7 @@ std::vector<std::pair<Move, std::string>> RenderLine(const BOARD& root, const st
     std::vector<std::pair<Move, std::string>> rendered;
     rendered.reserve(line.size());
     for (const Move move : line) {
-        if (!board.VerifyMove(move)) {
+        if (!VerifyMove(move, board)) {
             const EchoScope file_only(vlog, Echo::off);
             vlog << vocabulary::illegal_move_detected << MoveToCoordinate(move) << '\n';
             break;

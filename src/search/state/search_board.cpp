@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "evaluation/context/position_type.h"
-#include "search/node/pin_threat.h"
 
 void SearchBoard::StartSearch(const BOARD& position, Score contempt) {
     board = position;

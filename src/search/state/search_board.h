@@ -9,16 +9,8 @@
 #include "search/state/history.h"
 #include "search/state/node_poll.h"
 #include "search/state/ordering_noise.h"
+#include "search/state/pin_record.h"
 #include "search/tables/score.h"
-
-/// A pin that the search follows through the plies.
-struct PinRecord {
-    std::int16_t pinned_square = -1;  ///< -1: no pin
-    std::int16_t pinner_square = -2;
-    std::int32_t pinner_side = -1;  ///< a Colour
-
-    bool operator==(const PinRecord&) const = default;
-};
 
 /// A run of queen checks against one side.
 struct CheckRunRecord {

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "evaluation/pawns/front_distance.h"
 #include "support/row_name.h"
 #include "support/term_rows.h"
 

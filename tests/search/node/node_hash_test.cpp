@@ -11,7 +11,7 @@
 #include "evaluation/context/position_type.h"
 #include "frame/base/vocabulary.h"
 #include "search/node/node_result.h"
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "search/tables/hash.h"
 #include "support/board_builder.h"
 #include "support/log_capture.h"

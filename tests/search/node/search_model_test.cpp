@@ -14,7 +14,7 @@
 #include "chess/exchange.h"
 #include "evaluation/context/position_type.h"
 #include "evaluation/evaluate.h"
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 #include "support/board_builder.h"
 #include "support/mode_filter.h"
 #include "support/random_games.h"

@@ -1,4 +1,4 @@
-#include "search/node/search_serial.h"
+#include "search/node/search_node.h"
 
 #include <gtest/gtest.h>
 

@@ -17,6 +17,7 @@
 #include "evaluation/context/position_type.h"
 #include "search/node/move_list.h"
 #include "search/node/quiescence.h"
+#include "search/ordering/hopeless_margin.h"
 #include "search/ordering/static_order.h"
 #include "search/ordering/tactical_scores.h"
 #include "search/settings/search_settings.h"

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chess/move_generator.h"
 #include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
 #include "support/board_builder.h"
@@ -198,7 +199,7 @@ TEST(SearchController, LinesArePlayable) {
             BOARD board = run.game.board();
             ASSERT_FALSE(info.principal_variation.empty());
             for (const auto& [move, text] : info.principal_variation) {
-                ASSERT_TRUE(board.VerifyMove(move)) << fen << ", depth " << info.depth << ": " << text;
+                ASSERT_TRUE(VerifyMove(move, board)) << fen << ", depth " << info.depth << ": " << text;
                 EXPECT_EQ(text, MoveToSan(board, move));
                 board.MakeMove(move);
             }

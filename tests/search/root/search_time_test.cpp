@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "chess/move_generator.h"
 #include "search/root/search_controller.h"
 #include "support/board_builder.h"
 #include "support/fake_search_host.h"
@@ -44,7 +45,7 @@ TEST(LongFirstIteration, ServesInputBehindThreeSecondsAndStillHasAMove) {
     EXPECT_EQ(controller.info().depth, 1);
     EXPECT_GE(first_poll, 3000);
     EXPECT_EQ(host.finished, false);
-    EXPECT_TRUE(game.board().VerifyMove(controller.best_move()));
+    EXPECT_TRUE(VerifyMove(controller.best_move(), game.board()));
     EXPECT_TRUE(host.thinking.empty());
 }
 

@@ -14,8 +14,8 @@
 #include <vector>
 
 #include "search/root/bound_search.h"
-#include "search/tables/hash.h"
 #include "search/settings/search_settings.h"
+#include "search/tables/hash.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"

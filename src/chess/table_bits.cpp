@@ -1,6 +1,7 @@
-#include "chess/bits.h"
+// The bit primitives in the form that reads the table of 16-bit chunks (bits.h says which form is in force).
 
 #include "chess/bitboard_tables.h"
+#include "chess/bits.h"
 
 namespace {
 
@@ -27,9 +28,3 @@ Square table_bits::FindHighestBit(Bitboard b) noexcept {
 }
 
 Square table_bits::FindLowestBit(Bitboard b) noexcept { return FindHighestBit(b & (~b + 1)); }
-
-Bitboard MirrorRanks(Bitboard b) noexcept {
-    b = ((b >> 8) & 0x00FF00FF00FF00FF) | ((b & 0x00FF00FF00FF00FF) << 8);
-    b = ((b >> 16) & 0x0000FFFF0000FFFF) | ((b & 0x0000FFFF0000FFFF) << 16);
-    return (b >> 32) | (b << 32);
-}

@@ -3,6 +3,9 @@
 #include "search/state/search_board.h"
 #include "search/tables/node_flags.h"
 
+// Both are defined in search_serial.cpp, which calls the steps. The steps that search deeper know no more of it than
+// this.
+
 /// Whether the position of `search` is worth at least `beta`: returns beta if so, beta - 1 if not. One function for
 /// full width and quiescence alike, and the only recursive one. The move just played stands in moves_played;
 /// `move_buffer` is the first free slot of the shared move array; `position_class` is the parent's. Leaves its line in
