@@ -7,8 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "frame/game/game_control.h"
 #include "interfaces/commands/command.h"
+#include "interfaces/commands/translation.h"
+#include "interfaces/protocols/connected_game.h"
+#include "interfaces/protocols/error_command.h"
 #include "support/recording_protocol.h"
 
 /// What came of one line.
@@ -30,13 +32,13 @@ class CommandBench {
                 std::make_unique<RecordingProtocol>(model, calls))) {}
 
     std::vector<std::string> calls;  ///< what the protocol was told, in order
-    GameControl game;
+    VorkaInterfaces::ConnectedGame game;
 
     CommandOutcome Send(const std::string& line) {
         CommandOutcome outcome;
         calls.clear();
         try {
-            const auto command = game.protocol->translate(line);
+            const auto command = VorkaInterfaces::translate(game.protocol(), line);
             while (!command->finished && !outcome.quit && outcome.runs < 3) RunOnce(*command, outcome);
             outcome.finished = command->finished;
         } catch (const VorkaInterfaces::ErrorCommand& error) {

@@ -53,8 +53,7 @@ PlayerInfo defaultEngine(bool active) {
             .active = active};
 }
 
-GameControl::GameControl(std::unique_ptr<VorkaInterfaces::BasicProtocol> first_protocol)
-    : protocol(std::move(first_protocol)) {
+GameControl::GameControl(GameProtocol& protocol) : protocol_(&protocol) {
     setPlayers(defaultHuman(), defaultEngine(true), false);
 }
 
@@ -126,7 +125,7 @@ void GameControl::replaceGame(const UserBoard& game) {
     UserBoard::operator=(game);
     prediction = no_prediction;
     advisor.reset();
-    protocol->onBoardChanged(*this);
+    protocol_->onBoardChanged(*this);
     clock.resetClock(side_to_move());
 }
 
@@ -149,22 +148,22 @@ void GameControl::onThinkingFinished() {
     const Move forecast = forecastBehind(move);
     std::string text;
     makeMove(move, text);
-    protocol->sendEngineMove(text);
-    protocol->onBoardChanged(*this);
+    protocol_->sendEngineMove(text);
+    protocol_->onBoardChanged(*this);
     if (IsGameOver()) {
         announceResult();
         return;
     }
     if (advisor.shouldResign()) {
-        protocol->sendResign();
-        if (protocol->claimsResultItself()) {
+        protocol_->sendResign();
+        if (protocol_->claimsResultItself()) {
             EndGame(players[white].active ? GameResult::black_wins : GameResult::white_wins,
                     GameEndReason::resignation);
             announceResult();
             return;
         }
     } else if (advisor.shouldOfferDraw()) {
-        protocol->sendDrawOffer();
+        protocol_->sendDrawOffer();
         advisor.sinceOffer = 0;
     }
     if (!pondering) return;
@@ -177,18 +176,18 @@ bool GameControl::answerDrawOffer() {
     advisor.drawOfferPending = false;
     if (!advisor.acceptDraw()) {
         LogOnly(vocabulary::engine_rejects_draw_offer);
-        protocol->sendDrawRejected(advisor.opponentIsComputer);
+        protocol_->sendDrawRejected(advisor.opponentIsComputer);
         return false;
     }
-    protocol->sendDrawAccepted();
-    if (!protocol->claimsResultItself()) return false;  // the interface answers with the result
+    protocol_->sendDrawAccepted();
+    if (!protocol_->claimsResultItself()) return false;  // the interface answers with the result
     EndGame(GameResult::draw, GameEndReason::agreed_draw);
     announceResult();
     return true;
 }
 
 void GameControl::announceResult() {
-    protocol->sendGameResult(*this, result(), reason(), EngineMode::one_side);
+    protocol_->sendGameResult(*this, result(), reason(), EngineMode::one_side);
     clock.stopClock();
 }
 

@@ -1,18 +1,14 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "chess/user_board.h"
 #include "frame/game/chess_clock.h"
 #include "frame/game/draw_resign_advisor.h"
-#include "interfaces/protocols/basic_protocol.h"
+#include "frame/game/game_protocol.h"
 #include "search/root/search_controller.h"
 #include "search/root/steering.h"
-
-/// Which sides the engine plays.
-enum class EngineMode : std::int32_t { force = 0, one_side = 1, both_sides = 2, analyze = 3 };
 
 struct PlayerInfo {
     std::string name;
@@ -44,13 +40,13 @@ inline constexpr std::uint32_t prediction_pending = 2;
 /// Commands run inside a search and may throw through it; each leaves this object fit for the search to go on.
 class GameControl : public UserBoard {
   public:
-    explicit GameControl(std::unique_ptr<VorkaInterfaces::BasicProtocol> first_protocol);
-    ~GameControl();
+    /// `protocol` is told of what happens; it must live as long as the game, or until another one takes its place.
+    explicit GameControl(GameProtocol& protocol);
+    ~GameControl() override;
     GameControl(const GameControl&) = delete;
     GameControl& operator=(const GameControl&) = delete;
 
     ChessClock clock;
-    std::unique_ptr<VorkaInterfaces::BasicProtocol> protocol;
     PlayerInfo players[2];  ///< by colour
     bool pondering = false;
     SearchStatus searchStatus = SearchStatus::none;
@@ -83,6 +79,10 @@ class GameControl : public UserBoard {
     /// The end-of-search handler: the search entry calls it once, at its very end. May throw the next request.
     void onSearchFinished(bool discard);
 
+  protected:
+    /// From now on `protocol` is told of what happens.
+    void speakThrough(GameProtocol& protocol) { protocol_ = &protocol; }
+
   private:
     void onThinkingFinished();
     void onHintFinished();
@@ -96,4 +96,6 @@ class GameControl : public UserBoard {
     [[nodiscard]] Move forecastBehind(Move move) const;
     /// Requests pondering behind the stored move, or returns if the game ends with it.
     void ponderOnPrediction();
+
+    GameProtocol* protocol_;  ///< not owned
 };

@@ -7,9 +7,12 @@
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/wall_clock.h"
+#include "interfaces/commands/translation.h"
 #include "interfaces/protocols/console_protocol.h"
+#include "interfaces/protocols/error_command.h"
 
 using VorkaInterfaces::BasicProtocol;
+using VorkaInterfaces::ConnectedGame;
 using VorkaInterfaces::ErrorCommand;
 using VorkaInterfaces::IgnorableErrorCommand;
 
@@ -21,8 +24,8 @@ constexpr int waiting_interval = 125;
 }  // namespace
 
 EngineShell::EngineShell(const std::vector<std::string>& arguments)
-    : game_(std::make_unique<GameControl>(std::make_unique<VorkaInterfaces::ConsoleProtocol>())) {
-    game_->protocol->start();
+    : game_(std::make_unique<ConnectedGame>(std::make_unique<VorkaInterfaces::ConsoleProtocol>())) {
+    game_->protocol().start();
     carryOutOptions(arguments);
 }
 
@@ -37,7 +40,7 @@ void EngineShell::carryOutOptions(const std::vector<std::string>& arguments) {
             stopAt(failure.argument());
         } catch (const IgnorableErrorCommand& failure) {
             LogOnly(std::string(vocabulary::startup_command_failed_safely) + failure.text());
-            game_->protocol->tellUser(std::string(vocabulary::warning_startup_command_failed) + failure.text());
+            game_->protocol().tellUser(std::string(vocabulary::warning_startup_command_failed) + failure.text());
         } catch (const ErrorCommand& failure) {
             stopAt(failure.text());
         } catch (search_request_received_exception& wish) {
@@ -59,20 +62,22 @@ void EngineShell::carryOut(const StartupOption& option) {
     if (NeedsForceMode(option.name)) executeAtOnce(std::string(vocabulary::force));
     LogOnly(std::string(vocabulary::executing_startup_command) + option.line());
     if (option.name == vocabulary::help) {
-        game_->protocol->showStartupHelp();
+        game_->protocol().showStartupHelp();
     } else {
         executeAtOnce(option.line());
     }
     if (EndsProgram(option.name)) exit_status_ = 0;
 }
 
-void EngineShell::executeAtOnce(const std::string& line) { game_->protocol->translate(line)->Execute(*game_); }
+void EngineShell::executeAtOnce(const std::string& line) {
+    VorkaInterfaces::translate(game_->protocol(), line)->Execute(*game_);
+}
 
 void EngineShell::stopAt(const std::string& word) {
     std::string text(vocabulary::error_while_parsing_startup_commands);
     text += " (";
     text += vocabulary::stopped_at;
-    game_->protocol->tellUser(text + " \"" + word + "\")");
+    game_->protocol().tellUser(text + " \"" + word + "\")");
     exit_status_ = 1;
 }
 
@@ -88,7 +93,7 @@ int EngineShell::run() {
                 executeStep();
             }
         } catch (const ErrorCommand& error) {
-            game_->protocol->sendError(error.text());
+            game_->protocol().sendError(error.text());
         } catch (search_request_received_exception& wish) {
             requested_ = std::move(wish.request);
         } catch (const quit_command_received_exception&) {
@@ -100,7 +105,7 @@ int EngineShell::run() {
 
 void EngineShell::readStep() {
     if (!input_.empty() || !commands_.empty()) return;
-    game_->protocol->sendPrompt(*game_);
+    game_->protocol().sendPrompt(*game_);
     input_.push_back(ReadLine());
 }
 
@@ -109,9 +114,9 @@ void EngineShell::translateStep() {
     const std::string line = std::move(input_.front());
     input_.pop_front();
     try {
-        commands_.push_back(game_->protocol->translate(line));
+        commands_.push_back(VorkaInterfaces::translate(game_->protocol(), line));
     } catch (const ErrorCommand& error) {
-        game_->protocol->sendError(error.text());
+        game_->protocol().sendError(error.text());
     }
 }
 
@@ -124,7 +129,7 @@ void EngineShell::executeStep() {
     try {
         commands_.front()->Execute(*game_);
     } catch (const ErrorCommand& error) {
-        game_->protocol->sendError(error.text());
+        game_->protocol().sendError(error.text());
         commands_.pop_front();
     }
 }

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "frame/game/game_control.h"
 #include "frame/shell/startup_options.h"
 #include "interfaces/commands/command.h"
+#include "interfaces/protocols/connected_game.h"
 #include "search/root/search_host.h"
 #include "search/root/steering.h"
 
@@ -44,16 +44,16 @@ class EngineShell : private SearchHost {
     void analyzeFinishedGame();
     void writeSearchHeader(const SearchRequest& request) const;
 
-    void sendThinking(const SearchInfo& info) override { game_->protocol->sendThinking(info); }
-    void sendDepthStarted(int depth) override { game_->protocol->sendDepthStarted(depth); }
-    void sendNewPvMove(const std::string& move) override { game_->protocol->sendNewPvMove(move); }
-    void sendSearchInstability() override { game_->protocol->sendSearchInstability(); }
-    void sendSearchStatistics(const SearchInfo& info) override { game_->protocol->sendSearchStatistics(info); }
+    void sendThinking(const SearchInfo& info) override { game_->protocol().sendThinking(info); }
+    void sendDepthStarted(int depth) override { game_->protocol().sendDepthStarted(depth); }
+    void sendNewPvMove(const std::string& move) override { game_->protocol().sendNewPvMove(move); }
+    void sendSearchInstability() override { game_->protocol().sendSearchInstability(); }
+    void sendSearchStatistics(const SearchInfo& info) override { game_->protocol().sendSearchStatistics(info); }
     void onSearchFinished(bool discard) override { game_->onSearchFinished(discard); }
 
     std::deque<std::unique_ptr<VorkaInterfaces::Command>> commands_;
     std::deque<std::string> input_;
-    std::unique_ptr<GameControl> game_;
+    std::unique_ptr<VorkaInterfaces::ConnectedGame> game_;
     std::optional<SearchRequest> requested_;  ///< the search that the main loop starts next
     std::optional<int> exit_status_;          ///< set once the program is to end
 };

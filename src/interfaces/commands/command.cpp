@@ -1,29 +1,13 @@
 #include "interfaces/commands/command.h"
 
-#include "frame/base/vocabulary.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
+#include "interfaces/protocols/error_command.h"
 
 namespace VorkaInterfaces {
 
-namespace {
-
-[[nodiscard]] std::string_view NameOfKind(ErrorCommand::Kind kind) {
-    switch (kind) {
-        case ErrorCommand::Kind::illegal_move:
-            return vocabulary::illegal_move;
-        case ErrorCommand::Kind::error:
-            return vocabulary::error;
-        case ErrorCommand::Kind::plain:
-            break;
-    }
-    return {};
-}
-
-}  // namespace
-
 void Command::refuse(std::string_view reason) const { throw ErrorCommand(ErrorCommand::Kind::error, reason, line); }
 
-void CheckedCommand::Execute(GameControl& game) {
+void CheckedCommand::Execute(ConnectedGame& game) {
     if (!checked_) {
         check(game);
         checked_ = true;
@@ -32,14 +16,9 @@ void CheckedCommand::Execute(GameControl& game) {
     finished = true;
 }
 
-void CheckedCommand::finishWithSearch(GameControl& game, SearchPurpose purpose) {
+void CheckedCommand::finishWithSearch(ConnectedGame& game, SearchPurpose purpose) {
     finished = true;
     game.requestSearch(purpose, game);
-}
-
-ErrorCommand::ErrorCommand(Kind kind, std::string_view reason, std::string_view line) : text_(NameOfKind(kind)) {
-    if (!reason.empty()) text_.append(" (").append(reason).append(")");
-    text_.append(": ").append(line);
 }
 
 }  // namespace VorkaInterfaces

@@ -4,12 +4,11 @@
 #include <string_view>
 #include <utility>
 
-#include "frame/base/vorka_exception.h"
-
-class GameControl;
 enum class SearchPurpose;
 
 namespace VorkaInterfaces {
+
+class ConnectedGame;
 
 /// One input line, ready to run. Execute may be unwound by an exception and run again from its top: a command that
 /// can't run beside a search aborts it, and the main loop calls Execute once more. Checks therefore run once, behind a
@@ -23,7 +22,7 @@ class Command {
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
-    virtual void Execute(GameControl& game) = 0;
+    virtual void Execute(ConnectedGame& game) = 0;
 
     const std::string line;  ///< the whole input line; quoted in error messages
     bool finished = false;   ///< the main loop deletes the command when it finds this set
@@ -37,36 +36,18 @@ class Command {
 class CheckedCommand : public Command {
   public:
     using Command::Command;
-    void Execute(GameControl& game) final;
+    void Execute(ConnectedGame& game) final;
 
   protected:
     /// Refuses what can't be done now; the search, if one runs, goes on. May set `finished` to leave the work out.
-    virtual void check(GameControl&) {}
+    virtual void check(ConnectedGame&) {}
     /// Does it. Runs again from its top if it aborts a search; sets nothing that would make the second run another one.
-    virtual void work(GameControl& game) = 0;
+    virtual void work(ConnectedGame& game) = 0;
     /// The last act of a command that wants the current position searched: it is finished before the request leaves.
-    [[noreturn]] void finishWithSearch(GameControl& game, SearchPurpose purpose);
+    [[noreturn]] void finishWithSearch(ConnectedGame& game, SearchPurpose purpose);
 
   private:
     bool checked_ = false;
-};
-
-/// A refused command or move, with its text ready for sendError.
-class ErrorCommand : public VorkaException {
-  public:
-    enum class Kind { illegal_move = 0, error = 1, plain = 2 };
-    ErrorCommand(Kind kind, std::string_view reason, std::string_view line);
-    [[nodiscard]] const std::string& text() const { return text_; }
-    [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
-
-  private:
-    std::string text_;
-};
-
-/// A failure that a start-up option may survive.
-class IgnorableErrorCommand : public ErrorCommand {
-  public:
-    using ErrorCommand::ErrorCommand;
 };
 
 }  // namespace VorkaInterfaces

@@ -6,7 +6,7 @@
 #include "frame/base/logfile.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
 
 namespace VorkaInterfaces {
 
@@ -15,7 +15,7 @@ namespace {
 constexpr std::int32_t rest_of_the_game = -1;
 
 /// The side that the engine plays; unless that is exactly one, the side on move stands for it.
-[[nodiscard]] Colour EngineSide(const GameControl& game) {
+[[nodiscard]] Colour EngineSide(const ConnectedGame& game) {
     if (game.players[white].active == game.players[black].active) return game.side_to_move();
     return game.players[white].active ? white : black;
 }
@@ -30,7 +30,7 @@ void LogClock(std::string_view title, const ChessClock& clock, Colour side) {
 }
 
 /// What an interface said about the clocks, for the reader of the log.
-void LogClocks(const GameControl& game) {
+void LogClocks(const ConnectedGame& game) {
     const EchoScope log_only(vlog, Echo::off);
     const Colour active = game.clock.active();
     LogClock(vocabulary::clock_active_side, game.clock, active);
@@ -40,35 +40,35 @@ void LogClocks(const GameControl& game) {
     vlog.Flush();
 }
 
-void SetClock(GameControl& game, Colour side, std::int32_t centiseconds) {
+void SetClock(ConnectedGame& game, Colour side, std::int32_t centiseconds) {
     game.clock.setMilliseconds(side, std::int64_t{centiseconds} * 10);
     LogClocks(game);
 }
 
 }  // namespace
 
-void Command_Time::work(GameControl& game) { SetClock(game, EngineSide(game), centiseconds_); }
-void Command_Otim::work(GameControl& game) { SetClock(game, Opponent(EngineSide(game)), centiseconds_); }
+void Command_Time::work(ConnectedGame& game) { SetClock(game, EngineSide(game), centiseconds_); }
+void Command_Otim::work(ConnectedGame& game) { SetClock(game, Opponent(EngineSide(game)), centiseconds_); }
 
-void Command_sd::check(GameControl&) {
+void Command_sd::check(ConnectedGame&) {
     if (depth_ < 0) refuse(vocabulary::argument_out_of_bounds);
 }
 
-void Command_sd::work(GameControl& game) { game.maxDepth = depth_; }
+void Command_sd::work(ConnectedGame& game) { game.maxDepth = depth_; }
 
-void Command_st::check(GameControl&) {
+void Command_st::check(ConnectedGame&) {
     if (seconds_ < 0) refuse(vocabulary::argument_out_of_bounds);
 }
 
-void Command_st::work(GameControl& game) {
+void Command_st::work(ConnectedGame& game) {
     // More seconds than 32 bits hold as milliseconds (25 days) are as good as that.
     constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
     game.maxTime = static_cast<std::int32_t>(std::min(std::int64_t{seconds_} * 1000, longest));
 }
 
-void Command_SetTimeControl::check(GameControl&) { controls_ = readControls(); }
+void Command_SetTimeControl::check(ConnectedGame&) { controls_ = readControls(); }
 
-void Command_SetTimeControl::work(GameControl& game) {
+void Command_SetTimeControl::work(ConnectedGame& game) {
     for (const Colour side : {white, black}) game.clock.setControls(side, controls_[side]);
 }
 

@@ -20,7 +20,7 @@ class Command_Time : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), centiseconds_(centiseconds) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t centiseconds_;
 };
 
@@ -31,7 +31,7 @@ class Command_Otim : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), centiseconds_(centiseconds) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t centiseconds_;
 };
 
@@ -41,8 +41,8 @@ class Command_sd : public CheckedCommand {
     Command_sd(std::string input_line, std::int32_t depth) : CheckedCommand(std::move(input_line)), depth_(depth) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t depth_;
 };
 
@@ -53,8 +53,8 @@ class Command_st : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), seconds_(seconds) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t seconds_;
 };
 
@@ -67,8 +67,8 @@ class Command_SetTimeControl : public CheckedCommand {
     using Controls = std::array<std::vector<TimeControl>, 2>;  ///< by colour
 
   private:
-    void check(GameControl& game) final;
-    void work(GameControl& game) final;
+    void check(ConnectedGame& game) final;
+    void work(ConnectedGame& game) final;
     /// The controls of both sides. Refuses what is out of bounds.
     [[nodiscard]] virtual Controls readControls() const = 0;
     Controls controls_;

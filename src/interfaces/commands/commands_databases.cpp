@@ -13,7 +13,8 @@
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/wall_clock.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
+#include "interfaces/protocols/error_command.h"
 
 namespace VorkaInterfaces {
 
@@ -31,7 +32,7 @@ VorkaTablebases::SourceOpener& Opener() {
 
 }  // namespace
 
-void Command_DisplayTablebasesStatus::work(GameControl&) {
+void Command_DisplayTablebasesStatus::work(ConnectedGame&) {
     vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
          << vocabulary::two_pawns_bitbases << LoadedOrNot(VorkaBitbases::TwoPawnsLoaded()) << vocabulary::bitbase_loaded
          << vocabulary::rammed_pawn_bitbases << LoadedOrNot(VorkaBitbases::RammedPawnsLoaded())
@@ -39,7 +40,7 @@ void Command_DisplayTablebasesStatus::work(GameControl&) {
     vlog.Flush();
 }
 
-void Command_InitTablebases::check(GameControl& game) {
+void Command_InitTablebases::check(ConnectedGame& game) {
     if (type_ != vocabulary::tablebase_type_nalimov) refuse(vocabulary::could_not_parse_type);
     try {
         bytes_ = VorkaUtils::ParseSize(size_);
@@ -57,7 +58,7 @@ void Command_InitTablebases::NalimovInitializer::initialize(std::uint64_t size, 
     NalimovTablebases::Initialize(size, path, Opener());
 }
 
-void Command_InitTablebases::work(GameControl&) {
+void Command_InitTablebases::work(ConnectedGame&) {
     try {
         NalimovInitializer().initialize(bytes_, path_);
     } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
@@ -99,8 +100,8 @@ void WriteTablebaseResult(const BOARD& board) {
 
 }  // namespace
 
-void Command_Probe::work(GameControl& game) {
-    game.protocol->showBoard(position_, true);
+void Command_Probe::work(ConnectedGame& game) {
+    game.protocol().showBoard(position_, true);
     vlog << vocabulary::probing_bitbases;
     if (const std::optional<int> known = VorkaBitbases::ProbeBitbases(position_.board())) {
         vlog << vocabulary::probe_result << *known;
@@ -115,7 +116,7 @@ void Command_Probe::work(GameControl& game) {
 
 // --- Jobs ---
 
-void Command_Generate::work(GameControl&) {
+void Command_Generate::work(ConnectedGame&) {
     try {
         if (jobs_.empty()) {
             listGenerationJobs();
@@ -130,7 +131,7 @@ void Command_Generate::work(GameControl&) {
     vlog.Flush();
 }
 
-void Command_Verify::work(GameControl&) {
+void Command_Verify::work(ConnectedGame&) {
     const Timestamp start = Timestamp::Now();
     try {
         if (jobs_.empty()) {
@@ -221,15 +222,15 @@ void FindBestSquare(const BOARD& board, Square from, int personality) {
 
 }  // namespace
 
-void Command_OptimizePiece::check(GameControl& game) {
+void Command_OptimizePiece::check(ConnectedGame& game) {
     if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
 }
 
-void Command_OptimizePiece::work(GameControl& game) {
+void Command_OptimizePiece::work(ConnectedGame& game) {
     vlog << vocabulary::optimize_piece;
     vlog.Flush();
     if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
-        FindBestSquare(game.board(), *square, game.protocol->personality);
+        FindBestSquare(game.board(), *square, game.protocol().personality);
     } else {
         vlog << vocabulary::optimize_invalid_square;
     }

@@ -18,7 +18,7 @@ class Command_DisplayTablebasesStatus : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `tb type size path`
@@ -48,8 +48,8 @@ class Command_InitTablebases : public CheckedCommand {
     static VorkaTablebases::SourceOpener useOpener(VorkaTablebases::SourceOpener opener);
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::string type_;
     const std::string size_;
     const std::string path_;
@@ -63,7 +63,7 @@ class Command_Probe : public CheckedCommand {
     Command_Probe(std::string input_line, const std::string& fen);
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     UserBoard position_;
 };
 
@@ -74,7 +74,7 @@ class Command_Generate : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), jobs_(std::move(jobs)) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::string jobs_;
 };
 
@@ -85,7 +85,7 @@ class Command_Verify : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), jobs_(std::move(jobs)) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::string jobs_;
 };
 
@@ -95,8 +95,8 @@ class Command_OptimizePiece : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 }  // namespace VorkaInterfaces

@@ -11,7 +11,7 @@ class Command_SendSearchStatus : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `display`
@@ -20,7 +20,7 @@ class Command_Display : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `eval`: the evaluation of the current position, in centipawns for the side to move.
@@ -29,8 +29,8 @@ class Command_Eval : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `help`
@@ -39,7 +39,7 @@ class Command_Help : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `hash`
@@ -48,7 +48,7 @@ class Command_DisplayHashtableStatus : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `personality`
@@ -57,7 +57,7 @@ class Command_DisplayPersonality : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `version`
@@ -66,7 +66,7 @@ class Command_Version : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 }  // namespace VorkaInterfaces

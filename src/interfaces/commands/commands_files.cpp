@@ -5,11 +5,11 @@
 #include "chess/pgn.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/whole_file.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
 
 namespace VorkaInterfaces {
 
-PositionStatus Command_ReadFile::readPosition(GameControl&, UserBoard& position) {
+PositionStatus Command_ReadFile::readPosition(ConnectedGame&, UserBoard& position) {
     std::ifstream file;
     if (!OpenForReading(path_, file)) refuse(vocabulary::could_not_open_file);
     try {
@@ -45,9 +45,9 @@ void Command_ReadPGN::read(std::istream& file, UserBoard& position) const {
     ReadPgn(position, file, tags);
 }
 
-void Command_ReadPGN::onReplaced(GameControl& game) { game.protocol->onGameLoaded(game); }
+void Command_ReadPGN::onReplaced(ConnectedGame& game) { game.protocol().onGameLoaded(game); }
 
-void Command_WriteFile::work(GameControl& game) {
+void Command_WriteFile::work(ConnectedGame& game) {
     switch (ReplaceFile(path_, text(game))) {
         case FileOutcome::written:
             break;
@@ -61,12 +61,12 @@ void Command_WriteFile::work(GameControl& game) {
 Command_WriteFEN::Command_WriteFEN(std::string input_line, std::string path)
     : Command_WriteFile(std::move(input_line), std::move(path), vocabulary::could_not_write_fen_file) {}
 
-std::string Command_WriteFEN::text(const GameControl& game) const { return game.GetFen() + '\n'; }
+std::string Command_WriteFEN::text(const ConnectedGame& game) const { return game.GetFen() + '\n'; }
 
 Command_WritePGN::Command_WritePGN(std::string input_line, std::string path)
     : Command_WriteFile(std::move(input_line), std::move(path), vocabulary::could_not_write_pgn_file) {}
 
-std::string Command_WritePGN::text(const GameControl& game) const {
+std::string Command_WritePGN::text(const ConnectedGame& game) const {
     PGN_TAGS tags;
     tags.white = game.players[white].name;
     tags.black = game.players[black].name;

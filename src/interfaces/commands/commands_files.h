@@ -17,7 +17,7 @@ class Command_ReadFile : public Command_SetupBoardCommands {
         : Command_SetupBoardCommands(std::move(input_line)), path_(std::move(path)), unreadable_(unreadable) {}
 
   private:
-    [[nodiscard]] PositionStatus readPosition(GameControl& game, UserBoard& position) final;
+    [[nodiscard]] PositionStatus readPosition(ConnectedGame& game, UserBoard& position) final;
     /// May throw the exceptions of UserBoard.
     virtual void read(std::istream& file, UserBoard& position) const = 0;
 
@@ -41,7 +41,7 @@ class Command_ReadPGN : public Command_ReadFile {
 
   private:
     void read(std::istream& file, UserBoard& position) const override;
-    void onReplaced(GameControl& game) override;
+    void onReplaced(ConnectedGame& game) override;
 };
 
 /// Writes a file, whole or not at all.
@@ -51,8 +51,8 @@ class Command_WriteFile : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), path_(std::move(path)), unwritable_(unwritable) {}
 
   private:
-    void work(GameControl& game) final;
-    [[nodiscard]] virtual std::string text(const GameControl& game) const = 0;
+    void work(ConnectedGame& game) final;
+    [[nodiscard]] virtual std::string text(const ConnectedGame& game) const = 0;
 
     const std::string path_;
     const std::string_view unwritable_;  ///< what is said of a device that is full
@@ -64,7 +64,7 @@ class Command_WriteFEN : public Command_WriteFile {
     Command_WriteFEN(std::string input_line, std::string path);
 
   private:
-    [[nodiscard]] std::string text(const GameControl& game) const override;
+    [[nodiscard]] std::string text(const ConnectedGame& game) const override;
 };
 
 /// `write_pgn file`
@@ -73,7 +73,7 @@ class Command_WritePGN : public Command_WriteFile {
     Command_WritePGN(std::string input_line, std::string path);
 
   private:
-    [[nodiscard]] std::string text(const GameControl& game) const override;
+    [[nodiscard]] std::string text(const ConnectedGame& game) const override;
 };
 
 }  // namespace VorkaInterfaces

@@ -3,14 +3,15 @@
 #include "frame/base/checked_assert.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
+#include "interfaces/protocols/error_command.h"
 
 namespace VorkaInterfaces {
 
 namespace {
 
 /// Moves may be taken back and made again only where the engine does not play.
-[[nodiscard]] bool EngineLeavesBoardAlone(const GameControl& game) {
+[[nodiscard]] bool EngineLeavesBoardAlone(const ConnectedGame& game) {
     return game.engineMode == EngineMode::force || game.engineMode == EngineMode::analyze;
 }
 
@@ -38,7 +39,7 @@ namespace {
 
 // --- Who plays ---
 
-void Command_New::work(GameControl& game) {
+void Command_New::work(ConnectedGame& game) {
     game.abortSearch(true);
     game.Reset();
     game.clock.resetClock(white);
@@ -46,7 +47,7 @@ void Command_New::work(GameControl& game) {
     game.prediction = no_prediction;
     game.maxDepth = 0;
     game.maxTime = 0;
-    game.protocol->onBoardChanged(game);
+    game.protocol().onBoardChanged(game);
     if (game.engineMode == EngineMode::analyze) {
         game.setPlayers(defaultHuman(), defaultEngine(false), true);
         finishWithSearch(game, SearchPurpose::analyze);
@@ -54,19 +55,19 @@ void Command_New::work(GameControl& game) {
     game.setPlayers(defaultHuman(), defaultEngine(true), false);
 }
 
-void Command_Force::work(GameControl& game) {
+void Command_Force::work(ConnectedGame& game) {
     game.abortSearch(true);
     game.clock.stopClock();
     game.leavePlay(EngineMode::force);
 }
 
-void Command_Go::check(GameControl& game) {
+void Command_Go::check(ConnectedGame& game) {
     if (game.searchStatus == SearchStatus::thinking || game.searchStatus == SearchStatus::analyzing) {
         refuse(vocabulary::command_not_legal_now);
     }
 }
 
-void Command_Go::work(GameControl& game) {
+void Command_Go::work(ConnectedGame& game) {
     game.abortSearch(true);
     game.setPlayers(defaultEngine(true), defaultHuman(), false);
     game.clock.startClock();
@@ -74,11 +75,11 @@ void Command_Go::work(GameControl& game) {
     finishWithSearch(game, SearchPurpose::think);
 }
 
-void Command_Playother::check(GameControl& game) {
+void Command_Playother::check(ConnectedGame& game) {
     if (game.IsGameOver()) refuse(vocabulary::game_over);
 }
 
-void Command_Playother::work(GameControl& game) {
+void Command_Playother::work(ConnectedGame& game) {
     game.abortSearch(true);
     game.setPlayers(defaultHuman(), defaultEngine(true), false);
     game.clock.startClock();
@@ -87,31 +88,31 @@ void Command_Playother::work(GameControl& game) {
     if (game.pondering) game.startPondering();
 }
 
-void Command_Analyze::check(GameControl& game) {
-    if (!game.IsGameOver() || game.protocol->analyzesFinishedGames()) return;
-    game.protocol->sendCommandIgnored(vocabulary::game_over);
+void Command_Analyze::check(ConnectedGame& game) {
+    if (!game.IsGameOver() || game.protocol().analyzesFinishedGames()) return;
+    game.protocol().sendCommandIgnored(vocabulary::game_over);
     finished = true;
 }
 
-void Command_Analyze::work(GameControl& game) {
+void Command_Analyze::work(ConnectedGame& game) {
     game.abortSearch(true);
     game.clock.stopClock();
     game.leavePlay(EngineMode::analyze);
     finishWithSearch(game, SearchPurpose::analyze);
 }
 
-void Command_Exit::check(GameControl& game) {
+void Command_Exit::check(ConnectedGame& game) {
     if (game.searchStatus != SearchStatus::analyzing) refuse(vocabulary::must_be_in_analyze_mode);
 }
 
-void Command_Exit::work(GameControl& game) {
+void Command_Exit::work(ConnectedGame& game) {
     game.abortSearch(true);
     game.engineMode = EngineMode::force;
 }
 
 // --- Moves ---
 
-void Command_Move::Execute(GameControl& game) {
+void Command_Move::Execute(ConnectedGame& game) {
     if (!checked_) {
         check(game);
         checked_ = true;
@@ -121,7 +122,7 @@ void Command_Move::Execute(GameControl& game) {
     finished = true;
 }
 
-void Command_Move::check(const GameControl& game) {
+void Command_Move::check(const ConnectedGame& game) {
     MoveParseError error{};
     const Move move = game.IsGameOver() ? INVALID : ParseMove(text_, game.board(), error);
     if (move == INVALID) throw ErrorCommand(ErrorCommand::Kind::illegal_move, {}, line);
@@ -129,21 +130,21 @@ void Command_Move::check(const GameControl& game) {
     move_ = move;
 }
 
-void Command_Move::play(GameControl& game) {
+void Command_Move::play(ConnectedGame& game) {
     predicted_ = game.prediction;
     game.makeMove(move_, notation_);
     made_ = true;
-    game.protocol->onBoardChanged(game);
+    game.protocol().onBoardChanged(game);
     if (game.engineMode == EngineMode::one_side) game.clock.startClock();
 }
 
-void Command_Move::react(GameControl& game) {
+void Command_Move::react(ConnectedGame& game) {
     if (game.IsGameOver()) {
         finishGame(game);
     } else if (isPonderHit(game)) {
         game.search.PonderHit();
         game.searchStatus = SearchStatus::thinking;
-        game.protocol->sendPredictedMoveMade(notation_);
+        game.protocol().sendPredictedMoveMade(notation_);
     } else {
         game.abortSearch(true);
         if (game.engineMode == EngineMode::one_side) requestSearch(game, SearchPurpose::think);
@@ -151,69 +152,69 @@ void Command_Move::react(GameControl& game) {
     }
 }
 
-void Command_Move::finishGame(GameControl& game) {
+void Command_Move::finishGame(ConnectedGame& game) {
     game.abortSearch(true);
-    game.protocol->sendGameResult(game, game.result(), game.reason(), game.engineMode);
+    game.protocol().sendGameResult(game, game.result(), game.reason(), game.engineMode);
     game.clock.stopClock();
-    if (game.engineMode == EngineMode::analyze && game.protocol->analyzesFinishedGames()) {
+    if (game.engineMode == EngineMode::analyze && game.protocol().analyzesFinishedGames()) {
         requestSearch(game, SearchPurpose::analyze);
     }
     game.leavePlay(EngineMode::force);
 }
 
-bool Command_Move::isPonderHit(const GameControl& game) const {
+bool Command_Move::isPonderHit(const ConnectedGame& game) const {
     return game.searchStatus == SearchStatus::pondering && (predicted_ & move_bits) == (move_ & move_bits);
 }
 
-void Command_Move::requestSearch(GameControl& game, SearchPurpose purpose) {
+void Command_Move::requestSearch(ConnectedGame& game, SearchPurpose purpose) {
     finished = true;
     game.requestSearch(purpose, game);
 }
 
 // --- Taking back and making again ---
 
-void Command_Undo::check(GameControl& game) {
+void Command_Undo::check(ConnectedGame& game) {
     if (game.made_moves().empty()) refuse(vocabulary::no_move_to_undo);
     if (count_ < 0) refuse(vocabulary::argument_out_of_bounds);
     if (!EngineLeavesBoardAlone(game)) refuse(vocabulary::must_be_in_force_mode);
 }
 
-void Command_Undo::work(GameControl& game) {
+void Command_Undo::work(ConnectedGame& game) {
     game.abortSearch(true);
     std::int32_t remaining = count_;
     for (; remaining > 0 && !game.made_moves().empty(); --remaining) game.UndoMove();
     if (remaining > 0 && count_ != all_moves) {
-        game.protocol->tellUser(std::string(vocabulary::could_not_undo) + ' ' + VorkaUtils::ToString(remaining) + ' ' +
-                                std::string(vocabulary::moves_not_undone_at_start_position));
+        game.protocol().tellUser(std::string(vocabulary::could_not_undo) + ' ' + VorkaUtils::ToString(remaining) + ' ' +
+                                 std::string(vocabulary::moves_not_undone_at_start_position));
     }
     game.prediction = no_prediction;
-    game.protocol->onBoardChanged(game);
+    game.protocol().onBoardChanged(game);
     if (game.engineMode == EngineMode::analyze) finishWithSearch(game, SearchPurpose::analyze);
 }
 
-void Command_Next::check(GameControl& game) {
+void Command_Next::check(ConnectedGame& game) {
     if (game.next_moves().empty()) refuse(vocabulary::next_move_buffer_is_empty);
     if (count_ < 0) refuse(vocabulary::argument_out_of_bounds);
     if (!EngineLeavesBoardAlone(game)) refuse(vocabulary::must_be_in_force_mode);
 }
 
-void Command_Next::work(GameControl& game) {
+void Command_Next::work(ConnectedGame& game) {
     game.abortSearch(true);
     std::int32_t remaining = count_;
     for (; remaining > 0 && !game.next_moves().empty(); --remaining) game.NextMove();
     if (remaining > 0 && count_ != all_moves) {
-        game.protocol->tellUser(VorkaUtils::ToString(remaining) + ' ' +
-                                std::string(vocabulary::moves_not_made_next_move_buffer_is_empty));
+        game.protocol().tellUser(VorkaUtils::ToString(remaining) + ' ' +
+                                 std::string(vocabulary::moves_not_made_next_move_buffer_is_empty));
     }
     game.prediction = no_prediction;
-    game.protocol->onBoardChanged(game);
+    game.protocol().onBoardChanged(game);
     if (game.engineMode != EngineMode::analyze) return;
     if (!game.IsGameOver()) finishWithSearch(game, SearchPurpose::analyze);
     game.clock.stopClock();
     game.leavePlay(EngineMode::force);
 }
 
-void Command_Remove::check(GameControl& game) {
+void Command_Remove::check(ConnectedGame& game) {
     const bool opponent_on_move = game.engineMode == EngineMode::one_side && !game.players[game.side_to_move()].active;
     if (game.engineMode != EngineMode::force && !opponent_on_move) refuse(vocabulary::command_not_legal_now);
     if (game.made_moves().size() < 2) refuse(vocabulary::no_moves_to_remove);
@@ -221,10 +222,10 @@ void Command_Remove::check(GameControl& game) {
     game.UndoMove();
     game.UndoMove();
     game.prediction = no_prediction;
-    game.protocol->onBoardChanged(game);
+    game.protocol().onBoardChanged(game);
 }
 
-void Command_Remove::work(GameControl& game) {
+void Command_Remove::work(ConnectedGame& game) {
     game.abortSearch(true);
     finished = true;
     if (game.engineMode == EngineMode::one_side && game.pondering) game.startPondering();
@@ -232,29 +233,29 @@ void Command_Remove::work(GameControl& game) {
 
 // --- The end of a game ---
 
-void Command_Draw::check(GameControl& game) {
+void Command_Draw::check(ConnectedGame& game) {
     if (game.IsGameOver()) refuse(vocabulary::game_over);
     if (game.engineMode != EngineMode::one_side) refuse(vocabulary::command_not_legal_now);
 }
 
-void Command_Draw::work(GameControl& game) {
-    game.protocol->sendDrawOfferDeferred(game.advisor.opponentIsComputer);
+void Command_Draw::work(ConnectedGame& game) {
+    game.protocol().sendDrawOfferDeferred(game.advisor.opponentIsComputer);
     game.advisor.drawOfferPending = true;
 }
 
 Command_Result::Command_Result(std::string input_line, const std::string& word, const std::string& comment)
     : CheckedCommand(std::move(input_line)), result_(ResultOf(word)), reason_(ReasonOf(result_, comment)) {}
 
-void Command_Result::check(GameControl&) {
+void Command_Result::check(ConnectedGame&) {
     if (result_ == GameResult::running) refuse(vocabulary::invalid_arguments);
 }
 
-void Command_Result::work(GameControl& game) {
+void Command_Result::work(ConnectedGame& game) {
     game.abortSearch(true);
     game.clock.stopClock();
     game.leavePlay(EngineMode::force);
     if (game.IsGameOver()) {
-        game.protocol->sendCommandIgnored(vocabulary::game_over);
+        game.protocol().sendCommandIgnored(vocabulary::game_over);
     } else {
         game.EndGame(result_, reason_);
     }
@@ -262,31 +263,31 @@ void Command_Result::work(GameControl& game) {
 
 // --- The search ---
 
-void Command_Hint::check(GameControl& game) {
+void Command_Hint::check(ConnectedGame& game) {
     const bool has_answer = game.prediction != no_prediction && game.prediction != prediction_pending;
     if (!has_answer && game.searchStatus != SearchStatus::none) refuse(vocabulary::command_not_legal_now);
 }
 
-void Command_Hint::work(GameControl& game) {
+void Command_Hint::work(ConnectedGame& game) {
     CHECKED_ASSERT(game.prediction != prediction_pending, vocabulary::unfinished_hint_request);
     if (game.prediction == no_prediction) {
         game.prediction = prediction_pending;
         finishWithSearch(game, SearchPurpose::hint);
     }
     const bool move_exists = game.prediction != prediction_no_move_exists;
-    game.protocol->sendHint(move_exists ? MoveToSan(game.board(), game.prediction) : std::string());
+    game.protocol().sendHint(move_exists ? MoveToSan(game.board(), game.prediction) : std::string());
 }
 
-void Command_MoveNow::work(GameControl& game) {
+void Command_MoveNow::work(ConnectedGame& game) {
     if (game.searchStatus != SearchStatus::thinking) {
-        game.protocol->sendCommandIgnored(vocabulary::no_search_running);
+        game.protocol().sendCommandIgnored(vocabulary::no_search_running);
         return;
     }
     finished = true;
     throw search_aborted_exception{.discard = false};
 }
 
-void Command_SetPondering::work(GameControl& game) {
+void Command_SetPondering::work(ConnectedGame& game) {
     game.pondering = pondering_;
     if (!pondering_ && game.searchStatus == SearchStatus::pondering) game.abortSearch(true);
 }

@@ -19,7 +19,7 @@ class Command_New : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `force`: the engine plays no side.
@@ -28,7 +28,7 @@ class Command_Force : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `go`: the engine plays the side on move, and thinks.
@@ -37,8 +37,8 @@ class Command_Go : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `playother`: the engine plays the side that is not on move.
@@ -47,8 +47,8 @@ class Command_Playother : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `analyze`: until `exit`.
@@ -57,8 +57,8 @@ class Command_Analyze : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `exit`: leaves analyze mode; the program goes on.
@@ -67,26 +67,26 @@ class Command_Exit : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// A move of the opponent, or of either side in force and analyze mode.
 class Command_Move : public Command {
   public:
     Command_Move(std::string input_line, std::string text) : Command(std::move(input_line)), text_(std::move(text)) {}
-    void Execute(GameControl& game) final;
+    void Execute(ConnectedGame& game) final;
     /// Whether the move came behind `usermove`; nothing depends on it.
     [[nodiscard]] virtual bool isNewStyle() const = 0;
 
   private:
-    void check(const GameControl& game);
-    void play(GameControl& game);
-    void finishGame(GameControl& game);
+    void check(const ConnectedGame& game);
+    void play(ConnectedGame& game);
+    void finishGame(ConnectedGame& game);
     /// What the engine does about the new position.
-    void react(GameControl& game);
-    [[nodiscard]] bool isPonderHit(const GameControl& game) const;
-    [[noreturn]] void requestSearch(GameControl& game, SearchPurpose purpose);
+    void react(ConnectedGame& game);
+    [[nodiscard]] bool isPonderHit(const ConnectedGame& game) const;
+    [[noreturn]] void requestSearch(ConnectedGame& game, SearchPurpose purpose);
 
     const std::string text_;
     Move move_ = INVALID;
@@ -116,8 +116,8 @@ class Command_Undo : public CheckedCommand {
     Command_Undo(std::string input_line, std::int32_t count) : CheckedCommand(std::move(input_line)), count_(count) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t count_;
 };
 
@@ -127,8 +127,8 @@ class Command_Next : public CheckedCommand {
     Command_Next(std::string input_line, std::int32_t count) : CheckedCommand(std::move(input_line)), count_(count) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t count_;
 };
 
@@ -138,8 +138,8 @@ class Command_Remove : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `draw`: the opponent offers one. The engine answers after its next move.
@@ -148,8 +148,8 @@ class Command_Draw : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `result word [comment]`: how the game ended, as the interface or the opponent says.
@@ -158,8 +158,8 @@ class Command_Result : public CheckedCommand {
     Command_Result(std::string input_line, const std::string& word, const std::string& comment);
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const GameResult result_;  ///< `running` for a word that is no result
     const GameEndReason reason_;
 };
@@ -170,8 +170,8 @@ class Command_Hint : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// `?`: the search stops, and its best move is played.
@@ -180,7 +180,7 @@ class Command_MoveNow : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// Whether the engine thinks on the opponent's time.
@@ -190,7 +190,7 @@ class Command_SetPondering : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), pondering_(new_pondering) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const bool pondering_;
 };
 

@@ -2,58 +2,53 @@
 
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
 #include "interfaces/protocols/console_protocol.h"
 #include "interfaces/protocols/xboard_protocols.h"
 
 namespace VorkaInterfaces {
 
-void Command_DoNothing::Execute(GameControl&) { finished = true; }
+void Command_DoNothing::Execute(ConnectedGame&) { finished = true; }
 
-void Command_Quit::work(GameControl& game) {
+void Command_Quit::work(ConnectedGame& game) {
     game.abortSearch(true);
     throw quit_command_received_exception{};
 }
 
-void Command_InstallNewProtocol::work(GameControl& game) {
-    std::unique_ptr<BasicProtocol> protocol = makeProtocol();
-    protocol->copyStateFrom(*game.protocol);
-    game.protocol = std::move(protocol);
-    game.protocol->start();
-}
+void Command_InstallNewProtocol::work(ConnectedGame& game) { game.installProtocol(makeProtocol()); }
 
 std::unique_ptr<BasicProtocol> Command_Console::makeProtocol() const { return std::make_unique<ConsoleProtocol>(); }
 std::unique_ptr<BasicProtocol> Command_Xboard::makeProtocol() const { return std::make_unique<XBoardProtocol_1>(); }
 std::unique_ptr<BasicProtocol> Command_Protover2::makeProtocol() const { return std::make_unique<XBoardProtocol_2>(); }
 std::unique_ptr<BasicProtocol> Command_Fritz::makeProtocol() const { return std::make_unique<XBoardFritzAdapter>(); }
 
-void Command_SetOutput::work(GameControl& game) { game.protocol->post = post_; }
+void Command_SetOutput::work(ConnectedGame& game) { game.protocol().post = post_; }
 
-void Command_Ping::work(GameControl&) {
+void Command_Ping::work(ConnectedGame&) {
     vlog << vocabulary::pong << ' ' << number_ << '\n';
     vlog.Flush();
 }
 
-void Command_Id::work(GameControl& game) { game.protocol->id = id_; }
+void Command_Id::work(ConnectedGame& game) { game.protocol().id = id_; }
 
-void Command_Name::work(GameControl& game) {
+void Command_Name::work(ConnectedGame& game) {
     playerDefaults().opponentName = name_;
     for (PlayerInfo& player : game.players) {
         if (!player.isEngine) player.name = name_;
     }
 }
 
-void Command_Rating::check(GameControl&) {
+void Command_Rating::check(ConnectedGame&) {
     if (engine_ < 0 || opponent_ < 0) refuse(vocabulary::argument_out_of_bounds);
 }
 
-void Command_Rating::work(GameControl& game) {
+void Command_Rating::work(ConnectedGame& game) {
     playerDefaults().engineRating = engine_;
     playerDefaults().opponentRating = opponent_;
     if (game.players[white].active == game.players[black].active) return;
     for (PlayerInfo& player : game.players) player.rating = player.active ? engine_ : opponent_;
 }
 
-void Command_Computer::work(GameControl& game) { game.advisor.opponentIsComputer = true; }
+void Command_Computer::work(ConnectedGame& game) { game.advisor.opponentIsComputer = true; }
 
 }  // namespace VorkaInterfaces

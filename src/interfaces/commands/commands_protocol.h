@@ -16,7 +16,7 @@ namespace VorkaInterfaces {
 class Command_DoNothing : public Command {
   public:
     using Command::Command;
-    void Execute(GameControl& game) override;
+    void Execute(ConnectedGame& game) override;
 };
 
 /// `quit`
@@ -25,7 +25,7 @@ class Command_Quit : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 /// Replaces the protocol object; the new one takes over the state of the old one and starts.
@@ -34,7 +34,7 @@ class Command_InstallNewProtocol : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     [[nodiscard]] virtual std::unique_ptr<BasicProtocol> makeProtocol() const = 0;
 };
 
@@ -80,7 +80,7 @@ class Command_SetOutput : public CheckedCommand {
     Command_SetOutput(std::string input_line, bool new_post) : CheckedCommand(std::move(input_line)), post_(new_post) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const bool post_;
 };
 
@@ -103,7 +103,7 @@ class Command_Ping : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), number_(std::move(number)) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::string number_;
 };
 
@@ -113,7 +113,7 @@ class Command_Id : public CheckedCommand {
     Command_Id(std::string input_line, std::string id) : CheckedCommand(std::move(input_line)), id_(std::move(id)) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::string id_;
 };
 
@@ -124,7 +124,7 @@ class Command_Name : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), name_(std::move(name)) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::string name_;
 };
 
@@ -135,8 +135,8 @@ class Command_Rating : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), engine_(engine), opponent_(opponent) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t engine_;
     const std::int32_t opponent_;
 };
@@ -147,7 +147,7 @@ class Command_Computer : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
 };
 
 }  // namespace VorkaInterfaces

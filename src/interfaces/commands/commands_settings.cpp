@@ -8,7 +8,7 @@
 #include "frame/base/logfile.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
 
 namespace VorkaInterfaces {
 
@@ -28,7 +28,7 @@ std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
 }
 
 /// What the search relies on may change in force mode alone, where none runs.
-bool isForced(const GameControl& game) { return game.engineMode == EngineMode::force; }
+bool isForced(const ConnectedGame& game) { return game.engineMode == EngineMode::force; }
 
 ABSTRACT_HASH_TABLE* tableNamed(std::string_view type) {
     if (type == vocabulary::hash_word_transposition) return &transposition_table;
@@ -39,7 +39,7 @@ ABSTRACT_HASH_TABLE* tableNamed(std::string_view type) {
 
 }  // namespace
 
-void Command_DisplaySettingVariables::check(GameControl&) {
+void Command_DisplaySettingVariables::check(ConnectedGame&) {
     const Settings settings = Settings::Current();
     std::ostringstream text;
     try {
@@ -56,12 +56,12 @@ void Command_DisplaySettingVariables::check(GameControl&) {
     text_ = text.str();
 }
 
-void Command_DisplaySettingVariables::work(GameControl&) {
+void Command_DisplaySettingVariables::work(ConnectedGame&) {
     vlog << text_;
     vlog.Flush();
 }
 
-void Command_ChangeSettings::check(GameControl& game) {
+void Command_ChangeSettings::check(ConnectedGame& game) {
     if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
     Settings changed = Settings::Current();
     try {
@@ -72,7 +72,7 @@ void Command_ChangeSettings::check(GameControl& game) {
     settings_.emplace(std::move(changed));
 }
 
-void Command_ChangeSettings::work(GameControl&) { settings_->Apply(); }
+void Command_ChangeSettings::work(ConnectedGame&) { settings_->Apply(); }
 
 void Command_ModifySettingVariables::change(Settings& settings) const {
     const std::vector<std::string_view> pieces = SplitAtSemicolons(assignments_);
@@ -90,7 +90,7 @@ void Command_ModifySettingVariables::change(Settings& settings) const {
 
 void Command_ReadSearchSettings::change(Settings& settings) const { settings.ReadFile(path_); }
 
-void Command_WriteSearchSettings::work(GameControl&) {
+void Command_WriteSearchSettings::work(ConnectedGame&) {
     try {
         Settings::Current().WriteFile(path_);
     } catch (const Settings::SettingsException& error) {
@@ -98,7 +98,7 @@ void Command_WriteSearchSettings::work(GameControl&) {
     }
 }
 
-void Command_ResizeHashtable::check(GameControl& game) {
+void Command_ResizeHashtable::check(ConnectedGame& game) {
     table_ = tableNamed(type_);
     if (table_ == nullptr) refuse(vocabulary::unknown_hashtable_type);
     try {
@@ -109,28 +109,28 @@ void Command_ResizeHashtable::check(GameControl& game) {
     if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
 }
 
-void Command_ResizeHashtable::work(GameControl&) {
+void Command_ResizeHashtable::work(ConnectedGame&) {
     // Without the memory the old table stays.
     if (!table_->resize(bytes_)) refuse(vocabulary::argument_out_of_bounds);
 }
 
-void Command_SetPersonality::check(GameControl& game) {
+void Command_SetPersonality::check(ConnectedGame& game) {
     if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
 }
 
-void Command_SetPersonality::work(GameControl& game) {
+void Command_SetPersonality::work(ConnectedGame& game) {
     constexpr std::int32_t most = 1000;
     const std::int32_t value = std::clamp(value_, -most, most);
-    if (value == game.protocol->personality) return;
+    if (value == game.protocol().personality) return;
     game.search.SetPersonality(value);
-    game.protocol->personality = static_cast<std::int16_t>(value);
+    game.protocol().personality = static_cast<std::int16_t>(value);
 }
 
-void Command_Contempt::check(GameControl& game) {
+void Command_Contempt::check(ConnectedGame& game) {
     if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
 }
 
-void Command_Contempt::work(GameControl& game) {
+void Command_Contempt::work(ConnectedGame& game) {
     constexpr std::int32_t most = 32767;
     const std::int32_t value = std::clamp(value_, -most, most);
     if (value == game.search.contempt()) return;

@@ -19,8 +19,8 @@ class Command_DisplaySettingVariables : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), names_(std::move(names)) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::string names_;  ///< empty for all
     std::string text_;
 };
@@ -31,8 +31,8 @@ class Command_ChangeSettings : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) final;
-    void work(GameControl& game) final;
+    void check(ConnectedGame& game) final;
+    void work(ConnectedGame& game) final;
     /// May throw the exceptions of settings.
     virtual void change(OptimizeInterface::Settings& settings) const = 0;
 
@@ -68,7 +68,7 @@ class Command_WriteSearchSettings : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), path_(std::move(path)) {}
 
   private:
-    void work(GameControl& game) override;
+    void work(ConnectedGame& game) override;
     const std::string path_;
 };
 
@@ -79,8 +79,8 @@ class Command_ResizeHashtable : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), type_(std::move(type)), size_(std::move(size)) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::string type_;
     const std::string size_;
     ABSTRACT_HASH_TABLE* table_ = nullptr;
@@ -94,8 +94,8 @@ class Command_SetPersonality : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), value_(value) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t value_;
 };
 
@@ -106,8 +106,8 @@ class Command_Contempt : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), value_(value) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const std::int32_t value_;
 };
 

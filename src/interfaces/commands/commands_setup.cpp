@@ -2,11 +2,13 @@
 
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
-#include "frame/game/game_control.h"
+#include "interfaces/protocols/connected_game.h"
+#include "interfaces/protocols/error_command.h"
+#include "interfaces/protocols/input_line.h"
 
 namespace VorkaInterfaces {
 
-void Command_SetSide::check(GameControl& game) {
+void Command_SetSide::check(ConnectedGame& game) {
     if (side_ == game.side_to_move()) return;
     try {
         UserBoard flipped = game;
@@ -16,7 +18,7 @@ void Command_SetSide::check(GameControl& game) {
     }
 }
 
-void Command_SetSide::work(GameControl& game) {
+void Command_SetSide::work(ConnectedGame& game) {
     game.abortSearch(true);
     if (side_ != game.side_to_move()) {
         game.ChangeSide();
@@ -26,14 +28,14 @@ void Command_SetSide::work(GameControl& game) {
     game.setPlayers(defaultHuman(), defaultEngine(true), false);
 }
 
-void Command_SetupBoardCommands::check(GameControl& game) {
+void Command_SetupBoardCommands::check(ConnectedGame& game) {
     if (game.engineMode != EngineMode::force && game.engineMode != EngineMode::analyze) {
         refuse(vocabulary::must_be_in_force_mode);
     }
     status_ = readPosition(game, position_);
 }
 
-void Command_SetupBoardCommands::work(GameControl& game) {
+void Command_SetupBoardCommands::work(ConnectedGame& game) {
     switch (status_) {
         case PositionStatus::read:
             replaceGame(game);
@@ -42,34 +44,34 @@ void Command_SetupBoardCommands::work(GameControl& game) {
             answerIllegalPosition(game);
             break;
         case PositionStatus::given_up:
-            game.protocol->sendEditModeAborted();
+            game.protocol().sendEditModeAborted();
             break;
     }
 }
 
-void Command_SetupBoardCommands::replaceGame(GameControl& game) {
+void Command_SetupBoardCommands::replaceGame(ConnectedGame& game) {
     game.abortSearch(true);
     game.replaceGame(position_);
     onReplaced(game);
     if (game.engineMode == EngineMode::analyze) finishWithSearch(game, SearchPurpose::analyze);
 }
 
-void Command_SetupBoardCommands::answerIllegalPosition(GameControl& game) {
-    if (game.protocol->claimsResultItself()) {
-        game.protocol->sendCommandIgnored(vocabulary::illegal_position);
+void Command_SetupBoardCommands::answerIllegalPosition(ConnectedGame& game) {
+    if (game.protocol().claimsResultItself()) {
+        game.protocol().sendCommandIgnored(vocabulary::illegal_position);
         return;
     }
     // The interface believes in its position. Playing on in the old one would be wrong moves, so there is none any
     // more.
     game.abortSearch(true);
-    game.protocol->tellUser(std::string(vocabulary::illegal_position));
+    game.protocol().tellUser(std::string(vocabulary::illegal_position));
     game.SetInvalid();
     game.prediction = no_prediction;
     // Analyze mode goes on without a position, so that `exit` still leaves it.
     if (game.engineMode == EngineMode::analyze) finishWithSearch(game, SearchPurpose::analyze);
 }
 
-PositionStatus Command_Setboard::readPosition(GameControl&, UserBoard& position) {
+PositionStatus Command_Setboard::readPosition(ConnectedGame&, UserBoard& position) {
     try {
         position.SetBoardFromFen(fen_);
     } catch (const UserBoard::invalid_position&) {
@@ -80,27 +82,27 @@ PositionStatus Command_Setboard::readPosition(GameControl&, UserBoard& position)
     return PositionStatus::read;
 }
 
-PositionStatus Command_Edit::readPosition(GameControl& game, UserBoard& position) {
+PositionStatus Command_Edit::readPosition(ConnectedGame& game, UserBoard& position) {
     edit_board_.LoadFrom(game.board());
     for (;;) {
-        game.protocol->sendEditPrompt();
+        game.protocol().sendEditPrompt();
         try {
             if (const auto status = readAndObey(game, position)) return *status;
         } catch (const ErrorCommand& error) {
-            game.protocol->sendError(error.text());
+            game.protocol().sendError(error.text());
         }
     }
 }
 
-std::optional<PositionStatus> Command_Edit::readAndObey(GameControl& game, UserBoard& position) {
+std::optional<PositionStatus> Command_Edit::readAndObey(ConnectedGame& game, UserBoard& position) {
     const auto error = [](std::string_view reason, const std::string& input) {
         return ErrorCommand(ErrorCommand::Kind::error, reason, input);
     };
-    BasicProtocol& protocol = *game.protocol;
+    BasicProtocol& protocol = game.protocol();
     std::string input;
     Square square = a1;
     PieceType piece = no_piece;
-    switch (BasicProtocol::readEditCommand(input, square, piece)) {
+    switch (readEditCommand(input, square, piece)) {
         case EditCommand::clear:
             edit_board_.Clear();
             protocol.onEditBoardChanged(edit_board_);

@@ -17,8 +17,8 @@ class Command_SetSide : public CheckedCommand {
     Command_SetSide(std::string input_line, Colour side) : CheckedCommand(std::move(input_line)), side_(side) {}
 
   private:
-    void check(GameControl& game) override;
-    void work(GameControl& game) override;
+    void check(ConnectedGame& game) override;
+    void work(ConnectedGame& game) override;
     const Colour side_;
 };
 
@@ -43,14 +43,14 @@ class Command_SetupBoardCommands : public CheckedCommand {
     using CheckedCommand::CheckedCommand;
 
   private:
-    void check(GameControl& game) final;
-    void work(GameControl& game) final;
-    void replaceGame(GameControl& game);
-    void answerIllegalPosition(GameControl& game);
+    void check(ConnectedGame& game) final;
+    void work(ConnectedGame& game) final;
+    void replaceGame(ConnectedGame& game);
+    void answerIllegalPosition(ConnectedGame& game);
     /// Fills `position` if the answer is `read`; leaves the game alone.
-    [[nodiscard]] virtual PositionStatus readPosition(GameControl& game, UserBoard& position) = 0;
+    [[nodiscard]] virtual PositionStatus readPosition(ConnectedGame& game, UserBoard& position) = 0;
     /// Called when the game has been replaced.
-    virtual void onReplaced(GameControl&) {}
+    virtual void onReplaced(ConnectedGame&) {}
 
     UserBoard position_;
     PositionStatus status_ = PositionStatus::given_up;
@@ -63,7 +63,7 @@ class Command_Setboard : public Command_SetupBoardCommands {
         : Command_SetupBoardCommands(std::move(input_line)), fen_(std::move(fen)) {}
 
   private:
-    [[nodiscard]] PositionStatus readPosition(GameControl& game, UserBoard& position) override;
+    [[nodiscard]] PositionStatus readPosition(ConnectedGame& game, UserBoard& position) override;
     const std::string fen_;
 };
 
@@ -73,9 +73,9 @@ class Command_Edit : public Command_SetupBoardCommands {
     using Command_SetupBoardCommands::Command_SetupBoardCommands;
 
   private:
-    [[nodiscard]] PositionStatus readPosition(GameControl& game, UserBoard& position) override;
+    [[nodiscard]] PositionStatus readPosition(ConnectedGame& game, UserBoard& position) override;
     /// Carries out one line. An answer ends the dialogue.
-    [[nodiscard]] std::optional<PositionStatus> readAndObey(GameControl& game, UserBoard& position);
+    [[nodiscard]] std::optional<PositionStatus> readAndObey(ConnectedGame& game, UserBoard& position);
     [[nodiscard]] std::optional<PositionStatus> confirm(BasicProtocol& protocol, UserBoard& position);
 
     EditBoard edit_board_;

@@ -15,6 +15,7 @@
 #include "interfaces/commands/commands_protocol.h"
 #include "interfaces/commands/commands_settings.h"
 #include "interfaces/commands/commands_setup.h"
+#include "interfaces/protocols/error_command.h"
 
 namespace VorkaInterfaces {
 
@@ -44,7 +45,7 @@ struct Word {
 /// All words to the end of the line.
 struct Rest {
     static std::string Read(const TokenizedLine& input, std::size_t place) {
-        return BasicProtocol::joinTokens(input.tokens, place, input.tokens.size());
+        return joinTokens(input.tokens, place, input.tokens.size());
     }
 };
 
@@ -208,7 +209,7 @@ constexpr Keyword bare_move{{}, {1U << 1, vocabulary::unrecognized_command}, Mak
 
 std::span<const Keyword> KeywordTable() { return keywords; }
 
-std::unique_ptr<Command> BasicProtocol::parseCommand(const TokenizedLine& input) {
+std::unique_ptr<Command> parseCommand(BasicProtocol& protocol, const TokenizedLine& input) {
     const auto refuse = [&](std::string_view reason) {
         return ErrorCommand(ErrorCommand::Kind::error, reason, input.line);
     };
@@ -216,7 +217,7 @@ std::unique_ptr<Command> BasicProtocol::parseCommand(const TokenizedLine& input)
     const Keyword& row = found != keywords.end() ? *found : bare_move;
     if (!row.words.Fits(input.tokens.size())) throw refuse(row.words.error);
     try {
-        return row.make(*this, input);
+        return row.make(protocol, input);
     } catch (const string_conversion_error&) {
         throw refuse(vocabulary::integer_argument_expected);
     }

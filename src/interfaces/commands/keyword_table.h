@@ -10,6 +10,7 @@
 
 #include "interfaces/commands/command.h"
 #include "interfaces/protocols/basic_protocol.h"
+#include "interfaces/protocols/input_line.h"
 
 /// The words that begin a command, one row each: how many words the line may have, and what is made of it.
 namespace VorkaInterfaces {
@@ -35,5 +36,8 @@ struct Keyword {
 };
 
 [[nodiscard]] std::span<const Keyword> KeywordTable();
+
+/// The command of a tokenized line (at least one token). Throws ErrorCommand.
+[[nodiscard]] std::unique_ptr<Command> parseCommand(BasicProtocol& protocol, const TokenizedLine& input);
 
 }  // namespace VorkaInterfaces

@@ -7,7 +7,6 @@
 #include "frame/base/logfile.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
-#include "interfaces/commands/command.h"
 #include "interfaces/protocols/help_screen.h"
 #include "search/tables/hash.h"
 

@@ -1,38 +1,23 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "chess/user_board.h"
+#include "frame/game/game_protocol.h"
 #include "search/root/search_host.h"
 #include "search/root/steering.h"
 
-class GameControl;
-enum class EngineMode : std::int32_t;
-
 namespace VorkaInterfaces {
 
-class Command;
-
-/// An input line and its words.
-struct TokenizedLine {
-    std::string line;
-    std::vector<std::string> tokens;
-};
-
-/// What a line of edit mode asks for.
-enum class EditCommand { clear, switch_colour, switch_side, done, cancel, help, verify, display, quit, place, unknown };
-
-/// Everything that the engine says goes through one object of this class, and every input line becomes a command
-/// through it. The game calls an operation by its meaning and never looks at which protocol is in force. Output goes
-/// through the log stream; operations that write leave the echo of that stream as they found it, and end with a flush.
-class BasicProtocol {
+/// Everything that the engine says goes through one object of this class: what the game says, what the search reports
+/// and what commands answer. Each operation is called by its meaning, and nobody looks at which protocol is in force.
+/// Output goes through the log stream; operations that write leave the echo of that stream as they found it, and end
+/// with a flush.
+class BasicProtocol : public GameProtocol {
   public:
     explicit BasicProtocol(bool initial_post) : post(initial_post) {}
-    virtual ~BasicProtocol() = default;
     BasicProtocol(const BasicProtocol&) = delete;
     BasicProtocol& operator=(const BasicProtocol&) = delete;
 
@@ -40,28 +25,15 @@ class BasicProtocol {
     std::int16_t personality = 0;  ///< the current personality
     std::string id;                ///< added to the engine's name, or replacing it if it begins with "##"
 
-    /// The command of a line. Throws ErrorCommand.
-    [[nodiscard]] std::unique_ptr<Command> translate(const std::string& line);
-    /// The tokens of [from, to), parted by single blanks.
-    [[nodiscard]] static std::string joinTokens(const std::vector<std::string>& tokens, std::size_t from,
-                                                std::size_t to);
-    /// Reads one line of edit mode; blocks. `square` and `piece` are set for `place`; `line` is what was read.
-    /// Throws ErrorCommand for a line that does not tokenize.
-    [[nodiscard]] static EditCommand readEditCommand(std::string& line, Square& square, PieceType& piece);
     [[nodiscard]] static std::string_view nameOfSearchKind(SearchKind kind);
     [[nodiscard]] static SearchStatus statusOfSearchKind(SearchKind kind);
 
     virtual void copyStateFrom(const BasicProtocol& other);
-    /// True: the engine decides that the game is over when it resigns, agrees a draw or meets a bad setboard. False:
-    /// the interface decides.
-    [[nodiscard]] virtual bool claimsResultItself() const = 0;
     /// Whether `analyze` is allowed after the end of a game.
     [[nodiscard]] virtual bool analyzesFinishedGames() const = 0;
     /// Called right behind the installation of the protocol.
     virtual void start() = 0;
     virtual void sendHint(const std::string& move) = 0;  ///< empty: no move exists
-    virtual void sendEngineMove(const std::string& move) = 0;
-    virtual void sendGameResult(const UserBoard& game, GameResult result, GameEndReason reason, EngineMode mode) = 0;
     virtual void sendPredictedMoveMade(const std::string& move) = 0;
     virtual void sendCommandIgnored(std::string_view reason) = 0;
     virtual void sendEditModeAborted() = 0;
@@ -74,10 +46,7 @@ class BasicProtocol {
     virtual void sendNewPvMove(const std::string& move) = 0;
     virtual void sendSearchInstability() = 0;
     virtual void sendSearchStatistics(const SearchInfo& info) = 0;
-    virtual void sendDrawAccepted() = 0;
-    virtual void sendDrawRejected(bool opponent_is_computer);
-    virtual void sendResign() = 0;
-    virtual void sendDrawOffer() = 0;
+    void sendDrawRejected(bool opponent_is_computer) override;
     virtual void sendDrawOfferDeferred(bool opponent_is_computer);
     virtual void showHelp();
     virtual void showStartupHelp();
@@ -86,14 +55,11 @@ class BasicProtocol {
     virtual void showBoard(const UserBoard& game, bool with_state);
     virtual void showPersonality();
     virtual void showHashtableStatus(bool details);
-    virtual void onBoardChanged(const UserBoard& game) = 0;
     virtual void onEditBoardChanged(EditBoard& board) = 0;
     virtual void onGameLoaded(const UserBoard& game) = 0;
     virtual void tellUser(const std::string& text) = 0;
     [[nodiscard]] virtual std::string getMyName() const;
     [[nodiscard]] virtual std::string getShortName() const;
-    /// The command of a tokenized line (at least one token). Throws ErrorCommand.
-    [[nodiscard]] virtual std::unique_ptr<Command> parseCommand(const TokenizedLine& input);
     virtual void sendEditPrompt() = 0;
     virtual void writeThinkingLine(const SearchInfo& info) = 0;
     virtual void writeDepthLine(int depth) = 0;

@@ -11,21 +11,20 @@
 #include "support/board_builder.h"
 #include "support/fake_search_host.h"
 #include "support/log_capture.h"
-#include "support/recording_protocol.h"
+#include "support/recording_game_protocol.h"
 #include "support/row_name.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Like = RecordingProtocol::Like;
+using Like = ProtocolLike;
 
 /// A game with a recording protocol. The engine plays the side on move.
 class Game {
   public:
     explicit Game(Like model = Like::console, const std::string& fen = start_fen)
-        : control((playerDefaults() = PlayerDefaults{.opponentName = "Incognito"},
-                   std::make_unique<RecordingProtocol>(model, calls))) {
+        : protocol(model, calls), control((playerDefaults() = PlayerDefaults{.opponentName = "Incognito"}, protocol)) {
         control.SetBoardFromFen(fen);
         control.clock.resetClock(control.side_to_move());
         control.setPlayers(defaultEngine(true), defaultHuman(), false);
@@ -53,6 +52,7 @@ class Game {
     [[nodiscard]] Move MoveNamed(std::string_view text) const { return MoveOf(control.board(), text); }
 
     std::vector<std::string> calls;
+    RecordingGameProtocol protocol;
     GameControl control;
     std::optional<SearchRequest> request;
 };
@@ -70,7 +70,8 @@ const std::string two_knights = "7k/8/8/8/8/8/8/KNN5 w - - 0 1";
 TEST(GameControl, BeginsWithTheEngineAsBlack) {
     playerDefaults() = PlayerDefaults{.opponentName = "Incognito"};
     std::vector<std::string> calls;
-    const GameControl control(std::make_unique<RecordingProtocol>(Like::console, calls));
+    RecordingGameProtocol protocol(Like::console, calls);
+    const GameControl control(protocol);
     EXPECT_EQ(control.engineMode, EngineMode::one_side);
     EXPECT_FALSE(control.players[white].active);
     EXPECT_EQ(control.players[white].name, "Incognito");

@@ -7,6 +7,7 @@
 namespace {
 
 using VorkaInterfaces::CheckedCommand;
+using VorkaInterfaces::ConnectedGame;
 using VorkaInterfaces::ErrorCommand;
 using VorkaInterfaces::IgnorableErrorCommand;
 
@@ -44,11 +45,11 @@ class CountingCommand : public CheckedCommand {
     bool ends_early = false;
 
   private:
-    void check(GameControl&) override {
+    void check(ConnectedGame&) override {
         ++checks;
         finished = ends_early;
     }
-    void work(GameControl& game) override {
+    void work(ConnectedGame& game) override {
         ++works;
         if (abort) game.abortSearch(true);
     }

@@ -77,7 +77,7 @@ TEST_F(DatabaseCommands, TbTakesTablesIntoUse) {
 }
 
 TEST_F(DatabaseCommands, TbIsAnErrorThatAStartUpOptionSurvives) {
-    const auto command = bench_.game.protocol->translate("tb nalimov 8M x");
+    const auto command = translate(bench_.game.protocol(), "tb nalimov 8M x");
     EXPECT_THROW(command->Execute(bench_.game), VorkaInterfaces::IgnorableErrorCommand);
 }
 

@@ -343,7 +343,7 @@ TEST(Remove, TakesTheMovesBackOnceAndBeforeItEndsTheSearch) {
     bench.Prepare({"force", "e4", "e5", "Nf3", "Nc6", "playother", "hard"});
     bench.game.searchStatus = SearchStatus::pondering;
     bench.game.prediction = 77;
-    const auto command = bench.game.protocol->translate("remove");
+    const auto command = translate(bench.game.protocol(), "remove");
     EXPECT_THROW(command->Execute(bench.game), search_aborted_exception);
     EXPECT_EQ(bench.fen(), after_e4_e5) << "inside the checks";
     EXPECT_EQ(bench.game.prediction, no_prediction);

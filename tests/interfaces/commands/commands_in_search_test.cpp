@@ -29,7 +29,7 @@ struct RunningSearch {
         Effect effect = Effect::ended;
         host.on_poll = [&, polls = 0]() mutable {
             if (++polls == 3) {
-                command = bench.game.protocol->translate(line);
+                command = translate(bench.game.protocol(), line);
                 command->Execute(bench.game);
             } else if (polls == 5) {
                 effect = Effect::went_on;

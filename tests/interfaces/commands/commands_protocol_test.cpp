@@ -24,7 +24,7 @@ const std::vector<SearchStatus> searches{SearchStatus::thinking, SearchStatus::p
 // --- The protocol in force ---
 
 const std::type_info& TypeOfProtocol(const CommandBench& bench) {
-    const BasicProtocol& protocol = *bench.game.protocol;
+    const BasicProtocol& protocol = bench.game.protocol();
     return typeid(protocol);
 }
 
@@ -40,16 +40,16 @@ TEST_P(InstallProtocol, ReplacesTheObjectAndKeepsItsState) {
     const LogCapture log;
     testing::internal::CaptureStdout();
     CommandBench bench;
-    bench.game.protocol->id = "##Foo";
-    bench.game.protocol->personality = 7;
-    bench.game.protocol->post = !GetParam().post;
+    bench.game.protocol().id = "##Foo";
+    bench.game.protocol().personality = 7;
+    bench.game.protocol().post = !GetParam().post;
     const auto outcome = bench.Send(GetParam().line);
     (void)testing::internal::GetCapturedStdout();
     EXPECT_TRUE(outcome.finished);
     EXPECT_EQ(TypeOfProtocol(bench), GetParam().type);
-    EXPECT_EQ(bench.game.protocol->id, "##Foo");
-    EXPECT_EQ(bench.game.protocol->personality, 7);
-    EXPECT_EQ(bench.game.protocol->post, GetParam().post) << "the default of the class, not what was in force";
+    EXPECT_EQ(bench.game.protocol().id, "##Foo");
+    EXPECT_EQ(bench.game.protocol().personality, 7);
+    EXPECT_EQ(bench.game.protocol().post, GetParam().post) << "the default of the class, not what was in force";
 }
 
 INSTANTIATE_TEST_SUITE_P(Protocols, InstallProtocol,
@@ -90,19 +90,19 @@ TEST(InstallProtocol, WorksBesideASearch) {
 TEST(Post, IsAnswerOfTheProtocolInForce) {
     CommandBench bench;
     EXPECT_TRUE(bench.Send("nopost").finished);
-    EXPECT_FALSE(bench.game.protocol->post);
+    EXPECT_FALSE(bench.game.protocol().post);
     EXPECT_TRUE(bench.Send("post").finished);
-    EXPECT_TRUE(bench.game.protocol->post);
+    EXPECT_TRUE(bench.game.protocol().post);
 }
 
 TEST(Id, IsTheRestOfTheLine) {
     CommandBench bench;
     bench.Send("id  my   own");
-    EXPECT_EQ(bench.game.protocol->id, "my own");
+    EXPECT_EQ(bench.game.protocol().id, "my own");
     bench.Send("id ##Foo");
-    EXPECT_EQ(bench.game.protocol->id, "##Foo");
+    EXPECT_EQ(bench.game.protocol().id, "##Foo");
     bench.Send("id");
-    EXPECT_EQ(bench.game.protocol->id, "");
+    EXPECT_EQ(bench.game.protocol().id, "");
 }
 
 // --- Answers ---

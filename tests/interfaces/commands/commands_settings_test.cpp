@@ -123,16 +123,16 @@ TEST_F(MaintenanceCommands, HashShowsSizesAndFilling) {
 
 TEST_F(MaintenanceCommands, PersonalityIsClampedAndShown) {
     EXPECT_EQ(ErrorOf("personality 1001"), "");
-    EXPECT_EQ(bench_.game.protocol->personality, 1000);
+    EXPECT_EQ(bench_.game.protocol().personality, 1000);
     EXPECT_EQ(ErrorOf("personality -99999"), "");
-    EXPECT_EQ(bench_.game.protocol->personality, -1000);
+    EXPECT_EQ(bench_.game.protocol().personality, -1000);
     EXPECT_EQ(ErrorOf("personality Rux"), "");
     EXPECT_EQ(ScreenOf(bench_, "personality"), "Personality: Rux (1000)\n");
     EXPECT_EQ(ErrorOf("personality 1"), "");
     EXPECT_EQ(ScreenOf(bench_, "personality"), "Personality: 1 (1)\n");
     for (int i = 0; i < 50; ++i) {
         EXPECT_EQ(ErrorOf("personality Random"), "");
-        EXPECT_LE(std::abs(bench_.game.protocol->personality), 20);
+        EXPECT_LE(std::abs(bench_.game.protocol().personality), 20);
     }
 }
 

@@ -35,7 +35,7 @@ struct Translated {
 
 Translated Translate(CommandBench& bench, const std::string& line) {
     try {
-        return {bench.game.protocol->translate(line), {}};
+        return {translate(bench.game.protocol(), line), {}};
     } catch (const ErrorCommand& error) {
         return {nullptr, error.text()};
     }
@@ -322,7 +322,7 @@ TEST(ProtocolVersion, SelectsTheClassAndRemarksOnOddOnes) {
     const LogCapture log;
     CommandBench bench;
     const auto type_of = [&](const std::string& line) -> const std::type_info& {
-        const auto command = bench.game.protocol->translate(line);
+        const auto command = translate(bench.game.protocol(), line);
         const Command& reference = *command;
         return typeid(reference);
     };

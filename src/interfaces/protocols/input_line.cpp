@@ -1,26 +1,17 @@
-#include <array>
+#include "interfaces/protocols/input_line.h"
 
+#include <array>
+#include <string_view>
+
+#include "chess/notation.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
-#include "interfaces/commands/command.h"
-#include "interfaces/commands/commands_protocol.h"
-#include "interfaces/protocols/basic_protocol.h"
+#include "interfaces/protocols/error_command.h"
 
-/// From an input line to words, of a command or of edit mode: what every protocol does alike.
 namespace VorkaInterfaces {
 
 namespace {
-
-/// A word may hold blanks between quotes of either kind.
-[[nodiscard]] std::vector<std::string> WordsOf(const std::string& line) {
-    constexpr std::string_view quotes = "\"'";
-    try {
-        return VorkaUtils::tokenize(line, VorkaUtils::white_space, quotes, quotes);
-    } catch (const VorkaUtils::tokenize_exception&) {
-        throw ErrorCommand(ErrorCommand::Kind::error, vocabulary::could_not_tokenize_the_input_string, line);
-    }
-}
 
 struct EditWord {
     std::string_view word;
@@ -50,16 +41,16 @@ constexpr std::array edit_words{
 
 }  // namespace
 
-std::unique_ptr<Command> BasicProtocol::translate(const std::string& line) {
-    const TokenizedLine input{line, WordsOf(line)};
-    if (input.tokens.empty()) {
-        sendEmptyLineReply();
-        return std::make_unique<Command_DoNothing>(line);
+TokenizedLine tokenizeLine(const std::string& line) {
+    constexpr std::string_view quotes = "\"'";
+    try {
+        return {line, VorkaUtils::tokenize(line, VorkaUtils::white_space, quotes, quotes)};
+    } catch (const VorkaUtils::tokenize_exception&) {
+        throw ErrorCommand(ErrorCommand::Kind::error, vocabulary::could_not_tokenize_the_input_string, line);
     }
-    return parseCommand(input);
 }
 
-std::string BasicProtocol::joinTokens(const std::vector<std::string>& tokens, std::size_t from, std::size_t to) {
+std::string joinTokens(const std::vector<std::string>& tokens, std::size_t from, std::size_t to) {
     std::string text;
     for (std::size_t i = from; i < to; ++i) {
         if (i != from) text += ' ';
@@ -68,9 +59,9 @@ std::string BasicProtocol::joinTokens(const std::vector<std::string>& tokens, st
     return text;
 }
 
-EditCommand BasicProtocol::readEditCommand(std::string& line, Square& square, PieceType& piece) {
+EditCommand readEditCommand(std::string& line, Square& square, PieceType& piece) {
     line = ReadLine();
-    const std::vector<std::string> words = WordsOf(line);
+    const std::vector<std::string> words = tokenizeLine(line).tokens;
     if (words.size() != 1) return EditCommand::unknown;
 
     const std::string& word = words.front();

@@ -1,15 +1,14 @@
+#include "interfaces/commands/translation.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "interfaces/commands/commands_protocol.h"
-#include "interfaces/protocols/basic_protocol.h"
 #include "support/command_bench.h"
-#include "support/standard_input.h"
 
 namespace {
 
@@ -20,7 +19,7 @@ TEST(Translation, AnswersAnEmptyLineAndDoesNothing) {
     CommandBench bench;
     for (const std::string line : {"", " ", " \t \r"}) {
         bench.calls.clear();
-        const auto command = bench.game.protocol->translate(line);
+        const auto command = translate(bench.game.protocol(), line);
         EXPECT_THAT(bench.calls, ElementsAre("sendEmptyLineReply"));
         ASSERT_NE(dynamic_cast<Command_DoNothing*>(command.get()), nullptr);
         EXPECT_FALSE(command->finished);
@@ -56,7 +55,7 @@ TEST(Translation, SurvivesWordsOfAMegabyte) {
     EXPECT_EQ(bench.Send("sd " + digits).error, "Error (integer argument expected): sd " + digits);
     EXPECT_EQ(bench.Send("result " + word).error, "Error (invalid argument(s)): result " + word);
     EXPECT_EQ(bench.Send("id " + word).error, "");
-    EXPECT_EQ(bench.game.protocol->id, word);
+    EXPECT_EQ(bench.game.protocol().id, word);
 
     std::string many_words = "foo";
     while (many_words.size() < megabyte) many_words += " a";
@@ -75,7 +74,7 @@ TEST(Translation, SurvivesNulAndHighBytes) {
     EXPECT_EQ(bench.Send("sd 5" + nul).error, "Error (integer argument expected): sd 5" + nul);
     EXPECT_EQ(bench.Send(nul + " \xff").error, "Error (unrecognized command): " + nul + " \xff");
     EXPECT_EQ(bench.Send("id \xc3\xa4" + nul).error, "");
-    EXPECT_EQ(bench.game.protocol->id, "\xc3\xa4" + nul);
+    EXPECT_EQ(bench.game.protocol().id, "\xc3\xa4" + nul);
 }
 
 TEST(Translation, NeverFailsInAnyOtherWay) {
@@ -94,96 +93,11 @@ TEST(Translation, NeverFailsInAnyOtherWay) {
             }
         }
         try {
-            EXPECT_NE(bench.game.protocol->translate(line), nullptr);
+            EXPECT_NE(translate(bench.game.protocol(), line), nullptr);
         } catch (const ErrorCommand& error) {
             EXPECT_TRUE(error.text().ends_with(line));
         }
     }
-}
-
-TEST(JoinedTokens, StandWithSingleBlanksBetweenThem) {
-    const std::vector<std::string> tokens{"a", "b c", "", "d"};
-    EXPECT_EQ(BasicProtocol::joinTokens(tokens, 0, 4), "a b c  d");
-    EXPECT_EQ(BasicProtocol::joinTokens(tokens, 1, 2), "b c");
-    EXPECT_EQ(BasicProtocol::joinTokens(tokens, 4, 4), "");
-    EXPECT_EQ(BasicProtocol::joinTokens({}, 0, 0), "");
-}
-
-// --- Lines of edit mode ---
-
-struct EditLine {
-    const char* text;
-    EditCommand command;
-    Square square = a1;
-    PieceType piece = no_piece;
-};
-
-// clang-format off
-const std::array edit_lines{
-    EditLine{"#",       EditCommand::clear},
-    EditLine{"c",       EditCommand::switch_colour},
-    EditLine{"s",       EditCommand::switch_side},
-    EditLine{".",       EditCommand::done},
-    EditLine{"cancel",  EditCommand::cancel},
-    EditLine{"help",    EditCommand::help},
-    EditLine{"verify",  EditCommand::verify},
-    EditLine{"display", EditCommand::display},
-    EditLine{"quit",    EditCommand::quit},
-    EditLine{" \"#\" ", EditCommand::clear},
-    EditLine{"Pe4",     EditCommand::place, e4, pawn},
-    EditLine{"na1",     EditCommand::place, a1, knight},
-    EditLine{"BH8",     EditCommand::place, h8, bishop},
-    EditLine{"bb2",     EditCommand::place, b2, bishop},
-    EditLine{"rA8",     EditCommand::place, a8, rook},
-    EditLine{"Qh1",     EditCommand::place, h1, queen},
-    EditLine{"kd5",     EditCommand::place, d5, king},
-    EditLine{"Xe4",     EditCommand::place, e4, no_piece},
-    EditLine{"xe4\r",   EditCommand::place, e4, no_piece},
-    EditLine{"restore", EditCommand::unknown},
-    EditLine{"",        EditCommand::unknown},
-    EditLine{" ",       EditCommand::unknown},
-    EditLine{"\"\"",    EditCommand::unknown},
-    EditLine{"C",       EditCommand::unknown},
-    EditLine{"# #",     EditCommand::unknown},
-    EditLine{"Pe4 c",   EditCommand::unknown},
-    EditLine{"Pe",      EditCommand::unknown},
-    EditLine{"Pe9",     EditCommand::unknown},
-    EditLine{"Pe0",     EditCommand::unknown},
-    EditLine{"Pi4",     EditCommand::unknown},
-    EditLine{"Pe44",    EditCommand::unknown},
-    EditLine{"Ze4",     EditCommand::unknown},
-    EditLine{"' e4'",   EditCommand::unknown},
-    EditLine{"4e4",     EditCommand::unknown},
-    EditLine{"\xff\xff\xff", EditCommand::unknown},
-};
-// clang-format on
-
-TEST(EditLines, AskForOneThingEach) {
-    for (const EditLine& row : edit_lines) {
-        const StandardInputText input(std::string(row.text) + "\n");
-        std::string line;
-        Square square = a1;
-        PieceType piece = no_piece;
-        EXPECT_EQ(BasicProtocol::readEditCommand(line, square, piece), row.command) << '<' << row.text << '>';
-        EXPECT_EQ(line, row.text);
-        EXPECT_EQ(square, row.square) << row.text;
-        EXPECT_EQ(piece, row.piece) << row.text;
-        EXPECT_EQ(BasicProtocol::readEditCommand(line, square, piece), EditCommand::quit) << "at the end of input";
-    }
-}
-
-TEST(EditLines, MustBeSplittable) {
-    const StandardInputText input("Pe4\"\n");
-    std::string line;
-    Square square = a1;
-    PieceType piece = no_piece;
-    try {
-        (void)BasicProtocol::readEditCommand(line, square, piece);
-        ADD_FAILURE() << "no error";
-    } catch (const ErrorCommand& error) {
-        EXPECT_EQ(error.text(), "Error (could not tokenize the input string): Pe4\"");
-    }
-    EXPECT_EQ(BasicProtocol::readEditCommand(line, square, piece), EditCommand::quit);
 }
 
 }  // namespace
