@@ -1,7 +1,9 @@
 #include <utility>
 
 #include "chess/board.h"
+#include "chess/board_theory.h"
 #include "chess/position_keys.h"
+#include "frame/base/theory.h"
 
 // A move changes three kinds of state. What can't be computed back from the move stands in the frame of a ply, and an
 // undo just steps back a frame; the key likewise, in the key history. Bitboards, squares and counters are changed in
@@ -307,18 +309,23 @@ std::uint64_t KeyAfter(const BOARD& board, Move move) {
 }  // namespace
 
 void BOARD::MakeMove(Move move) noexcept {
+    if constexpr (theory_is_checked) AssertMoveFits(*this, move);
+    const std::uint64_t foretold_key = theory_is_checked ? HashKeyAfterMove(move) : 0;
     if (side_to_move == white)
         Maker<white>(*this, move).Make();
     else
         Maker<black>(*this, move).Make();
+    if constexpr (theory_is_checked) AssertMoveMade(*this, move, foretold_key);
 }
 
 // The side that made the move is the one not to move.
 void BOARD::UnmakeMove(Move move) noexcept {
+    if constexpr (theory_is_checked) AssertMoveWasMade(*this, move);
     if (side_to_move == black)
         Unmake<white>(*this, move);
     else
         Unmake<black>(*this, move);
+    if constexpr (theory_is_checked) AssertMoveUndone(*this, move);
 }
 
 // The fifty counter starts again, so that no repetition is found across a null move: deliberate.

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "chess/board.h"
+
+/// What must hold of a board around each move; a failure ends the program. For debug builds: see theory.h.
+
+/// Before `move` is made: it can be read off this board.
+void AssertMoveFits(const BOARD& board, Move move);
+/// After `move` was made: the key is the one that was foretold, and the record the one that SetPosition would build.
+void AssertMoveMade(const BOARD& board, Move move, std::uint64_t foretold_key);
+/// Before `move` is taken back: it was the last one.
+void AssertMoveWasMade(const BOARD& board, Move move);
+/// After `move` was taken back: it could be made again.
+void AssertMoveUndone(const BOARD& board, Move move);
+/// The record agrees with its own squares: sets, rotated occupancies, counters, keys.
+void AssertBoardAgrees(const BOARD& board);
