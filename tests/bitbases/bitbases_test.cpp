@@ -61,6 +61,17 @@ TEST(CompactSquares, CellsAreWhereTheFilesHaveThem) {
     EXPECT_EQ(VorkaBitbases::RammedPawnsCell(b2, c3, d4, e4, 1).shift, 2);
 }
 
+/// The positions that docs/bitbases.md works out.
+TEST(CompactSquares, CellsAreThoseOfTheDocumentedExamples) {
+    const Cell two = VorkaBitbases::TwoPawnsCell(b5, h6, f3, d8);
+    EXPECT_EQ(two.offset, 679259U);
+    EXPECT_EQ(two.shift, 6);
+    EXPECT_EQ(two.offset, 13U * 49152 + 39 * 1024 + 21 * 16 + 11);
+    const Cell rammed = VorkaBitbases::RammedPawnsCell(b2, c3, d4, e5, 1);
+    EXPECT_EQ(rammed.offset, 1U * 98304 + 10 * 2048 + 27 * 32 + 4);
+    EXPECT_EQ(rammed.shift, 6) << "weak to move, ranks 5 to 8";
+}
+
 // --- Two pawns ---
 
 struct TwoPawnsRow {

@@ -1,18 +1,30 @@
-"""Whole dialogues, compared byte for byte with tests/golden/dialogues: <name>.input is what is typed, <name>.stdout
-and <name>.logfile are what the program prints and logs.
+"""What is written down of the program's doings is what it does: the dialogues of tests/golden, and the sessions and
+commands that the documents show.
 
-A line of the input that begins with ~ is not sent: it is a pattern to wait for. What no two runs share is replaced by a
-word in angle brackets, and nothing else. UPDATE_GOLDEN=1 writes the files anew.
+Dialogues are compared byte for byte with tests/golden/dialogues: <name>.input is what is typed, <name>.stdout and
+<name>.logfile are what the program prints and logs. A line of the input that begins with ~ is not sent: it is a pattern
+to wait for. What no two runs share is replaced by a word in angle brackets, and nothing else. UPDATE_GOLDEN=1 writes the
+files anew.
+
+In the documents every block in plain fences is either a session at the prompt, which is typed anew and compared line by
+line, or a list of shell commands. Each command has to be known to the table SHOWN, which says how it is tried. A block
+that is neither, such as a drawing, begins with ```text.
 """
 
 import difflib
+import json
 import os
 import re
+import shlex
+import subprocess
+import tempfile
 from pathlib import Path
 
 import pytest
 
 FOLDER = Path(__file__).parent.parent / "golden" / "dialogues"
+ROOT = Path(__file__).resolve().parents[2]
+BUILD = Path(os.environ.get("VORKA_ENGINE", "build/vorka")).resolve().parent
 
 NORMALISED = [
     # The greeting is drawn by lot; so is the one at the return to the console.
@@ -61,3 +73,238 @@ def test_transcript(start, name):
     assert engine.errors == ""
     compare(FOLDER / f"{name}.stdout", normalised(output))
     compare(FOLDER / f"{name}.logfile", normalised(engine.log))
+
+
+# --- What the documents show ---
+
+DOCUMENTS = ["README.md", "CONTRIBUTING.md", *sorted(f"docs/{path.name}" for path in (ROOT / "docs").glob("*.md"))]
+PROMPT = re.compile(r"^(?:White|Black) \d+> ")
+GREETING = r"(?:Hallo|Guten Tag|Welcome|Vorka welcomes you|Vorka ist bereit|Ave und beim Jupiter)!"
+LEFT_OUT = "[..]"
+
+
+def blocks(document):
+    """The blocks between plain fences, as lists of lines."""
+    found = re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", (ROOT / document).read_text())
+    return [block.splitlines() for kind, block in found if kind != "text"]
+
+
+def is_session(block):
+    return any(PROMPT.match(line) for line in block)
+
+
+SESSIONS = [(document, block) for document in DOCUMENTS for block in blocks(document) if is_session(block)]
+COMMANDS = sorted({(document, line.split("  #")[0].strip()) for document in DOCUMENTS for block in blocks(document)
+                   if not is_session(block) for line in block})
+
+
+def as_seen(output):
+    """The output as a terminal shows it: a carriage return goes back over the line."""
+    lines = []
+    for line in output.split("\n"):
+        seen = ""
+        for part in line.split("\r"):
+            seen = part + seen[len(part):]
+        lines.append(seen)
+    return lines
+
+
+def test_terminal_lines_are_overwritten():
+    assert as_seen("Depth: 1.\rDepth: 1. e4 (0)\nlonger\rshort") == ["Depth: 1. e4 (0)", "shortr"]
+
+
+def pattern_of(session):
+    """A pattern for the whole session: lines as they stand, the greeting any of them, LEFT_OUT any lines or none."""
+    parts = []
+    for line in session:
+        if line == LEFT_OUT:
+            parts.append(r"(?:.*\n)*?")
+        elif re.fullmatch(GREETING, line):
+            parts.append(GREETING + r"\n")
+        else:
+            parts.append(re.escape(line) + r"\n")
+    return "".join(parts)
+
+
+@pytest.mark.parametrize("document, session", SESSIONS, ids=[document for document, _ in SESSIONS])
+def test_session_of_a_document(start, document, session):
+    engine = start()
+    seen = "" if PROMPT.match(session[0]) else None  # a session that begins at a prompt leaves the greeting out
+    for line in session:
+        prompt = PROMPT.match(line)
+        if not prompt:
+            continue
+        begin = engine._cursor
+        match = engine.expect(r" \r" + re.escape(prompt[0]))
+        before = match.string[begin:match.start()]
+        seen = (seen or "") + ("" if seen == "" and PROMPT.match(session[0]) else before) + line + "\n"
+        engine.send(line[prompt.end():])
+    seen = "\n".join(as_seen(seen))
+    if not re.fullmatch(pattern_of(session), seen):
+        pytest.fail("\n".join(difflib.unified_diff(session, seen.splitlines(), document, "this run", lineterm="", n=2)),
+                    pytrace=False)
+
+
+def run(*command):
+    return subprocess.run(command, cwd=ROOT, capture_output=True, encoding="utf-8", errors="replace", check=True).stdout
+
+
+def script_answers_help(words):
+    """A script that installs and builds is only read by the shell and asked for its help, which names its words."""
+    run("bash", "-n", words[0])
+    told = run(words[0], "--help")
+    assert "usage: " + words[0] in told
+    for word in words[1:]:
+        assert word in told
+
+
+def preset_exists(words):
+    """cmake and ctest with a preset are not run: the preset, the options and the target must exist."""
+    presets = json.loads((ROOT / "CMakePresets.json").read_text())
+    kind = {"ctest": "testPresets"}.get(words[0], "buildPresets" if "--build" in words else "configurePresets")
+    name = words[words.index("--preset") + 1]
+    assert name in [preset["name"] for preset in presets[kind]], f"no preset {name} in {kind}"
+    for word in words:
+        if word.startswith("-D"):
+            assert f"option({word[2:].split('=')[0]} " in (ROOT / "CMakeLists.txt").read_text()
+    if "--target" in words:
+        target = words[words.index("--target") + 1]
+        assert re.search(rf"^{target}:", run("cmake", "--build", str(BUILD), "--target", "help"), re.M)
+    if "-L" in words:
+        tests = run("ctest", "--test-dir", str(BUILD), "-N", *words[words.index("-L"):])
+        assert int(re.search(r"Total Tests: (\d+)", tests)[1]) > 0
+
+
+def packages_are_those_of_the_scripts(words):
+    """Nothing is installed: the packages must be those that the scripts install."""
+    assert f"build_packages=({' '.join(words[2:])})\n" in (ROOT / "scripts/lib/packages.sh").read_text()
+
+
+def xboard_gets_the_engine(words):
+    """XBoard opens a window and stays out: its options must be its own, test_xboard_match plays with them."""
+    assert words[1] == "-fcp" and words[2].endswith("/build/release/vorka") and words[3] == "-fd"
+    shown = (ROOT / "tests/integration/test_xboard_match.py").read_text()
+    assert '"-fcp"' in shown and '"-fd"' in shown
+
+
+def in_this_build(word):
+    return re.sub(r"^build/\w+/", f"{BUILD}/", word)
+
+
+def program_runs(words, *more):
+    """A program of the release build is run as it stands, from the build under test."""
+    return run(in_this_build(words[0]), *words[1:], *more)
+
+
+def bench_runs(words):
+    """Run to a lower depth; the signature itself is compared elsewhere."""
+    assert re.search(r"^Bench: \d+$", program_runs(words, "--depth", "1"), re.M)
+
+
+def solves_positions(words):
+    """FILE stands for any; here it holds one position, and depth 1 does for it."""
+    assert words[-1] == "FILE"
+    with tempfile.NamedTemporaryFile("w", suffix=".epd") as file:
+        file.write("7k/5Q2/6K1/8/8/8/8/8 w - - bm Qf8#;\n")
+        file.flush()
+        assert "Solved: 1 of 1" in run(in_this_build(words[0]), "--depth", "1", file.name)
+
+
+def trace_tells_the_score(words):
+    assert "score" in program_runs(words).lower()
+
+
+def program_answers_help(words):
+    """What plays for minutes, or stands in another build, is asked for its help; the options must stand there."""
+    told = run(words[0], "--help")
+    for word in words[1:]:
+        if word.startswith("--"):
+            assert word in told
+
+
+def fuzz_target_has_seeds(words):
+    """A fuzz target needs clang's library and is not built here; its source and its seeds must be there."""
+    name = Path(words[0]).name
+    assert (ROOT / f"tests/fuzz/{name}.cpp").is_file()
+    assert any((ROOT / words[1]).iterdir())
+    assert words[1] == f"tests/fuzz/seeds/{name}"
+
+
+def benchmark_is_a_target(words):
+    """Benchmarks need their own build; the program must be one of it, and its files must exist."""
+    assert Path(words[0]).name in (ROOT / "benchmarks/CMakeLists.txt").read_text()
+
+
+SHOWN = [
+    (r"scripts/\w+( \w+)?", script_answers_help),
+    (r"(cmake|ctest) .*", preset_exists),
+    (r"apt install .*", packages_are_those_of_the_scripts),
+    (r"xboard .*", xboard_gets_the_engine),
+    (r"build/fuzz/.*", fuzz_target_has_seeds),
+    (r"build/\w+/tools/bench( .*)?", bench_runs),
+    (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
+    (r"build/\w+/tools/solve_epd .*", solves_positions),
+    (r"build/\w+/tools/bitbase_builder/bitbase_builder --help", program_runs),
+    (r"tools/\w+ .*", program_answers_help),
+]
+
+
+@pytest.mark.parametrize("document, line", COMMANDS)
+def test_command_of_a_document(document, line):
+    for command in line.split(" && "):
+        check = next((check for pattern, check in SHOWN if re.fullmatch(pattern, command)), None)
+        assert check, f"{document} shows a command that no test knows: {command}"
+        check(shlex.split(command))
+
+
+@pytest.mark.parametrize("document", [*DOCUMENTS, "CHANGELOG.md"])
+def test_links_and_paths_of_a_document(document):
+    """What a document links to is there, and so is what it names in backticks with a folder of the repository."""
+    text = (ROOT / document).read_text()
+    for target in re.findall(r"\]\((?!https?:)([^)#]+)(?:#[^)]*)?\)", text):
+        assert ((ROOT / document).parent / target).exists(), f"{document} links to {target}"
+    folders = r"(?:\.ci|benchmarks|cmake|docs|scripts|settings|src|tests|tools)"
+    for path in re.findall(rf"`({folders}/[\w./]+)`", text):
+        found = (ROOT / path).exists() or (ROOT / f"{path}.cpp").exists()
+        assert found, f"{document} names {path}"
+
+
+@pytest.mark.parametrize("name", sorted(path.stem for path in (ROOT / "docs/diagrams").glob("*.dot")))
+def test_diagram_shows_its_text(name):
+    """What graphviz draws depends on its version and the fonts; the words have to be those of the text."""
+    text = (ROOT / f"docs/diagrams/{name}.dot").read_text()
+    words = [word for label in re.findall(r'label = "([^"]*)"', text) for word in label.split(r"\n")]
+    drawn = re.findall(r"<text[^>]*>([^<]*)</text>", (ROOT / f"docs/diagrams/{name}.svg").read_text())
+    assert sorted(words) == sorted(drawn)
+
+
+# --- What the manual lists ---
+
+def manual_commands():
+    """The first words of the manual's table of commands, without the moves."""
+    table = re.search(r"(?ms)^\| family \| words \|$(.*?)^$", (ROOT / "docs/manual.md").read_text())[1]
+    rows = [row for row in table.splitlines() if row.startswith("| ") and not row.startswith("| moves")]
+    return {shlex.split(code.replace("\\|", "|"))[0] for row in rows for code in re.findall(r"`([^`]+)`", row)
+            if code != "256M"}
+
+
+def test_manual_lists_the_commands_that_there_are(start):
+    keywords = set()
+    for source in (ROOT / "src/interfaces/commands").glob("*.cpp"):
+        keywords |= set(re.findall(r'Keyword\{\s*(?:\.word = )?"([^"]+)"', source.read_text()))
+    ignored = {"bk", "ics", "pause", "resume", "variant", "random", "accepted", "rejected"}  # words of interfaces alone
+    assert manual_commands() | {"usermove"} == keywords - ignored
+
+
+def test_manual_counts_settings_and_names_personalities(start):
+    manual = (ROOT / "docs/manual.md").read_text()
+    engine = start()
+    engine.send("force")
+    engine.ping()
+    engine.send("display_settings all")
+    settings = re.findall(r"\b\w+=", engine.ping())
+    assert f"holds all {len(settings)} of them" in manual
+    names = re.search(r"(?s)The names are (.*?)\.\n", manual)[1]
+    for name in re.split(r",\s+|\s+and\s+", names):
+        engine.send(f"personality {name}")
+        assert "Error" not in engine.ping(), name
