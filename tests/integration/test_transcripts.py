@@ -278,6 +278,42 @@ def test_diagram_shows_its_text(name):
     assert sorted(words) == sorted(drawn)
 
 
+# --- What looks wrong and is meant ---
+
+def oddities():
+    """The entries of docs/oddities.md: heading and text."""
+    text = (ROOT / "docs/oddities.md").read_text().split("## How the alternatives")[0]
+    return re.findall(r"(?ms)^### (.+?)$(.*?)(?=^##|\Z)", text)
+
+
+def everything_under(folder):
+    return "\n".join(path.read_text() for path in sorted((ROOT / folder).rglob("*")) if path.suffix in (".cpp", ".h"))
+
+
+@pytest.mark.parametrize("name, text", oddities(), ids=[name for name, _ in oddities()])
+def test_oddity_is_where_it_says_and_has_a_test(name, text):
+    parts = dict(re.findall(r"(?ms)^- (Where|Stays|Otherwise|Test): (.*?)(?=^- |\Z)", text))
+    assert list(parts) == ["Where", "Stays", "Otherwise", "Test"]
+    place, file = re.findall(r"`([^`]+)`", parts["Where"])
+    assert place.split("::")[-1] in (ROOT / file).read_text(), f"{file} holds no {place}"
+    tests = everything_under("tests")
+    told = " ".join(parts["Test"].split())
+    for row in re.findall(r'"([^"]+)"', told):
+        assert f'"{row}"' in tests, f"no row of a test is called {row}"
+    for test in re.findall(r"`([A-Z]\w+(?:\.\w+)?)`", told):
+        suite, _, case = test.partition(".")
+        assert re.search(rf"\b{suite}, {case}\b" if case else rf"\b{suite}\b", tests), f"there is no test {test}"
+
+
+def test_comments_that_point_to_an_oddity_find_it():
+    """A pointer is written as docs/oddities.md, then a comma and the entry's name or its beginning."""
+    sources = re.sub(r"\s*\n\s*///?<? ?", " ", everything_under("src"))
+    names = [name for name, _ in oddities()]
+    for pointer in re.findall(r"docs/oddities\.md, ([^.:;)]*)", sources):
+        found = any(pointer.startswith(name) or name.startswith(pointer) for name in names)
+        assert found, f"docs/oddities.md has no entry {pointer!r}"
+
+
 # --- What the manual lists ---
 
 def manual_commands():
