@@ -328,7 +328,8 @@ void BOARD::UnmakeMove(Move move) noexcept {
     if constexpr (theory_is_checked) AssertMoveUndone(*this, move);
 }
 
-// The fifty counter starts again, so that no repetition is found across a null move: deliberate.
+// The fifty counter starts again, so that no repetition is found across a null move: docs/oddities.md,
+// null move and repetition.
 void BOARD::MakeNullMove() noexcept {
     const PLY_FRAME& before = frames[ply];
     std::uint64_t new_key = key() ^ side_key;

@@ -37,7 +37,8 @@ constexpr unsigned modes_that_keep_promotion_rank = modes_with_pushes & ~unsigne
 constexpr unsigned modes_with_all_promotions = mode_underpromotions | mode_all;
 
 /// Whether a mode asks for a pawn's capture that gives this check: exactly one bit stands for each check type, and for
-/// no check none. (Pieces differ: there the bit of a direct check brings double checks too. Deliberate.)
+/// no check none. (Pieces differ: there the bit of a direct check brings double checks too. docs/oddities.md, double
+/// checks.)
 constexpr bool AsksForCheckType(unsigned mode, unsigned check_type) {
     return check_type != 0 && (mode & (1U << check_type)) != 0;
 }

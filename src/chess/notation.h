@@ -28,8 +28,8 @@ inline constexpr std::string_view signed_piece_letters = "kqrbnp?PNBRQK";
 
 /// "e2e4"; a promotion adds its letter unless it is to a queen.
 [[nodiscard]] std::string MoveToCoordinate(Move move);
-/// "Ng1-f3", with a pawn's letter. Castling that mates reads "O-O+", here and in SAN: deliberate. `move` is legal in
-/// `board`.
+/// "Ng1-f3", with a pawn's letter. Castling that mates reads "O-O+", here and in SAN: docs/oddities.md, castling that
+/// mates. `move` is legal in `board`.
 [[nodiscard]] std::string MoveToLongAlgebraic(const BOARD& board, Move move);
 /// "Nf3". `move` is legal in `board`.
 [[nodiscard]] std::string MoveToSan(const BOARD& board, Move move);

@@ -230,11 +230,6 @@ def fuzz_target_has_seeds(words):
     assert words[1] == f"tests/fuzz/seeds/{name}"
 
 
-def benchmark_is_a_target(words):
-    """Benchmarks need their own build; the program must be one of it, and its files must exist."""
-    assert Path(words[0]).name in (ROOT / "benchmarks/CMakeLists.txt").read_text()
-
-
 SHOWN = [
     (r"scripts/\w+( \w+)?", script_answers_help),
     (r"(cmake|ctest) .*", preset_exists),
@@ -267,6 +262,8 @@ def test_links_and_paths_of_a_document(document):
     for path in re.findall(rf"`({folders}/[\w./]+)`", text):
         found = (ROOT / path).exists() or (ROOT / f"{path}.cpp").exists()
         assert found, f"{document} names {path}"
+    for path, name in re.findall(r"`(src/[\w./]+\.(?:cpp|h))`,\s+`([\w:]+)`", text):
+        assert name.split("::")[-1] in (ROOT / path).read_text(), f"{document} looks for {name} in {path}"
 
 
 @pytest.mark.parametrize("name", sorted(path.stem for path in (ROOT / "docs/diagrams").glob("*.dot")))
@@ -314,6 +311,34 @@ def test_comments_that_point_to_an_oddity_find_it():
         assert found, f"docs/oddities.md has no entry {pointer!r}"
 
 
+def test_no_comment_calls_a_rule_deliberate_and_leaves_it_at_that():
+    for folder in ("src/chess", "src/bitbases", "src/search"):
+        assert not re.findall(r"(?i)//.*\bdeliberate\b.*", everything_under(folder)), "docs/oddities.md has the reasons"
+
+
+# --- The steps of a node ---
+
+def test_steps_of_a_node_are_numbered_alike():
+    """docs/search.md has a row for each step, src/search/node/search_serial.cpp a comment that begins it."""
+    rows = re.findall(r"(?m)^\| (\d+) \| ([^|]+) \| ([^|]+) \| [^|]+ \|$", (ROOT / "docs/search.md").read_text())
+    source = (ROOT / "src/search/node/search_serial.cpp").read_text()
+    comments = {int(number): words for number, words in re.findall(r"// (\d+)\. (.*)", source)}
+    assert [int(number) for number, _, _ in rows] == sorted(comments) == list(range(1, len(rows) + 1))
+    for number, step, place in rows:
+        assert step.startswith(comments[int(number)].rstrip(".")), f"step {number} is called {comments[int(number)]}"
+        files = [path for name in re.findall(r"`(\w+)`", place) for path in (ROOT / "src").rglob(f"{name}.cpp")]
+        functions = [name for name in re.findall(r"`(\w+)`", place) if name[0].isupper()]
+        assert files and functions
+        for function in functions:
+            assert any(function in path.read_text() for path in files), f"step {number}: no {function} there"
+
+
+def test_glossary_names_what_there_is():
+    names = re.findall(r"(?m)^\| `(\w+)` \|", (ROOT / "docs/glossary.md").read_text())
+    sources = everything_under("src")
+    assert names and [name for name in names if not re.search(rf"\b{name}\b", sources)] == []
+
+
 # --- What the manual lists ---
 
 def manual_commands():
@@ -340,6 +365,8 @@ def test_manual_counts_settings_and_names_personalities(start):
     engine.send("display_settings all")
     settings = re.findall(r"\b\w+=", engine.ping())
     assert f"holds all {len(settings)} of them" in manual
+    assert f"{len(settings)} settings" in (ROOT / "README.md").read_text()
+    assert f"holds all {len(settings)} with" in (ROOT / "docs/search.md").read_text()
     names = re.search(r"(?s)The names are (.*?)\.\n", manual)[1]
     for name in re.split(r",\s+|\s+and\s+", names):
         engine.send(f"personality {name}")

@@ -23,7 +23,7 @@ Distance Capped(Distance sum, Distance cap) { return cap == no_cap ? sum : std::
 // --- Which column ---
 
 /// Below this the position earns nothing. The names of the settings speak of a depth; what is compared is the distance:
-/// deliberate.
+/// docs/oddities.md, least distance.
 Distance LeastDistance(const Node& node) {
     return node.is_principal() ? settings::min_depth_for_search_extensions_if_searching_pv_move
                                : settings::min_depth_for_search_extensions_if_not_searching_pv_move;
@@ -157,7 +157,7 @@ Distance Check(Node& node, Move move) {
     }
 }
 
-/// A pawn rounds to nothing, so that one taken after a quiet move counts too: docs/oddities.md.
+/// A pawn rounds to nothing, so that one taken after a quiet move counts too: docs/oddities.md, recapture.
 Distance Recapture(Node& node, Move move) {
     const Move last = node.last_move();
     if (CapturedPiece(move) < settings::min_captured_piece_for_recapture_extension ||

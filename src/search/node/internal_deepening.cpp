@@ -30,7 +30,7 @@ Distance ReducedDistance(const Node& node) {
     Distance distance =
         node.distance -
         (node.distance >= settings::iid_critical_distance ? settings::iid_max_reduction : settings::iid_min_reduction);
-    // On the principal variation, in spite of the name: deliberate.
+    // On it, in spite of the setting's name: docs/oddities.md, deepening on the principal variation.
     if (node.is_principal()) distance -= settings::iid_extra_reduction_if_not_searching_pv_move;
     return std::max(distance, 1);
 }

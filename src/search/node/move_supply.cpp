@@ -37,7 +37,8 @@ std::optional<Score> MoveSupply::List(Move& move) {
     if (const auto answer = ListMoves(node_)) return answer;
     if (node_.is_quiescence() || node_.moves_end - node_.moves > 1) return std::nullopt;
     state_ = State::none;
-    // With extensions the only move is tried again behind itself, now that it is known to be the only one.
+    // With extensions the only move is tried again, now that it is known to be the only one: docs/oddities.md, single
+    // reply.
     if (search_settings::enable_search_extensions || node_.hash_move == INVALID) move = *node_.moves;
     return std::nullopt;
 }

@@ -75,8 +75,9 @@ bool MayPass(const Node& node) {
 
 // --- The searches ---
 
-/// One step is all of the reduction: the ply that a move costs is not taken off on top of it. And the bound is -beta,
-/// not 1 - beta as behind a move, so that the pass must be worth one point more than beta to cut: both deliberate.
+/// One step is all of the reduction: the ply that a move costs is not taken off on top of it (docs/oddities.md, null
+/// move step). And the bound is -beta, not 1 - beta as after a move, so that the pass must be worth one point more than
+/// beta to cut (docs/oddities.md, null move bound).
 bool IsGoodEnoughWithoutAMove(Node& node) {
     const Distance reduction = node.distance < settings::null_move_reduction_critical_distance
                                    ? settings::min_null_move_search_reduction
@@ -86,8 +87,9 @@ bool IsGoodEnoughWithoutAMove(Node& node) {
                       NullMoveFlags()) != bound;
 }
 
-/// Asks, still behind the null move, whether the opponent mates. The distance and the node type are handed over in each
-/// other's place: deliberate. With the defaults it is a quiescence search of an expected all node.
+/// Asks, while the null move still stands, whether the opponent mates. The distance and the node type are handed over
+/// in each other's place: docs/oddities.md, mate threat test. With the defaults it is a quiescence search of an
+/// expected all node.
 bool OpponentThreatensMate(Node& node) {
     if (node.distance < settings::min_distance_for_mate_threat_test) return false;
     if (Holds(types_without_mate_threat, node.position_class)) return false;

@@ -36,8 +36,9 @@ int PieceOn(const BOARD& board, Square square) { return std::abs(board.squares[s
 
 // --- Whether a pin is worth following ---
 
-/// For a queen that pins, one fixed square stands where the pinner's own is expected; and a queen is pinned for real if
-/// the square numbered like the pinner's piece code is not covered by the pinner's side. Both are deliberate.
+/// For a queen that pins, one fixed square stands where the pinner's own is expected: docs/oddities.md, square 5. And a
+/// queen is pinned for real if the square numbered like the pinner's piece code is not covered by the pinner's side:
+/// docs/oddities.md, piece code as a square.
 constexpr Square square_for_queen_pinners = 5;
 
 bool IsCoveredBy(Square square, const BOARD& board, Colour side) {
@@ -199,7 +200,7 @@ bool IsThreat(const BOARD& board, const Finding& finding) {
     return !settings::consider_only_winning_pins_as_threats && finding.result == PinResult::tightened;
 }
 
-/// The first setting hides the second: deliberate.
+/// The first setting hides the second: docs/oddities.md, pins and pruning.
 ChildFlags KeptFromPruning() {
     if (settings::skip_pruning_at_the_next_ply_because_of_pin_threat) return children_of_a_pin;
     if (settings::skip_pruning_at_this_ply_because_of_pin_threat) return node_of_a_pin;

@@ -86,7 +86,7 @@ void SelectiveGates(Node& node) {
         return;
     }
     if (settings::disable_selective_techniques_if_threats_exist && node.has_threats()) return;
-    // The parent's class counts here, not the node's own: deliberate.
+    // The parent's class counts here, not the node's own: docs/oddities.md, parent's class.
     if (settings::disable_selective_techniques_if_searching_simple_endgames && IsSimpleEnding(node.parent_class)) {
         return;
     }

@@ -72,7 +72,7 @@ bool IsSoundExchange(const Node& node, Move move) {
 
 std::optional<Score> StandPat(Node& node) {
     // The name of the setting speaks of leaving the simple endings out; with it on they are the ones let in:
-    // deliberate.
+    // docs/oddities.md, stand pat in simple endings.
     const bool is_simple_ending = node.position_class >= rook_ending && node.position_class <= pawnless;
     const bool is_near_horizon = node.distance <= settings::max_distance_for_stand_pat_checks &&
                                  (!settings::no_stand_pat_check_if_full_searching_simple_endgames || is_simple_ending);
@@ -105,6 +105,7 @@ bool PassesQuiescenceFilter(const Node& node, Move move) {
         return PromotionPiece(move) == queen || (PromotionPiece(move) == knight && GivesDirectCheck(move));
     }
     if (IsCheckWithinReach(move, node.distance)) return true;
+    // Above the limit, not at it: docs/oddities.md, mate test in quiescence.
     if (node.beta > mate_score_limit) return false;
     if (!GainsEnough(node, move)) return false;
     if (MovingPiece(move) == king || GivesDiscoveredCheck(move)) return true;

@@ -1,6 +1,7 @@
 // The node. The root driver asks yes/no questions with one bound, so the whole tree is searched with a null window, and
 // a node has two answers: beta and beta - 1. SearchNode is the list of its steps in order; a step that may end the node
-// returns its answer. The steps of quiescence are in quiescence.cpp.
+// returns its answer. The steps of quiescence are in quiescence.cpp. docs/search.md has the same numbers, and tells of
+// each step why it is sound.
 
 #include "search/node/search_node.h"
 
@@ -108,11 +109,17 @@ bool PassesFilter(const Node& node, Move move) {
 /// Tries one move. Whether it cuts.
 bool TryMove(Node& node, Move move) {
     ++node.moves_tried;
+    // 18. Quiescence: let it pass?
     if (!PassesFilter(node, move)) return false;
+    // 19. Extensions that the move earns.
     const Distance extended = ExtendedDistance(node, move);
+    // 20. Futility: skip it?
     if (IsFutile(node, move)) return false;
+    // 21. Reduce a late move.
     const Distance reduction = LateMoveReduction(node, move);
+    // 22. Ask the child.
     const Score score = SearchChild(node, move, extended - reduction, node.razored + reduction);
+    // 23. Keep the best; cut.
     if (score > node.best) {
         node.best = score;
         node.best_move = move;
@@ -126,7 +133,9 @@ bool TryMove(Node& node, Move move) {
 Score SearchMoves(Node& node) {
     MoveSupply supply(node);
     for (Move move;;) {
+        // 17. Take the next move.
         if (const auto answer = supply.Next(move)) return *answer;
+        // 24. Finish: killers, history, hash entry.
         if (move == INVALID || TryMove(node, move & move_bits)) return FinishNode(node);
     }
 }
@@ -144,7 +153,9 @@ int ClassBehindMove(const BOARD& board, Move last_move, int parent_class) noexce
 Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance distance, NodeType type,
                  int position_class, ChildFlags child_flags) {
     const std::uint32_t ply = search.board.ply;
+    // 1. Stop at the last ply.
     if (ply >= last_ply) return beta - 1;
+    // 2. Count the node, look for input.
     CountNode(search);
     Node node{.search = search,
               .ply = ply,
@@ -157,22 +168,36 @@ Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance di
               .child_flags = child_flags,
               .moves = move_buffer,
               .moves_end = move_buffer};
+    // 3. Enter the ply.
     EnterPly(node);
+    // 4. Mate distance.
     if (const auto answer = MateDistance(node)) return *answer;
+    // 5. Draws by rule.
     if (const auto answer = DrawByRule(node)) return *answer;
+    // 6. Hash table.
     if (const auto answer = ProbeHash(node)) return *answer;
+    // 7. Class of the position.
     UpdateClass(node);
+    // 8. Bitbases and tablebases.
     if (const auto answer = EndgameKnowledge(node)) return *answer;
+    // 9. Follow the pin.
     if (settings::enable_pin_threat_detection && ply >= 2) DetectPinThreat(node);
     if (!node.in_check) {
+        // 10. Out of check: stand pat.
         if (const auto answer = StandPat(node)) return *answer;
     } else if (settings::enable_perpetual_check_detection) {
+        // 11. In check: perpetual check test.
         PerpetualCheckTest(node);
     }
+    // 12. Enhanced transposition cutoff.
     if (const auto answer = EnhancedTranspositionCutoff(node)) return *answer;
+    // 13. Null move, mate threat test.
     if (const auto answer = NullMove(node)) return *answer;
+    // 14. Extensions that the position earns.
     DelayedExtensions(node);
+    // 15. Razoring, futility: decide.
     SelectiveGates(node);
+    // 16. Internal iterative deepening.
     if (const auto answer = InternalDeepening(node)) return *answer;
     return SearchMoves(node);
 }

@@ -157,7 +157,7 @@ bool HistoryGoesFirst(const Node& node) {
 }
 
 /// Moves the best history moves in front of the remaining tactical moves; gives their end. Their number is limited by
-/// the setting that limits the promising moves before the first killer: deliberate.
+/// the setting that limits the promising moves before the first killer: docs/oddities.md, best history moves.
 Move* MakeBestHistory(MoveSortState& state, const Node& node) {
     if (!HistoryGoesFirst(node)) return state.next;
     ReadHistory(state, node);

@@ -28,7 +28,8 @@ constexpr Score even_exchange = -10;
 /// to first.
 constexpr int away_from_king = 2;
 
-/// Width of the noise among the moves of quiescence. The setting for it is read by nobody: deliberate.
+/// Width of the noise among the moves of quiescence. The setting for it is read by nobody: docs/oddities.md, settings
+/// without effect.
 constexpr std::uint32_t quiescence_noise = 10;
 
 std::int32_t CheckBonus(const Node& node, Move move) {

@@ -21,7 +21,7 @@ void SearchClock::NewIteration() {
         const FailState state = fail_low_ ? FailState::low : fail_high_ ? FailState::high : FailState::none;
         records_.push_back({.fail_state = state, .candidate = candidate_});
     }
-    // The fail flags stay set for the rest of the search: deliberate.
+    // The fail flags stay set for the rest of the search: docs/oddities.md, fail flags.
     unstable_ = candidate_ = false;
     previous_score_ = current_score_;
     current_score_ = unknown;

@@ -95,7 +95,7 @@ TranspositionAnswer TRANSPOSITION_TABLE::Probe(std::uint64_t key, std::uint32_t 
     const Score lower = FromRoot(entry.lower_bound, ply);
     const Score upper = FromRoot(entry.upper_bound, ply);
     // Once the deeper bound reaches far enough, the bound on the entry's own side is believed without a look at its
-    // distance: deliberate.
+    // distance: docs/oddities.md, own bound of an entry.
     if (entry.has_cut()) {
         if (beta <= lower) return at_least_beta;
         return beta <= upper || entry.upper_distance < distance ? undecided : below_beta;

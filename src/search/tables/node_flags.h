@@ -28,12 +28,13 @@ enum class ChildFlags : std::uint32_t {
     no_limited_razoring = 0x008,
     no_extended_futility = 0x010,
     no_perpetual_test = 0x020,
-    untested = 0x040,  ///< set by several callers, tested by nobody: deliberate
+    untested = 0x040,  ///< set by several callers, tested by nobody: docs/oddities.md, flag without a reader
     no_late_move_reduction = 0x080,
 };
 
 /// Why the moves of a node were extended. The check bits are cleared for each move; the others stay set for all later
-/// moves of the node, so that one recapture keeps the rest of them from being reduced: deliberate.
+/// moves of the node, so that one recapture keeps the rest of them from being reduced: docs/oddities.md, extension
+/// causes.
 enum class ExtensionCauses : std::uint32_t {
     none = 0,
     simple_check = 0x001,
