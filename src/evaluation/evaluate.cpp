@@ -41,15 +41,15 @@ EVALUATION_RESULT run_routine(EVALUATION_CONTEXT& context, const BOARD& board, i
 /// Everything behind the table of scores. Pawn facts are taken from their table; if they are not there the routine
 /// builds them, and a finished evaluation leaves them there. The pawn lists wait until the lazy test has passed.
 EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
-    context = {.settings = context.settings};
-    const PAWN_HASH_ENTRY* const entry = pawn_hash_table.Probe(board.frame().pawn_key, position_type);
+    context = {.settings = context.settings, .tables = context.tables};
+    const PAWN_HASH_ENTRY* const entry = context.tables->pawn.Probe(board.frame().pawn_key, position_type);
     if (entry != nullptr)
         restore_pawn_entry(*entry, context, board);
     else
         find_passed_pawns(context, board);
     const EVALUATION_RESULT result = run_routine(context, board, bound, position_type);
     if (!result.lazy && context.pawn_facts_found) {
-        pawn_hash_table.Store(construct_pawn_entry(context, board, position_type));
+        context.tables->pawn.Store(construct_pawn_entry(context, board, position_type));
     }
     return result;
 }
@@ -78,13 +78,13 @@ int evaluate(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int pos
     if (is_near_mate(bound)) return answer_near_mate(bound);
     if (position_type == pawnless) return evaluate_pawnless(board);
 
-    const EvaluationAnswer stored = evaluation_hash_table.Probe(board.key(), bound);
+    const EvaluationAnswer stored = context.tables->evaluation.Probe(board.key(), bound);
     if (stored != EvaluationAnswer::not_found) {
         return stored == EvaluationAnswer::below_threshold ? bound - 1 : bound;
     }
     const EVALUATION_RESULT result = evaluate_afresh(context, board, bound, position_type);
     if (!result.lazy) {
-        evaluation_hash_table.Store({.key = board.key(), .score = static_cast<std::int16_t>(result.score)});
+        context.tables->evaluation.Store({.key = board.key(), .score = static_cast<std::int16_t>(result.score)});
     }
     return result.score;
 }
@@ -93,9 +93,9 @@ int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int positi
     return bisect([&](int bound) { return evaluate(context, board, bound, position_type); });
 }
 
-int evaluate_for_display(const BOARD& board, int personality) noexcept {
+int evaluate_for_display(const BOARD& board, int personality, HashTables& tables) noexcept {
     const EVALUATION_SETTINGS settings{.draw_score = 0, .personality = static_cast<std::int16_t>(personality)};
-    EVALUATION_CONTEXT context{.settings = &settings};
+    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
     const int position_type = classify_position(board, no_position_type);
     if (position_type == pawnless) return evaluate_pawnless(board);
     // The one full answer settles all later questions, as the table of scores would: asked again farther away, the

@@ -23,11 +23,8 @@
 #include "search/node/pruning.h"
 #include "search/node/quiescence.h"
 #include "search/node/transposition_cutoff.h"
-#include "search/settings/search_settings.h"
 #include "search/state/node.h"
 #include "search/tables/hash.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -68,10 +65,10 @@ std::optional<Score> DrawByRule(const Node& node) {
 /// A position may be known well enough; if not, its entry at least gives a move to try first, and what was found out
 /// about it.
 std::optional<Score> ProbeHash(Node& node) {
-    if (node.distance < settings::required_distance_to_probe_hashtables) return std::nullopt;
+    if (node.distance < node.settings().required_distance_to_probe_hashtables) return std::nullopt;
     TranspositionHit hit;
     const TranspositionAnswer answer =
-        transposition_table.Probe(node.board().key(), node.ply, node.distance, node.beta, hit);
+        node.search.engine.tables.transposition.Probe(node.board().key(), node.ply, node.distance, node.beta, hit);
     if (answer == TranspositionAnswer::not_found) return std::nullopt;
     if (answer != TranspositionAnswer::undecided) {
         node.search.pv[node.ply][0] = hit.move;
@@ -101,7 +98,7 @@ void UpdateClass(Node& node) {
 /// Whether the filter of quiescence lets a move pass.
 bool PassesFilter(const Node& node, Move move) {
     if (!node.is_quiescence() || HasAny(node.flags, NodeFlags::single_reply)) return true;
-    if (settings::always_search_hash_move_in_quiescence && move == node.hash_move) return true;
+    if (node.settings().always_search_hash_move_in_quiescence && move == node.hash_move) return true;
     return PassesQuiescenceFilter(node, move);
 }
 
@@ -163,10 +160,10 @@ Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance di
     if (const auto answer = ProbeHash(node)) return *answer;
     UpdateClass(node);
     if (const auto answer = EndgameKnowledge(node)) return *answer;
-    if (settings::enable_pin_threat_detection && ply >= 2) DetectPinThreat(node);
+    if (node.settings().enable_pin_threat_detection && ply >= 2) DetectPinThreat(node);
     if (!node.in_check) {
         if (const auto answer = StandPat(node)) return *answer;
-    } else if (settings::enable_perpetual_check_detection) {
+    } else if (node.settings().enable_perpetual_check_detection) {
         PerpetualCheckTest(node);
     }
     if (const auto answer = EnhancedTranspositionCutoff(node)) return *answer;

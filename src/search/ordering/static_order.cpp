@@ -4,10 +4,7 @@
 
 #include "evaluation/context/position_type.h"
 #include "search/ordering/order_tables.h"
-#include "search/settings/search_settings.h"
 #include "search/state/sort_score.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -33,10 +30,11 @@ static_assert(LargestScore(ending_order) + largest_noise <= max_sort_score);
 
 }  // namespace
 
-bool HasStaticOrder() noexcept {
-    return settings::randomize_move_ordering_of_remaining_moves != 0 ||
-           settings::enable_static_move_ordering_from_sq_malus || settings::enable_static_move_ordering_to_sq_bonus ||
-           settings::enable_static_move_ordering_piece_dependent_bonus;
+bool HasStaticOrder(const Node& node) noexcept {
+    return node.settings().randomize_move_ordering_of_remaining_moves != 0 ||
+           node.settings().enable_static_move_ordering_from_sq_malus ||
+           node.settings().enable_static_move_ordering_to_sq_bonus ||
+           node.settings().enable_static_move_ordering_piece_dependent_bonus;
 }
 
 std::int32_t StaticScore(const Node& node, Move move) noexcept {
@@ -45,14 +43,14 @@ std::int32_t StaticScore(const Node& node, Move move) noexcept {
     // Seen from the mover's side.
     const unsigned turn = node.board().side_to_move == black ? 0x38 : 0;
     std::int32_t score = base_score;
-    if (const auto noise = settings::randomize_move_ordering_of_remaining_moves; noise != 0) {
+    if (const auto noise = node.settings().randomize_move_ordering_of_remaining_moves; noise != 0) {
         score += static_cast<std::int32_t>(node.search.noise.Below(static_cast<std::uint32_t>(noise)));
     }
-    if (settings::enable_static_move_ordering_piece_dependent_bonus) score += table.piece;
-    if (settings::enable_static_move_ordering_to_sq_bonus) {
+    if (node.settings().enable_static_move_ordering_piece_dependent_bonus) score += table.piece;
+    if (node.settings().enable_static_move_ordering_to_sq_bonus) {
         score += table.by_square[static_cast<unsigned>(ToSquare(move)) ^ turn];
     }
-    if (settings::enable_static_move_ordering_from_sq_malus) {
+    if (node.settings().enable_static_move_ordering_from_sq_malus) {
         score -= table.by_square[static_cast<unsigned>(FromSquare(move)) ^ turn] / 2;
     }
     return std::max(score, 0);

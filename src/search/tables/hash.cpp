@@ -8,10 +8,6 @@
 #include "frame/base/checked_assert.h"
 #include "frame/base/vocabulary.h"
 
-TRANSPOSITION_TABLE transposition_table;
-PAWN_HASH_TABLE pawn_hash_table;
-EVALUATION_HASH_TABLE evaluation_hash_table;
-
 namespace {
 
 /// A position without pawns has no pawn entry: its type in a matching entry is a sign of a broken table.
@@ -189,4 +185,29 @@ EvaluationAnswer EVALUATION_HASH_TABLE::Probe(std::uint64_t key, Score threshold
     if (entry.key != key) return EvaluationAnswer::not_found;
     ++hits_;
     return threshold > entry.score ? EvaluationAnswer::below_threshold : EvaluationAnswer::at_least_threshold;
+}
+
+// --- All three ---
+
+bool HashTables::Resize(std::uint64_t transposition_bytes, std::uint64_t evaluation_bytes) {
+    const bool has_transposition = transposition.resize(transposition_bytes);
+    const bool has_pawn = pawn.resize(evaluation_bytes);
+    const bool has_evaluation = evaluation.resize(evaluation_bytes);
+    return has_transposition && has_pawn && has_evaluation;
+}
+
+void HashTables::Clear() noexcept {
+    ClearScores();
+    pawn.clear();
+}
+
+void HashTables::ClearScores() noexcept {
+    transposition.clear();
+    evaluation.clear();
+}
+
+void HashTables::NewSearch() noexcept {
+    transposition.newSearch();
+    pawn.newSearch();
+    evaluation.newSearch();
 }
