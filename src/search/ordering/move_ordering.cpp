@@ -180,9 +180,10 @@ Move* MakeRemainingHistory(MoveSortState& state, const Node& node) {
 
 /// Scores what is left, without sorting it; whether it did.
 bool ScoreRest(const MoveSortState& state, const Node& node) {
-    if (!HasStaticOrder(node)) return false;
+    const StaticMoveOrder order(node);
+    if (!order.Exists()) return false;
     std::transform(state.next, node.moves_end, state.next,
-                   [&node](Move word) { return WithSortScore(word, StaticScore(node, word)); });
+                   [&order](Move word) { return WithSortScore(word, order.ScoreOf(word)); });
     return true;
 }
 

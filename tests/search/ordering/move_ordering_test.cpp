@@ -106,7 +106,7 @@ TEST_F(MoveOrdering, WordsCarryTheirScores) {
     EXPECT_EQ(SortScore(batches[1][2]), 264);
     EXPECT_EQ(SortScore(batches[2][0]), 257 >> 7);
     const Node& node = ListedNode();
-    for (const Move word : batches[3]) EXPECT_EQ(SortScore(word), StaticScore(node, word & move_bits));
+    for (const Move word : batches[3]) EXPECT_EQ(SortScore(word), StaticMoveOrder(node).ScoreOf(word & move_bits));
 }
 
 TEST_F(MoveOrdering, RestIsPickedByItsScoresOrLeftAsItIs) {
@@ -373,7 +373,7 @@ TEST_F(MoveOrdering, ScoresThatWordsBringAreForgotten) {
     SetKillers("h2h4");
     const std::vector<Words> batches = BatchesOf(node);
     EXPECT_EQ(TextsOf(batches[0]), (Texts{"d1h5", "c3b5", "h2h4"}));
-    for (const Move word : batches.back()) EXPECT_EQ(SortScore(word), StaticScore(node, word & move_bits));
+    for (const Move word : batches.back()) EXPECT_EQ(SortScore(word), StaticMoveOrder(node).ScoreOf(word & move_bits));
 }
 
 TEST_F(MoveOrdering, HashMoveIsPutBehindTheList) {
@@ -485,7 +485,8 @@ Words ModelOrder(const Node& node, Words list) {
         } else if (const std::int32_t score = node.search.history.Score(move, side, node.ply); score > 0) {
             history.push_back(WithSortScore(move, score));
         } else {
-            rest.push_back(WithSortScore(move, HasStaticOrder(node) ? StaticScore(node, move) : 0));
+            rest.push_back(
+                WithSortScore(move, StaticMoveOrder(node).Exists() ? StaticMoveOrder(node).ScoreOf(move) : 0));
         }
     }
     Words order = LargestFirst(promising);
@@ -520,7 +521,8 @@ Words ModelOrder(const Node& node, Words list) {
         order.insert(order.end(), history.begin(), history.begin() + count);
         history.erase(history.begin(), history.begin() + count);
     }
-    for (const Words& group : {LargestFirst(tacticals), history, HasStaticOrder(node) ? LargestFirst(rest) : rest}) {
+    for (const Words& group :
+         {LargestFirst(tacticals), history, StaticMoveOrder(node).Exists() ? LargestFirst(rest) : rest}) {
         order.insert(order.end(), group.begin(), group.end());
     }
     for (Move& word : order) word &= move_bits;

@@ -23,7 +23,7 @@ class StaticOrder : public testing::Test {
         SearchBuilder search(fen, settings_);
         Node node = search.NodeAt(0, 256);
         node.position_class = position_class;
-        return StaticScore(node, MoveOf(search.board->board, move));
+        return StaticMoveOrder(node).ScoreOf(MoveOf(search.board->board, move));
     }
 
     SearchSettings settings_{.randomize_move_ordering_of_remaining_moves = 0};
@@ -93,20 +93,20 @@ TEST_F(StaticOrder, EachPartHasItsSwitch) {
 TEST_F(StaticOrder, AnythingThatOrdersIsEnough) {
     SearchBuilder search(white_fen, settings_);
     const Node node = search.NodeAt(0, 256);
-    EXPECT_TRUE(HasStaticOrder(node));
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
     search.settings.enable_static_move_ordering_piece_dependent_bonus = false;
     search.settings.enable_static_move_ordering_to_sq_bonus = false;
-    EXPECT_TRUE(HasStaticOrder(node));
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
     search.settings.enable_static_move_ordering_from_sq_malus = false;
-    EXPECT_FALSE(HasStaticOrder(node));
+    EXPECT_FALSE(StaticMoveOrder(node).Exists());
     search.settings.enable_static_move_ordering_to_sq_bonus = true;
-    EXPECT_TRUE(HasStaticOrder(node));
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
     search.settings.enable_static_move_ordering_to_sq_bonus = false;
     search.settings.enable_static_move_ordering_piece_dependent_bonus = true;
-    EXPECT_TRUE(HasStaticOrder(node));
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
     search.settings.enable_static_move_ordering_piece_dependent_bonus = false;
     search.settings.randomize_move_ordering_of_remaining_moves = 1;
-    EXPECT_TRUE(HasStaticOrder(node));
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
 }
 
 TEST_F(StaticOrder, NoiseIsAsWideAsItsSetting) {
@@ -118,7 +118,7 @@ TEST_F(StaticOrder, NoiseIsAsWideAsItsSetting) {
     for (const std::int32_t width : {1, 5, 200}) {
         search.settings.randomize_move_ordering_of_remaining_moves = width;
         std::set<std::int32_t> seen;
-        for (int i = 0; i < 20000; ++i) seen.insert(StaticScore(node, move) - quiet);
+        for (int i = 0; i < 20000; ++i) seen.insert(StaticMoveOrder(node).ScoreOf(move) - quiet);
         EXPECT_EQ(seen.size(), static_cast<std::size_t>(width));
         EXPECT_EQ(*seen.begin(), 0);
         EXPECT_EQ(*seen.rbegin(), width - 1);
