@@ -1,5 +1,7 @@
 #include "search/node/child_search.h"
 
+#include "frame/base/theory.h"
+#include "search/node/node_theory.h"
 #include "search/node/search_node.h"
 #include "search/tables/hash.h"
 
@@ -28,6 +30,7 @@ Score SearchChild(Node& node, Move move, Distance new_distance, Distance reduced
         score = -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY + reduced,
                             node.is_principal() ? NodeType::principal : NodeType::all, node.position_class, flags);
     }
+    if constexpr (theory_is_checked) AssertIsAnswer(-score, 1 - node.beta);
     search.board.UnmakeMove(move);
     return score;
 }

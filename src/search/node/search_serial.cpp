@@ -10,6 +10,7 @@
 
 #include "evaluation/context/position_type.h"
 #include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
 #include "frame/base/vocabulary.h"
 #include "search/node/child_search.h"
 #include "search/node/endgame_knowledge.h"
@@ -17,6 +18,7 @@
 #include "search/node/internal_deepening.h"
 #include "search/node/move_supply.h"
 #include "search/node/node_result.h"
+#include "search/node/node_theory.h"
 #include "search/node/null_move.h"
 #include "search/node/perpetual_check.h"
 #include "search/node/pin_threat.h"
@@ -154,6 +156,7 @@ Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance di
               .child_flags = child_flags,
               .moves = move_buffer,
               .moves_end = move_buffer};
+    if constexpr (theory_is_checked) AssertNodeEntered(node);
     EnterPly(node);
     if (const auto answer = MateDistance(node)) return *answer;
     if (const auto answer = DrawByRule(node)) return *answer;

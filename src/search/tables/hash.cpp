@@ -6,6 +6,7 @@
 
 #include "chess/bitboard_tables.h"
 #include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
 #include "frame/base/vocabulary.h"
 
 namespace {
@@ -110,6 +111,10 @@ bool TRANSPOSITION_TABLE::ProbeMove(std::uint64_t key, Move& move, Distance& max
 }
 
 void TRANSPOSITION_TABLE::Store(TranspositionEntry entry) noexcept {
+    if constexpr (theory_is_checked) {
+        CHECKED_ASSERT(entry.lower_bound <= entry.upper_bound, vocabulary::no_error_description);
+        CHECKED_ASSERT(entry.key != 0 || entry.move() == INVALID, vocabulary::no_error_description);
+    }
     Bucket& bucket = buckets_.at(entry.key);
     const std::size_t found = FindSlot(bucket, entry.key);
     if (found != no_slot && entry.depth() < bucket[found].depth()) {
