@@ -33,9 +33,7 @@ const std::vector<Question>& Questions(bool endings) {
             if (questions.size() == questions_asked || random() % 8 != 0) return;
             const int type = classify_position(board, no_position_type);
             if (type == pawnless || (type > middle_game) != of_endings) return;
-            EVALUATION_CONTEXT context{.settings = &settings};
-            ForgetEvaluations();
-            questions.push_back({board, type, exact_evaluation(context, board, type)});
+            questions.push_back({board, type, EvaluationBuilder(board, settings).Score(type)});
         });
         return questions;
     };
@@ -48,13 +46,17 @@ enum class Outcome { lazy, known, full, full_with_new_pawns };
 
 void Evaluate(benchmark::State& state, Outcome outcome) {
     const std::vector<Question>& questions = Questions(state.range(0) != 0);
-    EVALUATION_CONTEXT context{.settings = &settings};
-    evaluation_hash_table.resize(64 << 10);
-    pawn_hash_table.resize(64 << 10);
+    HashTables tables;
+    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
+    tables.evaluation.resize(64 << 10);
+    tables.pawn.resize(64 << 10);
     for (auto _ : state) {
         state.PauseTiming();
-        if (outcome == Outcome::full) evaluation_hash_table.clear();
-        if (outcome == Outcome::full_with_new_pawns || outcome == Outcome::lazy) ForgetEvaluations();
+        if (outcome == Outcome::full) tables.evaluation.clear();
+        if (outcome == Outcome::full_with_new_pawns || outcome == Outcome::lazy) {
+            tables.evaluation.clear();
+            tables.pawn.clear();
+        }
         state.ResumeTiming();
         const int gap = outcome == Outcome::lazy ? 3000 : 0;
         int sum = 0;

@@ -13,9 +13,8 @@
 #include <string_view>
 
 #include "chess/user_board.h"
+#include "search/engine/engine.h"
 #include "search/root/search_controller.h"
-#include "search/settings/search_settings.h"
-#include "search/tables/hash.h"
 #include "silent_host.h"
 
 namespace {
@@ -77,17 +76,11 @@ struct Totals {
     double log_branching = 0;
 };
 
-void ClearTables() {
-    transposition_table.clear();
-    pawn_hash_table.clear();
-    evaluation_hash_table.clear();
-}
-
-void SearchPosition(std::string_view fen, const Options& options, Totals& totals) {
-    ClearTables();
+void SearchPosition(Engine& engine, std::string_view fen, const Options& options, Totals& totals) {
+    engine.tables.Clear();
     UserBoard game;
     game.SetBoardFromFen(std::string(fen));
-    SearchController controller;
+    SearchController controller(engine);
     Listener listener;
     SearchLimits limits;
     if (options.milliseconds > 0) {
@@ -110,7 +103,7 @@ void SearchPosition(std::string_view fen, const Options& options, Totals& totals
 }
 
 /// `name=value` with a search setting and a number, or true or false. False, with a message, if there is none such.
-bool Set(std::string_view assignment) {
+bool Set(SearchSettings& settings, std::string_view assignment) {
     const std::size_t sign = std::min(assignment.find('='), assignment.size());
     const std::string_view name = assignment.substr(0, sign);
     const std::string value(assignment.substr(std::min(sign + 1, assignment.size())));
@@ -118,7 +111,7 @@ bool Set(std::string_view assignment) {
         if (row.name != name || row.size != 1) continue;
         const int number = value == "true" ? 1 : std::atoi(value.c_str());
         if (number < row.lower_bound || number > row.upper_bound) break;
-        row.Set(0, number);
+        row.Set(settings, 0, number);
         return true;
     }
     std::cerr << "bench: no such setting or value: " << assignment << '\n';
@@ -137,6 +130,7 @@ int Usage(std::ostream& out, int status) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    Engine engine;
     Options options;
     std::uint64_t hash_megabytes = 16;
     const option long_options[] = {{"depth", required_argument, nullptr, 'd'},
@@ -158,7 +152,7 @@ int main(int argc, char** argv) {
                 hash_megabytes = std::strtoull(optarg, nullptr, 10);
                 break;
             case 's':
-                if (!Set(optarg)) return EXIT_FAILURE;
+                if (!Set(engine.settings, optarg)) return EXIT_FAILURE;
                 break;
             case 'q':
                 options.is_quiet = true;
@@ -170,14 +164,13 @@ int main(int argc, char** argv) {
         }
     }
     if (optind != argc || options.depth < 1 || options.milliseconds < 0) return Usage(std::cerr, EXIT_FAILURE);
-    if (!transposition_table.resize(hash_megabytes * megabyte) || !pawn_hash_table.resize(4 * megabyte) ||
-        !evaluation_hash_table.resize(4 * megabyte)) {
+    if (!engine.tables.Resize(hash_megabytes * megabyte, 4 * megabyte)) {
         std::cerr << "bench: no memory for the tables\n";
         return EXIT_FAILURE;
     }
 
     Totals totals;
-    for (const std::string_view fen : positions) SearchPosition(fen, options, totals);
+    for (const std::string_view fen : positions) SearchPosition(engine, fen, options, totals);
     const double count = static_cast<double>(std::size(positions));
     const double seconds = static_cast<double>(totals.milliseconds > 0 ? totals.milliseconds : 1) / 1000;
     std::printf("Nodes:     %llu\n", static_cast<unsigned long long>(totals.nodes));

@@ -16,8 +16,8 @@
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "frame/base/vocabulary.h"
+#include "search/engine/engine.h"
 #include "search/root/search_controller.h"
-#include "search/tables/hash.h"
 #include "silent_host.h"
 
 namespace {
@@ -95,12 +95,12 @@ int main(int argc, char** argv) {
         std::cerr << "best_move: " << error.what() << '\n';
         return EXIT_FAILURE;
     }
-    if (!transposition_table.resize(32U << 20U) || !pawn_hash_table.resize(4U << 20U) ||
-        !evaluation_hash_table.resize(4U << 20U)) {
+    Engine engine;
+    if (!engine.tables.Resize(32U << 20U, 4U << 20U)) {
         std::cerr << "best_move: no memory for the tables\n";
         return EXIT_FAILURE;
     }
-    SearchController controller;
+    SearchController controller(engine);
     SilentHost silence;
     for (std::string line; std::getline(std::cin, line);) {
         std::optional<UserBoard> game = ReadGame(line);

@@ -16,6 +16,7 @@
 #include "evaluation/evaluate.h"
 #include "evaluation/king/places.h"
 #include "evaluation/middle_game_walk.h"
+#include "search/tables/hash.h"
 
 namespace {
 
@@ -161,7 +162,8 @@ void Trace(const BOARD& board, int personality) {
     std::printf("position type %d: %s\n\n", type, std::string(type_names[static_cast<std::size_t>(type)]).c_str());
     if (type == opening) TraceTerms<opening>(context, board);
     if (type == middle_game) TraceTerms<middle_game>(context, board);
-    std::printf("score           %d (side to move)\n", evaluate_for_display(board, personality));
+    HashTables tables;
+    std::printf("score           %d (side to move)\n", evaluate_for_display(board, personality, tables));
 }
 
 /// Whether the text is a personality; sets it.

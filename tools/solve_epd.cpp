@@ -16,8 +16,8 @@
 
 #include "chess/notation.h"
 #include "chess/user_board.h"
+#include "search/engine/engine.h"
 #include "search/root/search_controller.h"
-#include "search/tables/hash.h"
 #include "silent_host.h"
 
 namespace {
@@ -103,11 +103,9 @@ struct Totals {
     int depth = 0;
 };
 
-void Solve(const Problem& problem, const SearchLimits& limits, Totals& totals) {
-    transposition_table.clear();
-    pawn_hash_table.clear();
-    evaluation_hash_table.clear();
-    SearchController controller;
+void Solve(Engine& engine, const Problem& problem, const SearchLimits& limits, Totals& totals) {
+    engine.tables.Clear();
+    SearchController controller(engine);
     Listener listener;
     controller.Run(limits, problem.position, listener);
     const Move move = controller.best_move();
@@ -164,8 +162,8 @@ int main(int argc, char** argv) {
         std::cerr << "solve_epd: can't open " << argv[optind] << '\n';
         return EXIT_FAILURE;
     }
-    if (!transposition_table.resize(hash_megabytes << 20U) || !pawn_hash_table.resize(4U << 20U) ||
-        !evaluation_hash_table.resize(4U << 20U)) {
+    Engine engine;
+    if (!engine.tables.Resize(hash_megabytes << 20U, 4U << 20U)) {
         std::cerr << "solve_epd: no memory for the tables\n";
         return EXIT_FAILURE;
     }
@@ -177,7 +175,7 @@ int main(int argc, char** argv) {
         ++number;
         if (line.find_first_not_of(" \t\r") == std::string::npos || line.front() == '#') continue;
         try {
-            Solve(ReadProblem(line), limits, totals);
+            Solve(engine, ReadProblem(line), limits, totals);
         } catch (const std::runtime_error& error) {
             std::cerr << "solve_epd: line " << number << ": " << error.what() << '\n';
             ++bad_lines;

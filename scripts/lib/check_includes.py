@@ -17,7 +17,7 @@ from pathlib import Path, PurePosixPath
 BASE = "frame/base"
 TABLES = "search/tables"
 # What those above the search see of it.
-SEARCH = (TABLES, "search/settings", "search/root")
+SEARCH = (TABLES, "search/settings", "search/engine", "search/root")
 FOLDERS = {
     BASE: (),
     "chess": (BASE,),
@@ -30,7 +30,8 @@ FOLDERS = {
     "evaluation/endings": (BASE, "chess", "bitbases", "evaluation/"),
     "evaluation": (BASE, "chess", TABLES, "bitbases", "evaluation/"),
     "search/settings": (BASE,),
-    "search/state": (BASE, "chess", TABLES, "bitbases", "evaluation/context", "search/settings"),
+    "search/engine": (BASE, TABLES, "bitbases", "search/settings"),
+    "search/state": (BASE, "chess", TABLES, "bitbases", "evaluation/context", "search/settings", "search/engine"),
     "search/ordering": (BASE, "chess", TABLES, "evaluation/", "search/settings", "search/state"),
     "search/node": (BASE, "chess", TABLES, "bitbases", "evaluation", "evaluation/context", "search/"),
     "search/root": (BASE, "chess", TABLES, "bitbases", "evaluation", "evaluation/context", "search/"),

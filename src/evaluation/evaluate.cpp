@@ -12,6 +12,9 @@
 #include "evaluation/middle_game.h"
 #include "evaluation/pawns/passed_pawns.h"
 #include "evaluation/pawns/pawn_hash_entry.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
+#include "frame/base/vocabulary.h"
 #include "search/tables/hash.h"
 #include "search/tables/score.h"
 
@@ -38,18 +41,38 @@ EVALUATION_RESULT run_routine(EVALUATION_CONTEXT& context, const BOARD& board, i
     }
 }
 
+/// What must hold after an evaluation; for debug builds: see theory.h.
+void assert_evaluation_is_sound(const EVALUATION_CONTEXT& context, const BOARD& board, int bound,
+                                const EVALUATION_RESULT& result) {
+    using vocabulary::no_error_description;
+    const auto is_share = [](double factor) { return 0.0 <= factor && factor <= 1.0; };
+    CHECKED_ASSERT(std::abs(result.score) < mate_score_limit, no_error_description);
+    CHECKED_ASSERT(!result.lazy || result.score == bound || result.score == bound - 1, no_error_description);
+    CHECKED_ASSERT(is_share(context.endgame_weight), no_error_description);
+    for (const Colour side : {white, black}) {
+        CHECKED_ASSERT(is_share(context.attack_factor[side]), no_error_description);
+        CHECKED_ASSERT(is_share(context.cover_factor[side]), no_error_description);
+        const PAWN_INFO& pawns = context.pawns[side];
+        CHECKED_ASSERT((pawns.passed & ~board.side(side).pawns) == 0, no_error_description);
+        CHECKED_ASSERT((pawns.front_passed & ~pawns.passed) == 0, no_error_description);
+        CHECKED_ASSERT((pawns.isolated & ~board.side(side).pawns) == 0, no_error_description);
+        CHECKED_ASSERT((pawns.backward & ~board.side(side).pawns) == 0, no_error_description);
+    }
+}
+
 /// Everything behind the table of scores. Pawn facts are taken from their table; if they are not there the routine
 /// builds them, and a finished evaluation leaves them there. The pawn lists wait until the lazy test has passed.
 EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
-    context = {.settings = context.settings};
-    const PAWN_HASH_ENTRY* const entry = pawn_hash_table.Probe(board.frame().pawn_key, position_type);
+    context = {.settings = context.settings, .tables = context.tables};
+    const PAWN_HASH_ENTRY* const entry = context.tables->pawn.Probe(board.frame().pawn_key, position_type);
     if (entry != nullptr)
         restore_pawn_entry(*entry, context, board);
     else
         find_passed_pawns(context, board);
     const EVALUATION_RESULT result = run_routine(context, board, bound, position_type);
+    if constexpr (theory_is_checked) assert_evaluation_is_sound(context, board, bound, result);
     if (!result.lazy && context.pawn_facts_found) {
-        pawn_hash_table.Store(construct_pawn_entry(context, board, position_type));
+        context.tables->pawn.Store(construct_pawn_entry(context, board, position_type));
     }
     return result;
 }
@@ -78,13 +101,13 @@ int evaluate(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int pos
     if (is_near_mate(bound)) return answer_near_mate(bound);
     if (position_type == pawnless) return evaluate_pawnless(board);
 
-    const EvaluationAnswer stored = evaluation_hash_table.Probe(board.key(), bound);
+    const EvaluationAnswer stored = context.tables->evaluation.Probe(board.key(), bound);
     if (stored != EvaluationAnswer::not_found) {
         return stored == EvaluationAnswer::below_threshold ? bound - 1 : bound;
     }
     const EVALUATION_RESULT result = evaluate_afresh(context, board, bound, position_type);
     if (!result.lazy) {
-        evaluation_hash_table.Store({.key = board.key(), .score = static_cast<std::int16_t>(result.score)});
+        context.tables->evaluation.Store({.key = board.key(), .score = static_cast<std::int16_t>(result.score)});
     }
     return result.score;
 }
@@ -93,9 +116,9 @@ int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int positi
     return bisect([&](int bound) { return evaluate(context, board, bound, position_type); });
 }
 
-int evaluate_for_display(const BOARD& board, int personality) noexcept {
+int evaluate_for_display(const BOARD& board, int personality, HashTables& tables) noexcept {
     const EVALUATION_SETTINGS settings{.draw_score = 0, .personality = static_cast<std::int16_t>(personality)};
-    EVALUATION_CONTEXT context{.settings = &settings};
+    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
     const int position_type = classify_position(board, no_position_type);
     if (position_type == pawnless) return evaluate_pawnless(board);
     // The one full answer settles all later questions, as the table of scores would: asked again farther away, the

@@ -39,10 +39,13 @@ constexpr std::array positions{
     std::string_view("4k2r/4p3/8/8/8/8/3PP3/4K2R b - - 0 1"),
 };
 
-std::tuple<std::uint64_t, std::uint64_t> Probes() { return {pawn_hash_table.probes(), evaluation_hash_table.probes()}; }
-std::tuple<std::uint64_t, std::uint64_t> Entries() {
-    return {pawn_hash_table.totalSlots() - pawn_hash_table.freeSlots(),
-            evaluation_hash_table.totalSlots() - evaluation_hash_table.freeSlots()};
+using Counts = std::tuple<std::uint64_t, std::uint64_t>;  // of the pawn table and of the evaluation table
+Counts Probes(const EvaluationBuilder& position) {
+    return {position.tables.pawn.probes(), position.tables.evaluation.probes()};
+}
+std::uint64_t EntriesOf(const ABSTRACT_HASH_TABLE& table) { return table.totalSlots() - table.freeSlots(); }
+Counts Entries(const EvaluationBuilder& position) {
+    return {EntriesOf(position.tables.pawn), EntriesOf(position.tables.evaluation)};
 }
 
 // --- Bounds ---
@@ -53,10 +56,10 @@ TEST(Evaluate, NeverComputesScoresNearAMate) {
     EXPECT_EQ(position.Ask(-31767), -31767);
     EXPECT_EQ(position.Ask(32767), 32766);
     EXPECT_EQ(position.Ask(-32767), -32767);
-    EXPECT_EQ(Probes(), std::tuple(0, 0)) << "no table is touched";
+    EXPECT_EQ(Probes(position), std::tuple(0, 0)) << "no table is touched";
     EXPECT_EQ(position.Ask(31766), 31765);
     EXPECT_EQ(position.Ask(-31766), -31766);
-    EXPECT_EQ(Probes(), std::tuple(2, 2)) << "the last bounds that are looked at";
+    EXPECT_EQ(Probes(position), std::tuple(2, 2)) << "the last bounds that are looked at";
 }
 
 TEST(Evaluate, TellsTheSideOfTheBound) {
@@ -87,7 +90,7 @@ TEST(Evaluate, BisectionFindsTheGreatestBoundThatIsReached) {
 TEST(Evaluate, BisectionFindsEveryStoredScore) {
     EvaluationBuilder position(ending_position);
     for (int score = -31766; score <= 31766; score += score < -31700 || score > 31700 ? 1 : 317) {
-        evaluation_hash_table.Store({.key = position.board.key(), .score = static_cast<std::int16_t>(score)});
+        position.tables.evaluation.Store({.key = position.board.key(), .score = static_cast<std::int16_t>(score)});
         ASSERT_EQ(exact_evaluation(position.context, position.board, position.Type()), score);
     }
 }
@@ -110,13 +113,13 @@ TEST_P(LazyTest, StopsBeyondTheMarginOfBothValues) {
     EvaluationBuilder position(row.fen);
     ASSERT_EQ(position.Type(), row.type);
     position.AskAfresh(row.lowest);
-    EXPECT_EQ(Entries(), std::tuple(1, 1));
+    EXPECT_EQ(Entries(position), std::tuple(1, 1));
     position.AskAfresh(row.highest);
-    EXPECT_EQ(Entries(), std::tuple(1, 1));
+    EXPECT_EQ(Entries(position), std::tuple(1, 1));
     EXPECT_EQ(position.AskAfresh(row.lowest - 1), row.lowest - 1);
-    EXPECT_EQ(Entries(), std::tuple(0, 0)) << "a lazy answer leaves nothing behind";
+    EXPECT_EQ(Entries(position), std::tuple(0, 0)) << "a lazy answer leaves nothing behind";
     EXPECT_EQ(position.AskAfresh(row.highest + 1), row.highest);
-    EXPECT_EQ(Entries(), std::tuple(0, 0)) << "a lazy answer leaves nothing behind";
+    EXPECT_EQ(Entries(position), std::tuple(0, 0)) << "a lazy answer leaves nothing behind";
 }
 
 constexpr std::string_view middle_game_position = "r2q1rk1/pppppppp/2n2n2/2b2b2/2B2B2/2N2N2/PPPPPPPP/R2Q1RK1 w - - 0 1";
@@ -145,56 +148,56 @@ TEST(EvaluationTables, FullEvaluationIsStored) {
         if (position.Type() == pawnless) continue;
         const int score = position.Score();
         position.AskAfresh(score);
-        EXPECT_EQ(Entries(), std::tuple(1, 1)) << fen;
-        EXPECT_EQ(Probes(), std::tuple(1, 1)) << fen;
-        EXPECT_EQ(evaluation_hash_table.Probe(position.board.key(), score), EvaluationAnswer::at_least_threshold)
+        EXPECT_EQ(Entries(position), std::tuple(1, 1)) << fen;
+        EXPECT_EQ(Probes(position), std::tuple(1, 1)) << fen;
+        EXPECT_EQ(position.tables.evaluation.Probe(position.board.key(), score), EvaluationAnswer::at_least_threshold)
             << fen;
-        EXPECT_EQ(evaluation_hash_table.Probe(position.board.key(), score + 1), EvaluationAnswer::below_threshold)
+        EXPECT_EQ(position.tables.evaluation.Probe(position.board.key(), score + 1), EvaluationAnswer::below_threshold)
             << fen;
-        EXPECT_NE(pawn_hash_table.Probe(position.board.frame().pawn_key, position.Type()), nullptr) << fen;
+        EXPECT_NE(position.tables.pawn.Probe(position.board.frame().pawn_key, position.Type()), nullptr) << fen;
     }
 }
 
 TEST(EvaluationTables, StoredScoreIsBelieved) {
     EvaluationBuilder position(ending_position);
-    evaluation_hash_table.Store({.key = position.board.key(), .score = 3333});
+    position.tables.evaluation.Store({.key = position.board.key(), .score = 3333});
     EXPECT_EQ(position.Ask(3333), 3333);
     EXPECT_EQ(position.Ask(3334), 3333);
     EXPECT_EQ(position.Ask(-3000), -3000) << "the bound, not the score";
-    EXPECT_EQ(evaluation_hash_table.hits(), 3U);
-    EXPECT_EQ(pawn_hash_table.probes(), 0U) << "it answers before anything else is looked at";
+    EXPECT_EQ(position.tables.evaluation.hits(), 3U);
+    EXPECT_EQ(position.tables.pawn.probes(), 0U) << "it answers before anything else is looked at";
 }
 
 TEST(EvaluationTables, ALazyAnswerIsFollowedByAFullOne) {
     EvaluationBuilder position(opening_position);
     position.Ask(5000);
-    EXPECT_EQ(Entries(), std::tuple(0, 0));
+    EXPECT_EQ(Entries(position), std::tuple(0, 0));
     position.Ask(0);
-    EXPECT_EQ(Entries(), std::tuple(1, 1));
-    EXPECT_EQ(evaluation_hash_table.hits(), 0U);
+    EXPECT_EQ(Entries(position), std::tuple(1, 1));
+    EXPECT_EQ(position.tables.evaluation.hits(), 0U);
     position.Ask(5000);
-    EXPECT_EQ(evaluation_hash_table.hits(), 1U) << "now the table knows";
+    EXPECT_EQ(position.tables.evaluation.hits(), 1U) << "now the table knows";
 }
 
 TEST(EvaluationTables, PawnsAreKnownAgainUnderAnotherPlacementOfThePieces) {
     EvaluationBuilder position(ending_position);
     position.Ask(0);
-    EXPECT_EQ(pawn_hash_table.hits(), 0U);
+    EXPECT_EQ(position.tables.pawn.hits(), 0U);
     EXPECT_FALSE(position.context.pawn_entry_from_table);
     position.board = BoardFromFen("4k1br/4p3/8/8/8/8/4P3/4KB1R w - - 0 1");
     position.Ask(0);
-    EXPECT_EQ(pawn_hash_table.hits(), 1U);
+    EXPECT_EQ(position.tables.pawn.hits(), 1U);
     EXPECT_TRUE(position.context.pawn_entry_from_table);
-    EXPECT_EQ(Entries(), std::tuple(1, 2));
+    EXPECT_EQ(Entries(position), std::tuple(1, 2));
 }
 
 TEST(EvaluationTables, AKnownPawnEntryIsNotWrittenAgain) {
     EvaluationBuilder position(ending_position);
     PAWN_HASH_ENTRY entry = construct_pawn_entry(position.context, position.board, position.Type());
     entry.counters.back() = 77;
-    pawn_hash_table.Store(entry);
+    position.tables.pawn.Store(entry);
     position.Ask(0);
-    EXPECT_EQ(pawn_hash_table.Probe(entry.pawn_key, position.Type())->counters.back(), 77);
+    EXPECT_EQ(position.tables.pawn.Probe(entry.pawn_key, position.Type())->counters.back(), 77);
 }
 
 TEST(EvaluationTables, PawnsOfTwoTypesAreTwoEntries) {
@@ -203,20 +206,20 @@ TEST(EvaluationTables, PawnsOfTwoTypesAreTwoEntries) {
     position.board = BoardFromFen("4k2r/4p3/8/8/8/8/4P3/4KB1R w - - 0 1");
     ASSERT_EQ(position.Type(), unbalanced_ending);
     position.Ask(0);
-    EXPECT_EQ(pawn_hash_table.hits(), 0U);
-    EXPECT_EQ(Entries(), std::tuple(2, 2));
+    EXPECT_EQ(position.tables.pawn.hits(), 0U);
+    EXPECT_EQ(Entries(position), std::tuple(2, 2));
 }
 
 TEST(EvaluationTables, PositionsWithoutPawnsUseNone) {
     EvaluationBuilder position(pawnless_position);
     for (const int bound : {0, 400, 600, -2000}) position.Ask(bound);
-    EXPECT_EQ(Probes(), std::tuple(0, 0));
-    EXPECT_EQ(Entries(), std::tuple(0, 0));
+    EXPECT_EQ(Probes(position), std::tuple(0, 0));
+    EXPECT_EQ(Entries(position), std::tuple(0, 0));
     // A pawn on the board, but the other side has nothing to hold it.
     EvaluationBuilder with_pawn("4k3/8/8/8/8/8/4P3/4K2R w - - 0 1");
     ASSERT_EQ(with_pawn.Type(), pawnless);
     with_pawn.Ask(0);
-    EXPECT_EQ(Probes(), std::tuple(0, 0));
+    EXPECT_EQ(Probes(position), std::tuple(0, 0));
 }
 
 // --- Context ---
@@ -289,7 +292,7 @@ TEST(Evaluate, DisplayedScoreIsTheExactOneWithoutContempt) {
     for (const std::string_view fen : positions) {
         for (const int personality : {0, 7, 1000, -1000}) {
             EvaluationBuilder position(fen, {.personality = static_cast<std::int16_t>(personality)});
-            EXPECT_EQ(evaluate_for_display(position.board, personality), position.Score()) << fen;
+            EXPECT_EQ(evaluate_for_display(position.board, personality, position.tables), position.Score()) << fen;
         }
     }
 }
@@ -298,17 +301,17 @@ TEST(Evaluate, DisplayedScoreIsNotBentByLazyAnswers) {
     // Its terms add more than the lazy margin: once the score is known, questions from far away must not answer anew.
     EvaluationBuilder position("r2qr1k1/1p3ppp/2n2n2/p2ppbN1/N3p3/1P2P3/P1PP1PPP/R1BQKB1R w KQ a6 0 1");
     EXPECT_EQ(position.FullScore(), 246);
-    EXPECT_EQ(evaluate_for_display(position.board, 0), 246);
+    EXPECT_EQ(evaluate_for_display(position.board, 0, position.tables), 246);
 }
 
 TEST(Evaluate, DisplayLeavesTheScoresOfTheSearchAlone) {
     EvaluationBuilder position(lone_minor_position, {.draw_score = 200});
     const int score = position.Score();
-    const auto entries = Entries();
-    const auto probes = evaluation_hash_table.probes();
-    EXPECT_NE(evaluate_for_display(position.board, 0), score);
-    EXPECT_EQ(Entries(), entries);
-    EXPECT_EQ(evaluation_hash_table.probes(), probes);
+    const auto entries = Entries(position);
+    const auto probes = position.tables.evaluation.probes();
+    EXPECT_NE(evaluate_for_display(position.board, 0, position.tables), score);
+    EXPECT_EQ(Entries(position), entries);
+    EXPECT_EQ(position.tables.evaluation.probes(), probes);
     EXPECT_EQ(position.Ask(score), score);
 }
 

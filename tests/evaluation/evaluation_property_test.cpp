@@ -12,16 +12,13 @@
 namespace {
 
 int ScoreOf(const BOARD& board, const EVALUATION_SETTINGS& settings, int type) {
-    ForgetEvaluations();
-    EVALUATION_CONTEXT context{.settings = &settings};
-    return exact_evaluation(context, board, type);
+    return EvaluationBuilder(board, settings).Score(type);
 }
 
 /// The routine of an opening, a middle game or a plain ending without any table. Of the pairs every term is computed.
 EVALUATION_RESULT RunRoutine(EVALUATION_CONTEXT& context, const BOARD& board, int type) {
-    const EvaluationBuilder at_estimate(board, *context.settings);
-    if (type == opening) return evaluate_opening(context, board, at_estimate.Estimate());
-    if (type == middle_game) return evaluate_middle_game(context, board, at_estimate.Estimate());
+    if (type == opening) return evaluate_opening(context, board, EstimateOf(board, *context.settings));
+    if (type == middle_game) return evaluate_middle_game(context, board, EstimateOf(board, *context.settings));
     return evaluate_ending(context, board, board.frame().material_balance);
 }
 
@@ -144,8 +141,8 @@ TEST(EvaluationProperty, TablesDoNotChangeTheAnswer) {
         const int bound = near + static_cast<int>(random() % 401) - 200;
         questions.push_back({board, type, bound, position.AskAfresh(bound) >= bound});
     });
-    ForgetEvaluations();
-    EVALUATION_CONTEXT context{.settings = &settings};
+    HashTables tables;
+    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
     for (int round = 0; round < 2; ++round) {
         for (const Question& question : questions) {
             ASSERT_EQ(evaluate(context, question.board, question.bound, question.type) >= question.bound,
@@ -153,8 +150,8 @@ TEST(EvaluationProperty, TablesDoNotChangeTheAnswer) {
                 << FenOf(question.board) << " at " << question.bound;
         }
     }
-    EXPECT_GT(evaluation_hash_table.hits(), 0U);
-    EXPECT_GT(pawn_hash_table.hits(), 0U);
+    EXPECT_GT(tables.evaluation.hits(), 0U);
+    EXPECT_GT(tables.pawn.hits(), 0U);
 }
 
 TEST(EvaluationProperty, ExactScoresAreThoseOfBisectingByHand) {
@@ -163,8 +160,8 @@ TEST(EvaluationProperty, ExactScoresAreThoseOfBisectingByHand) {
     ForEachRandomPosition(seed, 42, 80, [&](BOARD& board, const std::vector<Move>& /*moves*/) {
         const int type = classify_position(board, no_position_type);
         if (type == pawnless) return;
-        ForgetEvaluations();
-        EVALUATION_CONTEXT context{.settings = &settings};
+        HashTables tables;
+        EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
         int low = -32767;
         int high = 32767;
         while (low < high) {

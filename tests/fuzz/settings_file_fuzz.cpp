@@ -25,7 +25,7 @@ std::string Written(const OptimizeInterface::Settings& settings) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using OptimizeInterface::Settings;
-    Settings settings = Settings::Current();
+    Settings settings = Settings::Of({});
     try {
         std::istringstream stream(std::string(reinterpret_cast<const char*>(data), size));
         settings.Read(stream);

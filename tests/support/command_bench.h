@@ -28,10 +28,11 @@ struct CommandOutcome {
 class CommandBench {
   public:
     explicit CommandBench(RecordingProtocol::Like model = RecordingProtocol::Like::console)
-        : game((playerDefaults() = PlayerDefaults{.opponentName = "Incognito"},
-                std::make_unique<RecordingProtocol>(model, calls))) {}
+        : game(engine, (playerDefaults() = PlayerDefaults{.opponentName = "Incognito"},
+                        std::make_unique<RecordingProtocol>(model, calls))) {}
 
     std::vector<std::string> calls;  ///< what the protocol was told, in order
+    Engine engine;
     VorkaInterfaces::ConnectedGame game;
 
     CommandOutcome Send(const std::string& line) {

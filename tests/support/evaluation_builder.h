@@ -13,21 +13,23 @@
 #include "search/tables/hash.h"
 #include "support/board_builder.h"
 
-/// Empties the tables that the evaluation uses, with their counters.
-inline void ForgetEvaluations() {
-    for (ABSTRACT_HASH_TABLE* const table : {static_cast<ABSTRACT_HASH_TABLE*>(&evaluation_hash_table),
-                                             static_cast<ABSTRACT_HASH_TABLE*>(&pawn_hash_table)}) {
-        table->clear();
-        table->newSearch();
-    }
+/// What the first terms of the opening and middle game come to, positional, for the side to move: a bound at which the
+/// routines always compute every term. A score is found there even if the other terms add more than the lazy margins
+/// allow for, which misleads a bisection.
+[[nodiscard]] inline int EstimateOf(const BOARD& board, const EVALUATION_SETTINGS& settings) {
+    EVALUATION_CONTEXT scratch{.settings = &settings};
+    find_bishop_pairs(scratch, board);
+    find_passed_pawns(scratch, board);
+    SCORE_PAIR sum = passed_pawns(scratch, board);
+    sum += material_imbalance(board);
+    sum += bishop_pair(scratch);
+    return board.frame().material_balance + (board.side_to_move == white ? sum : -sum).positional();
 }
 
-/// A position with all that an evaluation of it needs; the tables are empty at its start.
+/// A position with all that an evaluation of it needs, tables of its own included.
 struct EvaluationBuilder {
     explicit EvaluationBuilder(std::string_view fen, EVALUATION_SETTINGS with = {})
-        : board(BoardFromFen(std::string(fen))), settings(with) {
-        ForgetEvaluations();
-    }
+        : board(BoardFromFen(std::string(fen))), settings(with) {}
 
     EvaluationBuilder(const BOARD& position, EVALUATION_SETTINGS with) : board(position), settings(with) {}
 
@@ -35,18 +37,19 @@ struct EvaluationBuilder {
     /// Answers from the tables, if they know.
     int Ask(int bound) { return evaluate(context, board, bound, Type()); }
     int AskAfresh(int bound) {
-        ForgetEvaluations();
+        Forget();
         return Ask(bound);
     }
-    [[nodiscard]] int Score() {
-        ForgetEvaluations();
-        return exact_evaluation(context, board, Type());
+    [[nodiscard]] int Score() { return Score(Type()); }
+    [[nodiscard]] int Score(int position_type) {
+        Forget();
+        return exact_evaluation(context, board, position_type);
     }
 
     /// Brings the context to where the terms of the opening and middle game begin: all pawn facts found, the `attacks`
     /// of both sides hold the squares next to their kings, every counter is zero.
     void PrepareTerms() {
-        context = {.settings = &settings};
+        context = {.settings = &settings, .tables = &tables};
         find_bishop_pairs(context, board);
         find_passed_pawns(context, board);
         static_cast<void>(passed_pawns(context, board));
@@ -58,23 +61,19 @@ struct EvaluationBuilder {
         find_pawn_facts(context, board);
     }
 
-    /// What the first terms of the opening and middle game come to, positional, for the side to move: a bound at which
-    /// the routines always compute every term. A score is found there even if the other terms add more than the lazy
-    /// margins allow for, which misleads a bisection.
-    [[nodiscard]] int Estimate() const {
-        EVALUATION_CONTEXT scratch{.settings = &settings};
-        find_bishop_pairs(scratch, board);
-        find_passed_pawns(scratch, board);
-        SCORE_PAIR sum = passed_pawns(scratch, board);
-        sum += material_imbalance(board);
-        sum += bishop_pair(scratch);
-        return board.frame().material_balance + (board.side_to_move == white ? sum : -sum).positional();
-    }
+    [[nodiscard]] int Estimate() const { return EstimateOf(board, settings); }
     [[nodiscard]] int FullScore() { return AskAfresh(Estimate()); }
+
+    /// Empties the tables, with their counters.
+    void Forget() {
+        tables.Clear();
+        tables.NewSearch();
+    }
 
     BOARD board;
     EVALUATION_SETTINGS settings;
-    EVALUATION_CONTEXT context{.settings = &settings};
+    HashTables tables;
+    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
 };
 
 /// The position with the board turned upside down and the colours exchanged.

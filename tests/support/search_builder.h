@@ -5,32 +5,33 @@
 #include <string_view>
 
 #include "evaluation/context/evaluation_context.h"
+#include "search/engine/engine.h"
 #include "search/node/search_node.h"
 #include "search/state/node.h"
 #include "search/state/search_board.h"
-#include "search/tables/hash.h"
 #include "support/board_builder.h"
 
-/// A search board at a position, with empty tables and nobody around it: polls are counted and leave the countdown at
-/// `reload`.
+/// A search board at a position, with an engine of its own and nobody around it: polls are counted and leave the
+/// countdown at `reload`.
+///
+///     SearchBuilder search(fen, {.enable_ettc = true});
+///     search.settings.min_distance_for_ettc = 0;  // holds from here on
 class SearchBuilder final : private NodePoll {
   public:
-    explicit SearchBuilder(std::string_view fen, Score contempt = 0) : board(std::make_unique<SearchBoard>()) {
-        ClearTables();
+    explicit SearchBuilder(std::string_view fen, Score contempt = 0) : SearchBuilder(fen, SearchSettings{}, contempt) {}
+    SearchBuilder(std::string_view fen, const SearchSettings& with, Score contempt = 0) {
+        settings = with;
         board->poll = this;
-        board->evaluation.settings = &settings_;
+        board->evaluation.settings = &evaluation_settings_;
         board->StartSearch(BoardFromFen(std::string(fen)), contempt);
     }
 
-    std::unique_ptr<SearchBoard> board;
+    Engine engine;
+    HashTables& tables = engine.tables;
+    std::unique_ptr<SearchBoard> board = std::make_unique<SearchBoard>(engine);
+    SearchSettings& settings = board->settings;
     std::uint64_t reload = 1000000000;
     int polls = 0;
-
-    static void ClearTables() {
-        transposition_table.clear();
-        pawn_hash_table.clear();
-        evaluation_hash_table.clear();
-    }
 
     /// Makes a move as the tree would.
     void Make(std::string_view text) {
@@ -64,5 +65,5 @@ class SearchBuilder final : private NodePoll {
         ++polls;
         board->poll_countdown = reload;
     }
-    EVALUATION_SETTINGS settings_;
+    EVALUATION_SETTINGS evaluation_settings_;
 };

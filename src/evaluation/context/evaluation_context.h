@@ -6,6 +6,8 @@
 
 #include "chess/bits.h"
 
+struct HashTables;
+
 inline constexpr Bitboard light_squares = 0x55AA55AA55AA55AA;  // b1, d1, ..
 
 /// What shifts every evaluation of a search. Owned by the search, shared by pointer with every context. The evaluation
@@ -77,7 +79,9 @@ struct MAJORITY_INFO {
 
 /// The working record of one evaluation. Every evaluation starts by clearing it. Arrays of two are by Colour.
 struct EVALUATION_CONTEXT {
-    const EVALUATION_SETTINGS* settings = nullptr;  ///< not owned; what the caller sets, and all that is kept
+    // What the caller sets, and all that is kept. Not owned.
+    const EVALUATION_SETTINGS* settings = nullptr;
+    HashTables* tables = nullptr;  ///< needed by evaluate, not by the terms
 
     PAWN_INFO pawns[2] = {};
     Bitboard rams = 0;                   ///< pawns of both sides with a pawn directly in front

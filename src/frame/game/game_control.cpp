@@ -53,7 +53,7 @@ PlayerInfo defaultEngine(bool active) {
             .active = active};
 }
 
-GameControl::GameControl(GameProtocol& protocol) : protocol_(&protocol) {
+GameControl::GameControl(Engine& its_engine, GameProtocol& protocol) : engine(its_engine), protocol_(&protocol) {
     setPlayers(defaultHuman(), defaultEngine(true), false);
 }
 
@@ -89,8 +89,8 @@ SearchLimits GameControl::limitsFor(SearchPurpose purpose) const {
     }
     // The engine ponders while the opponent's clock runs.
     const bool ponders = purpose == SearchPurpose::ponder;
-    const Colour engine = ponders ? Opponent(clock.active()) : clock.active();
-    const Budget budget = TimeBudget(clock.milliseconds(engine), clock.movesLeft(engine));
+    const Colour side = ponders ? Opponent(clock.active()) : clock.active();
+    const Budget budget = TimeBudget(clock.milliseconds(side), clock.movesLeft(side));
     return {.kind = ponders ? SearchKind::pondering : SearchKind::normal,
             .max_depth = maxDepth,
             .max_time_limit = maxTime != 0 ? std::min(budget.maximum, maxTime) : budget.maximum,

@@ -7,6 +7,7 @@
 #include "frame/game/chess_clock.h"
 #include "frame/game/draw_resign_advisor.h"
 #include "frame/game/game_protocol.h"
+#include "search/engine/engine.h"
 #include "search/root/search_controller.h"
 #include "search/root/steering.h"
 
@@ -40,12 +41,14 @@ inline constexpr std::uint32_t prediction_pending = 2;
 /// Commands run inside a search and may throw through it; each leaves this object fit for the search to go on.
 class GameControl : public UserBoard {
   public:
-    /// `protocol` is told of what happens; it must live as long as the game, or until another one takes its place.
-    explicit GameControl(GameProtocol& protocol);
+    /// `its_engine` must outlive the game. `protocol` is told of what happens; it must live as long as the game, or
+    /// until another one takes its place.
+    GameControl(Engine& its_engine, GameProtocol& protocol);
     ~GameControl() override;
     GameControl(const GameControl&) = delete;
     GameControl& operator=(const GameControl&) = delete;
 
+    Engine& engine;
     ChessClock clock;
     PlayerInfo players[2];  ///< by colour
     bool pondering = false;
@@ -54,7 +57,7 @@ class GameControl : public UserBoard {
     std::int32_t maxTime = 0;      ///< milliseconds, 0 for none
     std::int32_t maxDepth = 0;     ///< 0 for none
     std::int32_t hintTime = 1000;  ///< milliseconds
-    SearchController search;
+    SearchController search{engine};
     DrawResignAdvisor advisor;
     std::uint32_t prediction = no_prediction;
 

@@ -23,8 +23,8 @@ constexpr int waiting_interval = 125;
 
 }  // namespace
 
-EngineShell::EngineShell(const std::vector<std::string>& arguments)
-    : game_(std::make_unique<ConnectedGame>(std::make_unique<VorkaInterfaces::ConsoleProtocol>())) {
+EngineShell::EngineShell(Engine& engine, const std::vector<std::string>& arguments)
+    : game_(std::make_unique<ConnectedGame>(engine, std::make_unique<VorkaInterfaces::ConsoleProtocol>())) {
     game_->protocol().start();
     carryOutOptions(arguments);
 }

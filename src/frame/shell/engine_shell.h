@@ -17,8 +17,9 @@
 /// Re-entrancy is the matter to watch: pollInput runs commands inside a search.
 class EngineShell : private SearchHost {
   public:
-    /// Starts the console protocol, then carries out the command line. `arguments` without the program's name.
-    explicit EngineShell(const std::vector<std::string>& arguments);
+    /// Starts the console protocol, then carries out the command line. `arguments` without the program's name;
+    /// `engine` must outlive the shell.
+    EngineShell(Engine& engine, const std::vector<std::string>& arguments);
 
     /// The main loop; returns the exit status of the program when `quit` arrives, or at once if the command line has
     /// ended the program already.

@@ -10,13 +10,12 @@
 #include "frame/shell/engine_shell.h"
 #include "frame/shell/log_file_name.h"
 #include "frame/shell/self_checks.h"
-#include "search/tables/hash.h"
+#include "search/engine/engine.h"
 
 namespace {
 
 constexpr std::uint64_t transposition_table_bytes = 0x2000000;
-constexpr std::uint64_t pawn_hash_table_bytes = 0x400000;
-constexpr std::uint64_t evaluation_hash_table_bytes = 0x400000;
+constexpr std::uint64_t evaluation_table_bytes = 0x400000;  // of pawns, and of scores
 
 void WriteBitAlgorithms() {
     const EchoScope file_only(vlog, Echo::off);
@@ -36,15 +35,14 @@ int main(int argc, char* argv[]) {
     RunSelfChecks();
     IgnoreBrokenPipe();
     ReserveStandardDescriptors();
+    Engine engine;
     vlog.Open(ChooseLogFileName(FileExists));
     WriteBitAlgorithms();
-    transposition_table.resize(transposition_table_bytes);
-    pawn_hash_table.resize(pawn_hash_table_bytes);
-    evaluation_hash_table.resize(evaluation_hash_table_bytes);
+    engine.tables.Resize(transposition_table_bytes, evaluation_table_bytes);
     ExecutableDirectory(argc > 0 ? argv[0] : "");
     VorkaBitbases::InitBitbases();
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::erase(arguments, "");
-    return EngineShell(arguments).run();
+    return EngineShell(engine, arguments).run();
 }

@@ -203,7 +203,7 @@ void WriteSquare(std::string_view text, Square square, int value) {
     vlog << text << SquareToString(square) << vocabulary::optimize_value << value << ")\n";
 }
 
-void FindBestSquare(const BOARD& board, Square from, int personality) {
+void FindBestSquare(const BOARD& board, Square from, int personality, HashTables& tables) {
     const Colour side = board.squares[from] > 0 ? white : black;
     int best_value = -infinity_bound;
     Square best = from;
@@ -211,7 +211,7 @@ void FindBestSquare(const BOARD& board, Square from, int personality) {
         const Square to = TakeNextBit(left);
         const std::optional<BOARD> changed = WithManOn(board, from, to);
         if (!changed || IsLostOn(board, from, to, side)) continue;
-        const int value = evaluate_for_display(*changed, personality);
+        const int value = evaluate_for_display(*changed, personality, tables);
         if (value <= best_value) continue;
         best_value = value;
         best = to;
@@ -230,7 +230,7 @@ void Command_OptimizePiece::work(ConnectedGame& game) {
     vlog << vocabulary::optimize_piece;
     vlog.Flush();
     if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
-        FindBestSquare(game.board(), *square, game.protocol().personality);
+        FindBestSquare(game.board(), *square, game.protocol().personality, game.engine.tables);
     } else {
         vlog << vocabulary::optimize_invalid_square;
     }

@@ -20,13 +20,16 @@ void Command_Eval::check(ConnectedGame& game) {
 }
 
 void Command_Eval::work(ConnectedGame& game) {
-    vlog << vocabulary::eval << ": " << evaluate_for_display(game.board(), game.protocol().personality) << '\n';
+    vlog << vocabulary::eval << ": "
+         << evaluate_for_display(game.board(), game.protocol().personality, game.engine.tables) << '\n';
     vlog.Flush();
 }
 
 void Command_Help::work(ConnectedGame& game) { game.protocol().showHelp(); }
 
-void Command_DisplayHashtableStatus::work(ConnectedGame& game) { game.protocol().showHashtableStatus(true); }
+void Command_DisplayHashtableStatus::work(ConnectedGame& game) {
+    game.protocol().showHashtableStatus(game.engine.tables, true);
+}
 
 void Command_DisplayPersonality::work(ConnectedGame& game) { game.protocol().showPersonality(); }
 

@@ -30,17 +30,17 @@ std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
 /// What the search relies on may change in force mode alone, where none runs.
 bool isForced(const ConnectedGame& game) { return game.engineMode == EngineMode::force; }
 
-ABSTRACT_HASH_TABLE* tableNamed(std::string_view type) {
-    if (type == vocabulary::hash_word_transposition) return &transposition_table;
-    if (type == vocabulary::hash_word_pawn) return &pawn_hash_table;
-    if (type == vocabulary::hash_word_evaluation) return &evaluation_hash_table;
+ABSTRACT_HASH_TABLE* tableNamed(std::string_view type, HashTables& tables) {
+    if (type == vocabulary::hash_word_transposition) return &tables.transposition;
+    if (type == vocabulary::hash_word_pawn) return &tables.pawn;
+    if (type == vocabulary::hash_word_evaluation) return &tables.evaluation;
     return nullptr;
 }
 
 }  // namespace
 
-void Command_DisplaySettingVariables::check(ConnectedGame&) {
-    const Settings settings = Settings::Current();
+void Command_DisplaySettingVariables::check(ConnectedGame& game) {
+    const Settings settings = Settings::Of(game.engine.settings);
     std::ostringstream text;
     try {
         if (names_.empty() || names_ == vocabulary::all) {
@@ -63,7 +63,7 @@ void Command_DisplaySettingVariables::work(ConnectedGame&) {
 
 void Command_ChangeSettings::check(ConnectedGame& game) {
     if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
-    Settings changed = Settings::Current();
+    Settings changed = Settings::Of(game.engine.settings);
     try {
         change(changed);
     } catch (const TextException& error) {
@@ -72,7 +72,7 @@ void Command_ChangeSettings::check(ConnectedGame& game) {
     settings_.emplace(std::move(changed));
 }
 
-void Command_ChangeSettings::work(ConnectedGame&) { settings_->Apply(); }
+void Command_ChangeSettings::work(ConnectedGame& game) { settings_->ApplyTo(game.engine.settings); }
 
 void Command_ModifySettingVariables::change(Settings& settings) const {
     const std::vector<std::string_view> pieces = SplitAtSemicolons(assignments_);
@@ -90,16 +90,16 @@ void Command_ModifySettingVariables::change(Settings& settings) const {
 
 void Command_ReadSearchSettings::change(Settings& settings) const { settings.ReadFile(path_); }
 
-void Command_WriteSearchSettings::work(ConnectedGame&) {
+void Command_WriteSearchSettings::work(ConnectedGame& game) {
     try {
-        Settings::Current().WriteFile(path_);
+        Settings::Of(game.engine.settings).WriteFile(path_);
     } catch (const Settings::SettingsException& error) {
         refuse(error.text());
     }
 }
 
 void Command_ResizeHashtable::check(ConnectedGame& game) {
-    table_ = tableNamed(type_);
+    table_ = tableNamed(type_, game.engine.tables);
     if (table_ == nullptr) refuse(vocabulary::unknown_hashtable_type);
     try {
         bytes_ = VorkaUtils::ParseSize(size_);

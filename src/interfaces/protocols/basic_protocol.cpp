@@ -40,18 +40,7 @@ double Ratio(std::uint64_t part, std::uint64_t whole) {
     return whole == 0 ? 0.0 : static_cast<double>(part) / static_cast<double>(whole);
 }
 
-double HitRatio(const ABSTRACT_HASH_TABLE& table) { return Ratio(table.hits(), table.probes()); }
-
-/// The three tables as `hash` lists them.
-struct NamedTable {
-    std::string_view name;
-    const ABSTRACT_HASH_TABLE& table;
-};
-const NamedTable hash_tables[] = {
-    {vocabulary::transposition_table, transposition_table},
-    {vocabulary::pawn_hashtable, pawn_hash_table},
-    {vocabulary::evaluation_hashtable, evaluation_hash_table},
-};
+double HitRatio(const TableUse& use) { return Ratio(use.hits, use.probes); }
 
 void WriteFilling(const ABSTRACT_HASH_TABLE& table) {
     const std::uint64_t total = table.totalSlots();
@@ -111,8 +100,14 @@ void BasicProtocol::showStartupHelp() { VorkaHelpScreen::StartupHelp().print(); 
 
 void BasicProtocol::showEditHelp() { VorkaHelpScreen::EditHelp().print(); }
 
-void BasicProtocol::showHashtableStatus(bool details) {
-    for (const NamedTable& row : hash_tables) {
+void BasicProtocol::showHashtableStatus(const HashTables& tables, bool details) {
+    struct NamedTable {
+        std::string_view name;
+        const ABSTRACT_HASH_TABLE& table;
+    };
+    for (const NamedTable& row : {NamedTable{vocabulary::transposition_table, tables.transposition},
+                                  NamedTable{vocabulary::pawn_hashtable, tables.pawn},
+                                  NamedTable{vocabulary::evaluation_hashtable, tables.evaluation}}) {
         vlog << row.name << ": " << VorkaUtils::SizeToString(row.table.totalBytes()) << '\n';
         if (details) WriteFilling(row.table);
     }
@@ -167,9 +162,9 @@ void BasicProtocol::writeSearchStatistics(const SearchInfo& info) {
     std::ostringstream text;
     text << vocabulary::statistics_time << static_cast<double>(milliseconds) / 1000.0 << vocabulary::statistics_seconds
          << VorkaUtils::ToString(info.nodes / 1000) << vocabulary::statistics_knodes << Ratio(info.nodes, divisor)
-         << vocabulary::statistics_knps << vocabulary::statistics_hit_ratio_trans << HitRatio(transposition_table)
-         << vocabulary::statistics_hit_ratio_pawn << HitRatio(pawn_hash_table) << vocabulary::statistics_hit_ratio_eval
-         << HitRatio(evaluation_hash_table) << '\n'
+         << vocabulary::statistics_knps << vocabulary::statistics_hit_ratio_trans << HitRatio(info.transposition_table)
+         << vocabulary::statistics_hit_ratio_pawn << HitRatio(info.pawn_hash_table)
+         << vocabulary::statistics_hit_ratio_eval << HitRatio(info.evaluation_hash_table) << '\n'
          << vocabulary::statistics_ettc_tries << VorkaUtils::ToString(info.ettc_tries)
          << vocabulary::statistics_ettc_cutoffs << VorkaUtils::ToString(info.ettc_cutoffs)
          << vocabulary::statistics_ettc_efficiency << Ratio(info.ettc_cutoffs, info.ettc_tries) << '\n';

@@ -9,6 +9,8 @@
 #include "search/root/search_host.h"
 #include "search/root/steering.h"
 
+struct HashTables;
+
 namespace VorkaInterfaces {
 
 /// Everything that the engine says goes through one object of this class: what the game says, what the search reports
@@ -54,7 +56,7 @@ class BasicProtocol : public GameProtocol {
     virtual void showVersion();
     virtual void showBoard(const UserBoard& game, bool with_state);
     virtual void showPersonality();
-    virtual void showHashtableStatus(bool details);
+    virtual void showHashtableStatus(const HashTables& tables, bool details);
     virtual void onEditBoardChanged(EditBoard& board) = 0;
     virtual void onGameLoaded(const UserBoard& game) = 0;
     virtual void tellUser(const std::string& text) = 0;

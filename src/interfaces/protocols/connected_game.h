@@ -11,8 +11,8 @@ namespace VorkaInterfaces {
 /// The game with the protocol in force: what the shell owns and the commands work on.
 class ConnectedGame : public GameControl {
   public:
-    explicit ConnectedGame(std::unique_ptr<BasicProtocol> first_protocol)
-        : GameControl(*first_protocol), protocol_(std::move(first_protocol)) {}
+    ConnectedGame(Engine& its_engine, std::unique_ptr<BasicProtocol> first_protocol)
+        : GameControl(its_engine, *first_protocol), protocol_(std::move(first_protocol)) {}
 
     [[nodiscard]] BasicProtocol& protocol() const { return *protocol_; }
     /// Puts another protocol in force; it takes over the state of the old one and starts.

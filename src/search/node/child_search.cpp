@@ -1,17 +1,16 @@
 #include "search/node/child_search.h"
 
+#include "frame/base/theory.h"
+#include "search/node/node_theory.h"
 #include "search/node/search_node.h"
-#include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
-
-namespace settings = search_settings;
 
 ChildFlags FlagsForChild(const Node& node, Move move) {
     ChildFlags flags = Inherited(node.child_flags);
     if (HasAny(node.extended, ExtensionCauses::double_check)) flags |= ChildFlags::no_recapture_extension;
     if (GivesCheck(move)) {
-        if (settings::skip_razoring_when_last_move_was_a_check) flags |= NextPly(ChildFlags::no_limited_razoring);
-        if (settings::skip_extended_futility_pruning_when_last_move_was_a_check) {
+        if (node.settings().skip_razoring_when_last_move_was_a_check) flags |= NextPly(ChildFlags::no_limited_razoring);
+        if (node.settings().skip_extended_futility_pruning_when_last_move_was_a_check) {
             flags |= NextPly(ChildFlags::no_extended_futility);
         }
     }
@@ -24,13 +23,14 @@ Score SearchChild(Node& node, Move move, Distance new_distance, Distance reduced
     const NodeType type = node.moves_tried == 1 ? -node.type : NodeType::cut;
     search.moves_played[node.ply + 1] = move;
     search.board.MakeMove(move);
-    transposition_table.Prefetch(search.board.key());
+    search.engine.tables.transposition.Prefetch(search.board.key());
     Score score =
         -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY, type, node.position_class, flags);
-    if (settings::enable_verification_search && score >= node.beta && reduced > 0) {
+    if (node.settings().enable_verification_search && score >= node.beta && reduced > 0) {
         score = -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY + reduced,
                             node.is_principal() ? NodeType::principal : NodeType::all, node.position_class, flags);
     }
+    if constexpr (theory_is_checked) AssertIsAnswer(-score, 1 - node.beta);
     search.board.UnmakeMove(move);
     return score;
 }

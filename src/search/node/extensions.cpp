@@ -7,9 +7,6 @@
 #include "chess/attacks.h"
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/position_type.h"
-#include "search/settings/search_settings.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -25,20 +22,20 @@ Distance Capped(Distance sum, Distance cap) { return cap == no_cap ? sum : std::
 /// Below this the position earns nothing. The names of the settings speak of a depth; what is compared is the distance:
 /// docs/oddities.md, least distance.
 Distance LeastDistance(const Node& node) {
-    return node.is_principal() ? settings::min_depth_for_search_extensions_if_searching_pv_move
-                               : settings::min_depth_for_search_extensions_if_not_searching_pv_move;
+    return node.is_principal() ? node.settings().min_depth_for_search_extensions_if_searching_pv_move
+                               : node.settings().min_depth_for_search_extensions_if_not_searching_pv_move;
 }
 
 /// Near the root all extensions are given in full.
 bool TakesFullColumn(const Node& node) {
     const bool never_in_quiescence = node.is_principal()
-                                         ? settings::never_full_extension_in_quiescence_if_searching_pv_move
-                                         : settings::never_full_extension_in_quiescence_if_not_searching_pv_move;
+                                         ? node.settings().never_full_extension_in_quiescence_if_searching_pv_move
+                                         : node.settings().never_full_extension_in_quiescence_if_not_searching_pv_move;
     if (never_in_quiescence && node.distance <= 0) return false;
     const std::int32_t last_full_ply = node.search.iteration_depth *
-                                           settings::full_extension_root_depth_related_factor_multiplicator /
-                                           settings::full_extension_root_depth_related_factor_divisor +
-                                       settings::full_extension_minimum_depth;
+                                           node.settings().full_extension_root_depth_related_factor_multiplicator /
+                                           node.settings().full_extension_root_depth_related_factor_divisor +
+                                       node.settings().full_extension_minimum_depth;
     return static_cast<std::int32_t>(node.ply) <= last_full_ply;
 }
 
@@ -49,31 +46,32 @@ Distance Amount(const Node& node, Distance full, Distance limited) { return node
 Distance MateThreat(Node& node) {
     if (!HasAny(node.flags, NodeFlags::mate_threat)) return 0;
     node.extended |= mate_threat;
-    return Amount(node, settings::full_mate_threat_extension_bonus, settings::limited_mate_threat_extension_bonus);
+    return Amount(node, node.settings().full_mate_threat_extension_bonus,
+                  node.settings().limited_mate_threat_extension_bonus);
 }
 
 Distance PerpetualThreat(Node& node) {
     if (!HasAny(node.flags, NodeFlags::perpetual_threat)) return 0;
     node.extended |= perpetual_threat;
-    return Amount(node, settings::full_perpetual_check_threat_extension_bonus,
-                  settings::limited_perpetual_check_threat_extension_bonus);
+    return Amount(node, node.settings().full_perpetual_check_threat_extension_bonus,
+                  node.settings().limited_perpetual_check_threat_extension_bonus);
 }
 
 Distance PinThreat(Node& node) {
     if (!HasAny(node.flags, NodeFlags::pin_threat)) return 0;
     node.extended |= pin_threat;
-    if (!settings::always_assume_that_pin_threat_was_hashed) {
+    if (!node.settings().always_assume_that_pin_threat_was_hashed) {
         if (node.pin_result == PinResult::new_pin) {
-            return Amount(node, settings::full_pin_threat_extension_bonus__new_pin,
-                          settings::limited_pin_threat_extension_bonus__new_pin);
+            return Amount(node, node.settings().full_pin_threat_extension_bonus__new_pin,
+                          node.settings().limited_pin_threat_extension_bonus__new_pin);
         }
         if (node.pin_result == PinResult::tightened) {
-            return Amount(node, settings::full_pin_threat_extension_bonus__tightend_pin,
-                          settings::limited_pin_threat_extension_bonus__tightend_pin);
+            return Amount(node, node.settings().full_pin_threat_extension_bonus__tightend_pin,
+                          node.settings().limited_pin_threat_extension_bonus__tightend_pin);
         }
     }
-    return Amount(node, settings::full_pin_threat_extension_bonus__hashed_pin,
-                  settings::limited_pin_threat_extension_bonus__hashed_pin);
+    return Amount(node, node.settings().full_pin_threat_extension_bonus__hashed_pin,
+                  node.settings().limited_pin_threat_extension_bonus__hashed_pin);
 }
 
 /// Tests the queens only if nobody has yet.
@@ -83,8 +81,8 @@ Distance AttackedQueen(Node& node) {
     }
     if (!HasAny(node.flags, NodeFlags::queen_attacked)) return 0;
     node.extended |= queen_attacked;
-    return Amount(node, settings::full_queen_attacked_extension_bonus,
-                  settings::limited_queen_attacked_extension_bonus);
+    return Amount(node, node.settings().full_queen_attacked_extension_bonus,
+                  node.settings().limited_queen_attacked_extension_bonus);
 }
 
 // By position type, in 1/64 ply: while a line stays in a type, and when it enters one.
@@ -125,7 +123,7 @@ bool StaysInClass(Node& node) {
 /// What the material of the position is worth: some endings are worth a longer look, others none. A capture or
 /// promotion that leads into an ending earns nothing yet; the first quiet move after it enters.
 Distance PositionTypeTerm(Node& node, bool earns_extensions) {
-    if (!settings::enable_position_type_dependent_search_extensions || (node.last_move() & tactical_bits) != 0) {
+    if (!node.settings().enable_position_type_dependent_search_extensions || (node.last_move() & tactical_bits) != 0) {
         return 0;
     }
     const Distance term = StaysInClass(node) ? stay[static_cast<std::size_t>(node.position_class)] : EnteringTerm(node);
@@ -142,16 +140,16 @@ Distance Check(Node& node, Move move) {
     switch (CheckType(move)) {
         case 1:
             node.extended |= simple_check;
-            return Amount(node, settings::full_simple_check_extension_bonus,
-                          settings::limited_simple_check_extension_bonus);
+            return Amount(node, node.settings().full_simple_check_extension_bonus,
+                          node.settings().limited_simple_check_extension_bonus);
         case 2:
             node.extended |= discovered_check;
-            return Amount(node, settings::full_discovered_check_extension_bonus,
-                          settings::limited_discovered_check_extension_bonus);
+            return Amount(node, node.settings().full_discovered_check_extension_bonus,
+                          node.settings().limited_discovered_check_extension_bonus);
         case 3:
             node.extended |= double_check;
-            return Amount(node, settings::full_double_check_extension_bonus,
-                          settings::limited_double_check_extension_bonus);
+            return Amount(node, node.settings().full_double_check_extension_bonus,
+                          node.settings().limited_double_check_extension_bonus);
         default:
             return 0;
     }
@@ -160,37 +158,38 @@ Distance Check(Node& node, Move move) {
 /// A pawn rounds to nothing, so that one taken after a quiet move counts too: docs/oddities.md, recapture.
 Distance Recapture(Node& node, Move move) {
     const Move last = node.last_move();
-    if (CapturedPiece(move) < settings::min_captured_piece_for_recapture_extension ||
+    if (CapturedPiece(move) < node.settings().min_captured_piece_for_recapture_extension ||
         HasAny(node.child_flags, ChildFlags::no_recapture_extension) || node.ply == 0 ||
         material_units[CapturedPiece(move)] != material_units[CapturedPiece(last)] ||
-        (settings::capture_and_recapture_must_be_on_the_same_sq && ToSquare(move) != ToSquare(last))) {
+        (node.settings().capture_and_recapture_must_be_on_the_same_sq && ToSquare(move) != ToSquare(last))) {
         return 0;
     }
     node.extended |= recapture;
-    return Amount(node, settings::full_recapture_extension_bonus, settings::limited_recapture_extension_bonus);
+    return Amount(node, node.settings().full_recapture_extension_bonus,
+                  node.settings().limited_recapture_extension_bonus);
 }
 
 bool IsEndgame(const Node& node) { return node.position_class > middle_game; }
 
 Distance PawnTo7th(Node& node) {
     node.extended |= passed_pawn_7th;
-    return IsEndgame(node) ? Amount(node, settings::full_passer_7th_rank_extension_bonus__endgame,
-                                    settings::limited_passer_7th_rank_extension_bonus__endgame)
-                           : Amount(node, settings::full_passer_7th_rank_extension_bonus__non_endgame,
-                                    settings::limited_passer_7th_rank_extension_bonus__non_endgame);
+    return IsEndgame(node) ? Amount(node, node.settings().full_passer_7th_rank_extension_bonus__endgame,
+                                    node.settings().limited_passer_7th_rank_extension_bonus__endgame)
+                           : Amount(node, node.settings().full_passer_7th_rank_extension_bonus__non_endgame,
+                                    node.settings().limited_passer_7th_rank_extension_bonus__non_endgame);
 }
 
 template <Colour Us>
 Distance PawnTo6th(Node& node, Move move) {
-    if (settings::passer_must_reach_6th_rank_by_non_capture_move && CapturedPiece(move) != no_piece) return 0;
+    if (node.settings().passer_must_reach_6th_rank_by_non_capture_move && CapturedPiece(move) != no_piece) return 0;
     const Bitboard* const front_span =
         Us == white ? bitboard_tables.white_pawn_front_span : bitboard_tables.black_pawn_front_span;
     if ((front_span[ToSquare(move)] & node.board().side(Opponent(Us)).pawns) != 0) return 0;
     node.extended |= passed_pawn_6th;
-    return IsEndgame(node) ? Amount(node, settings::full_passer_6th_rank_extension_bonus__endgame,
-                                    settings::limited_passer_6th_rank_extension_bonus__endgame)
-                           : Amount(node, settings::full_passer_6th_rank_extension_bonus__non_endgame,
-                                    settings::limited_passer_6th_rank_extension_bonus__non_endgame);
+    return IsEndgame(node) ? Amount(node, node.settings().full_passer_6th_rank_extension_bonus__endgame,
+                                    node.settings().limited_passer_6th_rank_extension_bonus__endgame)
+                           : Amount(node, node.settings().full_passer_6th_rank_extension_bonus__non_endgame,
+                                    node.settings().limited_passer_6th_rank_extension_bonus__non_endgame);
 }
 
 /// A pawn on its 7th rank needs nothing more; on the 6th it must be passed.
@@ -217,14 +216,15 @@ Distance RookTo7th(Node& node, Move move) {
         return 0;
     }
     node.extended |= rook_on_7th;
-    return Amount(node, settings::full_rook_on_7th_rank_extension_bonus,
-                  settings::limited_rook_on_7th_rank_extension_bonus);
+    return Amount(node, node.settings().full_rook_on_7th_rank_extension_bonus,
+                  node.settings().limited_rook_on_7th_rank_extension_bonus);
 }
 
 Distance SingleReply(Node& node) {
     if (!HasAny(node.flags, NodeFlags::single_reply)) return 0;
     node.extended |= single_reply;
-    return Amount(node, settings::full_single_move_extension_bonus, settings::limited_single_move_extension_bonus);
+    return Amount(node, node.settings().full_single_move_extension_bonus,
+                  node.settings().limited_single_move_extension_bonus);
 }
 
 template <Colour Us>
@@ -234,14 +234,14 @@ Distance InstantExtensions(Node& node, Move move) {
     sum += PassedPawn<Us>(node, move);
     sum += RookTo7th<Us>(node, move);
     sum += SingleReply(node);
-    return Capped(sum,
-                  Amount(node, settings::full_instant_extensions_bonus, settings::limited_instant_extensions_bonus));
+    return Capped(sum, Amount(node, node.settings().full_instant_extensions_bonus,
+                              node.settings().limited_instant_extensions_bonus));
 }
 
 }  // namespace
 
 void DelayedExtensions(Node& node) {
-    if (!settings::enable_search_extensions) return;
+    if (!node.settings().enable_search_extensions) return;
     const bool earns_extensions = node.distance >= LeastDistance(node);
     node.full_extensions = earns_extensions && TakesFullColumn(node);
     Distance sum = 0;
@@ -252,14 +252,15 @@ void DelayedExtensions(Node& node) {
         sum += AttackedQueen(node);
     }
     sum += PositionTypeTerm(node, earns_extensions);
-    node.delayed_extension =
-        Capped(sum, Amount(node, settings::full_delayed_extensions_bonus, settings::limited_delayed_extensions_bonus));
+    node.delayed_extension = Capped(sum, Amount(node, node.settings().full_delayed_extensions_bonus,
+                                                node.settings().limited_delayed_extensions_bonus));
 }
 
 Distance ExtendedDistance(Node& node, Move move) {
-    if (!settings::enable_search_extensions) return node.distance;
+    if (!node.settings().enable_search_extensions) return node.distance;
     const Distance instant = node.board().side_to_move == white ? InstantExtensions<white>(node, move)
                                                                 : InstantExtensions<black>(node, move);
-    const Distance cap = Amount(node, settings::full_total_extensions_bonus, settings::limited_total_extensions_bonus);
+    const Distance cap =
+        Amount(node, node.settings().full_total_extensions_bonus, node.settings().limited_total_extensions_bonus);
     return node.distance + Capped(instant + node.delayed_extension, cap);
 }

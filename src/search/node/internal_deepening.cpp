@@ -3,9 +3,6 @@
 #include <algorithm>
 
 #include "search/node/search_node.h"
-#include "search/settings/search_settings.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -17,8 +14,8 @@ static_assert(Word(deepening_flags | no_limited_razoring) == 0x6B);
 
 ChildFlags DeepeningFlags(const Node& node) {
     ChildFlags flags = node.child_flags | deepening_flags;
-    if (settings::skip_razoring_if_doing_iid) flags |= no_limited_razoring;
-    if (settings::skip_extended_futility_pruning_if_doing_iid) flags |= no_extended_futility;
+    if (node.settings().skip_razoring_if_doing_iid) flags |= no_limited_razoring;
+    if (node.settings().skip_extended_futility_pruning_if_doing_iid) flags |= no_extended_futility;
     return flags;
 }
 
@@ -28,10 +25,10 @@ constexpr int deepest_nesting = 64;
 
 Distance ReducedDistance(const Node& node) {
     Distance distance =
-        node.distance -
-        (node.distance >= settings::iid_critical_distance ? settings::iid_max_reduction : settings::iid_min_reduction);
+        node.distance - (node.distance >= node.settings().iid_critical_distance ? node.settings().iid_max_reduction
+                                                                                : node.settings().iid_min_reduction);
     // On it, in spite of the setting's name: docs/oddities.md, deepening on the principal variation.
-    if (node.is_principal()) distance -= settings::iid_extra_reduction_if_not_searching_pv_move;
+    if (node.is_principal()) distance -= node.settings().iid_extra_reduction_if_not_searching_pv_move;
     return std::max(distance, 1);
 }
 
@@ -41,8 +38,8 @@ bool IsInList(const Node& node, Move move) { return std::find(node.moves, node.m
 
 std::optional<Score> InternalDeepening(Node& node) {
     if (node.hash_move != INVALID) return std::nullopt;
-    const Distance threshold = node.is_principal() ? settings::min_depth_for_iid_if_searching_pv_move
-                                                   : settings::min_depth_for_iid_if_not_searching_pv_move;
+    const Distance threshold = node.is_principal() ? node.settings().min_depth_for_iid_if_searching_pv_move
+                                                   : node.settings().min_depth_for_iid_if_not_searching_pv_move;
     if (node.distance < threshold) return std::nullopt;
     const Distance reduced = ReducedDistance(node);
     if (reduced >= node.distance || node.search.deepening_searches == deepest_nesting) return std::nullopt;
@@ -53,7 +50,7 @@ std::optional<Score> InternalDeepening(Node& node) {
                      DeepeningFlags(node));
     --node.search.deepening_searches;
     node.hash_move = node.search.pv[node.ply][0];
-    const bool was_refuted = node.has_move_list && settings::ettc_should_remove_refuted_moves &&
+    const bool was_refuted = node.has_move_list && node.settings().ettc_should_remove_refuted_moves &&
                              node.hash_move != INVALID && !IsInList(node, node.hash_move);
     if (was_refuted) return node.beta - 1;
     return std::nullopt;

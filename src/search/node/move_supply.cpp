@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "search/node/move_list.h"
-#include "search/settings/search_settings.h"
 
 std::optional<Score> MoveSupply::Next(Move& move) {
     move = INVALID;
@@ -39,7 +38,7 @@ std::optional<Score> MoveSupply::List(Move& move) {
     state_ = State::none;
     // With extensions the only move is tried again, now that it is known to be the only one: docs/oddities.md, single
     // reply.
-    if (search_settings::enable_search_extensions || node_.hash_move == INVALID) move = *node_.moves;
+    if (node_.settings().enable_search_extensions || node_.hash_move == INVALID) move = *node_.moves;
     return std::nullopt;
 }
 

@@ -3,17 +3,14 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
-
-namespace settings = search_settings;
 
 namespace {
 
 void RewardCut(const Node& node) {
     SearchBoard& search = node.search;
     search.killers[node.ply].Take(node.best_move);
-    if (settings::no_history_bonus_for_tactical_moves && (node.best_move & tactical_bits) != 0) return;
+    if (node.settings().no_history_bonus_for_tactical_moves && (node.best_move & tactical_bits) != 0) return;
     search.history.UpdateHistory(node.best_move, static_cast<Colour>(node.board().side_to_move), node.distance,
                                  node.ply);
 }
@@ -42,7 +39,7 @@ void StoreResult(const Node& node, bool is_cut) {
         entry.upper_bound = score;
         entry.upper_distance = distance;
     }
-    transposition_table.Store(entry);
+    node.search.engine.tables.transposition.Store(entry);
 }
 
 }  // namespace
@@ -59,6 +56,6 @@ Score FinishNode(const Node& node) {
     if (node.best == best_score_start) return node.beta - 1;  // every move was skipped
     const bool is_cut = node.best >= node.beta;
     if (is_cut) RewardCut(node);
-    if (node.distance >= settings::required_distance_to_store_hashtables) StoreResult(node, is_cut);
+    if (node.distance >= node.settings().required_distance_to_store_hashtables) StoreResult(node, is_cut);
     return node.best;
 }

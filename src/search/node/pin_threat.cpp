@@ -8,9 +8,6 @@
 
 #include "chess/attacks.h"
 #include "chess/bitboard_tables.h"
-#include "search/settings/search_settings.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -192,18 +189,18 @@ Finding FollowPin(const Node& node) {
 }
 
 /// Whether a pin that was found threatens to win something.
-bool IsThreat(const BOARD& board, const Finding& finding) {
+bool IsThreat(const Node& node, const Finding& finding) {
     if (static_cast<int>(finding.result) <= 0) return false;
-    const int gain = material_units[PieceOn(board, finding.record.pinned_square)] -
-                     material_units[PieceOn(board, finding.record.pinner_square)];
+    const int gain = material_units[PieceOn(node.board(), finding.record.pinned_square)] -
+                     material_units[PieceOn(node.board(), finding.record.pinner_square)];
     if (gain > 0) return true;
-    return !settings::consider_only_winning_pins_as_threats && finding.result == PinResult::tightened;
+    return !node.settings().consider_only_winning_pins_as_threats && finding.result == PinResult::tightened;
 }
 
 /// The first setting hides the second: docs/oddities.md, pins and pruning.
-ChildFlags KeptFromPruning() {
-    if (settings::skip_pruning_at_the_next_ply_because_of_pin_threat) return children_of_a_pin;
-    if (settings::skip_pruning_at_this_ply_because_of_pin_threat) return node_of_a_pin;
+ChildFlags KeptFromPruning(const Node& node) {
+    if (node.settings().skip_pruning_at_the_next_ply_because_of_pin_threat) return children_of_a_pin;
+    if (node.settings().skip_pruning_at_this_ply_because_of_pin_threat) return node_of_a_pin;
     return ChildFlags::none;
 }
 
@@ -214,8 +211,8 @@ void DetectPinThreat(Node& node) {
     node.search.pins[node.ply] = finding.record;
     node.pin_result = finding.result;
     if (!HasAny(node.flags, NodeFlags::pin_threat)) {
-        if (!IsThreat(node.board(), finding)) return;
+        if (!IsThreat(node, finding)) return;
         node.flags |= NodeFlags::pin_threat;
     }
-    node.child_flags |= KeptFromPruning();
+    node.child_flags |= KeptFromPruning(node);
 }

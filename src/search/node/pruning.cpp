@@ -3,18 +3,16 @@
 #include <cstdint>
 
 #include "evaluation/context/position_type.h"
-#include "search/settings/search_settings.h"
-
-namespace settings = search_settings;
 
 namespace {
 
 bool IsSimpleEnding(int position_class) { return position_class >= rook_ending && position_class <= pawnless; }
 
 bool FutilityIsEnabled(const Node& node) {
-    const bool is_enabled = node.is_principal() ? settings::enable_futility_pruning_if_searching_pv_move
-                                                : settings::enable_futility_pruning_if_not_searching_pv_move;
-    return is_enabled && (!settings::skip_futility_pruning_if_searching_for_mate || !node.is_searching_for_mate());
+    const bool is_enabled = node.is_principal() ? node.settings().enable_futility_pruning_if_searching_pv_move
+                                                : node.settings().enable_futility_pruning_if_not_searching_pv_move;
+    return is_enabled &&
+           (!node.settings().skip_futility_pruning_if_searching_for_mate || !node.is_searching_for_mate());
 }
 
 /// With material so far below beta, moves that gain little are futile.
@@ -26,54 +24,57 @@ void SetFutility(Node& node, Score margin) {
 }
 
 bool MayBeRazored(const Node& node) {
-    const bool is_enabled = node.is_principal() ? settings::enable_limited_razoring_if_searching_pv_move
-                                                : settings::enable_limited_razoring_if_not_searching_pv_move;
+    const bool is_enabled = node.is_principal() ? node.settings().enable_limited_razoring_if_searching_pv_move
+                                                : node.settings().enable_limited_razoring_if_not_searching_pv_move;
     const SIDE_PIECES& enemy = node.board().enemy();
-    return is_enabled && node.distance >= settings::min_distance_for_limited_razoring &&
-           node.distance <= settings::max_distance_for_limited_razoring &&
+    return is_enabled && node.distance >= node.settings().min_distance_for_limited_razoring &&
+           node.distance <= node.settings().max_distance_for_limited_razoring &&
            !HasAny(node.child_flags, ChildFlags::no_limited_razoring) &&
-           !(settings::skip_limited_razoring_if_searching_for_mate && node.is_searching_for_mate()) &&
-           enemy.minor_points / 3 + enemy.heavy_points >= settings::minimum_enemy_pieces_left_for_limited_razoring &&
-           node.material_balance() + settings::limited_razoring_margin < node.beta;
+           !(node.settings().skip_limited_razoring_if_searching_for_mate && node.is_searching_for_mate()) &&
+           enemy.minor_points / 3 + enemy.heavy_points >=
+               node.settings().minimum_enemy_pieces_left_for_limited_razoring &&
+           node.material_balance() + node.settings().limited_razoring_margin < node.beta;
 }
 
 /// A side this far behind is searched less deep.
 void LimitedRazoring(Node& node) {
     if (!MayBeRazored(node)) return;
-    const Distance reduced = settings::limited_razoring_reduction_independent_of_current_distance
-                                 ? settings::limited_razoring_static_reduced_distance
-                                 : node.distance - settings::limited_razoring_dynamic_reduction_factor;
+    const Distance reduced = node.settings().limited_razoring_reduction_independent_of_current_distance
+                                 ? node.settings().limited_razoring_static_reduced_distance
+                                 : node.distance - node.settings().limited_razoring_dynamic_reduction_factor;
     node.razored = node.distance - reduced;
     node.distance = reduced;
 }
 
 void ExtendedFutility(Node& node) {
-    const bool is_enabled = node.is_principal() ? settings::enable_extended_futility_pruning_if_searching_pv_move
-                                                : settings::enable_extended_futility_pruning_if_not_searching_pv_move;
-    if (!is_enabled || node.distance < settings::min_distance_for_extended_futility_pruning ||
-        node.distance > settings::max_distance_for_extended_futility_pruning ||
+    const bool is_enabled = node.is_principal()
+                                ? node.settings().enable_extended_futility_pruning_if_searching_pv_move
+                                : node.settings().enable_extended_futility_pruning_if_not_searching_pv_move;
+    if (!is_enabled || node.distance < node.settings().min_distance_for_extended_futility_pruning ||
+        node.distance > node.settings().max_distance_for_extended_futility_pruning ||
         HasAny(node.child_flags, ChildFlags::no_extended_futility) ||
-        (settings::skip_extended_futility_pruning_if_searching_for_mate && node.is_searching_for_mate())) {
+        (node.settings().skip_extended_futility_pruning_if_searching_for_mate && node.is_searching_for_mate())) {
         return;
     }
-    SetFutility(node, settings::extended_futility_pruning_margin);
+    SetFutility(node, node.settings().extended_futility_pruning_margin);
 }
 
 bool IsReduced(const Node& node, Move move) {
     constexpr Distance least_distance = 3 * ONE_PLY;
     constexpr int moves_at_full_distance = 3;
-    return !(settings::skip_late_move_reduction_if_extended && node.extended != ExtensionCauses::none) &&
-           settings::enable_late_move_reduction && node.distance >= least_distance && !GivesCheck(move) &&
+    return !(node.settings().skip_late_move_reduction_if_extended && node.extended != ExtensionCauses::none) &&
+           node.settings().enable_late_move_reduction && node.distance >= least_distance && !GivesCheck(move) &&
            node.moves_tried > moves_at_full_distance && !HasAny(node.child_flags, ChildFlags::no_late_move_reduction) &&
            !node.has_threats() &&
-           !(settings::skip_late_move_reduction_if_in_principal_variation && node.is_principal()) && !node.in_check;
+           !(node.settings().skip_late_move_reduction_if_in_principal_variation && node.is_principal()) &&
+           !node.in_check;
 }
 
 /// Where a capture or a promotion failed to cut, quiet moves far down the list will hardly do it.
 bool IsReducedMore(const Node& node, Move move) {
     constexpr Distance least_distance = 5 * ONE_PLY;
     constexpr int moves_reduced_less = 7;
-    return settings::enable_extended_late_move_reduction && node.distance >= least_distance &&
+    return node.settings().enable_extended_late_move_reduction && node.distance >= least_distance &&
            (node.hash_move & tactical_bits) != 0 && node.moves_tried > moves_reduced_less &&
            (move & capture_or_promotion_bits) == 0;
 }
@@ -82,19 +83,20 @@ bool IsReducedMore(const Node& node, Move move) {
 
 void SelectiveGates(Node& node) {
     if (node.distance < 1) {
-        if (FutilityIsEnabled(node)) SetFutility(node, settings::futility_pruning_margin);
+        if (FutilityIsEnabled(node)) SetFutility(node, node.settings().futility_pruning_margin);
         return;
     }
-    if (settings::disable_selective_techniques_if_threats_exist && node.has_threats()) return;
+    if (node.settings().disable_selective_techniques_if_threats_exist && node.has_threats()) return;
     // The parent's class counts here, not the node's own: docs/oddities.md, parent's class.
-    if (settings::disable_selective_techniques_if_searching_simple_endgames && IsSimpleEnding(node.parent_class)) {
+    if (node.settings().disable_selective_techniques_if_searching_simple_endgames &&
+        IsSimpleEnding(node.parent_class)) {
         return;
     }
     LimitedRazoring(node);
     ExtendedFutility(node);
     // Its base replaces the one of extended futility.
-    if (FutilityIsEnabled(node) && node.distance <= settings::max_distance_for_futility_pruning) {
-        SetFutility(node, settings::futility_pruning_margin);
+    if (FutilityIsEnabled(node) && node.distance <= node.settings().max_distance_for_futility_pruning) {
+        SetFutility(node, node.settings().futility_pruning_margin);
     }
 }
 
@@ -107,5 +109,6 @@ bool IsFutile(const Node& node, Move move) {
 
 Distance LateMoveReduction(const Node& node, Move move) {
     if (!IsReduced(node, move)) return 0;
-    return IsReducedMore(node, move) ? settings::extended_late_move_reduction : settings::standard_late_move_reduction;
+    return IsReducedMore(node, move) ? node.settings().extended_late_move_reduction
+                                     : node.settings().standard_late_move_reduction;
 }

@@ -4,9 +4,6 @@
 #include "evaluation/context/position_type.h"
 #include "evaluation/evaluate.h"
 #include "search/ordering/hopeless_margin.h"
-#include "search/settings/search_settings.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -28,14 +25,14 @@ bool MayGoOnGivingPerpetualCheck(const Node& node) {
 }
 
 /// Whether a check is searched whatever it gains.
-bool IsCheckWithinReach(Move move, Distance distance) {
+bool IsCheckWithinReach(const Node& node, Move move) {
     switch (CheckType(move)) {
         case 1:
-            return distance >= settings::search_every_normal_check_in_quiescence_min_distance;
+            return node.distance >= node.settings().search_every_normal_check_in_quiescence_min_distance;
         case 2:
-            return distance >= settings::search_every_discovered_check_in_quiescence_min_distance;
+            return node.distance >= node.settings().search_every_discovered_check_in_quiescence_min_distance;
         case 3:
-            return distance >= settings::search_every_double_check_in_quiescence_min_distance;
+            return node.distance >= node.settings().search_every_double_check_in_quiescence_min_distance;
         default:
             return false;
     }
@@ -57,7 +54,7 @@ bool GainsEnough(const Node& node, Move move) {
     if (need <= gain) return true;
     if (!GivesCheck(move)) return false;
     if (CheckType(move) == direct_check && MovingPiece(move) != knight) return false;
-    gain += AttackGain(move, node.board(), settings::score_checking_move_should_neglect_trade_knight_vs_bishop);
+    gain += AttackGain(move, node.board(), node.settings().score_checking_move_should_neglect_trade_knight_vs_bishop);
     return need <= gain;
 }
 
@@ -74,11 +71,12 @@ std::optional<Score> StandPat(Node& node) {
     // The name of the setting speaks of leaving the simple endings out; with it on they are the ones let in:
     // docs/oddities.md, stand pat in simple endings.
     const bool is_simple_ending = node.position_class >= rook_ending && node.position_class <= pawnless;
-    const bool is_near_horizon = node.distance <= settings::max_distance_for_stand_pat_checks &&
-                                 (!settings::no_stand_pat_check_if_full_searching_simple_endgames || is_simple_ending);
+    const bool is_near_horizon =
+        node.distance <= node.settings().max_distance_for_stand_pat_checks &&
+        (!node.settings().no_stand_pat_check_if_full_searching_simple_endgames || is_simple_ending);
     if (node.distance >= 1 && !is_near_horizon) return std::nullopt;
     if (HasAny(node.flags, NodeFlags::mate_threat)) return std::nullopt;
-    if (settings::skip_stand_pat_because_of_pin_threat && HasAny(node.flags, NodeFlags::pin_threat)) {
+    if (node.settings().skip_stand_pat_because_of_pin_threat && HasAny(node.flags, NodeFlags::pin_threat)) {
         return std::nullopt;
     }
     if (evaluate(node.search.evaluation, node.board(), node.beta, node.position_class) < node.beta) return std::nullopt;
@@ -89,13 +87,13 @@ unsigned QuiescenceMode(const Node& node) {
     constexpr unsigned all_checks = mode_direct_checks | mode_discovered_checks | mode_double_checks;
     static_assert(all_checks == 14);
     unsigned mode = 0;
-    if (node.distance >= settings::generate_checking_moves_min_distance || MayGoOnGivingPerpetualCheck(node)) {
+    if (node.distance >= node.settings().generate_checking_moves_min_distance || MayGoOnGivingPerpetualCheck(node)) {
         mode |= all_checks;
     }
     // A side that looks for a mate generates checks only.
     if (node.beta < mate_score_limit) {
         mode |= mode_captures | mode_queen_promotions;
-        if (node.distance >= settings::generate_castling_moves_in_quiescence_min_distance) mode |= mode_castling;
+        if (node.distance >= node.settings().generate_castling_moves_in_quiescence_min_distance) mode |= mode_castling;
     }
     return mode;
 }
@@ -104,7 +102,7 @@ bool PassesQuiescenceFilter(const Node& node, Move move) {
     if (PromotionPiece(move) != no_piece) {
         return PromotionPiece(move) == queen || (PromotionPiece(move) == knight && GivesDirectCheck(move));
     }
-    if (IsCheckWithinReach(move, node.distance)) return true;
+    if (IsCheckWithinReach(node, move)) return true;
     // Above the limit, not at it: docs/oddities.md, mate test in quiescence.
     if (node.beta > mate_score_limit) return false;
     if (!GainsEnough(node, move)) return false;

@@ -11,6 +11,7 @@
 
 #include "evaluation/context/position_type.h"
 #include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
 #include "frame/base/vocabulary.h"
 #include "search/node/child_search.h"
 #include "search/node/endgame_knowledge.h"
@@ -18,17 +19,15 @@
 #include "search/node/internal_deepening.h"
 #include "search/node/move_supply.h"
 #include "search/node/node_result.h"
+#include "search/node/node_theory.h"
 #include "search/node/null_move.h"
 #include "search/node/perpetual_check.h"
 #include "search/node/pin_threat.h"
 #include "search/node/pruning.h"
 #include "search/node/quiescence.h"
 #include "search/node/transposition_cutoff.h"
-#include "search/settings/search_settings.h"
 #include "search/state/node.h"
 #include "search/tables/hash.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -69,10 +68,10 @@ std::optional<Score> DrawByRule(const Node& node) {
 /// A position may be known well enough; if not, its entry at least gives a move to try first, and what was found out
 /// about it.
 std::optional<Score> ProbeHash(Node& node) {
-    if (node.distance < settings::required_distance_to_probe_hashtables) return std::nullopt;
+    if (node.distance < node.settings().required_distance_to_probe_hashtables) return std::nullopt;
     TranspositionHit hit;
     const TranspositionAnswer answer =
-        transposition_table.Probe(node.board().key(), node.ply, node.distance, node.beta, hit);
+        node.search.engine.tables.transposition.Probe(node.board().key(), node.ply, node.distance, node.beta, hit);
     if (answer == TranspositionAnswer::not_found) return std::nullopt;
     if (answer != TranspositionAnswer::undecided) {
         node.search.pv[node.ply][0] = hit.move;
@@ -102,7 +101,7 @@ void UpdateClass(Node& node) {
 /// Whether the filter of quiescence lets a move pass.
 bool PassesFilter(const Node& node, Move move) {
     if (!node.is_quiescence() || HasAny(node.flags, NodeFlags::single_reply)) return true;
-    if (settings::always_search_hash_move_in_quiescence && move == node.hash_move) return true;
+    if (node.settings().always_search_hash_move_in_quiescence && move == node.hash_move) return true;
     return PassesQuiescenceFilter(node, move);
 }
 
@@ -168,6 +167,7 @@ Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance di
               .child_flags = child_flags,
               .moves = move_buffer,
               .moves_end = move_buffer};
+    if constexpr (theory_is_checked) AssertNodeEntered(node);
     // 3. Enter the ply.
     EnterPly(node);
     // 4. Mate distance.
@@ -181,11 +181,11 @@ Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance di
     // 8. Bitbases and tablebases.
     if (const auto answer = EndgameKnowledge(node)) return *answer;
     // 9. Follow the pin.
-    if (settings::enable_pin_threat_detection && ply >= 2) DetectPinThreat(node);
+    if (node.settings().enable_pin_threat_detection && ply >= 2) DetectPinThreat(node);
     if (!node.in_check) {
         // 10. Out of check: stand pat.
         if (const auto answer = StandPat(node)) return *answer;
-    } else if (settings::enable_perpetual_check_detection) {
+    } else if (node.settings().enable_perpetual_check_detection) {
         // 11. In check: perpetual check test.
         PerpetualCheckTest(node);
     }

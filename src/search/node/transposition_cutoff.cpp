@@ -7,27 +7,26 @@
 #include "evaluation/context/position_type.h"
 #include "search/node/move_list.h"
 #include "search/node/node_result.h"
-#include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
-
-namespace settings = search_settings;
 
 namespace {
 
 bool MayAskTheTable(const Node& node) {
-    return settings::enable_ettc && !(settings::only_use_ettc_in_endgames && node.position_class < balanced_ending) &&
-           node.distance > settings::min_distance_for_ettc && node.distance <= settings::max_distance_for_ettc &&
-           !(settings::only_use_ettc_on_cut_nodes && node.type != NodeType::cut) &&
+    return node.settings().enable_ettc &&
+           !(node.settings().only_use_ettc_in_endgames && node.position_class < balanced_ending) &&
+           node.distance > node.settings().min_distance_for_ettc &&
+           node.distance <= node.settings().max_distance_for_ettc &&
+           !(node.settings().only_use_ettc_on_cut_nodes && node.type != NodeType::cut) &&
            std::abs(node.beta) < mate_score_limit &&
-           PopCount(node.board().occupied) <= settings::max_pieces_left_for_ettc &&
+           PopCount(node.board().occupied) <= node.settings().max_pieces_left_for_ettc &&
            !HasAny(node.child_flags, ChildFlags::no_ettc) &&
            !HasAny(node.flags, NodeFlags::single_reply | NodeFlags::perpetual_threat);
 }
 
 TranspositionAnswer AskForChild(const Node& node, Move move, TranspositionHit& hit) {
     ++node.search.nodes;
-    return transposition_table.Probe(node.board().HashKeyAfterMove(move), node.ply + 1, node.distance - ONE_PLY,
-                                     1 - node.beta, hit);
+    return node.search.engine.tables.transposition.Probe(node.board().HashKeyAfterMove(move), node.ply + 1,
+                                                         node.distance - ONE_PLY, 1 - node.beta, hit);
 }
 
 Score CutWith(Node& node, Move move, Move answer_of_child) {
@@ -56,7 +55,7 @@ std::optional<Score> EnhancedTranspositionCutoff(Node& node) {
         const TranspositionAnswer answer = AskForChild(node, *next, hit);
         if (answer == TranspositionAnswer::below_beta) return CutWith(node, *next, hit.move);
         const bool is_refuted = answer == TranspositionAnswer::at_least_beta &&
-                                settings::ettc_should_remove_refuted_moves && *next != node.hash_move;
+                                node.settings().ettc_should_remove_refuted_moves && *next != node.hash_move;
         if (is_refuted) {
             std::iter_swap(next, --node.moves_end);
         } else {

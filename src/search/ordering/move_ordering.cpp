@@ -17,10 +17,7 @@
 #include "search/ordering/hopeless_margin.h"
 #include "search/ordering/static_order.h"
 #include "search/ordering/tactical_scores.h"
-#include "search/settings/search_settings.h"
 #include "search/state/sort_score.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -78,8 +75,8 @@ void SplitOffTacticals(MoveSortState& state, const Node& node) {
 
 /// The end of the promising moves, which are in order then.
 Move* SortPromising(const MoveSortState& state, const Node& node) {
-    Move* const end = BringForward(node.moves, state.tacticals_end, [](Move word) {
-        return SortScore(word) >= settings::promising_move_minimum_sorting_value;
+    Move* const end = BringForward(node.moves, state.tacticals_end, [&node](Move word) {
+        return SortScore(word) >= node.settings().promising_move_minimum_sorting_value;
     });
     SortLargestFirst(node.moves, end);
     return end;
@@ -106,8 +103,8 @@ Move* PlaceKillers(MoveSortState& state, const Node& node, Move* group_end) {
     const KillerPair& killers = node.search.killers[node.ply];
     if (Move* const first = FindKiller(state, node, killers.first); first != node.moves_end) {
         const bool is_promising = first < group_end;
-        const bool goes_first = is_promising && settings::if_killer1_is_promising_tactical_move_then_search_first;
-        const std::ptrdiff_t before = goes_first ? 0 : settings::max_promising_tacticals_before_killer_one;
+        const bool goes_first = is_promising && node.settings().if_killer1_is_promising_tactical_move_then_search_first;
+        const std::ptrdiff_t before = goes_first ? 0 : node.settings().max_promising_tacticals_before_killer_one;
         if (!is_promising) {
             Join(state, group_end, node.moves + std::min(before, group_end - node.moves), first);
         } else if (before < first - node.moves) {
@@ -126,8 +123,8 @@ Move* MakeFirstGroup(MoveSortState& state, Node& node) {
     state.next = node.moves;
     SplitOffTacticals(state, node);
     Move* const promising_end = SortPromising(state, node);
-    return settings::enable_killer_heuristic_for_move_ordering ? PlaceKillers(state, node, promising_end)
-                                                               : promising_end;
+    return node.settings().enable_killer_heuristic_for_move_ordering ? PlaceKillers(state, node, promising_end)
+                                                                     : promising_end;
 }
 
 /// Splits the moves that history knows off the quiet ones, once for a node.
@@ -145,14 +142,14 @@ void ReadHistory(MoveSortState& state, const Node& node) {
 /// Whether the best history moves go before the tactical moves that do not promise much: material must be near enough
 /// to what a quiet move may bring to beta.
 bool HistoryGoesFirst(const Node& node) {
-    if (!settings::enable_best_history_moves_before_remaining_tacticals ||
-        settings::max_history_moves_before_remaining_tacticals == 0 ||
-        (settings::search_all_tacticals_first_if_playing_for_mate && node.is_searching_for_mate())) {
+    if (!node.settings().enable_best_history_moves_before_remaining_tacticals ||
+        node.settings().max_history_moves_before_remaining_tacticals == 0 ||
+        (node.settings().search_all_tacticals_first_if_playing_for_mate && node.is_searching_for_mate())) {
         return false;
     }
     const Score missing =
         node.beta - node.material_balance() - hopeless_margin[static_cast<std::size_t>(node.position_class)];
-    const Score most = settings::max_material_margin_to_search_history_moves_before_tacticals;
+    const Score most = node.settings().max_material_margin_to_search_history_moves_before_tacticals;
     return -most <= missing && missing <= most;
 }
 
@@ -164,7 +161,7 @@ Move* MakeBestHistory(MoveSortState& state, const Node& node) {
     SortLargestFirst(state.tacticals_end, state.history_end);
     state.history_is_sorted = true;
     const std::ptrdiff_t count = std::min<std::ptrdiff_t>(state.history_end - state.tacticals_end,
-                                                          settings::max_promising_tacticals_before_killer_one);
+                                                          node.settings().max_promising_tacticals_before_killer_one);
     std::rotate(state.next, state.tacticals_end, state.tacticals_end + count);
     state.tacticals_end += count;
     return state.next + count;
@@ -183,9 +180,10 @@ Move* MakeRemainingHistory(MoveSortState& state, const Node& node) {
 
 /// Scores what is left, without sorting it; whether it did.
 bool ScoreRest(const MoveSortState& state, const Node& node) {
-    if (!HasStaticOrder()) return false;
+    const StaticMoveOrder order(node);
+    if (!order.Exists()) return false;
     std::transform(state.next, node.moves_end, state.next,
-                   [&node](Move word) { return WithSortScore(word, StaticScore(node, word)); });
+                   [&order](Move word) { return WithSortScore(word, order.ScoreOf(word)); });
     return true;
 }
 

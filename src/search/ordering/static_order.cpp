@@ -3,11 +3,7 @@
 #include <algorithm>
 
 #include "evaluation/context/position_type.h"
-#include "search/ordering/order_tables.h"
-#include "search/settings/search_settings.h"
 #include "search/state/sort_score.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -33,27 +29,23 @@ static_assert(LargestScore(ending_order) + largest_noise <= max_sort_score);
 
 }  // namespace
 
-bool HasStaticOrder() noexcept {
-    return settings::randomize_move_ordering_of_remaining_moves != 0 ||
-           settings::enable_static_move_ordering_from_sq_malus || settings::enable_static_move_ordering_to_sq_bonus ||
-           settings::enable_static_move_ordering_piece_dependent_bonus;
-}
+StaticMoveOrder::StaticMoveOrder(const Node& node) noexcept
+    : tables_(node.position_class <= middle_game ? opening_order : ending_order),
+      noise_(node.search.noise),
+      turn_(node.board().side_to_move == black ? 0x38 : 0),
+      noise_width_(node.settings().randomize_move_ordering_of_remaining_moves),
+      from_square_(node.settings().enable_static_move_ordering_from_sq_malus),
+      to_square_(node.settings().enable_static_move_ordering_to_sq_bonus),
+      piece_(node.settings().enable_static_move_ordering_piece_dependent_bonus) {}
 
-std::int32_t StaticScore(const Node& node, Move move) noexcept {
-    const OrderTables& tables = node.position_class <= middle_game ? opening_order : ending_order;
-    const OrderTable& table = tables[static_cast<std::size_t>(MovingPiece(move) - 1)];
-    // Seen from the mover's side.
-    const unsigned turn = node.board().side_to_move == black ? 0x38 : 0;
+std::int32_t StaticMoveOrder::ScoreOf(Move move) const noexcept {
+    const OrderTable& table = tables_[static_cast<std::size_t>(MovingPiece(move) - 1)];
     std::int32_t score = base_score;
-    if (const auto noise = settings::randomize_move_ordering_of_remaining_moves; noise != 0) {
-        score += static_cast<std::int32_t>(node.search.noise.Below(static_cast<std::uint32_t>(noise)));
+    if (noise_width_ != 0) {
+        score += static_cast<std::int32_t>(noise_.Below(static_cast<std::uint32_t>(noise_width_)));
     }
-    if (settings::enable_static_move_ordering_piece_dependent_bonus) score += table.piece;
-    if (settings::enable_static_move_ordering_to_sq_bonus) {
-        score += table.by_square[static_cast<unsigned>(ToSquare(move)) ^ turn];
-    }
-    if (settings::enable_static_move_ordering_from_sq_malus) {
-        score -= table.by_square[static_cast<unsigned>(FromSquare(move)) ^ turn] / 2;
-    }
+    if (piece_) score += table.piece;
+    if (to_square_) score += table.by_square[static_cast<unsigned>(ToSquare(move)) ^ turn_];
+    if (from_square_) score -= table.by_square[static_cast<unsigned>(FromSquare(move)) ^ turn_] / 2;
     return std::max(score, 0);
 }

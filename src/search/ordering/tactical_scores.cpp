@@ -8,10 +8,7 @@
 
 #include "chess/bitboard_tables.h"
 #include "chess/exchange.h"
-#include "search/settings/search_settings.h"
 #include "search/state/sort_score.h"
-
-namespace settings = search_settings;
 
 namespace {
 
@@ -34,25 +31,25 @@ constexpr std::uint32_t quiescence_noise = 10;
 
 std::int32_t CheckBonus(const Node& node, Move move) {
     return node.is_searching_for_mate()
-               ? settings::checking_move_sorting_bonus_if_playing_for_mate[CheckType(move)]
-               : settings::checking_move_sorting_bonus_if_not_playing_for_mate[CheckType(move)];
+               ? node.settings().checking_move_sorting_bonus_if_playing_for_mate[CheckType(move)]
+               : node.settings().checking_move_sorting_bonus_if_not_playing_for_mate[CheckType(move)];
 }
 
 /// Centipawns to points.
-std::int32_t Converted(Score gain) {
+std::int32_t Converted(const SearchSettings& settings, Score gain) {
     if (gain < even_exchange) {
-        return gain * settings::material_loss_sorting_malus__multiplicator /
-                   settings::material_loss_sorting_malus__divisor -
-               settings::material_loss_sorting_malus__minimum;
+        return gain * settings.material_loss_sorting_malus__multiplicator /
+                   settings.material_loss_sorting_malus__divisor -
+               settings.material_loss_sorting_malus__minimum;
     }
-    if (gain > settings::very_promising_tactical_move_margin) {
-        return gain * settings::material_win_sorting_bonus__multiplicator /
-                   settings::material_win_sorting_bonus__divisor +
-               settings::material_win_sorting_bonus__minimum;
+    if (gain > settings.very_promising_tactical_move_margin) {
+        return gain * settings.material_win_sorting_bonus__multiplicator /
+                   settings.material_win_sorting_bonus__divisor +
+               settings.material_win_sorting_bonus__minimum;
     }
-    return gain * settings::material_quite_equal_sorting_bonus__multiplicator /
-               settings::material_quite_equal_sorting_bonus__divisor +
-           settings::material_quite_equal_sorting_bonus__minimum;
+    return gain * settings.material_quite_equal_sorting_bonus__multiplicator /
+               settings.material_quite_equal_sorting_bonus__divisor +
+           settings.material_quite_equal_sorting_bonus__minimum;
 }
 
 int DistanceToEnemyKing(const Node& node, Move move) {
@@ -61,14 +58,14 @@ int DistanceToEnemyKing(const Node& node, Move move) {
 
 /// Points for a direct check whose piece is safe.
 std::int32_t SafeCheckBonus(const Node& node, Move move) {
-    if (MovingPiece(move) != queen) return settings::safe_non_queen_check_sorting_bonus;
+    if (MovingPiece(move) != queen) return node.settings().safe_non_queen_check_sorting_bonus;
     switch (DistanceToEnemyKing(node, move)) {
         case 1:
-            return settings::safe_queen_check_very_close_to_king_sorting_bonus;
+            return node.settings().safe_queen_check_very_close_to_king_sorting_bonus;
         case 2:
-            return settings::safe_queen_check_quite_close_to_king_sorting_bonus;
+            return node.settings().safe_queen_check_quite_close_to_king_sorting_bonus;
         default:
-            return settings::safe_queen_check_not_close_to_king_sorting_bonus;
+            return node.settings().safe_queen_check_not_close_to_king_sorting_bonus;
     }
 }
 
@@ -111,7 +108,7 @@ Worth ExchangeWorth(const Node& node, Move move) {
     const bool is_safe = exchange >= even_exchange;
     if (!is_safe && !may_be_lost) return {exchange, 0};
     const Score next =
-        AttackGain(move, node.board(), settings::score_checking_move_should_neglect_trade_knight_vs_bishop);
+        AttackGain(move, node.board(), node.settings().score_checking_move_should_neglect_trade_knight_vs_bishop);
     return {.gain = (exchange < 1 && may_be_lost ? 0 : exchange) + next,
             .points = is_safe && GivesDirectCheck(move) ? SafeCheckBonus(node, move) : 0};
 }
@@ -119,29 +116,32 @@ Worth ExchangeWorth(const Node& node, Move move) {
 }  // namespace
 
 std::int32_t TacticalScore(const Node& node, Move move) noexcept {
-    std::int32_t points = CheckBonus(node, move) + settings::tactical_moves_default_sorting_value;
+    std::int32_t points = CheckBonus(node, move) + node.settings().tactical_moves_default_sorting_value;
     Score gain;
     if (IsPoorPromotion(move)) {
         gain = piece_value[PromotionPiece(move)] - piece_value[queen];
     } else {
         const Worth worth = ExchangeWorth(node, move);
         gain = PromotionGain(move) + worth.gain;
-        points += settings::capture_move_sorting_bonus[static_cast<std::size_t>(CapturedPiece(move))] + worth.points;
+        points +=
+            node.settings().capture_move_sorting_bonus[static_cast<std::size_t>(CapturedPiece(move))] + worth.points;
     }
-    return std::clamp(points + Converted(gain), settings::tactical_moves_minimum_sorting_value, max_sort_score);
+    return std::clamp(points + Converted(node.settings(), gain), node.settings().tactical_moves_minimum_sorting_value,
+                      max_sort_score);
 }
 
 std::int32_t QuiescenceScore(const Node& node, Move move) noexcept {
     Score gain = 0;
     if (CapturedPiece(move) != no_piece) gain = piece_value[CapturedPiece(move)] - piece_value[MovingPiece(move)] / 8;
     if (PromotionPiece(move) != no_piece) gain += piece_value[PromotionPiece(move)] - piece_value[pawn];
-    std::int32_t score = CheckBonus(node, move) + settings::tactical_moves_minimum_sorting_value + Converted(gain) +
+    std::int32_t score = CheckBonus(node, move) + node.settings().tactical_moves_minimum_sorting_value +
+                         Converted(node.settings(), gain) +
                          static_cast<std::int32_t>(node.search.noise.Below(quiescence_noise));
     if (node.beta - node.material_balance() <= gain) {
-        score += settings::wins_enough_material_to_reach_at_least_beta__quiescence;
+        score += node.settings().wins_enough_material_to_reach_at_least_beta__quiescence;
     }
     const KillerPair& killers = node.search.killers[node.ply];
-    if (move == killers.first) score += settings::killer1_bonus__quiescence;
-    if (move == killers.second) score += settings::killer2_bonus__quiescence;
+    if (move == killers.first) score += node.settings().killer1_bonus__quiescence;
+    if (move == killers.second) score += node.settings().killer2_bonus__quiescence;
     return std::min(score, max_sort_score);
 }

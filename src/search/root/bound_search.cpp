@@ -13,7 +13,6 @@
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
 #include "search/node/search_node.h"
-#include "search/settings/search_settings.h"
 
 namespace {
 
@@ -105,8 +104,8 @@ bool RefutationTest(Score best, const BoundQuestion& ask) {
 }
 
 Score RootProbe(SearchBoard& search, Move move, Score test, int depth) {
-    const Distance distance = (depth - 1) * search_settings::root_distance_multiplier;
-    const ChildFlags flags = search_settings::skip_null_move_at_the_root ? root_child_without_null_move : root_child;
+    const Distance distance = (depth - 1) * search.settings.root_distance_multiplier;
+    const ChildFlags flags = search.settings.skip_null_move_at_the_root ? root_child_without_null_move : root_child;
     search.moves_played[1] = move;
     search.board.MakeMove(move);
     const Score answer = SearchNode(search, search.move_buffer, 1 - test, distance, NodeType::principal,

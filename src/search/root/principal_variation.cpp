@@ -7,7 +7,6 @@
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
 #include "search/node/search_node.h"
-#include "search/tables/hash.h"
 
 namespace {
 
@@ -30,9 +29,9 @@ NodeFlags FlagsOf(const BOARD& board) {
 }
 
 /// The move that the table has for a position. INVALID if there is none that can be played.
-Move HashMove(const LineWalk& walk) {
+Move HashMove(const LineWalk& walk, TRANSPOSITION_TABLE& table) {
     TranspositionHit hit;
-    const auto answer = transposition_table.Probe(walk.board.key(), walk.board.ply, 0, infinity_bound, hit);
+    const auto answer = table.Probe(walk.board.key(), walk.board.ply, 0, infinity_bound, hit);
     if (answer == TranspositionAnswer::not_found || hit.move == INVALID) return INVALID;
     if (VerifyMove(hit.move, walk.board)) return hit.move;
     ReportFailedAssertion(vocabulary::hash_move_of_line_condition, "search_serial", __LINE__,
@@ -42,14 +41,14 @@ Move HashMove(const LineWalk& walk) {
 
 }  // namespace
 
-void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class) {
+void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class, TRANSPOSITION_TABLE& table) {
     LineWalk walk{.board = root, .position_class = root_class};
     for (const Move move : record.line) {
         Move known_move = INVALID;
         Distance known_distance = 0;
         const bool is_root_move = walk.board.ply == root.ply;
-        if (!is_root_move && !transposition_table.ProbeMove(walk.board.key(), known_move, known_distance)) {
-            transposition_table.Store(
+        if (!is_root_move && !table.ProbeMove(walk.board.key(), known_move, known_distance)) {
+            table.Store(
                 TranspositionEntry::Make(walk.board.key(), move, true, walk.position_class, FlagsOf(walk.board)));
         }
         walk.Make(move);
@@ -65,7 +64,7 @@ void ReadLineBack(const SearchBoard& search, RootMoveRecord& record) {
     record.line.clear();
     for (const Move* move = search.pv[search.board.ply]; *move != INVALID; ++move) append(*move);
     while (!walk.board.IsDraw() && walk.board.ply <= last_ply) {
-        const Move move = HashMove(walk);
+        const Move move = HashMove(walk, search.engine.tables.transposition);
         if (move == INVALID) return;
         append(move);
     }

@@ -6,6 +6,7 @@
 
 #include "chess/board.h"
 #include "search/state/search_board.h"
+#include "search/tables/hash.h"
 
 /// A root move with the line that the search expects behind it.
 struct RootMoveRecord {
@@ -14,9 +15,9 @@ struct RootMoveRecord {
     std::vector<Move> line;  ///< begins with `move`, once it has been searched
 };
 
-/// Puts the positions of the record's line into the transposition table, those behind the first move that have no entry
+/// Puts the positions of the record's line into the table, those behind the first move that have no entry
 /// yet, so that the next question begins with the moves of the line. `root_class` is the class of `root`.
-void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class);
+void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class, TRANSPOSITION_TABLE& table);
 
 /// Takes the line that the last question has left in pv[0] of `search` (which stands at the root), and goes on with the
 /// moves that the transposition table knows.

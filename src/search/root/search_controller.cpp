@@ -8,7 +8,6 @@
 #include "chess/move_generator.h"
 #include "chess/notation.h"
 #include "search/state/search_board.h"
-#include "search/tables/hash.h"
 
 namespace {
 
@@ -54,7 +53,7 @@ class SearchController::RunningScope {
     SearchController& controller_;
 };
 
-SearchController::SearchController() : search_(std::make_unique<SearchBoard>()) {
+SearchController::SearchController(Engine& engine) : engine_(engine), search_(std::make_unique<SearchBoard>(engine)) {
     search_->poll = this;
     search_->evaluation.settings = &evaluation_settings_;
 }
@@ -78,6 +77,7 @@ void SearchController::Run(const SearchLimits& limits, const UserBoard& position
     } catch (const search_aborted_exception& aborted) {
         discard = aborted.discard;
     }
+    NoteTableUse();
     host.sendSearchStatistics(info_);
     host.onSearchFinished(discard);
 }
@@ -98,9 +98,7 @@ void SearchController::StartSearch(const SearchLimits& limits, const BOARD& posi
     first_root_move_ = false;
     root_side_ = static_cast<Colour>(position.side_to_move);
     UpdateDrawScore(contempt_);
-    transposition_table.newSearch();
-    pawn_hash_table.newSearch();
-    evaluation_hash_table.newSearch();
+    engine_.tables.NewSearch();
     clock_.Reset(limits.max_time_limit, limits.variable_time_limit);
     search_->StartSearch(position, contempt_);
 }
@@ -205,7 +203,8 @@ Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score gue
 }
 
 Score SearchController::Ask(RootMoveRecord& record, Score test) {
-    WriteLineToHash(search_->board, record, search_->position_class[0]);
+    search_->settings = engine_.settings;
+    WriteLineToHash(search_->board, record, search_->position_class[0], engine_.tables.transposition);
     const Score answer = RootProbe(*search_, record.move, test, info_.depth);
     FlushCounters();
     ReadLineBack(*search_, record);
@@ -243,6 +242,13 @@ void SearchController::FlushCounters() {
     info_.ettc_cutoffs += std::exchange(search_->ettc_cutoffs, 0);
 }
 
+void SearchController::NoteTableUse() {
+    const auto use_of = [](const ABSTRACT_HASH_TABLE& table) { return TableUse{table.probes(), table.hits()}; };
+    info_.transposition_table = use_of(engine_.tables.transposition);
+    info_.pawn_hash_table = use_of(engine_.tables.pawn);
+    info_.evaluation_hash_table = use_of(engine_.tables.evaluation);
+}
+
 /// Milliseconds that count against the limits: the time before a ponder hit counts for 70 percent only.
 std::int64_t SearchController::Elapsed() const {
     const std::int64_t since_start = ElapsedMilliseconds(info_.start, Timestamp::Now());
@@ -267,13 +273,11 @@ void SearchController::UpdateDrawScore(int contempt) {
     const auto draw_score = static_cast<std::int16_t>(root_side_ == white ? contempt : -contempt);
     if (draw_score == evaluation_settings_.draw_score) return;
     evaluation_settings_.draw_score = draw_score;
-    transposition_table.clear();
-    evaluation_hash_table.clear();
+    engine_.tables.ClearScores();
 }
 
 void SearchController::SetPersonality(int personality) {
     if (personality == evaluation_settings_.personality) return;
     evaluation_settings_.personality = static_cast<std::int16_t>(personality);
-    transposition_table.clear();
-    evaluation_hash_table.clear();
+    engine_.tables.ClearScores();
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "evaluation/context/evaluation_context.h"
+#include "search/engine/engine.h"
 #include "search/root/bound_search.h"
 #include "search/root/principal_variation.h"
 #include "search/root/search_clock.h"
@@ -20,7 +21,8 @@ struct SearchBoard;
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted through NodePoll.
 class SearchController final : private NodePoll {
   public:
-    SearchController();
+    /// `engine` must outlive the controller.
+    explicit SearchController(Engine& engine);
     ~SearchController();
     SearchController(const SearchController&) = delete;
     SearchController& operator=(const SearchController&) = delete;
@@ -65,10 +67,12 @@ class SearchController final : private NodePoll {
 
     void Poll() override;
     void FlushCounters();
+    void NoteTableUse();
     [[nodiscard]] std::int64_t Elapsed() const;
     [[nodiscard]] bool EndsByItself() const;
     void UpdateDrawScore(int contempt);
 
+    Engine& engine_;
     SearchInfo info_;
     bool running_ = false;
     int contempt_ = 0;

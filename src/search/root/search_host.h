@@ -8,6 +8,12 @@
 #include "chess/move.h"
 #include "frame/base/wall_clock.h"
 
+/// How often a hash table was asked in a search, and how often it knew.
+struct TableUse {
+    std::uint64_t probes = 0;
+    std::uint64_t hits = 0;
+};
+
 /// What a search tells about itself; the counters are those of the last poll or iteration.
 struct SearchInfo {
     bool valid = false;       ///< a root move is in work
@@ -22,6 +28,7 @@ struct SearchInfo {
     Timestamp end;  ///< valid once the search has ended
     std::uint64_t ettc_tries = 0;
     std::uint64_t ettc_cutoffs = 0;
+    TableUse transposition_table, pawn_hash_table, evaluation_hash_table;  ///< set once the search has ended
 
     /// Milliseconds from the start to the end, or to now while the search runs.
     [[nodiscard]] std::int64_t Milliseconds() const {

@@ -56,16 +56,16 @@ void DataType::Set(std::size_t index, std::int32_t value) {
     values_ = changed;
 }
 
-void DataType::TakeCurrent() {
-    Elements current{};
-    for (std::size_t i = 0; i < size(); ++i) current[i] = row_->Get(i);
-    values_ = current;
+void DataType::TakeFrom(const SearchSettings& settings) {
+    Elements taken{};
+    for (std::size_t i = 0; i < size(); ++i) taken[i] = row_->Get(settings, i);
+    values_ = taken;
 }
 
 void DataType::TakeDefault() { values_ = row_->defaults; }
 
-void DataType::Apply() const {
-    for (std::size_t i = 0; i < size(); ++i) row_->Set(i, elements()[i]);
+void DataType::ApplyTo(SearchSettings& settings) const {
+    for (std::size_t i = 0; i < size(); ++i) row_->Set(settings, i, elements()[i]);
 }
 
 void Integer::read(std::string_view input) {
@@ -133,9 +133,9 @@ Settings::Settings() {
 
 Settings Settings::Descriptions() { return {}; }
 
-Settings Settings::Current() {
+Settings Settings::Of(const SearchSettings& values) {
     Settings settings;
-    for (const auto& variable : settings.variables_) variable->TakeCurrent();
+    for (const auto& variable : settings.variables_) variable->TakeFrom(values);
     return settings;
 }
 
@@ -219,8 +219,8 @@ void Settings::WriteFile(const std::string& path) const {
     }
 }
 
-void Settings::Apply() const {
-    for (const auto& variable : variables_) variable->Apply();
+void Settings::ApplyTo(SearchSettings& values) const {
+    for (const auto& variable : variables_) variable->ApplyTo(values);
 }
 
 }  // namespace OptimizeInterface

@@ -19,12 +19,12 @@
 /// A file is plain text, one variable a line, `name=value`, in the order of the table; the elements of an array stand
 /// behind the sign, parted by single blanks; booleans are `true` and `false`. The order is a part of the format.
 ///
-///     Settings settings = Settings::Current();
+///     Settings settings = Settings::Of(engine.settings);
 ///     settings.Set("futility_pruning_margin", "250");       // a private copy until it is applied
-///     settings.Apply();
+///     settings.ApplyTo(engine.settings);
 namespace OptimizeInterface {
 
-/// One variable with its elements, apart from the global that it stands for. It may have no value yet.
+/// One variable with its elements, apart from the setting that it stands for. It may have no value yet.
 class DataType {
   public:
     /// A text that is no value, a value out of bounds, a bad index or length, or no value at all.
@@ -57,10 +57,10 @@ class DataType {
     [[nodiscard]] std::int32_t Get(std::size_t index) const;
     void Set(std::size_t index, std::int32_t value);
 
-    void TakeCurrent();
+    void TakeFrom(const SearchSettings& settings);
     void TakeDefault();
-    /// Gives the value to the global. There must be one.
-    void Apply() const;
+    /// There must be a value.
+    void ApplyTo(SearchSettings& settings) const;
 
   protected:
     using Elements = std::array<std::int32_t, search_settings::max_setting_size>;
@@ -119,8 +119,7 @@ class Settings {
 
     /// The variables without values.
     [[nodiscard]] static Settings Descriptions();
-    /// With the values of the globals.
-    [[nodiscard]] static Settings Current();
+    [[nodiscard]] static Settings Of(const SearchSettings& values);
 
     [[nodiscard]] const std::vector<std::unique_ptr<DataType>>& variables() const { return variables_; }
     /// Throws UnknownVariable.
@@ -137,8 +136,7 @@ class Settings {
     /// Throws IO_Exception; an older file is replaced as a whole or not at all.
     void WriteFile(const std::string& path) const;
 
-    /// Gives all values to the globals.
-    void Apply() const;
+    void ApplyTo(SearchSettings& values) const;
 
   private:
     Settings();

@@ -4,6 +4,9 @@
 #include <limits>
 
 #include "chess/board.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
+#include "frame/base/vocabulary.h"
 
 void HistoryBand::Add(std::size_t index, std::uint32_t bonus) noexcept {
     constexpr std::uint32_t most = std::numeric_limits<std::uint16_t>::max();
@@ -18,6 +21,11 @@ void HistoryTable::NewSearch() noexcept {
 }
 
 void HistoryTable::UpdateHistory(Move move, Colour side, Distance distance, std::uint32_t ply) noexcept {
+    if constexpr (theory_is_checked) {
+        CHECKED_ASSERT(FromSquare(move) != ToSquare(move), vocabulary::no_error_description);  // entry 0 is no move's
+        CHECKED_ASSERT(pawn <= MovingPiece(move) && MovingPiece(move) <= king, vocabulary::no_error_description);
+        CHECKED_ASSERT(ply < max_frames, vocabulary::no_error_description);
+    }
     // Deep cuts tell more: the square of the full plies left.
     const std::uint32_t plies = distance >= ONE_PLY ? static_cast<std::uint32_t>(distance / ONE_PLY) : 0;
     const std::uint32_t bonus = plies * plies + 1;

@@ -49,6 +49,7 @@ struct Node {
     Move best_move = INVALID;
 
     [[nodiscard]] const BOARD& board() const { return search.board; }
+    [[nodiscard]] const SearchSettings& settings() const { return search.settings; }
     /// INVALID behind a null move.
     [[nodiscard]] Move last_move() const { return search.moves_played[ply]; }
     /// From the view of the side on move, as every score of the node.

@@ -6,6 +6,7 @@
 #include "chess/move.h"
 #include "chess/move_generator.h"
 #include "evaluation/context/evaluation_context.h"
+#include "search/engine/engine.h"
 #include "search/state/history.h"
 #include "search/state/node_poll.h"
 #include "search/state/ordering_noise.h"
@@ -42,7 +43,12 @@ inline constexpr std::uint64_t first_poll_countdown = 100;
 /// The position under search with the stacks of its plies (the index is the ply). A search works on this private record
 /// alone: an exception that unwinds the tree leaves it anyhow, and StartSearch sets it up again.
 struct SearchBoard {
+    /// `its_engine` must outlive the board.
+    explicit SearchBoard(Engine& its_engine) : engine(its_engine) { evaluation.tables = &engine.tables; }
+
+    Engine& engine;
     BOARD board;
+    SearchSettings settings;  ///< a copy of the engine's: one plain load for a node
 
     Move moves_played[max_frames] = {};            ///< the move that led to each ply; INVALID marks a null move
     Move pv[max_frames][max_frames] = {};          ///< row `ply` is the line from that ply, ended by INVALID
@@ -67,7 +73,7 @@ struct SearchBoard {
     std::uint64_t poll_countdown = first_poll_countdown;
     NodePoll* poll = nullptr;  ///< not owned; must be set before a search
 
-    Move move_buffer[max_frames * MAX_MOVES + move_list_room];  ///< the move lists of a line, one behind the other
+    Move move_buffer[max_frames * MAX_MOVES + move_list_room] = {};  ///< the move lists of a line, one behind the other
 
     /// Sets everything up for a search from `position` (at ply 0). `contempt` is the worth of a draw for the side on
     /// move there.

@@ -6,11 +6,8 @@
 
 #include "chess/bitboard_tables.h"
 #include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
 #include "frame/base/vocabulary.h"
-
-TRANSPOSITION_TABLE transposition_table;
-PAWN_HASH_TABLE pawn_hash_table;
-EVALUATION_HASH_TABLE evaluation_hash_table;
 
 namespace {
 
@@ -114,6 +111,10 @@ bool TRANSPOSITION_TABLE::ProbeMove(std::uint64_t key, Move& move, Distance& max
 }
 
 void TRANSPOSITION_TABLE::Store(TranspositionEntry entry) noexcept {
+    if constexpr (theory_is_checked) {
+        CHECKED_ASSERT(entry.lower_bound <= entry.upper_bound, vocabulary::no_error_description);
+        CHECKED_ASSERT(entry.key != 0 || entry.move() == INVALID, vocabulary::no_error_description);
+    }
     Bucket& bucket = buckets_.at(entry.key);
     const std::size_t found = FindSlot(bucket, entry.key);
     if (found != no_slot && entry.depth() < bucket[found].depth()) {
@@ -189,4 +190,29 @@ EvaluationAnswer EVALUATION_HASH_TABLE::Probe(std::uint64_t key, Score threshold
     if (entry.key != key) return EvaluationAnswer::not_found;
     ++hits_;
     return threshold > entry.score ? EvaluationAnswer::below_threshold : EvaluationAnswer::at_least_threshold;
+}
+
+// --- All three ---
+
+bool HashTables::Resize(std::uint64_t transposition_bytes, std::uint64_t evaluation_bytes) {
+    const bool has_transposition = transposition.resize(transposition_bytes);
+    const bool has_pawn = pawn.resize(evaluation_bytes);
+    const bool has_evaluation = evaluation.resize(evaluation_bytes);
+    return has_transposition && has_pawn && has_evaluation;
+}
+
+void HashTables::Clear() noexcept {
+    ClearScores();
+    pawn.clear();
+}
+
+void HashTables::ClearScores() noexcept {
+    transposition.clear();
+    evaluation.clear();
+}
+
+void HashTables::NewSearch() noexcept {
+    transposition.newSearch();
+    pawn.newSearch();
+    evaluation.newSearch();
 }

@@ -14,7 +14,7 @@
 #include "search/tables/node_flags.h"
 #include "search/tables/score.h"
 
-/// What the three tables of the program have in common: a power of two of slots that are found by masking a key. An
+/// What the three tables of an engine have in common: a power of two of slots that are found by masking a key. An
 /// entry with a zero key is empty. Sizes are in bytes.
 class ABSTRACT_HASH_TABLE {
   public:
@@ -236,7 +236,17 @@ class EVALUATION_HASH_TABLE final : public ABSTRACT_HASH_TABLE {
     HashSlots<EvaluationEntry> slots_;
 };
 
-/// The tables of the program, at their smallest until somebody sizes them.
-extern TRANSPOSITION_TABLE transposition_table;
-extern PAWN_HASH_TABLE pawn_hash_table;
-extern EVALUATION_HASH_TABLE evaluation_hash_table;
+/// The tables of one engine, at their smallest until somebody sizes them.
+struct HashTables {
+    TRANSPOSITION_TABLE transposition;
+    PAWN_HASH_TABLE pawn;
+    EVALUATION_HASH_TABLE evaluation;
+
+    /// Sizes all three, in bytes; the two of the evaluation alike. False if there is no memory for one of them, which
+    /// stays as it is then.
+    bool Resize(std::uint64_t transposition_bytes, std::uint64_t evaluation_bytes);
+    void Clear() noexcept;
+    /// Forgets all scores, since they have lost their meaning: everything but the facts about pawns.
+    void ClearScores() noexcept;
+    void NewSearch() noexcept;
+};

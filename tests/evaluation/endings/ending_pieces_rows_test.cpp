@@ -37,9 +37,9 @@ int OnePawn(EVALUATION_CONTEXT& context, const BOARD& board) {
 /// What the rook ending knows beyond a plain ending.
 template <Colour Us>
 int RookTies(EVALUATION_CONTEXT& context, const BOARD& board) {
-    ForgetEvaluations();
+    context.tables->Clear();
     const int with_ties = exact_evaluation(context, board, 3);
-    ForgetEvaluations();
+    context.tables->Clear();
     return FromSideToMove<Us>(board, with_ties - exact_evaluation(context, board, 2));
 }
 constexpr SidedTerm<int> one_pawn{OnePawn<white>, OnePawn<black>};

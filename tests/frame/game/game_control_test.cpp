@@ -24,7 +24,8 @@ using Like = ProtocolLike;
 class Game {
   public:
     explicit Game(Like model = Like::console, const std::string& fen = start_fen)
-        : protocol(model, calls), control((playerDefaults() = PlayerDefaults{.opponentName = "Incognito"}, protocol)) {
+        : protocol(model, calls),
+          control(engine, (playerDefaults() = PlayerDefaults{.opponentName = "Incognito"}, protocol)) {
         control.SetBoardFromFen(fen);
         control.clock.resetClock(control.side_to_move());
         control.setPlayers(defaultEngine(true), defaultHuman(), false);
@@ -53,6 +54,7 @@ class Game {
 
     std::vector<std::string> calls;
     RecordingGameProtocol protocol;
+    Engine engine;
     GameControl control;
     std::optional<SearchRequest> request;
 };
@@ -71,7 +73,8 @@ TEST(GameControl, BeginsWithTheEngineAsBlack) {
     playerDefaults() = PlayerDefaults{.opponentName = "Incognito"};
     std::vector<std::string> calls;
     RecordingGameProtocol protocol(Like::console, calls);
-    const GameControl control(protocol);
+    Engine engine;
+    const GameControl control(engine, protocol);
     EXPECT_EQ(control.engineMode, EngineMode::one_side);
     EXPECT_FALSE(control.players[white].active);
     EXPECT_EQ(control.players[white].name, "Incognito");

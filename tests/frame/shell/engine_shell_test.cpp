@@ -28,7 +28,8 @@ Start StartWith(const std::vector<std::string>& arguments) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     {
-        EngineShell shell(arguments);
+        Engine engine;
+        EngineShell shell(engine, arguments);
         start.status = shell.run();
     }
     start.warnings = testing::internal::GetCapturedStderr();
@@ -128,7 +129,8 @@ TEST(CommandLine, VersionEndsTheProgram) {
 TEST(CommandLine, GreetingComesBeforeTheOptions) {
     const LogCapture log;
     testing::internal::CaptureStdout();
-    EngineShell shell({"--eval", "--quit"});
+    Engine engine;
+    EngineShell shell(engine, {"--eval", "--quit"});
     const std::string screen = testing::internal::GetCapturedStdout();
     EXPECT_TRUE(std::regex_match(screen, std::regex("[^\n]+!\neval: 6\n"))) << screen;
     EXPECT_EQ(shell.run(), 0);

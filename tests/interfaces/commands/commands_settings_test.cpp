@@ -10,7 +10,6 @@
 
 #include "support/command_bench.h"
 #include "support/log_capture.h"
-#include "support/settings_scope.h"
 
 namespace {
 
@@ -25,19 +24,14 @@ std::string ScreenOf(CommandBench& bench, const std::string& line) {
 class MaintenanceCommands : public testing::Test {
   protected:
     MaintenanceCommands() { bench_.Prepare({"force"}); }
-    ~MaintenanceCommands() override {
-        for (ABSTRACT_HASH_TABLE* table : std::initializer_list<ABSTRACT_HASH_TABLE*>{
-                 &transposition_table, &pawn_hash_table, &evaluation_hash_table}) {
-            EXPECT_TRUE(table->resize(0));
-        }
-    }
     /// The error that the line gets; empty if it gets none.
     std::string ErrorOf(const std::string& line) { return bench_.Send(line).error; }
 
-    SettingsScope scope_;
     TemporaryDirectory directory_;
     LogCapture log_;
     CommandBench bench_;
+    HashTables& tables_ = bench_.engine.tables;
+    SearchSettings& settings_ = bench_.engine.settings;
 };
 
 struct RefusedRow {
@@ -87,7 +81,7 @@ TEST_F(MaintenanceCommands, NeedForceMode) {
             EXPECT_EQ(bench.Send(line).error, "Error (must be in force mode): " + line) << mode;
         }
     }
-    EXPECT_FALSE(search_settings::enable_ettc);
+    EXPECT_FALSE(settings_.enable_ettc);
 }
 
 // --- hash ---
@@ -96,16 +90,16 @@ TEST_F(MaintenanceCommands, HashResizesTheNamedTable) {
     EXPECT_EQ(ErrorOf("hash trans 1M"), "");
     EXPECT_EQ(ErrorOf("hash pawn 2000K"), "");
     EXPECT_EQ(ErrorOf("hash eval 65536"), "");
-    EXPECT_EQ(transposition_table.totalSlots(), 32768U);
-    EXPECT_EQ(pawn_hash_table.totalSlots(), 16384U);
-    EXPECT_EQ(evaluation_hash_table.totalSlots(), 4096U);
+    EXPECT_EQ(tables_.transposition.totalSlots(), 32768U);
+    EXPECT_EQ(tables_.pawn.totalSlots(), 16384U);
+    EXPECT_EQ(tables_.evaluation.totalSlots(), 4096U);
     EXPECT_NE(ErrorOf("hash trans 99999999G"), "");
-    EXPECT_EQ(transposition_table.totalSlots(), 32768U) << "the old table stays";
+    EXPECT_EQ(tables_.transposition.totalSlots(), 32768U) << "the old table stays";
 }
 
 TEST_F(MaintenanceCommands, HashShowsSizesAndFilling) {
     bench_.Prepare({"hash trans 32M", "hash pawn 4M", "hash eval 4M"});
-    evaluation_hash_table.Store({.key = 77, .score = 5});
+    tables_.evaluation.Store({.key = 77, .score = 5});
     EXPECT_EQ(ScreenOf(bench_, "hash"),
               "transposition table: 24.0 megabyte\n#total slots:    1048576\n#free  slots:    1048576\n"
               "fill percentage: 0.0%\n\n"
@@ -114,7 +108,7 @@ TEST_F(MaintenanceCommands, HashShowsSizesAndFilling) {
               "evaluation hashtable: 4.0 megabyte\n#total slots:    262144\n#free  slots:    262143\n"
               "fill percentage: 0.0%\n\n");
     bench_.Prepare({"hash eval 32"});
-    for (std::uint64_t key : {2U, 5U}) evaluation_hash_table.Store({.key = key, .score = 5});
+    for (std::uint64_t key : {2U, 5U}) tables_.evaluation.Store({.key = key, .score = 5});
     EXPECT_THAT(ScreenOf(bench_, "hash"), testing::EndsWith("evaluation hashtable: 32 byte\n#total slots:    2\n"
                                                             "#free  slots:    0\nfill percentage: 100.0%\n\n"));
 }
@@ -137,20 +131,20 @@ TEST_F(MaintenanceCommands, PersonalityIsClampedAndShown) {
 }
 
 TEST_F(MaintenanceCommands, NewPersonalityOrContemptClearsTheTablesThatDependOnIt) {
-    const auto fill = [] {
-        transposition_table.Store(TranspositionEntry::Make(5, INVALID, false, 0, NodeFlags::none));
-        evaluation_hash_table.Store({.key = 77, .score = 5});
-        pawn_hash_table.Store({.pawn_key = 9});
+    const auto fill = [this] {
+        tables_.transposition.Store(TranspositionEntry::Make(5, INVALID, false, 0, NodeFlags::none));
+        tables_.evaluation.Store({.key = 77, .score = 5});
+        tables_.pawn.Store({.pawn_key = 9});
     };
     for (const std::string line : {"personality 5", "contempt 50"}) {
         fill();
         EXPECT_EQ(ErrorOf(line), "");
-        EXPECT_EQ(transposition_table.freeSlots(), transposition_table.totalSlots()) << line;
-        EXPECT_EQ(evaluation_hash_table.freeSlots(), evaluation_hash_table.totalSlots()) << line;
-        EXPECT_LT(pawn_hash_table.freeSlots(), pawn_hash_table.totalSlots()) << "pawns do not depend on it";
+        EXPECT_EQ(tables_.transposition.freeSlots(), tables_.transposition.totalSlots()) << line;
+        EXPECT_EQ(tables_.evaluation.freeSlots(), tables_.evaluation.totalSlots()) << line;
+        EXPECT_LT(tables_.pawn.freeSlots(), tables_.pawn.totalSlots()) << "pawns do not depend on it";
         fill();
         EXPECT_EQ(ErrorOf(line), "");
-        EXPECT_LT(transposition_table.freeSlots(), transposition_table.totalSlots()) << "nothing new";
+        EXPECT_LT(tables_.transposition.freeSlots(), tables_.transposition.totalSlots()) << "nothing new";
     }
 }
 
@@ -178,13 +172,13 @@ TEST_F(MaintenanceCommands, SettingsAreShownByName) {
 
 TEST_F(MaintenanceCommands, SettingsAreChangedAllOrNone) {
     EXPECT_EQ(ErrorOf("modify_settings enable_ettc=true;futility_pruning_margin=250"), "");
-    EXPECT_TRUE(search_settings::enable_ettc);
-    EXPECT_EQ(search_settings::futility_pruning_margin, 250);
+    EXPECT_TRUE(settings_.enable_ettc);
+    EXPECT_EQ(settings_.futility_pruning_margin, 250);
     EXPECT_EQ(ErrorOf("modify_settings capture_move_sorting_bonus=1 2 3 4 5 6"), "");
-    EXPECT_EQ(search_settings::capture_move_sorting_bonus[5], 6);
+    EXPECT_EQ(settings_.capture_move_sorting_bonus[5], 6);
     for (const std::string bad : {"foo=1", "enable_ettc=2", "x"}) {
         EXPECT_NE(ErrorOf("modify_settings futility_pruning_margin=100;" + bad), "");
-        EXPECT_EQ(search_settings::futility_pruning_margin, 250) << bad;
+        EXPECT_EQ(settings_.futility_pruning_margin, 250) << bad;
     }
 }
 
@@ -194,7 +188,7 @@ TEST_F(MaintenanceCommands, SettingsAreWrittenAndReadBack) {
     EXPECT_EQ(ErrorOf("write_settings " + path), "");
     bench_.Prepare({"modify_settings futility_pruning_margin=456"});
     EXPECT_EQ(ErrorOf("read_settings " + path), "");
-    EXPECT_EQ(search_settings::futility_pruning_margin, 123);
+    EXPECT_EQ(settings_.futility_pruning_margin, 123);
 
     std::string text = TextOf(path);
     text.replace(text.find("enable_ettc=false"), 17, "enable_ettc=maybe");
@@ -202,7 +196,7 @@ TEST_F(MaintenanceCommands, SettingsAreWrittenAndReadBack) {
     bench_.Prepare({"modify_settings futility_pruning_margin=456"});
     EXPECT_EQ(ErrorOf("read_settings " + path),
               "Error (Parse error in line #79: could not parse boolean: maybe): read_settings " + path);
-    EXPECT_EQ(search_settings::futility_pruning_margin, 456) << "a failing file changes nothing";
+    EXPECT_EQ(settings_.futility_pruning_margin, 456) << "a failing file changes nothing";
 }
 
 }  // namespace

@@ -425,22 +425,9 @@ Statistics Read(const std::string& text) {
             .cutoffs = std::stol(match[8])};
 }
 
-class SearchStatistics : public testing::Test {
-  protected:
-    SearchStatistics() {
-        for (ABSTRACT_HASH_TABLE* table : {static_cast<ABSTRACT_HASH_TABLE*>(&transposition_table),
-                                           static_cast<ABSTRACT_HASH_TABLE*>(&pawn_hash_table),
-                                           static_cast<ABSTRACT_HASH_TABLE*>(&evaluation_hash_table)}) {
-            table->clear();
-            table->newSearch();
-        }
-    }
-};
-
-TEST_F(SearchStatistics, CountTimeNodesAndHits) {
-    evaluation_hash_table.Store({.key = 77, .score = 1});
-    for (const std::uint64_t key : {77U, 78U, 79U, 80U}) (void)evaluation_hash_table.Probe(key, 0);
+TEST(SearchStatistics, CountTimeNodesAndHits) {
     SearchInfo info = SearchWith(5000999, 0);
+    info.evaluation_hash_table = {.probes = 4, .hits = 1};
     info.ettc_tries = 2000;
     info.ettc_cutoffs = 500;
     for (const bool posted : {true, false}) {
@@ -461,7 +448,7 @@ TEST_F(SearchStatistics, CountTimeNodesAndHits) {
     }
 }
 
-TEST_F(SearchStatistics, AreZeroWhereNothingWasTried) {
+TEST(SearchStatistics, AreZeroWhereNothingWasTried) {
     SearchInfo info = SomeSearch();
     info.nodes = 0;
     info.end = info.start;
@@ -472,7 +459,7 @@ TEST_F(SearchStatistics, AreZeroWhereNothingWasTried) {
     EXPECT_EQ(found.efficiency, 0);
 }
 
-TEST_F(SearchStatistics, StayInTheLogUnderXBoard) {
+TEST(SearchStatistics, StayInTheLogUnderXBoard) {
     XBoardProtocol_1 protocol;
     protocol.post = true;
     const Said said = Capture([&] { protocol.sendSearchStatistics(SomeSearch()); });
@@ -480,7 +467,7 @@ TEST_F(SearchStatistics, StayInTheLogUnderXBoard) {
     EXPECT_EQ(Read(said.log).knodes, 100);
 }
 
-TEST_F(SearchStatistics, AppearInTheConsoleWhateverTheEcho) {
+TEST(SearchStatistics, AppearInTheConsoleWhateverTheEcho) {
     ConsoleProtocol protocol;
     const Said said = Capture([&] {
         const EchoScope off(vlog, Echo::off);

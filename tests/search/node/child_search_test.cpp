@@ -6,12 +6,11 @@
 
 #include "search/tables/hash.h"
 #include "support/board_builder.h"
+#include "support/plain_settings.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
-namespace settings = search_settings;
 using enum ChildFlags;
 
 constexpr std::string_view checks_fen = "6k1/5ppp/8/8/8/8/Q4PPP/6K1 w - - 0 1";
@@ -24,11 +23,10 @@ class Child : public testing::Test {
     [[nodiscard]] Distance StoredDistance(Move move) {
         Move hash_move = INVALID;
         Distance distance = no_distance;
-        (void)transposition_table.ProbeMove(search_.board->board.HashKeyAfterMove(move), hash_move, distance);
+        (void)search_.tables.transposition.ProbeMove(search_.board->board.HashKeyAfterMove(move), hash_move, distance);
         return distance;
     }
 
-    SettingsScope settings_;
     SearchBuilder search_{checks_fen};
 };
 
@@ -51,9 +49,9 @@ TEST_F(Child, ChecksCanKeepItsChildrenFromBeingPruned) {
     Node node = search_.NodeAt(0, 128);
     node.child_flags = ChildFlags::none;
     EXPECT_EQ(FlagsForChild(node, MoveNamed("a2a8")), ChildFlags::none) << "not by default";
-    settings::skip_razoring_when_last_move_was_a_check = true;
+    search_.settings.skip_razoring_when_last_move_was_a_check = true;
     EXPECT_EQ(Word(FlagsForChild(node, MoveNamed("a2a8"))), 0x100U) << "one ply later than the check: deliberate";
-    settings::skip_extended_futility_pruning_when_last_move_was_a_check = true;
+    search_.settings.skip_extended_futility_pruning_when_last_move_was_a_check = true;
     EXPECT_EQ(Word(FlagsForChild(node, MoveNamed("a2a8"))), 0x300U);
     EXPECT_EQ(FlagsForChild(node, MoveNamed("a2a3")), ChildFlags::none) << "no check";
 }
@@ -71,24 +69,24 @@ TEST_F(Child, GivesItsAnswerFromTheOtherSideAndLeavesTheBoardAlone) {
 }
 
 TEST_F(Child, CutOfAReducedMoveIsConfirmedWithoutTheReduction) {
-    const PlainSearchScope plain;
-    settings::required_distance_to_store_hashtables = -64000;
+    search_.settings = PlainSettings();
+    search_.settings.required_distance_to_store_hashtables = -64000;
     const Move move = MoveNamed("a2a3");
     for (const bool verify : {true, false}) {
-        settings::enable_verification_search = verify;
-        transposition_table.clear();
+        search_.settings.enable_verification_search = verify;
+        search_.tables.transposition.clear();
         Node node = search_.NodeAt(1020, 256);
         node.moves_tried = 5;
         EXPECT_EQ(SearchChild(node, move, 128, 64), 1020);
         EXPECT_EQ(StoredDistance(move), verify ? 128 : 64);
     }
-    settings::enable_verification_search = true;
-    transposition_table.clear();
+    search_.settings.enable_verification_search = true;
+    search_.tables.transposition.clear();
     Node no_cut = search_.NodeAt(1500, 256);
     no_cut.moves_tried = 5;
     EXPECT_EQ(SearchChild(no_cut, move, 128, 64), 1499);
     EXPECT_EQ(StoredDistance(move), 64) << "no cut, nothing to confirm";
-    transposition_table.clear();
+    search_.tables.transposition.clear();
     Node unreduced = search_.NodeAt(1020, 256);
     unreduced.moves_tried = 5;
     EXPECT_EQ(SearchChild(unreduced, move, 128, 0), 1020);

@@ -11,11 +11,8 @@
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
-
-namespace settings = search_settings;
 
 constexpr std::string_view quiet_fen = "r1bq1rk1/pp2bppp/2n1pn2/3p4/2PP4/2N2NP1/PP3PBP/R1BQ1RK1 w - - 4 10";
 
@@ -36,7 +33,6 @@ class Extensions : public testing::Test {
     }
     [[nodiscard]] Move MoveNamed(std::string_view text) { return MoveOf(search_.board->board, text); }
 
-    SettingsScope scope_;
     SearchBuilder search_{quiet_fen};
 };
 
@@ -48,7 +44,7 @@ struct ColumnRow {
     NodeType type;
     int iteration_depth;
     bool is_full;
-    std::function<void()> change = [] {};
+    std::function<void(SearchSettings& settings)> change = [](SearchSettings&) {};
 };
 std::ostream& operator<<(std::ostream& out, const ColumnRow& row) { return out << row.name; }
 
@@ -56,7 +52,7 @@ class Columns : public Extensions, public testing::WithParamInterface<ColumnRow>
 
 TEST_P(Columns, AreChosenByDistanceAndPly) {
     const ColumnRow& row = GetParam();
-    row.change();
+    row.change(search_.settings);
     search_.board->iteration_depth = row.iteration_depth;
     Node node = At(row.distance, row.type);
     DelayedExtensions(node);
@@ -66,32 +62,32 @@ TEST_P(Columns, AreChosenByDistanceAndPly) {
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Extensions, Columns, testing::Values(
     ColumnRow{"ply 1 of iteration 1", 64, NodeType::cut, 1, true},
-    ColumnRow{"ply 1 with plies beginning at 0", 64, NodeType::cut, 1, false, [] { settings::full_extension_minimum_depth = 0; }},
-    ColumnRow{"two thirds of the iteration, rounded down", 64, NodeType::cut, 2, true, [] { settings::full_extension_minimum_depth = 0; }},
-    ColumnRow{"factor", 64, NodeType::cut, 2, false, [] {
-        settings::full_extension_minimum_depth = 0; settings::full_extension_root_depth_related_factor_multiplicator = 1; }},
-    ColumnRow{"divisor", 64, NodeType::cut, 2, false, [] {
-        settings::full_extension_minimum_depth = 0; settings::full_extension_root_depth_related_factor_divisor = 5; }},
+    ColumnRow{"ply 1 with plies beginning at 0", 64, NodeType::cut, 1, false, [](SearchSettings& s) { s.full_extension_minimum_depth = 0; }},
+    ColumnRow{"two thirds of the iteration, rounded down", 64, NodeType::cut, 2, true, [](SearchSettings& s) { s.full_extension_minimum_depth = 0; }},
+    ColumnRow{"factor", 64, NodeType::cut, 2, false, [](SearchSettings& s) {
+        s.full_extension_minimum_depth = 0; s.full_extension_root_depth_related_factor_multiplicator = 1; }},
+    ColumnRow{"divisor", 64, NodeType::cut, 2, false, [](SearchSettings& s) {
+        s.full_extension_minimum_depth = 0; s.full_extension_root_depth_related_factor_divisor = 5; }},
     ColumnRow{"least distance", 1, NodeType::cut, 6, true},
     ColumnRow{"below the least distance", 0, NodeType::cut, 6, false},
     ColumnRow{"below the least distance, principal variation", 0, NodeType::principal, 6, false},
-    ColumnRow{"least distance of the principal variation is its own", 64, NodeType::principal, 6, false, [] {
-        settings::min_depth_for_search_extensions_if_searching_pv_move = 65; }},
-    ColumnRow{"least distance of the others does not bind it", 64, NodeType::principal, 6, true, [] {
-        settings::min_depth_for_search_extensions_if_not_searching_pv_move = 65; }},
-    ColumnRow{"least distance of the others", 64, NodeType::all, 6, false, [] {
-        settings::min_depth_for_search_extensions_if_not_searching_pv_move = 65; }},
-    ColumnRow{"quiescence of the others never", 0, NodeType::cut, 6, false, [] {
-        settings::min_depth_for_search_extensions_if_not_searching_pv_move = -100; }},
-    ColumnRow{"quiescence of the others, allowed", 0, NodeType::cut, 6, true, [] {
-        settings::min_depth_for_search_extensions_if_not_searching_pv_move = -100;
-        settings::never_full_extension_in_quiescence_if_not_searching_pv_move = false; }},
-    ColumnRow{"quiescence of the principal variation", 0, NodeType::principal, 6, true, [] {
-        settings::min_depth_for_search_extensions_if_searching_pv_move = -100; }},
-    ColumnRow{"quiescence of the principal variation, forbidden", 0, NodeType::principal, 6, false, [] {
-        settings::min_depth_for_search_extensions_if_searching_pv_move = -100;
-        settings::never_full_extension_in_quiescence_if_searching_pv_move = true; }},
-    ColumnRow{"no extensions at all", 64, NodeType::cut, 6, false, [] { settings::enable_search_extensions = false; }}),
+    ColumnRow{"least distance of the principal variation is its own", 64, NodeType::principal, 6, false, [](SearchSettings& s) {
+        s.min_depth_for_search_extensions_if_searching_pv_move = 65; }},
+    ColumnRow{"least distance of the others does not bind it", 64, NodeType::principal, 6, true, [](SearchSettings& s) {
+        s.min_depth_for_search_extensions_if_not_searching_pv_move = 65; }},
+    ColumnRow{"least distance of the others", 64, NodeType::all, 6, false, [](SearchSettings& s) {
+        s.min_depth_for_search_extensions_if_not_searching_pv_move = 65; }},
+    ColumnRow{"quiescence of the others never", 0, NodeType::cut, 6, false, [](SearchSettings& s) {
+        s.min_depth_for_search_extensions_if_not_searching_pv_move = -100; }},
+    ColumnRow{"quiescence of the others, allowed", 0, NodeType::cut, 6, true, [](SearchSettings& s) {
+        s.min_depth_for_search_extensions_if_not_searching_pv_move = -100;
+        s.never_full_extension_in_quiescence_if_not_searching_pv_move = false; }},
+    ColumnRow{"quiescence of the principal variation", 0, NodeType::principal, 6, true, [](SearchSettings& s) {
+        s.min_depth_for_search_extensions_if_searching_pv_move = -100; }},
+    ColumnRow{"quiescence of the principal variation, forbidden", 0, NodeType::principal, 6, false, [](SearchSettings& s) {
+        s.min_depth_for_search_extensions_if_searching_pv_move = -100;
+        s.never_full_extension_in_quiescence_if_searching_pv_move = true; }},
+    ColumnRow{"no extensions at all", 64, NodeType::cut, 6, false, [](SearchSettings& s) { s.enable_search_extensions = false; }}),
     RowName<ColumnRow>);
 // clang-format on
 
@@ -110,7 +106,7 @@ class DelayedAmounts : public Extensions, public testing::WithParamInterface<Del
 TEST_P(DelayedAmounts, HaveTwoColumnsAndAMinimumDistance) {
     const DelayedRow& row = GetParam();
     for (const bool full : {true, false}) {
-        if (!full) settings::full_extension_minimum_depth = -100;
+        if (!full) search_.settings.full_extension_minimum_depth = -100;
         Node node = At(64);
         row.change(node);
         DelayedExtensions(node);
@@ -138,8 +134,8 @@ INSTANTIATE_TEST_SUITE_P(Extensions, DelayedAmounts, testing::Values(
     DelayedRow{"pin from the table", 24, 20, ExtensionCauses::pin_threat, [](Node& n) { WithFlag(n, NodeFlags::pin_threat).pin_result = PinResult::unchanged; }},
     DelayedRow{"new pin taken for one from the table", 25, 21, ExtensionCauses::pin_threat, [](Node& n) {
         WithFlag(n, NodeFlags::pin_threat).pin_result = PinResult::new_pin;
-        settings::always_assume_that_pin_threat_was_hashed = true;
-        settings::full_pin_threat_extension_bonus__hashed_pin = 25; settings::limited_pin_threat_extension_bonus__hashed_pin = 21; }},
+        n.search.settings.always_assume_that_pin_threat_was_hashed = true;
+        n.search.settings.full_pin_threat_extension_bonus__hashed_pin = 25; n.search.settings.limited_pin_threat_extension_bonus__hashed_pin = 21; }},
     DelayedRow{"attacked queen", 12, 8, ExtensionCauses::queen_attacked, [](Node& n) { n.flags = NodeFlags::queen_attacked; }},
     DelayedRow{"all together", 124, 64, ExtensionCauses::mate_threat | ExtensionCauses::queen_attacked, [](Node& n) {
         WithFlag(n, NodeFlags::mate_threat | NodeFlags::perpetual_threat | NodeFlags::pin_threat | NodeFlags::queen_attacked).pin_result = PinResult::new_pin; }}),
@@ -161,18 +157,18 @@ TEST_F(Extensions, QueenIsTestedOnceAndRemembered) {
 }
 
 TEST_F(Extensions, DelayedSumIsCapped) {
-    settings::full_mate_threat_extension_bonus = 200;
+    search_.settings.full_mate_threat_extension_bonus = 200;
     Node node = At(64);
     node.flags |= NodeFlags::mate_threat;
     DelayedExtensions(node);
     EXPECT_EQ(node.delayed_extension, 128);
-    settings::full_delayed_extensions_bonus = 64000;
+    search_.settings.full_delayed_extensions_bonus = 64000;
     Node uncapped = At(64);
     uncapped.flags |= NodeFlags::mate_threat;
     DelayedExtensions(uncapped);
     EXPECT_EQ(uncapped.delayed_extension, 200) << "64000 is no cap";
-    settings::full_extension_minimum_depth = -100;
-    settings::limited_mate_threat_extension_bonus = 100;
+    search_.settings.full_extension_minimum_depth = -100;
+    search_.settings.limited_mate_threat_extension_bonus = 100;
     Node limited = At(64);
     limited.flags |= NodeFlags::mate_threat;
     DelayedExtensions(limited);
@@ -195,8 +191,8 @@ class TypeTerms : public Extensions, public testing::WithParamInterface<TypeRow>
 
 TEST_P(TypeTerms, FollowTheClassOfTheLine) {
     const TypeRow& row = GetParam();
-    if (!row.is_full) settings::full_extension_minimum_depth = -100;
-    settings::full_delayed_extensions_bonus = settings::limited_delayed_extensions_bonus = 64000;
+    if (!row.is_full) search_.settings.full_extension_minimum_depth = -100;
+    search_.settings.full_delayed_extensions_bonus = search_.settings.limited_delayed_extensions_bonus = 64000;
     search_.board->position_class[0] = row.previous;
     Node node = At(row.distance, row.type);
     node.position_class = row.present;
@@ -235,7 +231,7 @@ constexpr std::array<Distance, 18> enter_by_type{0, 0, 32, 16, 128, 64, 64, 32, 
 // clang-format on
 
 TEST_F(Extensions, EveryTypeHasItsTerms) {
-    settings::full_delayed_extensions_bonus = 64000;
+    search_.settings.full_delayed_extensions_bonus = 64000;
     for (std::size_t type = 0; type < stay_by_type.size(); ++type) {
         for (const bool stays : {true, false}) {
             const int present = static_cast<int>(type);
@@ -251,9 +247,7 @@ TEST_F(Extensions, EveryTypeHasItsTerms) {
 /// Rooks are traded on e7 and the kings move on: the trade itself earns nothing, but the line is still in its old class
 /// then, so that the first quiet move enters the new one.
 TEST(ClassOfTheLine, IsKeptUntilAQuietMoveEntersTheNewOne) {
-    SettingsScope scope;
-    settings::full_delayed_extensions_bonus = 64000;
-    SearchBuilder search("4k3/4r3/8/3p4/3P4/8/8/4R1K1 w - - 0 1");
+    SearchBuilder search("4k3/4r3/8/3p4/3P4/8/8/4R1K1 w - - 0 1", {.full_delayed_extensions_bonus = 64000});
     search.board->iteration_depth = 20;
     const auto term_after = [&](std::string_view move) {
         search.Make(move);
@@ -288,7 +282,7 @@ TEST_F(Extensions, TypeTermIsOnlyForQuietLastMoves) {
     EXPECT_EQ(term(), 0);
     search_.board->moves_played[1] = INVALID;
     EXPECT_EQ(term(), 128) << "behind a null move";
-    settings::enable_position_type_dependent_search_extensions = false;
+    search_.settings.enable_position_type_dependent_search_extensions = false;
     EXPECT_EQ(term(), 0);
 }
 
@@ -310,7 +304,6 @@ TEST_P(InstantAmounts, HaveTwoColumnsAtEveryDistance) {
     const InstantRow& row = GetParam();
     for (const bool full : {true, false}) {
         for (const Distance distance : {256, 0, -200}) {
-            const SettingsScope scope;
             SearchBuilder search(row.fen);
             search.Make(row.before);
             Node node = search.NodeAt(0, distance);
@@ -338,18 +331,18 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
     InstantRow{"a knight taken after a quiet move does not", "4k3/8/8/4n3/3P4/8/8/4K3 b - - 0 1", "e8e7", "d4e5", 0, 0},
     InstantRow{"a knight recaptures a bishop's equal", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 28, 12},
     InstantRow{"recapture on another square", "4k3/8/8/2b5/4N3/6b1/5N2/K7 w - - 0 1", "e4c5", "g3f2", 28, 12},
-    InstantRow{"recapture on another square, where it must be the same", "4k3/8/8/2b5/4N3/6b1/5N2/K7 w - - 0 1", "e4c5", "g3f2", 0, 0, [](Node&) {
-        settings::capture_and_recapture_must_be_on_the_same_sq = true; }},
+    InstantRow{"recapture on another square, where it must be the same", "4k3/8/8/2b5/4N3/6b1/5N2/K7 w - - 0 1", "e4c5", "g3f2", 0, 0, [](Node& n) {
+        n.search.settings.capture_and_recapture_must_be_on_the_same_sq = true; }},
     InstantRow{"a rook for a knight is none", "4k3/8/1p6/2n5/8/8/8/2R1K3 w - - 0 1", "c1c5", "b6c5", 0, 0},
     InstantRow{"no capture after a capture", "4k3/8/1p6/2n5/8/8/8/2R1K3 w - - 0 1", "c1c5", "b6b5", 0, 0},
     InstantRow{"recapture forbidden", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 0, 0, [](Node& n) {
         n.child_flags = ChildFlags::no_recapture_extension; }},
-    InstantRow{"recapture of too little", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 0, 0, [](Node&) {
-        settings::min_captured_piece_for_recapture_extension = knight + 1; }},
-    InstantRow{"recapture of just enough", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 28, 12, [](Node&) {
-        settings::min_captured_piece_for_recapture_extension = knight; }},
-    InstantRow{"recapture on the same square", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 28, 12, [](Node&) {
-        settings::capture_and_recapture_must_be_on_the_same_sq = true; }},
+    InstantRow{"recapture of too little", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 0, 0, [](Node& n) {
+        n.search.settings.min_captured_piece_for_recapture_extension = knight + 1; }},
+    InstantRow{"recapture of just enough", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 28, 12, [](Node& n) {
+        n.search.settings.min_captured_piece_for_recapture_extension = knight; }},
+    InstantRow{"recapture on the same square", "4k3/8/1p6/2b5/4N3/8/8/4K3 w - - 0 1", "e4c5", "b6c5", 28, 12, [](Node& n) {
+        n.search.settings.capture_and_recapture_must_be_on_the_same_sq = true; }},
     InstantRow{"pawn to the 7th, passed or not", "3nk3/8/3PP3/8/8/8/8/4K3 b - - 0 1", "e8f8", "d6d7", 64, 32},
     InstantRow{"black pawn to its 7th", "4k3/8/8/8/8/3p4/8/4K3 w - - 0 1", "e1f1", "d3d2", 64, 32},
     InstantRow{"passed pawn to the 6th in an ending", "4k3/8/8/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5d6", 32, 16},
@@ -363,16 +356,16 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
     InstantRow{"pawn to the 8th", "8/3P3k/8/8/8/8/8/4K3 b - - 0 1", "h7h6", "d7d8", 0, 0},
     InstantRow{"pawn to the 7th in a middle game", "4k3/8/3P4/8/8/8/8/4K3 b - - 0 1", "e8f8", "d6d7", 65, 33, [](Node& n) {
         n.position_class = middle_game;
-        settings::full_passer_7th_rank_extension_bonus__non_endgame = 65; settings::limited_passer_7th_rank_extension_bonus__non_endgame = 33; }},
+        n.search.settings.full_passer_7th_rank_extension_bonus__non_endgame = 65; n.search.settings.limited_passer_7th_rank_extension_bonus__non_endgame = 33; }},
     InstantRow{"pawn to the 7th in the first ending", "4k3/8/3P4/8/8/8/8/4K3 b - - 0 1", "e8f8", "d6d7", 66, 34, [](Node& n) {
         n.position_class = balanced_ending;
-        settings::full_passer_7th_rank_extension_bonus__endgame = 66; settings::limited_passer_7th_rank_extension_bonus__endgame = 34; }},
+        n.search.settings.full_passer_7th_rank_extension_bonus__endgame = 66; n.search.settings.limited_passer_7th_rank_extension_bonus__endgame = 34; }},
     InstantRow{"rook to the 6th", "6k1/8/8/8/8/8/8/R3K3 b - - 0 1", "g8h8", "a1a6", 0, 0},
     InstantRow{"queen to the 7th", "6k1/8/8/8/8/8/8/Q3K3 b - - 0 1", "g8f8", "a1a7", 0, 0},
     InstantRow{"pawn to the 6th with an enemy pawn beside", "4k3/8/2p5/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5d6", 32, 16},
     InstantRow{"pawn to the 6th by a capture", "4k3/8/2n5/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5c6", 0, 0},
-    InstantRow{"pawn to the 6th by a capture that counts", "4k3/8/2n5/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5c6", 32, 16, [](Node&) {
-        settings::passer_must_reach_6th_rank_by_non_capture_move = false; }},
+    InstantRow{"pawn to the 6th by a capture that counts", "4k3/8/2n5/3P4/8/8/8/4K3 b - - 0 1", "e8f8", "d5c6", 32, 16, [](Node& n) {
+        n.search.settings.passer_must_reach_6th_rank_by_non_capture_move = false; }},
     InstantRow{"pawn to the 5th", "4k3/8/8/8/3P4/8/8/4K3 b - - 0 1", "e8f8", "d4d5", 0, 0},
     InstantRow{"rook to the 7th", "6k1/5p2/8/8/8/8/8/R3K3 b - - 0 1", "g8h8", "a1a7", 12, 6},
     InstantRow{"black rook to its 7th", "r5k1/8/8/8/8/8/5P2/6K1 w - - 0 1", "g1h1", "a8a2", 12, 6},
@@ -387,15 +380,15 @@ INSTANTIATE_TEST_SUITE_P(Extensions, InstantAmounts, testing::Values(
     InstantRow{"sum is capped", "4k3/8/8/8/8/8/8/R3K3 b - - 0 1", "e8e7", "a1a7", 128, 80, [](Node& n) { n.flags = NodeFlags::single_reply; }},
     InstantRow{"without a cap", "4k3/8/8/8/8/8/8/R3K3 b - - 0 1", "e8f8", "a1a8", 168, 88, [](Node& n) {
         n.flags = NodeFlags::single_reply;
-        settings::full_instant_extensions_bonus = settings::limited_instant_extensions_bonus = 64000; }},
+        n.search.settings.full_instant_extensions_bonus = n.search.settings.limited_instant_extensions_bonus = 64000; }},
     InstantRow{"with the delayed ones, capped again", "4k3/8/8/8/8/8/8/R3K3 b - - 0 1", "e8e7", "a1a7", 192, 128, [](Node& n) {
         n.flags = NodeFlags::single_reply; n.delayed_extension = 128; }},
     InstantRow{"with the delayed ones, uncapped", "4k3/8/8/8/8/8/8/R3K3 b - - 0 1", "e8e7", "a1a7", 256, 208, [](Node& n) {
         n.flags = NodeFlags::single_reply; n.delayed_extension = 128;
-        settings::full_total_extensions_bonus = settings::limited_total_extensions_bonus = 64000; }},
+        n.search.settings.full_total_extensions_bonus = n.search.settings.limited_total_extensions_bonus = 64000; }},
     InstantRow{"delayed ones may be negative", quiet_fen, "a2a3", "a7a6", -21, -21, [](Node& n) { n.delayed_extension = -21; }},
     InstantRow{"switched off", "4k3/8/8/8/8/8/8/R3K3 b - - 0 1", "e8e7", "a1a7", 0, 0, [](Node& n) {
-        n.flags = NodeFlags::single_reply; settings::enable_search_extensions = false; }}),
+        n.flags = NodeFlags::single_reply; n.search.settings.enable_search_extensions = false; }}),
     RowName<InstantRow>);
 // clang-format on
 

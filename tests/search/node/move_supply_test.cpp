@@ -12,7 +12,6 @@
 #include "support/board_builder.h"
 #include "support/random_games.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
@@ -90,11 +89,10 @@ TEST(MoveSupply, SingleMoveIsFoundInCheckAndOutOfIt) {
 }
 
 TEST(MoveSupply, SingleMoveIsTriedAgainBehindItselfWithExtensions) {
-    const SettingsScope scope;
     SearchBuilder search(one_reply_fen);
     const Move only = LegalMovesOf(search.board->board).front();
     for (const bool extensions : {true, false}) {
-        search_settings::enable_search_extensions = extensions;
+        search.settings.enable_search_extensions = extensions;
         Node node = search.NodeAt(0, 256);
         node.hash_move = only;
         EXPECT_EQ(SupplyOf(node).moves.size(), extensions ? 2U : 1U) << extensions;

@@ -12,19 +12,14 @@
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
-
-namespace settings = search_settings;
 
 /// White, on move, is a knight up in a middle game.
 constexpr std::string_view ahead_fen = "r1bq1rk1/pp2bppp/4pn2/3p4/2PP4/2N2NP1/PP3PBP/R1BQ1RK1 w - - 4 10";
 
 class Pass : public testing::Test {
   protected:
-    Pass() { settings::min_ply_for_null_move = 0; }
-
     /// A node off the principal variation that asks for what White has on the board.
     [[nodiscard]] Node At(Distance distance, Score above_material = 0) {
         Node node = search_.NodeAt(material() + above_material, distance);
@@ -39,22 +34,21 @@ class Pass : public testing::Test {
         board.MakeNullMove();
         Move move = INVALID;
         Distance distance = 0;
-        if (!transposition_table.ProbeMove(board.key(), move, distance)) return std::nullopt;
+        if (!search_.tables.transposition.ProbeMove(board.key(), move, distance)) return std::nullopt;
         return distance;
     }
     /// Puts an answer behind the null move: whatever is asked there, the side on move has `score` at any distance.
-    void PlantBehindPass(Score score) const {
+    void PlantBehindPass(Score score) {
         BOARD board = search_.board->board;
         board.MakeNullMove();
         TranspositionEntry entry = TranspositionEntry::Make(board.key(), LegalMovesOf(board).front(), true,
                                                             search_.board->position_class[0], NodeFlags::none);
         entry.lower_bound = entry.upper_bound = static_cast<std::int16_t>(score);
         entry.lower_distance = entry.upper_distance = 32000;
-        transposition_table.Store(entry);
+        search_.tables.transposition.Store(entry);
     }
 
-    SettingsScope scope_;
-    SearchBuilder search_{ahead_fen};
+    SearchBuilder search_{ahead_fen, {.min_ply_for_null_move = 0}};
 };
 
 TEST_F(Pass, CutsWhenPassingIsGoodEnough) {
@@ -79,30 +73,30 @@ TEST_F(Pass, MustBeWorthOnePointMoreThanBetaToCut) {
     Node node = At(256);
     PlantBehindPass(-node.beta);
     EXPECT_EQ(NullMove(node), std::nullopt);
-    SearchBuilder::ClearTables();
+    search_.tables.Clear();
     PlantBehindPass(-node.beta - 1);
     EXPECT_EQ(NullMove(node), node.beta);
 }
 
 /// The reduction is the whole step: the ply of the pass is not taken off on top of it.
 TEST_F(Pass, StepIsTheReductionAlone) {
-    settings::min_distance_for_mate_threat_test = 64000;
-    settings::required_distance_to_store_hashtables = 1;
+    search_.settings.min_distance_for_mate_threat_test = 64000;
+    search_.settings.required_distance_to_store_hashtables = 1;
     Node node = At(256, 150);
     (void)NullMove(node);
     EXPECT_EQ(DistanceBehindPass(), 256 - 128);
 }
 
 TEST_F(Pass, ReductionDependsOnTheDistance) {
-    settings::min_distance_for_mate_threat_test = 64000;
-    settings::required_distance_to_store_hashtables = 1;
-    settings::min_null_move_search_reduction = 100;
-    settings::max_null_move_search_reduction = 230;
-    settings::null_move_reduction_critical_distance = 300;
+    search_.settings.min_distance_for_mate_threat_test = 64000;
+    search_.settings.required_distance_to_store_hashtables = 1;
+    search_.settings.min_null_move_search_reduction = 100;
+    search_.settings.max_null_move_search_reduction = 230;
+    search_.settings.null_move_reduction_critical_distance = 300;
     Node near = At(299, 150);
     (void)NullMove(near);
     EXPECT_EQ(DistanceBehindPass(), 199);
-    SearchBuilder::ClearTables();
+    search_.tables.Clear();
     Node far = At(300, 150);
     (void)NullMove(far);
     EXPECT_EQ(DistanceBehindPass(), 70);
@@ -138,9 +132,9 @@ INSTANTIATE_TEST_SUITE_P(NullMove, PassGates, testing::Values(
     GateRow{"perpetual check is a threat", false, [](Node& n) { n.flags = NodeFlags::perpetual_threat; }},
     GateRow{"queen test without a find is none", true, [](Node& n) { n.flags = NodeFlags::queen_not_attacked; }},
     GateRow{"too near", false, [](Node& n) { n.distance = 127; }},
-    GateRow{"near by the setting", true, [](Node& n) { n.distance = 1; settings::min_distance_for_null_move = 1; }},
-    GateRow{"too early in the line", false, [](Node&) { settings::min_ply_for_null_move = 1; }},
-    GateRow{"late enough in the line", true, [](Node&) { settings::max_ply_for_null_move = 0; }},
+    GateRow{"near by the setting", true, [](Node& n) { n.distance = 1; n.search.settings.min_distance_for_null_move = 1; }},
+    GateRow{"too early in the line", false, [](Node& n) { n.search.settings.min_ply_for_null_move = 1; }},
+    GateRow{"late enough in the line", true, [](Node& n) { n.search.settings.max_ply_for_null_move = 0; }},
     GateRow{"in check", false, [](Node& n) { const_cast<bool&>(n.in_check) = true; }},
     GateRow{"rook ending", false, [](Node& n) { n.position_class = rook_ending; }},
     GateRow{"queen ending", true, [](Node& n) { n.position_class = queen_ending; }},
@@ -150,18 +144,18 @@ INSTANTIATE_TEST_SUITE_P(NullMove, PassGates, testing::Values(
     GateRow{"balanced ending", true, [](Node& n) { n.position_class = balanced_ending; }},
     GateRow{"margin", true, [](Node& n) { SetBeta(n, n.material_balance() + 200); }},
     GateRow{"beyond the margin", false, [](Node& n) { SetBeta(n, n.material_balance() + 201); }},
-    GateRow{"searching for mate", true, [](Node& n) { SetBeta(n, 31767); settings::maximum_material_margin_for_null_move = 32767000; }},
+    GateRow{"searching for mate", true, [](Node& n) { SetBeta(n, 31767); n.search.settings.maximum_material_margin_for_null_move = 32767000; }},
     GateRow{"searching for mate, left out", false, [](Node& n) {
-        SetBeta(n, 31767); settings::maximum_material_margin_for_null_move = 32767000;
-        settings::skip_null_move_if_side_on_move_is_searching_for_mate = true; }},
+        SetBeta(n, 31767); n.search.settings.maximum_material_margin_for_null_move = 32767000;
+        n.search.settings.skip_null_move_if_side_on_move_is_searching_for_mate = true; }},
     GateRow{"searching for almost a mate", true, [](Node& n) {
-        SetBeta(n, 31766); settings::maximum_material_margin_for_null_move = 32767000;
-        settings::skip_null_move_if_side_on_move_is_searching_for_mate = true; }},
+        SetBeta(n, 31766); n.search.settings.maximum_material_margin_for_null_move = 32767000;
+        n.search.settings.skip_null_move_if_side_on_move_is_searching_for_mate = true; }},
     GateRow{"enemy searching for mate", true, [](Node& n) { SetBeta(n, -31767); }},
     GateRow{"enemy searching for mate, left out", false, [](Node& n) {
-        SetBeta(n, -31767); settings::skip_null_move_if_enemy_is_searching_for_mate = true; }},
+        SetBeta(n, -31767); n.search.settings.skip_null_move_if_enemy_is_searching_for_mate = true; }},
     GateRow{"enemy searching for almost a mate", true, [](Node& n) {
-        SetBeta(n, -31766); settings::skip_null_move_if_enemy_is_searching_for_mate = true; }}),
+        SetBeta(n, -31766); n.search.settings.skip_null_move_if_enemy_is_searching_for_mate = true; }}),
     RowName<GateRow>);
 // clang-format on
 
@@ -172,13 +166,9 @@ constexpr std::string_view threatened_fen = "3r2k1/5ppp/8/8/8/8/R4PPP/1N4K1 w - 
 
 class MateThreat : public testing::Test {
   protected:
-    MateThreat() {
-        settings::min_ply_for_null_move = 0;
-        settings::maximum_material_margin_for_null_move = 32767000;
-    }
     /// Passes in a node where the pass does not cut; whether a mate threat was found.
     [[nodiscard]] bool IsFound(int position_class = unbalanced_ending, NodeType type = NodeType::cut) {
-        SearchBuilder search(fen_);
+        SearchBuilder search(fen_, settings_);
         Node node = search.NodeAt(search.board->board.frame().material_balance + 400, 128);
         node.type = type;
         node.child_flags = ChildFlags::none;
@@ -188,10 +178,10 @@ class MateThreat : public testing::Test {
         BOARD board = search.board->board;
         board.MakeNullMove();
         Move move = INVALID;
-        (void)transposition_table.ProbeMove(board.key(), move, distance_behind_pass_);
+        (void)search.tables.transposition.ProbeMove(board.key(), move, distance_behind_pass_);
         return HasAny(node.flags, NodeFlags::mate_threat);
     }
-    SettingsScope scope_;
+    SearchSettings settings_{.min_ply_for_null_move = 0, .maximum_material_margin_for_null_move = 32767000};
     std::string_view fen_ = threatened_fen;
     std::uint64_t nodes_ = 0;
     Distance distance_behind_pass_ = no_distance;
@@ -200,9 +190,9 @@ class MateThreat : public testing::Test {
 TEST_F(MateThreat, IsFoundBehindAPassThatDoesNotCut) { EXPECT_TRUE(IsFound()); }
 
 TEST_F(MateThreat, IsNotLookedForTooNear) {
-    settings::min_distance_for_mate_threat_test = 129;
+    settings_.min_distance_for_mate_threat_test = 129;
     EXPECT_FALSE(IsFound());
-    settings::min_distance_for_mate_threat_test = 128;
+    settings_.min_distance_for_mate_threat_test = 128;
     EXPECT_TRUE(IsFound());
 }
 
@@ -213,14 +203,14 @@ TEST_F(MateThreat, IsNotLookedForWhereNobodyMates) {
 }
 
 TEST_F(MateThreat, MustComeWithinSoManyMoves) {
-    settings::extend_if_mate_in_x_moves_threat = 1;
+    settings_.extend_if_mate_in_x_moves_threat = 1;
     EXPECT_TRUE(IsFound()) << "mate with the next move";
 }
 
 /// Of what is handed over, the distance is the negated node type: -1 from a cut node, +1 from an all node. The pass
 /// itself is searched far below that here, so that the entry behind it tells of the test.
 TEST_F(MateThreat, DistanceIsTheNegatedNodeType) {
-    settings::min_null_move_search_reduction = 640;
+    settings_.min_null_move_search_reduction = 640;
     EXPECT_TRUE(IsFound(unbalanced_ending, NodeType::cut));
     EXPECT_EQ(distance_behind_pass_, -1);
     EXPECT_TRUE(IsFound(unbalanced_ending, NodeType::all));
@@ -231,14 +221,14 @@ TEST_F(MateThreat, DistanceIsTheNegatedNodeType) {
 /// whose futility is switched off, and so looks at more moves.
 TEST_F(MateThreat, NodeTypeIsTheSettingThatSpeaksOfADistance) {
     fen_ = "3r2k1/5ppp/7P/8/8/8/R4PP1/1N4K1 w - - 0 1";
-    settings::min_null_move_search_reduction = 640;
+    settings_.min_null_move_search_reduction = 640;
     EXPECT_FALSE(IsFound(unbalanced_ending, NodeType::all)) << "the king has a way out";
     const std::uint64_t as_all_node = nodes_;
-    settings::maximum_distance_for_null_move_mate_threat_test = 0;
+    settings_.maximum_distance_for_null_move_mate_threat_test = 0;
     (void)IsFound(unbalanced_ending, NodeType::all);
     EXPECT_GT(nodes_, as_all_node);
-    settings::maximum_distance_for_null_move_mate_threat_test = 64000;
-    settings::limit_distance_for_null_move_mate_threat_test = false;
+    settings_.maximum_distance_for_null_move_mate_threat_test = 64000;
+    settings_.limit_distance_for_null_move_mate_threat_test = false;
     fen_ = threatened_fen;
     EXPECT_TRUE(IsFound()) << "any number passes as a node type";
 }

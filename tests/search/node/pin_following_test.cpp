@@ -11,11 +11,9 @@
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
-namespace settings = search_settings;
 using enum PinResult;
 
 struct Pin {
@@ -185,7 +183,7 @@ class PinFlag : public testing::Test {
     /// The node behind Black's last move.
     [[nodiscard]] Node Follow(std::string_view fen, std::vector<std::string_view> moves, std::optional<Pin> before = {},
                               NodeFlags known = NodeFlags::none) {
-        search_ = std::make_unique<SearchBuilder>(fen);
+        search_ = std::make_unique<SearchBuilder>(fen, settings_);
         Play(*search_, moves);
         search_->board->pins[1] = RecordOf(before);
         Node node = search_->NodeAt(0, 128);
@@ -194,7 +192,7 @@ class PinFlag : public testing::Test {
         DetectPinThreat(node);
         return node;
     }
-    SettingsScope scope_;
+    SearchSettings settings_;
     std::unique_ptr<SearchBuilder> search_;
 };
 
@@ -208,7 +206,7 @@ TEST_F(PinFlag, NewPinMustWinSomething) {
 TEST_F(PinFlag, TightenedPinNeedNot) {
     constexpr std::string_view fen = "4k3/8/8/3p4/1b6/2N5/P7/4K3 w - - 0 1";
     EXPECT_TRUE(HasAny(Follow(fen, {"a2a3", "d5d4"}, knight_c3).flags, NodeFlags::pin_threat));
-    settings::consider_only_winning_pins_as_threats = true;
+    settings_.consider_only_winning_pins_as_threats = true;
     EXPECT_FALSE(HasAny(Follow(fen, {"a2a3", "d5d4"}, knight_c3).flags, NodeFlags::pin_threat));
 }
 
@@ -226,9 +224,9 @@ TEST_F(PinFlag, FlagFromTheTableStays) {
 TEST_F(PinFlag, SettingForTheNextPlyHidesTheOneForThisPly) {
     constexpr std::string_view fen = "4kb2/p7/8/8/8/2R5/P7/4K3 w - - 0 1";
     EXPECT_EQ(Word(Follow(fen, {"a2a3", "f8b4"}).child_flags), 0xB00U);
-    settings::skip_pruning_at_the_next_ply_because_of_pin_threat = false;
+    settings_.skip_pruning_at_the_next_ply_because_of_pin_threat = false;
     EXPECT_EQ(Word(Follow(fen, {"a2a3", "f8b4"}).child_flags), 0x58U);
-    settings::skip_pruning_at_this_ply_because_of_pin_threat = false;
+    settings_.skip_pruning_at_this_ply_because_of_pin_threat = false;
     EXPECT_EQ(Word(Follow(fen, {"a2a3", "f8b4"}).child_flags), 0U);
     EXPECT_EQ(Word(Follow(pinned_knight, {"a2a3", "a7a6"}, knight_c3).child_flags), 0U) << "no threat";
 }

@@ -13,11 +13,8 @@
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
-
-namespace settings = search_settings;
 
 /// White is on move, in a middle game with even material.
 constexpr std::string_view even_fen = "r1bq1rk1/pp2bppp/2n1pn2/3p4/2PP4/2N2NP1/PP3PBP/R1BQ1RK1 w - - 4 10";
@@ -35,7 +32,6 @@ class Gates : public testing::Test {
         return node;
     }
 
-    SettingsScope scope_;
     SearchBuilder search_{even_fen};
 };
 
@@ -49,7 +45,7 @@ TEST_F(Gates, RazoringTakesOnePlyAndKeepsTheAmount) {
 }
 
 TEST_F(Gates, RazoringToAFixedDistance) {
-    settings::limited_razoring_reduction_independent_of_current_distance = true;
+    search_.settings.limited_razoring_reduction_independent_of_current_distance = true;
     Node node = Lacking(1021, 140);
     SelectiveGates(node);
     EXPECT_EQ(node.distance, 112);
@@ -81,32 +77,32 @@ INSTANTIATE_TEST_SUITE_P(Pruning, RazoringGates, testing::Values(
     GateRow{"too short", false, [](Node& n) { n.distance = 128; }},
     GateRow{"longest distance", true, [](Node& n) { n.distance = 208; }},
     GateRow{"too long", false, [](Node& n) { n.distance = 209; }},
-    GateRow{"switched off", false, [](Node&) { settings::enable_limited_razoring_if_not_searching_pv_move = false; }},
+    GateRow{"switched off", false, [](Node& n) { n.search.settings.enable_limited_razoring_if_not_searching_pv_move = false; }},
     GateRow{"principal variation", false, [](Node& n) { n.type = NodeType::principal; }},
     GateRow{"principal variation, switched on", true, [](Node& n) {
-        n.type = NodeType::principal; settings::enable_limited_razoring_if_searching_pv_move = true; }},
+        n.type = NodeType::principal; n.search.settings.enable_limited_razoring_if_searching_pv_move = true; }},
     GateRow{"told not to", false, [](Node& n) { n.child_flags = ChildFlags::no_limited_razoring; }},
     GateRow{"told something else", true, [](Node& n) { n.child_flags = ChildFlags::no_extended_futility | NextPly(ChildFlags::no_limited_razoring); }},
-    GateRow{"margin just reached", false, [](Node&) { settings::limited_razoring_margin = 1021; }},
-    GateRow{"seven pieces are enough", true, [](Node&) { settings::minimum_enemy_pieces_left_for_limited_razoring = 8; }},
-    GateRow{"eight would not be", false, [](Node&) { settings::minimum_enemy_pieces_left_for_limited_razoring = 9; }},
+    GateRow{"margin just reached", false, [](Node& n) { n.search.settings.limited_razoring_margin = 1021; }},
+    GateRow{"seven pieces are enough", true, [](Node& n) { n.search.settings.minimum_enemy_pieces_left_for_limited_razoring = 8; }},
+    GateRow{"eight would not be", false, [](Node& n) { n.search.settings.minimum_enemy_pieces_left_for_limited_razoring = 9; }},
     GateRow{"a threat", false, [](Node& n) { n.flags = NodeFlags::pin_threat; }},
     GateRow{"no queen attacked is no threat", true, [](Node& n) { n.flags = NodeFlags::queen_not_attacked; }},
     GateRow{"a threat that does not count", true, [](Node& n) {
-        n.flags = NodeFlags::mate_threat; settings::disable_selective_techniques_if_threats_exist = false; }},
+        n.flags = NodeFlags::mate_threat; n.search.settings.disable_selective_techniques_if_threats_exist = false; }},
     GateRow{"simple ending by the parent's class", false, [](Node& n) { const_cast<int&>(n.parent_class) = rook_ending; }},
     GateRow{"the last of the simple endings", false, [](Node& n) { const_cast<int&>(n.parent_class) = pawnless; }},
     GateRow{"balanced ending is not simple", true, [](Node& n) { const_cast<int&>(n.parent_class) = balanced_ending; }},
     GateRow{"unbalanced ending is not simple", true, [](Node& n) { const_cast<int&>(n.parent_class) = unbalanced_ending; }},
     GateRow{"simple ending by the node's own class does not count", true, [](Node& n) { n.position_class = rook_ending; }},
     GateRow{"simple endings searched as others", true, [](Node& n) {
-        const_cast<int&>(n.parent_class) = rook_ending; settings::disable_selective_techniques_if_searching_simple_endgames = false; }}),
+        const_cast<int&>(n.parent_class) = rook_ending; n.search.settings.disable_selective_techniques_if_searching_simple_endgames = false; }}),
     RowName<GateRow>);
 // clang-format on
 
 TEST_F(Gates, RazoringLeavesOutWhoSearchesForMate) {
     for (const bool skip : {true, false}) {
-        settings::skip_limited_razoring_if_searching_for_mate = skip;
+        search_.settings.skip_limited_razoring_if_searching_for_mate = skip;
         Node node = Lacking(0, 140);
         const_cast<Score&>(node.beta) = 31767;
         SelectiveGates(node);
@@ -149,26 +145,26 @@ INSTANTIATE_TEST_SUITE_P(Pruning, FutilityGates, testing::Values(
     FutilityRow{"quiescence, margin just reached", 0, 300, false, 0},
     FutilityRow{"quiescence in spite of a threat", -100, 301, true, 300, [](Node& n) { n.flags = NodeFlags::pin_threat; }},
     FutilityRow{"quiescence in a simple ending", 0, 301, true, 300, [](Node& n) { const_cast<int&>(n.parent_class) = rook_ending; }},
-    FutilityRow{"quiescence, switched off", 0, 301, false, 0, [](Node&) { settings::enable_futility_pruning_if_not_searching_pv_move = false; }},
+    FutilityRow{"quiescence, switched off", 0, 301, false, 0, [](Node& n) { n.search.settings.enable_futility_pruning_if_not_searching_pv_move = false; }},
     FutilityRow{"quiescence, principal variation", 0, 301, false, 0, [](Node& n) { n.type = NodeType::principal; }},
     FutilityRow{"quiescence, principal variation switched on", 0, 301, true, 300, [](Node& n) {
-        n.type = NodeType::principal; settings::enable_futility_pruning_if_searching_pv_move = true; }},
+        n.type = NodeType::principal; n.search.settings.enable_futility_pruning_if_searching_pv_move = true; }},
     FutilityRow{"frontier", 64, 301, true, 300},
     FutilityRow{"frontier with a threat", 64, 301, false, 0, [](Node& n) { n.flags = NodeFlags::single_reply; }},
     FutilityRow{"one further is extended futility's", 65, 301, false, 0},
     FutilityRow{"extended futility", 65, 601, true, 600},
     FutilityRow{"extended futility, margin just reached", 65, 600, false, 0},
-    FutilityRow{"extended futility, furthest", 137, 601, true, 600, [](Node&) { settings::enable_limited_razoring_if_not_searching_pv_move = false; }},
-    FutilityRow{"extended futility, too far", 138, 601, false, 0, [](Node&) { settings::enable_limited_razoring_if_not_searching_pv_move = false; }},
+    FutilityRow{"extended futility, furthest", 137, 601, true, 600, [](Node& n) { n.search.settings.enable_limited_razoring_if_not_searching_pv_move = false; }},
+    FutilityRow{"extended futility, too far", 138, 601, false, 0, [](Node& n) { n.search.settings.enable_limited_razoring_if_not_searching_pv_move = false; }},
     FutilityRow{"extended futility, told not to", 65, 601, false, 0, [](Node& n) { n.child_flags = ChildFlags::no_extended_futility; }},
-    FutilityRow{"extended futility, switched off", 65, 601, false, 0, [](Node&) { settings::enable_extended_futility_pruning_if_not_searching_pv_move = false; }},
+    FutilityRow{"extended futility, switched off", 65, 601, false, 0, [](Node& n) { n.search.settings.enable_extended_futility_pruning_if_not_searching_pv_move = false; }},
     FutilityRow{"extended futility, principal variation", 65, 601, false, 0, [](Node& n) { n.type = NodeType::principal; }},
     FutilityRow{"extended futility, principal variation switched on", 65, 601, true, 600, [](Node& n) {
-        n.type = NodeType::principal; settings::enable_extended_futility_pruning_if_searching_pv_move = true; }},
+        n.type = NodeType::principal; n.search.settings.enable_extended_futility_pruning_if_searching_pv_move = true; }},
     FutilityRow{"extended futility behind razoring, by the new distance", 140, 1021, true, 600},
-    FutilityRow{"the later base replaces the one before", 65, 601, true, 300, [](Node&) { settings::max_distance_for_futility_pruning = 65; }},
-    FutilityRow{"the later base does not if it is no margin", 65, 601, true, 600, [](Node&) {
-        settings::max_distance_for_futility_pruning = 65; settings::futility_pruning_margin = 601; }}),
+    FutilityRow{"the later base replaces the one before", 65, 601, true, 300, [](Node& n) { n.search.settings.max_distance_for_futility_pruning = 65; }},
+    FutilityRow{"the later base does not if it is no margin", 65, 601, true, 600, [](Node& n) {
+        n.search.settings.max_distance_for_futility_pruning = 65; n.search.settings.futility_pruning_margin = 601; }}),
     RowName<FutilityRow>);
 // clang-format on
 
@@ -182,9 +178,9 @@ TEST_F(Gates, FutilityCanLeaveOutWhoSearchesForMate) {
     EXPECT_TRUE(is_futile(0));
     EXPECT_TRUE(is_futile(64));
     EXPECT_FALSE(is_futile(65)) << "extended futility leaves it out";
-    settings::skip_extended_futility_pruning_if_searching_for_mate = false;
+    search_.settings.skip_extended_futility_pruning_if_searching_for_mate = false;
     EXPECT_TRUE(is_futile(65));
-    settings::skip_futility_pruning_if_searching_for_mate = true;
+    search_.settings.skip_futility_pruning_if_searching_for_mate = true;
     EXPECT_FALSE(is_futile(0));
     EXPECT_FALSE(is_futile(64));
 }
@@ -268,24 +264,24 @@ INSTANTIATE_TEST_SUITE_P(Pruning, ReductionGates, testing::Values(
     ReductionRow{"captures too", 64, [](Node&) {}, "c4d5"},
     ReductionRow{"third move", 0, [](Node& n) { n.moves_tried = 3; }},
     ReductionRow{"too near", 0, [](Node& n) { n.distance = 191; }},
-    ReductionRow{"switched off", 0, [](Node&) { settings::enable_late_move_reduction = false; }},
+    ReductionRow{"switched off", 0, [](Node& n) { n.search.settings.enable_late_move_reduction = false; }},
     ReductionRow{"told not to", 0, [](Node& n) { n.child_flags = ChildFlags::no_late_move_reduction; }},
     ReductionRow{"its children are told not to", 64, [](Node& n) { n.child_flags = NextPly(ChildFlags::no_late_move_reduction); }},
     ReductionRow{"threat", 0, [](Node& n) { n.flags = NodeFlags::queen_attacked; }},
     ReductionRow{"threat, whatever the switch of the other techniques says", 0, [](Node& n) {
-        n.flags = NodeFlags::queen_attacked; settings::disable_selective_techniques_if_threats_exist = false; }},
+        n.flags = NodeFlags::queen_attacked; n.search.settings.disable_selective_techniques_if_threats_exist = false; }},
     ReductionRow{"principal variation", 0, [](Node& n) { n.type = NodeType::principal; }},
     ReductionRow{"principal variation that may", 64, [](Node& n) {
-        n.type = NodeType::principal; settings::skip_late_move_reduction_if_in_principal_variation = false; }},
+        n.type = NodeType::principal; n.search.settings.skip_late_move_reduction_if_in_principal_variation = false; }},
     ReductionRow{"extended", 0, [](Node& n) { n.extended = ExtensionCauses::rook_on_7th; }},
     ReductionRow{"extended by an earlier move of the node", 0, [](Node& n) { n.extended = ExtensionCauses::recapture; }},
     ReductionRow{"extended, and still", 64, [](Node& n) {
-        n.extended = ExtensionCauses::recapture; settings::skip_late_move_reduction_if_extended = false; }},
+        n.extended = ExtensionCauses::recapture; n.search.settings.skip_late_move_reduction_if_extended = false; }},
     ReductionRow{"in check", 0, [](Node& n) { const_cast<bool&>(n.in_check) = true; }},
-    ReductionRow{"amount", 50, [](Node&) { settings::standard_late_move_reduction = 50; }},
+    ReductionRow{"amount", 50, [](Node& n) { n.search.settings.standard_late_move_reduction = 50; }},
     ReductionRow{"very late", 192, MakeVeryLate},
-    ReductionRow{"very late, amount", 100, [](Node& n) { MakeVeryLate(n); settings::extended_late_move_reduction = 100; }},
-    ReductionRow{"very late, switched off", 64, [](Node& n) { MakeVeryLate(n); settings::enable_extended_late_move_reduction = false; }},
+    ReductionRow{"very late, amount", 100, [](Node& n) { MakeVeryLate(n); n.search.settings.extended_late_move_reduction = 100; }},
+    ReductionRow{"very late, switched off", 64, [](Node& n) { MakeVeryLate(n); n.search.settings.enable_extended_late_move_reduction = false; }},
     ReductionRow{"very late, a little too near", 64, [](Node& n) { MakeVeryLate(n); n.distance = 319; }},
     ReductionRow{"very late, seventh move", 64, [](Node& n) { MakeVeryLate(n); n.moves_tried = 7; }},
     ReductionRow{"very late, quiet hash move", 64, [](Node& n) { MakeVeryLate(n); n.hash_move = MoveOf(n.board(), "a2a4"); }},

@@ -9,7 +9,6 @@
 
 #include "chess/move_generator.h"
 #include "evaluation/context/position_type.h"
-#include "search/settings/search_settings.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
@@ -19,25 +18,11 @@ namespace {
 constexpr std::string_view quiet_position = "4k3/pppppppp/8/8/8/8/PPPPPPPP/4K3 w - - 0 1";
 constexpr std::string_view rook_ending_up = "4k1r1/pppp4/8/8/8/8/PPPPP3/R3K3 w - - 0 1";
 
-/// Gives a setting a value for a scope.
-template <class T>
-class Setting {
-  public:
-    Setting(T& setting, T value) : setting_(setting), before_(setting) { setting = value; }
-    ~Setting() { setting_ = before_; }
-    Setting(const Setting&) = delete;
-    Setting& operator=(const Setting&) = delete;
-
-  private:
-    T& setting_;
-    T before_;
-};
-
 // --- Stand pat ---
 
 TEST(StandPatStep, ReturnsBetaWhenTheScoreReachesIt) {
     SearchBuilder search(rook_ending_up);
-    const int score = evaluate_for_display(search.board->board, 0);
+    const int score = evaluate_for_display(search.board->board, 0, search.tables);
     Node node = search.NodeAt(score, 0);
     EXPECT_EQ(StandPat(node), score);
     Node above = search.NodeAt(score + 1, 0);
@@ -51,18 +36,17 @@ TEST(StandPatStep, IsNotForFullWidth) {
 }
 
 TEST(StandPatStep, MayReachUpIntoTheTreeInSimpleEndings) {
-    const Setting distance(search_settings::max_distance_for_stand_pat_checks, 64);
-    SearchBuilder ending(rook_ending_up);
+    SearchBuilder ending(rook_ending_up, {.max_distance_for_stand_pat_checks = 64});
     ASSERT_EQ(ending.board->position_class[0], rook_ending);
     Node near = ending.NodeAt(0, 64);
     EXPECT_EQ(StandPat(near), 0);
     Node far = ending.NodeAt(0, 65);
     EXPECT_EQ(StandPat(far), std::nullopt);
 
-    SearchBuilder opening_position(start_fen);
+    SearchBuilder opening_position(start_fen, {.max_distance_for_stand_pat_checks = 64});
     Node other_type = opening_position.NodeAt(0, 64);
     EXPECT_EQ(StandPat(other_type), std::nullopt);
-    const Setting everywhere(search_settings::no_stand_pat_check_if_full_searching_simple_endgames, false);
+    opening_position.settings.no_stand_pat_check_if_full_searching_simple_endgames = false;
     Node any_type = opening_position.NodeAt(0, 64);
     EXPECT_EQ(StandPat(any_type), 0);
 }
@@ -79,7 +63,7 @@ TEST(StandPatStep, IsLeftOutUnderAPinThreatIfToldSo) {
     Node node = search.NodeAt(0, 0);
     node.flags = NodeFlags::pin_threat;
     EXPECT_EQ(StandPat(node), 0);
-    const Setting skip(search_settings::skip_stand_pat_because_of_pin_threat, true);
+    search.settings.skip_stand_pat_because_of_pin_threat = true;
     EXPECT_EQ(StandPat(node), std::nullopt);
 }
 
@@ -119,8 +103,7 @@ INSTANTIATE_TEST_SUITE_P(Quiescence, Modes,
                          RowName<ModeRow>);
 
 TEST(Quiescence, CastlingIsGeneratedDownToItsOwnDistance) {
-    const Setting distance(search_settings::generate_castling_moves_in_quiescence_min_distance, -64);
-    SearchBuilder search(start_fen);
+    SearchBuilder search(start_fen, {.generate_castling_moves_in_quiescence_min_distance = -64});
     search.Make("e2e4");
     EXPECT_EQ(QuiescenceMode(search.NodeAt(0, -64)) & mode_castling, 64U);
     EXPECT_EQ(QuiescenceMode(search.NodeAt(0, -65)) & mode_castling, 0U);
@@ -129,7 +112,7 @@ TEST(Quiescence, CastlingIsGeneratedDownToItsOwnDistance) {
 /// White to move has just checked with the queen, and the check was answered.
 class PerpetualCheck : public testing::Test {
   protected:
-    PerpetualCheck() : limit_(search_settings::generate_checking_moves_min_distance, 0) {
+    PerpetualCheck() {
         search_.Make("e2e8");
         search_.Make("g8h7");
         search_.board->check_runs[1].threat = 1;
@@ -138,8 +121,7 @@ class PerpetualCheck : public testing::Test {
         return (QuiescenceMode(search_.NodeAt(beta, distance)) & 14U) != 0;
     }
 
-    Setting<std::int32_t> limit_;
-    SearchBuilder search_{"6k1/5pp1/7p/8/8/8/4QPPP/6K1 w - - 0 1"};
+    SearchBuilder search_{"6k1/5pp1/7p/8/8/8/4QPPP/6K1 w - - 0 1", {.generate_checking_moves_min_distance = 0}};
 };
 
 TEST_F(PerpetualCheck, MayGoOnWhenADrawIsEnough) {
@@ -265,7 +247,7 @@ TEST(Quiescence, KnightForBishopTradeIsNoThreatUnlessToldSo) {
     const Score beta = board.frame().material_balance + 400 + 10;
     ASSERT_EQ(search.board->position_class[0], knight_against_bishop);
     EXPECT_FALSE(PassesQuiescenceFilter(search.NodeAt(beta, -100), MoveOf(board, "e4f6")));
-    const Setting count_it(search_settings::score_checking_move_should_neglect_trade_knight_vs_bishop, false);
+    search.settings.score_checking_move_should_neglect_trade_knight_vs_bishop = false;
     EXPECT_TRUE(PassesQuiescenceFilter(search.NodeAt(beta, -100), MoveOf(board, "e4f6")));
 }
 

@@ -17,9 +17,9 @@
 #include "search/node/search_node.h"
 #include "support/board_builder.h"
 #include "support/mode_filter.h"
+#include "support/plain_settings.h"
 #include "support/random_games.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
@@ -105,7 +105,6 @@ class SlowSearch {
 };
 
 TEST(SearchNodeModel, GivesTheSameAnswers) {
-    const PlainSearchScope plain;
     constexpr std::uint32_t seed = 20240229;
     std::mt19937 random(seed);
     int questions = 0;
@@ -113,7 +112,7 @@ TEST(SearchNodeModel, GivesTheSameAnswers) {
         if (moves.empty() || position.IsDraw() || random() % 5 != 0) return;
         const Move move = moves[random() % moves.size()];
         const Score contempt = static_cast<Score>(random() % 61) - 30;
-        SearchBuilder search(FenOf(position), contempt);
+        SearchBuilder search(FenOf(position), PlainSettings(), contempt);
         const int root_class = search.board->position_class[0];
         search.board->moves_played[1] = move;
         search.board->board.MakeMove(move);

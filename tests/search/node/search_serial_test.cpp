@@ -11,7 +11,6 @@
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
@@ -68,12 +67,12 @@ TEST(SearchNode, LetsThePollThrowFromTheMiddleOfTheTree) {
     // The board is set up again by the next search, and then answers as a new one does; the killers are meant to stay.
     SearchBuilder fresh(start_fen);
     search.board->StartSearch(BoardFromFen(start_fen), 0);
+    search.tables.Clear();
     std::copy(std::begin(search.board->killers), std::end(search.board->killers), fresh.board->killers);
     search.board->poll_countdown = fresh.board->poll_countdown = 1000000;
     search.Make("e2e4");
     fresh.Make("e2e4");
     const Score answer = search.Ask(-20, 192);
-    SearchBuilder::ClearTables();
     EXPECT_EQ(answer, fresh.Ask(-20, 192));
     EXPECT_EQ(search.board->nodes, fresh.board->nodes);
 }
@@ -263,13 +262,11 @@ TEST(SearchNode, LeavesTheLineOfItsAnswer) {
 }
 
 TEST(SearchNode, LeavesTheFirstOfEqualMovesOnAFailLow) {
-    const SettingsScope scope;
     // As they are generated.
-    search_settings::randomize_move_ordering_of_remaining_moves = 0;
-    search_settings::enable_static_move_ordering_from_sq_malus = false;
-    search_settings::enable_static_move_ordering_to_sq_bonus = false;
-    search_settings::enable_static_move_ordering_piece_dependent_bonus = false;
-    SearchBuilder search(kings_and_pawns);
+    SearchBuilder search(kings_and_pawns, {.enable_static_move_ordering_from_sq_malus = false,
+                                           .enable_static_move_ordering_to_sq_bonus = false,
+                                           .enable_static_move_ordering_piece_dependent_bonus = false,
+                                           .randomize_move_ordering_of_remaining_moves = 0});
     search.Make("e1f1");
     EXPECT_EQ(search.Ask(500, 64), 499);
     EXPECT_EQ(search.board->pv[1][0], LegalMovesOf(search.board->board).front());

@@ -13,19 +13,14 @@
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
-
-namespace settings = search_settings;
 
 /// Ten men, a balanced ending for the step.
 constexpr std::string_view ending_fen = "6k1/5ppp/8/8/8/3n4/5PPP/1N4K1 w - - 0 1";
 
 class Cutoff : public testing::Test {
   protected:
-    Cutoff() { settings::enable_ettc = true; }
-
     [[nodiscard]] Node At(Distance distance, Score beta = 0) {
         Node node = search_.NodeAt(beta, distance);
         node.type = NodeType::cut;
@@ -45,15 +40,14 @@ class Cutoff : public testing::Test {
         entry.upper_bound = static_cast<std::int16_t>(upper);
         entry.lower_distance = lower == -infinity_bound ? no_distance : static_cast<std::int16_t>(distance);
         entry.upper_distance = upper == infinity_bound ? no_distance : static_cast<std::int16_t>(distance);
-        transposition_table.Store(entry);
+        search_.tables.transposition.Store(entry);
     }
     void PlantBad(std::string_view move, Distance distance = 64) {
         Plant(move, -infinity_bound, -20, distance, false, "d3f2");
     }
     void PlantGood(std::string_view move, Distance distance = 64) { Plant(move, 200, infinity_bound, distance, true); }
 
-    SettingsScope scope_;
-    SearchBuilder search_{ending_fen};
+    SearchBuilder search_{ending_fen, {.enable_ettc = true}};
 };
 
 TEST_F(Cutoff, ChildThatIsBadForTheOpponentCuts) {
@@ -69,7 +63,8 @@ TEST_F(Cutoff, ChildThatIsBadForTheOpponentCuts) {
     EXPECT_EQ(ToSquare(search_.board->killers[1].first), f2) << "the child's own move goes to its killers";
     Move stored = INVALID;
     Distance distance = 0;
-    ASSERT_TRUE(transposition_table.ProbeMove(search_.board->board.key(), stored, distance)) << "the result is stored";
+    ASSERT_TRUE(search_.tables.transposition.ProbeMove(search_.board->board.key(), stored, distance))
+        << "the result is stored";
     EXPECT_EQ(stored, MoveNamed("b1c3"));
     EXPECT_EQ(distance, 128);
 }
@@ -99,7 +94,7 @@ TEST_F(Cutoff, RefutedMovesLeaveTheList) {
     EXPECT_EQ(EnhancedTranspositionCutoff(with_hash_move), std::nullopt);
     EXPECT_EQ(static_cast<std::size_t>(with_hash_move.moves_end - with_hash_move.moves), moves - 1)
         << "the hash move stays";
-    settings::ettc_should_remove_refuted_moves = false;
+    search_.settings.ettc_should_remove_refuted_moves = false;
     Node all = At(128);
     EXPECT_EQ(EnhancedTranspositionCutoff(all), std::nullopt);
     EXPECT_EQ(static_cast<std::size_t>(all.moves_end - all.moves), moves);
@@ -112,7 +107,7 @@ TEST_F(Cutoff, NothingLeftIsBelowBeta) {
 }
 
 TEST_F(Cutoff, SingleReplyIsNotAskedAbout) {
-    SearchBuilder search("1b4rk/8/8/8/p7/8/P7/7K w - - 0 1");
+    SearchBuilder search("1b4rk/8/8/8/p7/8/P7/7K w - - 0 1", {.enable_ettc = true});
     Node node = search.NodeAt(0, 128);
     node.type = NodeType::cut;
     node.child_flags = ChildFlags::none;
@@ -124,7 +119,7 @@ TEST_F(Cutoff, SingleReplyIsNotAskedAbout) {
 }
 
 TEST_F(Cutoff, MateEndsTheNode) {
-    SearchBuilder search("8/8/8/8/8/6k1/8/r5K1 w - - 0 1");
+    SearchBuilder search("8/8/8/8/8/6k1/8/r5K1 w - - 0 1", {.enable_ettc = true});
     Node node = search.NodeAt(0, 128);
     node.type = NodeType::cut;
     node.child_flags = ChildFlags::none;
@@ -151,20 +146,20 @@ TEST_P(CutoffGates, Hold) {
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(TranspositionCutoff, CutoffGates, testing::Values(
     GateRow{"as it stands", true, [](Node&) {}},
-    GateRow{"switched off", false, [](Node&) { settings::enable_ettc = false; }},
+    GateRow{"switched off", false, [](Node& n) { n.search.settings.enable_ettc = false; }},
     GateRow{"middle game", false, [](Node& n) { n.position_class = middle_game; }},
-    GateRow{"middle game too", true, [](Node& n) { n.position_class = middle_game; settings::only_use_ettc_in_endgames = false; }},
+    GateRow{"middle game too", true, [](Node& n) { n.position_class = middle_game; n.search.settings.only_use_ettc_in_endgames = false; }},
     GateRow{"exactly the least distance", false, [](Node& n) { n.distance = 64; }},
     GateRow{"a little further", true, [](Node& n) { n.distance = 65; }},
     GateRow{"too far", false, [](Node& n) { n.distance = 129; }},
     GateRow{"all node", false, [](Node& n) { n.type = NodeType::all; }},
     GateRow{"principal variation", false, [](Node& n) { n.type = NodeType::principal; }},
-    GateRow{"every node", true, [](Node& n) { n.type = NodeType::all; settings::only_use_ettc_on_cut_nodes = false; }},
+    GateRow{"every node", true, [](Node& n) { n.type = NodeType::all; n.search.settings.only_use_ettc_on_cut_nodes = false; }},
     GateRow{"largest bound", true, [](Node& n) { const_cast<Score&>(n.beta) = 31766; }},
     GateRow{"bound of a mate", false, [](Node& n) { const_cast<Score&>(n.beta) = 31767; }},
     GateRow{"smallest bound", true, [](Node& n) { const_cast<Score&>(n.beta) = -31766; }},
     GateRow{"bound of being mated", false, [](Node& n) { const_cast<Score&>(n.beta) = -31767; }},
-    GateRow{"eleven men", false, [](Node&) { settings::max_pieces_left_for_ettc = 9; }},
+    GateRow{"eleven men", false, [](Node& n) { n.search.settings.max_pieces_left_for_ettc = 9; }},
     GateRow{"told not to", false, [](Node& n) { n.child_flags = ChildFlags::no_ettc; }},
     GateRow{"single reply", false, [](Node& n) { n.flags = NodeFlags::single_reply; }},
     GateRow{"perpetual threat", false, [](Node& n) { n.flags = NodeFlags::perpetual_threat; }},
@@ -178,7 +173,7 @@ class Deepening : public Cutoff {
   protected:
     /// No node is searched at ply 0, so the position is reached by two moves.
     Deepening() {
-        settings::enable_ettc = false;
+        search_.settings.enable_ettc = false;
         search_.Make("h2h3");
         search_.Make("h7h6");
     }
@@ -186,7 +181,7 @@ class Deepening : public Cutoff {
     [[nodiscard]] std::optional<Distance> StoredDistance() const {
         Move move = INVALID;
         Distance distance = 0;
-        if (!transposition_table.ProbeMove(search_.board->board.key(), move, distance)) return std::nullopt;
+        if (!search_.tables.transposition.ProbeMove(search_.board->board.key(), move, distance)) return std::nullopt;
         return distance;
     }
 };
@@ -203,7 +198,7 @@ class DeepeningDistances : public Deepening, public testing::WithParamInterface<
 
 TEST_P(DeepeningDistances, AreReduced) {
     const DeepeningRow& row = GetParam();
-    settings::enable_limited_razoring_if_not_searching_pv_move = false;
+    search_.settings.enable_limited_razoring_if_not_searching_pv_move = false;
     Node node = At(row.distance);
     node.type = row.type;
     EXPECT_EQ(InternalDeepening(node), std::nullopt);
@@ -245,7 +240,7 @@ TEST_F(Deepening, MoveThatTheTableRefutedEndsTheNode) {
     node.has_move_list = true;
     *node.moves_end++ = MoveNamed("g1h1");
     EXPECT_EQ(InternalDeepening(node), -501) << "the move found is not in the list";
-    settings::ettc_should_remove_refuted_moves = false;
+    search_.settings.ettc_should_remove_refuted_moves = false;
     Node unthinned = At(256, -500);
     unthinned.has_move_list = true;
     *unthinned.moves_end++ = MoveNamed("g1h1");

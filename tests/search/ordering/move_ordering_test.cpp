@@ -20,17 +20,13 @@
 #include "search/ordering/hopeless_margin.h"
 #include "search/ordering/static_order.h"
 #include "search/ordering/tactical_scores.h"
-#include "search/settings/search_settings.h"
 #include "search/state/sort_score.h"
 #include "support/board_builder.h"
 #include "support/random_games.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
-
-namespace settings = search_settings;
 
 using Words = std::vector<Move>;
 using Texts = std::vector<std::string>;
@@ -63,8 +59,6 @@ constexpr std::string_view mixed_fen = "6k1/p4ppp/2p5/1r1p3q/8/2N5/5PPP/R2Q2K1 w
 
 class MoveOrdering : public testing::Test {
   protected:
-    MoveOrdering() : search_(mixed_fen) { settings::randomize_move_ordering_of_remaining_moves = 0; }
-
     /// A node that is sorted stage by stage, with its list.
     Node& ListedNode(Score beta = 0) {
         Node& node = nodes_.emplace_back(search_.NodeAt(beta, 256));
@@ -82,10 +76,9 @@ class MoveOrdering : public testing::Test {
     }
     Texts FirstGroup() { return TextsOf(BatchesOf(ListedNode()).front()); }
 
-    SearchBuilder search_;
+    SearchBuilder search_{mixed_fen, {.randomize_move_ordering_of_remaining_moves = 0}};
 
   private:
-    SettingsScope scope_;
     std::deque<Node> nodes_;  // stay where they are
 };
 
@@ -113,7 +106,7 @@ TEST_F(MoveOrdering, WordsCarryTheirScores) {
     EXPECT_EQ(SortScore(batches[1][2]), 264);
     EXPECT_EQ(SortScore(batches[2][0]), 257 >> 7);
     const Node& node = ListedNode();
-    for (const Move word : batches[3]) EXPECT_EQ(SortScore(word), StaticScore(node, word & move_bits));
+    for (const Move word : batches[3]) EXPECT_EQ(SortScore(word), StaticMoveOrder(node).ScoreOf(word & move_bits));
 }
 
 TEST_F(MoveOrdering, RestIsPickedByItsScoresOrLeftAsItIs) {
@@ -124,9 +117,9 @@ TEST_F(MoveOrdering, RestIsPickedByItsScoresOrLeftAsItIs) {
     while (!batch.is_last);
     EXPECT_FALSE(batch.is_ordered);
 
-    settings::enable_static_move_ordering_from_sq_malus = false;
-    settings::enable_static_move_ordering_to_sq_bonus = false;
-    settings::enable_static_move_ordering_piece_dependent_bonus = false;
+    search_.settings.enable_static_move_ordering_from_sq_malus = false;
+    search_.settings.enable_static_move_ordering_to_sq_bonus = false;
+    search_.settings.enable_static_move_ordering_piece_dependent_bonus = false;
     Node& plain = ListedNode();
     state = {};
     do batch = StagedMoveSorter(state, plain);
@@ -136,16 +129,16 @@ TEST_F(MoveOrdering, RestIsPickedByItsScoresOrLeftAsItIs) {
 }
 
 TEST_F(MoveOrdering, PromisingMovesAreThoseFromTheSettingOn) {
-    settings::promising_move_minimum_sorting_value = 335;
+    search_.settings.promising_move_minimum_sorting_value = 335;
     EXPECT_EQ(FirstGroup(), (Texts{"d1h5", "c3b5", "a1a7"}));
-    settings::promising_move_minimum_sorting_value = 336;
+    search_.settings.promising_move_minimum_sorting_value = 336;
     EXPECT_EQ(FirstGroup(), (Texts{"d1h5", "c3b5"}));
-    settings::promising_move_minimum_sorting_value = 478;
+    search_.settings.promising_move_minimum_sorting_value = 478;
     EXPECT_EQ(FirstGroup(), (Texts{"d1h5", "c3b5", "a1a7", "c3d5", "d1d5"})) << "no group: the next stage at once";
 }
 
 TEST_F(MoveOrdering, TacticalScoresNeverFallBelowTheirLeast) {
-    settings::tactical_moves_minimum_sorting_value = 350;
+    search_.settings.tactical_moves_minimum_sorting_value = 350;
     EXPECT_EQ(FirstGroup().size(), 5U);
 }
 
@@ -164,9 +157,9 @@ class Killers : public MoveOrdering, public testing::WithParamInterface<KillerRo
 
 TEST_P(Killers, Place) {
     const KillerRow& row = GetParam();
-    settings::promising_move_minimum_sorting_value = 330;  // three promising moves: d1h5, c3b5, a1a7
-    settings::max_promising_tacticals_before_killer_one = row.promising_before;
-    settings::if_killer1_is_promising_tactical_move_then_search_first = row.promising_killer_first;
+    search_.settings.promising_move_minimum_sorting_value = 330;  // three promising moves: d1h5, c3b5, a1a7
+    search_.settings.max_promising_tacticals_before_killer_one = row.promising_before;
+    search_.settings.if_killer1_is_promising_tactical_move_then_search_first = row.promising_killer_first;
     SetKillers(row.first, row.second);
     EXPECT_EQ(FirstGroup(), row.group);
 }
@@ -194,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(Killers, Killers, testing::Values(
 // clang-format on
 
 TEST_F(MoveOrdering, KillersMakeAFirstGroupOfTheirOwn) {
-    settings::promising_move_minimum_sorting_value = 511;
+    search_.settings.promising_move_minimum_sorting_value = 511;
     SetKillers("h2h4", "g1f1");
     EXPECT_EQ(FirstGroup(), (Texts{"h2h4", "g1f1"}));
 }
@@ -209,7 +202,7 @@ TEST_F(MoveOrdering, KillersOfAnotherPlyOrPositionAreNone) {
 
 TEST_F(MoveOrdering, KillersCanBeSwitchedOff) {
     SetKillers("h2h4", "g1f1");
-    settings::enable_killer_heuristic_for_move_ordering = false;
+    search_.settings.enable_killer_heuristic_for_move_ordering = false;
     EXPECT_EQ(FirstGroup(), (Texts{"d1h5", "c3b5"}));
 }
 
@@ -229,8 +222,8 @@ TEST_F(MoveOrdering, KillerThatIsTheHashMoveIsNotTriedAgain) {
 class HistoryFirst : public MoveOrdering {
   protected:
     HistoryFirst() {
-        settings::enable_best_history_moves_before_remaining_tacticals = true;
-        settings::max_promising_tacticals_before_killer_one = 2;
+        search_.settings.enable_best_history_moves_before_remaining_tacticals = true;
+        search_.settings.max_promising_tacticals_before_killer_one = 2;
         Cut("g1f1", 20);
         Cut("h2h4", 30);
         Cut("g1h1", 12);
@@ -255,23 +248,23 @@ TEST_F(HistoryFirst, BestMovesGoBeforeTheRemainingTacticals) {
 }
 
 TEST_F(HistoryFirst, AsManyAsPromisingMovesBeforeTheKiller) {
-    settings::max_history_moves_before_remaining_tacticals = 1;
-    settings::max_promising_tacticals_before_killer_one = 3;
+    search_.settings.max_history_moves_before_remaining_tacticals = 1;
+    search_.settings.max_promising_tacticals_before_killer_one = 3;
     EXPECT_EQ(SecondGroup(0), (Texts{"h2h4", "g1f1", "g1h1"})) << "limited by the other setting: deliberate";
-    settings::max_promising_tacticals_before_killer_one = 1;
+    search_.settings.max_promising_tacticals_before_killer_one = 1;
     EXPECT_EQ(SecondGroup(0), (Texts{"h2h4"}));
-    settings::max_promising_tacticals_before_killer_one = 0;
+    search_.settings.max_promising_tacticals_before_killer_one = 0;
     EXPECT_EQ(SecondGroup(0), tacticals_);
-    settings::max_promising_tacticals_before_killer_one = 1000;
+    search_.settings.max_promising_tacticals_before_killer_one = 1000;
     EXPECT_EQ(SecondGroup(0).size(), 3U);
 }
 
 TEST_F(HistoryFirst, SwitchAndLimitOfNone) {
-    settings::max_history_moves_before_remaining_tacticals = 0;
+    search_.settings.max_history_moves_before_remaining_tacticals = 0;
     EXPECT_EQ(SecondGroup(0), tacticals_);
-    settings::max_history_moves_before_remaining_tacticals = 1;
+    search_.settings.max_history_moves_before_remaining_tacticals = 1;
     EXPECT_EQ(SecondGroup(0), best_history_);
-    settings::enable_best_history_moves_before_remaining_tacticals = false;
+    search_.settings.enable_best_history_moves_before_remaining_tacticals = false;
     EXPECT_EQ(SecondGroup(0), tacticals_);
 }
 
@@ -280,16 +273,16 @@ TEST_F(HistoryFirst, MaterialMustBeNearBeta) {
     EXPECT_EQ(SecondGroup(401), tacticals_);
     EXPECT_EQ(SecondGroup(-400), best_history_);
     EXPECT_EQ(SecondGroup(-401), tacticals_);
-    settings::max_material_margin_to_search_history_moves_before_tacticals = 401;
+    search_.settings.max_material_margin_to_search_history_moves_before_tacticals = 401;
     EXPECT_EQ(SecondGroup(401), best_history_);
     EXPECT_EQ(SecondGroup(-401), best_history_);
 }
 
 TEST_F(HistoryFirst, LookingForMateTacticalMovesGoFirst) {
-    settings::max_material_margin_to_search_history_moves_before_tacticals = 32767000;
+    search_.settings.max_material_margin_to_search_history_moves_before_tacticals = 32767000;
     EXPECT_EQ(TextsOf(BatchesOf(ListedNode(31766))[1]), best_history_);
     EXPECT_EQ(TextsOf(BatchesOf(ListedNode(31767))[1]), tacticals_);
-    settings::search_all_tacticals_first_if_playing_for_mate = false;
+    search_.settings.search_all_tacticals_first_if_playing_for_mate = false;
     EXPECT_EQ(TextsOf(BatchesOf(ListedNode(31767))[1]), best_history_);
 }
 
@@ -380,7 +373,7 @@ TEST_F(MoveOrdering, ScoresThatWordsBringAreForgotten) {
     SetKillers("h2h4");
     const std::vector<Words> batches = BatchesOf(node);
     EXPECT_EQ(TextsOf(batches[0]), (Texts{"d1h5", "c3b5", "h2h4"}));
-    for (const Move word : batches.back()) EXPECT_EQ(SortScore(word), StaticScore(node, word & move_bits));
+    for (const Move word : batches.back()) EXPECT_EQ(SortScore(word), StaticMoveOrder(node).ScoreOf(word & move_bits));
 }
 
 TEST_F(MoveOrdering, HashMoveIsPutBehindTheList) {
@@ -487,11 +480,13 @@ Words ModelOrder(const Node& node, Words list) {
     for (const Move move : list) {
         if ((move & 0x7F8000) != 0) {
             const Move word = WithSortScore(move, TacticalScore(node, move));
-            (SortScore(word) >= settings::promising_move_minimum_sorting_value ? promising : tacticals).push_back(word);
+            (SortScore(word) >= node.settings().promising_move_minimum_sorting_value ? promising : tacticals)
+                .push_back(word);
         } else if (const std::int32_t score = node.search.history.Score(move, side, node.ply); score > 0) {
             history.push_back(WithSortScore(move, score));
         } else {
-            rest.push_back(WithSortScore(move, HasStaticOrder() ? StaticScore(node, move) : 0));
+            rest.push_back(
+                WithSortScore(move, StaticMoveOrder(node).Exists() ? StaticMoveOrder(node).ScoreOf(move) : 0));
         }
     }
     Words order = LargestFirst(promising);
@@ -500,10 +495,10 @@ Words ModelOrder(const Node& node, Words list) {
     };
     const Move first = node.search.killers[node.ply].first;
     const Move second = node.search.killers[node.ply].second;
-    if (settings::enable_killer_heuristic_for_move_ordering) {
-        auto place = static_cast<std::size_t>(settings::max_promising_tacticals_before_killer_one);
+    if (node.settings().enable_killer_heuristic_for_move_ordering) {
+        auto place = static_cast<std::size_t>(node.settings().max_promising_tacticals_before_killer_one);
         if (first != INVALID && Contains(order, first)) {
-            if (settings::if_killer1_is_promising_tactical_move_then_search_first) place = 0;
+            if (node.settings().if_killer1_is_promising_tactical_move_then_search_first) place = 0;
             Words others = order;
             TakeOut(others, first);
             const auto at = static_cast<std::size_t>(
@@ -519,14 +514,15 @@ Words ModelOrder(const Node& node, Words list) {
     history = LargestFirst(history);
     const Score missing =
         node.beta - node.material_balance() - hopeless_margin[static_cast<std::size_t>(node.position_class)];
-    if (settings::enable_best_history_moves_before_remaining_tacticals &&
-        std::abs(missing) <= settings::max_material_margin_to_search_history_moves_before_tacticals) {
-        const auto count = static_cast<std::ptrdiff_t>(
-            std::min(history.size(), static_cast<std::size_t>(settings::max_promising_tacticals_before_killer_one)));
+    if (node.settings().enable_best_history_moves_before_remaining_tacticals &&
+        std::abs(missing) <= node.settings().max_material_margin_to_search_history_moves_before_tacticals) {
+        const auto count = static_cast<std::ptrdiff_t>(std::min(
+            history.size(), static_cast<std::size_t>(node.settings().max_promising_tacticals_before_killer_one)));
         order.insert(order.end(), history.begin(), history.begin() + count);
         history.erase(history.begin(), history.begin() + count);
     }
-    for (const Words& group : {LargestFirst(tacticals), history, HasStaticOrder() ? LargestFirst(rest) : rest}) {
+    for (const Words& group :
+         {LargestFirst(tacticals), history, StaticMoveOrder(node).Exists() ? LargestFirst(rest) : rest}) {
         order.insert(order.end(), group.begin(), group.end());
     }
     for (Move& word : order) word &= move_bits;
@@ -535,15 +531,13 @@ Words ModelOrder(const Node& node, Words list) {
 
 class RandomOrdering : public testing::Test {
   protected:
-    RandomOrdering() { settings::randomize_move_ordering_of_remaining_moves = 0; }
-
     static constexpr std::uint32_t seed = 20261121;
 
     /// Calls visit(node) for thousands of nodes at random positions with random killers, history, types, hash moves and
     /// settings; the node has its list.
     template <class Visit>
     void ForEachNode(Visit visit) {
-        SearchBuilder search(start_fen);
+        SearchBuilder search(start_fen, {.randomize_move_ordering_of_remaining_moves = noise_});
         ForEachRandomPosition(seed, 60, 60, [&](const BOARD& board, const Words& legal) {
             if (legal.size() < 2) return;
             const std::uint32_t ply = board.ply;
@@ -559,10 +553,10 @@ class RandomOrdering : public testing::Test {
                 search.board->history.UpdateHistory(Any(legal), static_cast<Colour>(board.side_to_move), 64 * Below(40),
                                                     ply);
             }
-            settings::max_promising_tacticals_before_killer_one = Below(4);
-            settings::if_killer1_is_promising_tactical_move_then_search_first = Below(2) == 0;
-            settings::enable_best_history_moves_before_remaining_tacticals = Below(2) == 0;
-            settings::promising_move_minimum_sorting_value = 320 + Below(40);
+            search.settings.max_promising_tacticals_before_killer_one = Below(4);
+            search.settings.if_killer1_is_promising_tactical_move_then_search_first = Below(2) == 0;
+            search.settings.enable_best_history_moves_before_remaining_tacticals = Below(2) == 0;
+            search.settings.promising_move_minimum_sorting_value = 320 + Below(40);
             visit(node);
         });
     }
@@ -571,8 +565,9 @@ class RandomOrdering : public testing::Test {
     Move Any(const Words& legal) { return legal[random_() % legal.size()]; }
     Move AnyOrNone(const Words& legal) { return Below(3) == 0 ? INVALID : Any(legal); }
 
+    std::int32_t noise_ = 0;
+
   private:
-    SettingsScope scope_;
     std::mt19937 random_{seed};
 };
 
@@ -590,7 +585,7 @@ TEST_F(RandomOrdering, IsTheModels) {
 }
 
 TEST_F(RandomOrdering, NoMoveIsLostOrDoubled) {
-    settings::randomize_move_ordering_of_remaining_moves = 5;
+    noise_ = 5;
     int nodes = 0;
     ForEachNode([&](Node& node) {
         // Some lists are thinned, some hold a word twice, some words carry scores.

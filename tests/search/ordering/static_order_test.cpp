@@ -7,14 +7,10 @@
 
 #include "evaluation/context/position_type.h"
 #include "search/ordering/order_tables.h"
-#include "search/settings/search_settings.h"
 #include "support/board_builder.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
-
-namespace settings = search_settings;
 
 /// Both sides have the same moves; no two squares that matter have the same value.
 constexpr std::string_view white_fen = "2q1k1n1/8/8/8/8/8/8/2Q1K1N1 w - - 0 1";
@@ -22,17 +18,15 @@ constexpr std::string_view black_fen = "2q1k1n1/8/8/8/8/8/8/2Q1K1N1 b - - 0 1";
 
 class StaticOrder : public testing::Test {
   protected:
-    StaticOrder() { settings::randomize_move_ordering_of_remaining_moves = 0; }
-
-    static std::int32_t ScoreOf(std::string_view fen, std::string_view move, int position_class = opening) {
-        SearchBuilder search(fen);
+    [[nodiscard]] std::int32_t ScoreOf(std::string_view fen, std::string_view move,
+                                       int position_class = opening) const {
+        SearchBuilder search(fen, settings_);
         Node node = search.NodeAt(0, 256);
         node.position_class = position_class;
-        return StaticScore(node, MoveOf(search.board->board, move));
+        return StaticMoveOrder(node).ScoreOf(MoveOf(search.board->board, move));
     }
 
-  private:
-    SettingsScope scope_;
+    SearchSettings settings_{.randomize_move_ordering_of_remaining_moves = 0};
 };
 
 const OrderTable& opening_knight = opening_order[knight - 1];
@@ -86,43 +80,45 @@ TEST_F(StaticOrder, EachPartHasItsSwitch) {
     const std::int32_t piece = opening_knight.piece;
     const std::int32_t to = opening_knight.by_square[f3];
     const std::int32_t from = opening_knight.by_square[g1] / 2;
-    settings::enable_static_move_ordering_piece_dependent_bonus = false;
+    settings_.enable_static_move_ordering_piece_dependent_bonus = false;
     EXPECT_EQ(ScoreOf(white_fen, "g1f3"), 50 + to - from);
-    settings::enable_static_move_ordering_piece_dependent_bonus = true;
-    settings::enable_static_move_ordering_to_sq_bonus = false;
+    settings_.enable_static_move_ordering_piece_dependent_bonus = true;
+    settings_.enable_static_move_ordering_to_sq_bonus = false;
     EXPECT_EQ(ScoreOf(white_fen, "g1f3"), 50 + piece - from);
-    settings::enable_static_move_ordering_to_sq_bonus = true;
-    settings::enable_static_move_ordering_from_sq_malus = false;
+    settings_.enable_static_move_ordering_to_sq_bonus = true;
+    settings_.enable_static_move_ordering_from_sq_malus = false;
     EXPECT_EQ(ScoreOf(white_fen, "g1f3"), 50 + piece + to);
 }
 
 TEST_F(StaticOrder, AnythingThatOrdersIsEnough) {
-    EXPECT_TRUE(HasStaticOrder());
-    settings::enable_static_move_ordering_piece_dependent_bonus = false;
-    settings::enable_static_move_ordering_to_sq_bonus = false;
-    EXPECT_TRUE(HasStaticOrder());
-    settings::enable_static_move_ordering_from_sq_malus = false;
-    EXPECT_FALSE(HasStaticOrder());
-    settings::enable_static_move_ordering_to_sq_bonus = true;
-    EXPECT_TRUE(HasStaticOrder());
-    settings::enable_static_move_ordering_to_sq_bonus = false;
-    settings::enable_static_move_ordering_piece_dependent_bonus = true;
-    EXPECT_TRUE(HasStaticOrder());
-    settings::enable_static_move_ordering_piece_dependent_bonus = false;
-    settings::randomize_move_ordering_of_remaining_moves = 1;
-    EXPECT_TRUE(HasStaticOrder());
+    SearchBuilder search(white_fen, settings_);
+    const Node node = search.NodeAt(0, 256);
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
+    search.settings.enable_static_move_ordering_piece_dependent_bonus = false;
+    search.settings.enable_static_move_ordering_to_sq_bonus = false;
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
+    search.settings.enable_static_move_ordering_from_sq_malus = false;
+    EXPECT_FALSE(StaticMoveOrder(node).Exists());
+    search.settings.enable_static_move_ordering_to_sq_bonus = true;
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
+    search.settings.enable_static_move_ordering_to_sq_bonus = false;
+    search.settings.enable_static_move_ordering_piece_dependent_bonus = true;
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
+    search.settings.enable_static_move_ordering_piece_dependent_bonus = false;
+    search.settings.randomize_move_ordering_of_remaining_moves = 1;
+    EXPECT_TRUE(StaticMoveOrder(node).Exists());
 }
 
 TEST_F(StaticOrder, NoiseIsAsWideAsItsSetting) {
     const std::int32_t quiet = ScoreOf(white_fen, "g1f3");
-    SearchBuilder search(white_fen);
+    SearchBuilder search(white_fen, settings_);
     Node node = search.NodeAt(0, 256);
     node.position_class = opening;
     const Move move = MoveOf(search.board->board, "g1f3");
     for (const std::int32_t width : {1, 5, 200}) {
-        settings::randomize_move_ordering_of_remaining_moves = width;
+        search.settings.randomize_move_ordering_of_remaining_moves = width;
         std::set<std::int32_t> seen;
-        for (int i = 0; i < 20000; ++i) seen.insert(StaticScore(node, move) - quiet);
+        for (int i = 0; i < 20000; ++i) seen.insert(StaticMoveOrder(node).ScoreOf(move) - quiet);
         EXPECT_EQ(seen.size(), static_cast<std::size_t>(width));
         EXPECT_EQ(*seen.begin(), 0);
         EXPECT_EQ(*seen.rbegin(), width - 1);

@@ -2,24 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
 
-#include "search/settings/search_settings.h"
 #include "search/state/sort_score.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
-namespace settings = search_settings;
-
-std::int32_t TacticalScoreOf(std::string_view fen, std::string_view move, Score beta) {
-    SearchBuilder search(fen);
+std::int32_t TacticalScoreOf(std::string_view fen, std::string_view move, Score beta,
+                             const SearchSettings& settings = {}) {
+    SearchBuilder search(fen, settings);
     const Node node = search.NodeAt(beta, 256);
     return TacticalScore(node, MoveOf(search.board->board, move));
 }
@@ -121,7 +119,7 @@ TEST(TacticalScores, BlackIsNoOther) {
 
 struct SettingScoreRow {
     std::string_view name;
-    std::int32_t* setting;
+    std::function<std::int32_t&(SearchSettings& settings)> setting;
     std::int32_t value;
     std::string_view fen;
     std::string_view move;
@@ -132,11 +130,11 @@ std::ostream& operator<<(std::ostream& out, const SettingScoreRow& row) { return
 class TacticalSettings : public testing::TestWithParam<SettingScoreRow> {};
 
 TEST_P(TacticalSettings, ChangeTheScore) {
-    const SettingsScope scope;
     const SettingScoreRow& row = GetParam();
     EXPECT_NE(TacticalScoreOf(row.fen, row.move, 0), row.score);
-    *row.setting = row.value;
-    EXPECT_EQ(TacticalScoreOf(row.fen, row.move, 0), row.score);
+    SearchSettings changed;
+    row.setting(changed) = row.value;
+    EXPECT_EQ(TacticalScoreOf(row.fen, row.move, 0, changed), row.score);
 }
 
 constexpr std::string_view pawn_fen = "4k3/8/8/3p4/4P3/8/8/4K3 w - - 0 1";
@@ -145,51 +143,47 @@ constexpr std::string_view losing_fen = "4k3/8/2p5/3p4/8/8/8/3QK3 w - - 0 1";
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(TacticalSettings, TacticalSettings, testing::Values(
-    SettingScoreRow{"no check",       &settings::checking_move_sorting_bonus_if_not_playing_for_mate[0], 3, pawn_fen, "e4d5", 325 + 3 + 4 + 6},
-    SettingScoreRow{"direct check",   &settings::checking_move_sorting_bonus_if_not_playing_for_mate[1], 3, checking_knight, "d5f6", 325 + 3 + 4},
-    SettingScoreRow{"discovered",     &settings::checking_move_sorting_bonus_if_not_playing_for_mate[2], 3, discovering_knight, "e6g5", 325 + 3},
-    SettingScoreRow{"double",         &settings::checking_move_sorting_bonus_if_not_playing_for_mate[3], 3, "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 3 + 4},
-    SettingScoreRow{"any move",       &settings::tactical_moves_default_sorting_value, 300, pawn_fen, "e4d5", 300 + 4 + 6},
-    SettingScoreRow{"least",          &settings::tactical_moves_minimum_sorting_value, 300, losing_fen, "d1d5", 300},
-    SettingScoreRow{"captured pawn",  &settings::capture_move_sorting_bonus[1], -9, pawn_fen, "e4d5", 325 - 9 + 6},
-    SettingScoreRow{"nothing captured", &settings::capture_move_sorting_bonus[0], 9, checking_knight, "d5f6", 325 + 15 + 9 + 4},
-    SettingScoreRow{"queen next to the king", &settings::safe_queen_check_very_close_to_king_sorting_bonus, 1, "4k3/8/3P4/8/7Q/8/8/K7 w - - 0 1", "h4e7", 341},
-    SettingScoreRow{"queen two squares off",  &settings::safe_queen_check_quite_close_to_king_sorting_bonus, 1, "4k3/8/8/8/2Q5/8/8/K7 w - - 0 1", "c4e6", 341},
-    SettingScoreRow{"queen further off",      &settings::safe_queen_check_not_close_to_king_sorting_bonus, 1, "4k3/8/8/8/8/8/8/K2Q4 w - - 0 1", "d1e2", 341},
-    SettingScoreRow{"other safe check",       &settings::safe_non_queen_check_sorting_bonus, 1, checking_knight, "d5f6", 341},
-    SettingScoreRow{"margin below the gain",  &settings::very_promising_tactical_move_margin, 99, pawn_fen, "e4d5", 325 + 4 + 12 + 15},
-    SettingScoreRow{"margin at the gain",     &settings::very_promising_tactical_move_margin, 500, rook_fen, "e4d5", 325 + 6 + 31},
-    SettingScoreRow{"win, factor",   &settings::material_win_sorting_bonus__multiplicator, 2, rook_fen, "e4d5", 325 + 6 + 125 + 15},
-    SettingScoreRow{"win, divisor",  &settings::material_win_sorting_bonus__divisor, 100, rook_fen, "e4d5", 325 + 6 + 5 + 15},
-    SettingScoreRow{"win, least",    &settings::material_win_sorting_bonus__minimum, 1, rook_fen, "e4d5", 325 + 6 + 62 + 1},
-    SettingScoreRow{"even, factor",  &settings::material_quite_equal_sorting_bonus__multiplicator, 2, pawn_fen, "e4d5", 325 + 4 + 12},
-    SettingScoreRow{"even, divisor", &settings::material_quite_equal_sorting_bonus__divisor, 100, pawn_fen, "e4d5", 325 + 4 + 1},
-    SettingScoreRow{"even, least",   &settings::material_quite_equal_sorting_bonus__minimum, -7, pawn_fen, "e4d5", 325 + 4 + 6 - 7},
-    SettingScoreRow{"loss, factor",  &settings::material_loss_sorting_malus__multiplicator, -1, losing_fen, "d1d5", 325 + 4 + 57 - 8},
-    SettingScoreRow{"loss, divisor", &settings::material_loss_sorting_malus__divisor, 100, losing_fen, "d1d5", 325 + 4 - 9 - 8},
-    SettingScoreRow{"loss, least",   &settings::material_loss_sorting_malus__minimum, 1, losing_fen, "d1d5", 325 + 4 - 57 - 1}),
+    SettingScoreRow{"no check",       [](SearchSettings& s) -> std::int32_t& { return s.checking_move_sorting_bonus_if_not_playing_for_mate[0]; }, 3, pawn_fen, "e4d5", 325 + 3 + 4 + 6},
+    SettingScoreRow{"direct check",   [](SearchSettings& s) -> std::int32_t& { return s.checking_move_sorting_bonus_if_not_playing_for_mate[1]; }, 3, checking_knight, "d5f6", 325 + 3 + 4},
+    SettingScoreRow{"discovered",     [](SearchSettings& s) -> std::int32_t& { return s.checking_move_sorting_bonus_if_not_playing_for_mate[2]; }, 3, discovering_knight, "e6g5", 325 + 3},
+    SettingScoreRow{"double",         [](SearchSettings& s) -> std::int32_t& { return s.checking_move_sorting_bonus_if_not_playing_for_mate[3]; }, 3, "4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 325 + 3 + 4},
+    SettingScoreRow{"any move",       [](SearchSettings& s) -> std::int32_t& { return s.tactical_moves_default_sorting_value; }, 300, pawn_fen, "e4d5", 300 + 4 + 6},
+    SettingScoreRow{"least",          [](SearchSettings& s) -> std::int32_t& { return s.tactical_moves_minimum_sorting_value; }, 300, losing_fen, "d1d5", 300},
+    SettingScoreRow{"captured pawn",  [](SearchSettings& s) -> std::int32_t& { return s.capture_move_sorting_bonus[1]; }, -9, pawn_fen, "e4d5", 325 - 9 + 6},
+    SettingScoreRow{"nothing captured", [](SearchSettings& s) -> std::int32_t& { return s.capture_move_sorting_bonus[0]; }, 9, checking_knight, "d5f6", 325 + 15 + 9 + 4},
+    SettingScoreRow{"queen next to the king", [](SearchSettings& s) -> std::int32_t& { return s.safe_queen_check_very_close_to_king_sorting_bonus; }, 1, "4k3/8/3P4/8/7Q/8/8/K7 w - - 0 1", "h4e7", 341},
+    SettingScoreRow{"queen two squares off",  [](SearchSettings& s) -> std::int32_t& { return s.safe_queen_check_quite_close_to_king_sorting_bonus; }, 1, "4k3/8/8/8/2Q5/8/8/K7 w - - 0 1", "c4e6", 341},
+    SettingScoreRow{"queen further off",      [](SearchSettings& s) -> std::int32_t& { return s.safe_queen_check_not_close_to_king_sorting_bonus; }, 1, "4k3/8/8/8/8/8/8/K2Q4 w - - 0 1", "d1e2", 341},
+    SettingScoreRow{"other safe check",       [](SearchSettings& s) -> std::int32_t& { return s.safe_non_queen_check_sorting_bonus; }, 1, checking_knight, "d5f6", 341},
+    SettingScoreRow{"margin below the gain",  [](SearchSettings& s) -> std::int32_t& { return s.very_promising_tactical_move_margin; }, 99, pawn_fen, "e4d5", 325 + 4 + 12 + 15},
+    SettingScoreRow{"margin at the gain",     [](SearchSettings& s) -> std::int32_t& { return s.very_promising_tactical_move_margin; }, 500, rook_fen, "e4d5", 325 + 6 + 31},
+    SettingScoreRow{"win, factor",   [](SearchSettings& s) -> std::int32_t& { return s.material_win_sorting_bonus__multiplicator; }, 2, rook_fen, "e4d5", 325 + 6 + 125 + 15},
+    SettingScoreRow{"win, divisor",  [](SearchSettings& s) -> std::int32_t& { return s.material_win_sorting_bonus__divisor; }, 100, rook_fen, "e4d5", 325 + 6 + 5 + 15},
+    SettingScoreRow{"win, least",    [](SearchSettings& s) -> std::int32_t& { return s.material_win_sorting_bonus__minimum; }, 1, rook_fen, "e4d5", 325 + 6 + 62 + 1},
+    SettingScoreRow{"even, factor",  [](SearchSettings& s) -> std::int32_t& { return s.material_quite_equal_sorting_bonus__multiplicator; }, 2, pawn_fen, "e4d5", 325 + 4 + 12},
+    SettingScoreRow{"even, divisor", [](SearchSettings& s) -> std::int32_t& { return s.material_quite_equal_sorting_bonus__divisor; }, 100, pawn_fen, "e4d5", 325 + 4 + 1},
+    SettingScoreRow{"even, least",   [](SearchSettings& s) -> std::int32_t& { return s.material_quite_equal_sorting_bonus__minimum; }, -7, pawn_fen, "e4d5", 325 + 4 + 6 - 7},
+    SettingScoreRow{"loss, factor",  [](SearchSettings& s) -> std::int32_t& { return s.material_loss_sorting_malus__multiplicator; }, -1, losing_fen, "d1d5", 325 + 4 + 57 - 8},
+    SettingScoreRow{"loss, divisor", [](SearchSettings& s) -> std::int32_t& { return s.material_loss_sorting_malus__divisor; }, 100, losing_fen, "d1d5", 325 + 4 - 9 - 8},
+    SettingScoreRow{"loss, least",   [](SearchSettings& s) -> std::int32_t& { return s.material_loss_sorting_malus__minimum; }, 1, losing_fen, "d1d5", 325 + 4 - 57 - 1}),
     RowName<SettingScoreRow>);
 // clang-format on
 
 TEST(TacticalSettings, BonusOfChecksForMateCountsWhenLookingForIt) {
-    const SettingsScope scope;
-    for (std::size_t type = 0; type < 4; ++type) {
-        settings::checking_move_sorting_bonus_if_playing_for_mate[type] = 100 + static_cast<std::int32_t>(type);
-    }
-    EXPECT_EQ(TacticalScoreOf(pawn_fen, "e4d5", 31767), 325 + 100 + 4 + 6);
-    EXPECT_EQ(TacticalScoreOf(checking_knight, "d5f6", 31767), 325 + 101 + 4);
-    EXPECT_EQ(TacticalScoreOf(discovering_knight, "e6g5", 31767), 325 + 102);
-    EXPECT_EQ(TacticalScoreOf("4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 31767), 325 + 103 + 4);
+    const SearchSettings settings{.checking_move_sorting_bonus_if_playing_for_mate = {100, 101, 102, 103}};
+    EXPECT_EQ(TacticalScoreOf(pawn_fen, "e4d5", 31767, settings), 325 + 100 + 4 + 6);
+    EXPECT_EQ(TacticalScoreOf(checking_knight, "d5f6", 31767, settings), 325 + 101 + 4);
+    EXPECT_EQ(TacticalScoreOf(discovering_knight, "e6g5", 31767, settings), 325 + 102);
+    EXPECT_EQ(TacticalScoreOf("4k3/8/8/8/4N3/8/8/K3R3 w - - 0 1", "e4f6", 31767, settings), 325 + 103 + 4);
 }
 
 TEST(TacticalSettings, ThreatOfAMinorTradeMayCount) {
-    const SettingsScope scope;
     // The knight checks and attacks a guarded bishop: ten centipawns.
     constexpr std::string_view fen = "4k3/8/6p1/3N3b/8/8/8/4K3 w - - 0 1";
-    settings::material_quite_equal_sorting_bonus__divisor = 1;
-    EXPECT_EQ(TacticalScoreOf(fen, "d5f6", 0), 325 + 15 + 4);
-    settings::score_checking_move_should_neglect_trade_knight_vs_bishop = false;
-    EXPECT_EQ(TacticalScoreOf(fen, "d5f6", 0), 325 + 15 + 4 + 10);
+    SearchSettings settings{.material_quite_equal_sorting_bonus__divisor = 1};
+    EXPECT_EQ(TacticalScoreOf(fen, "d5f6", 0, settings), 325 + 15 + 4);
+    settings.score_checking_move_should_neglect_trade_knight_vs_bishop = false;
+    EXPECT_EQ(TacticalScoreOf(fen, "d5f6", 0, settings), 325 + 15 + 4 + 10);
 }
 
 // --- Quiescence ---
@@ -197,8 +191,9 @@ TEST(TacticalSettings, ThreatOfAMinorTradeMayCount) {
 // 256 for any move, and the gain by the same formulas: the captured piece less an eighth of the mover.
 
 /// The score without its noise; the side on move wants `missing` centipawns more than it has.
-std::int32_t QuiescenceScoreOf(std::string_view fen, std::string_view move, Score missing = 30000) {
-    SearchBuilder search(fen);
+std::int32_t QuiescenceScoreOf(std::string_view fen, std::string_view move, Score missing = 30000,
+                               const SearchSettings& settings = {}) {
+    SearchBuilder search(fen, settings);
     const Score material = search.board->board.frame().material_balance;
     const Node node = search.NodeAt(material + missing, 0);
     OrderingNoise noise = search.board->noise;
@@ -241,23 +236,19 @@ TEST(QuiescenceScores, LookingForMateChecksCountMore) {
 }
 
 TEST(QuiescenceScores, EnoughMaterialForBetaCountsMore) {
-    const SettingsScope scope;
     EXPECT_EQ(QuiescenceScoreOf(pawn_fen, "e4d5", 89), 256 + 5);
     EXPECT_EQ(QuiescenceScoreOf(pawn_fen, "e4d5", 88), 256 + 5 + 30);
     EXPECT_EQ(QuiescenceScoreOf(checking_knight, "d5f6", 0), 256 + 15 + 30) << "a quiet move has enough at beta";
     EXPECT_EQ(QuiescenceScoreOf(checking_knight, "d5f6", 1), 256 + 15);
-    settings::wins_enough_material_to_reach_at_least_beta__quiescence = 7;
-    EXPECT_EQ(QuiescenceScoreOf(pawn_fen, "e4d5", 88), 256 + 5 + 7);
+    EXPECT_EQ(QuiescenceScoreOf(pawn_fen, "e4d5", 88, {.wins_enough_material_to_reach_at_least_beta__quiescence = 7}),
+              256 + 5 + 7);
 }
 
 TEST(QuiescenceScores, LeastValueIsASetting) {
-    const SettingsScope scope;
-    settings::tactical_moves_minimum_sorting_value = 100;
-    EXPECT_EQ(QuiescenceScoreOf(pawn_fen, "e4d5"), 100 + 5);
+    EXPECT_EQ(QuiescenceScoreOf(pawn_fen, "e4d5", 30000, {.tactical_moves_minimum_sorting_value = 100}), 100 + 5);
 }
 
 TEST(QuiescenceScores, KillersCountMoreUpToTheMostThereIs) {
-    const SettingsScope scope;
     SearchBuilder search(pawn_fen);
     const Move capture = MoveOf(search.board->board, "e4d5");
     const Node node = search.NodeAt(30000, 0);
@@ -268,11 +259,11 @@ TEST(QuiescenceScores, KillersCountMoreUpToTheMostThereIs) {
     };
     search.board->killers[0] = {.first = INVALID, .second = capture};
     EXPECT_EQ(score_without_noise(capture), 256 + 5 + 200);
-    settings::killer2_bonus__quiescence = 17;
+    search.settings.killer2_bonus__quiescence = 17;
     EXPECT_EQ(score_without_noise(capture), 256 + 5 + 17);
     search.board->killers[0] = {.first = capture, .second = INVALID};
     EXPECT_EQ(QuiescenceScore(node, capture), 511);
-    settings::killer1_bonus__quiescence = 19;
+    search.settings.killer1_bonus__quiescence = 19;
     EXPECT_EQ(score_without_noise(capture), 256 + 5 + 19);
     EXPECT_EQ(score_without_noise(capture | direct_check_bit), 256 + 5 + 15) << "not the same word";
     search.board->killers[1] = {.first = capture, .second = capture};
@@ -281,10 +272,7 @@ TEST(QuiescenceScores, KillersCountMoreUpToTheMostThereIs) {
 }
 
 TEST(QuiescenceScores, MayBeNegativeAndWrapToALargeWord) {
-    const SettingsScope scope;
-    settings::tactical_moves_minimum_sorting_value = 0;
-    settings::killer1_bonus__quiescence = -511;
-    SearchBuilder search(pawn_fen);
+    SearchBuilder search(pawn_fen, {.tactical_moves_minimum_sorting_value = 0, .killer1_bonus__quiescence = -511});
     const Move capture = MoveOf(search.board->board, "e4d5");
     search.board->killers[0].first = capture;
     const Node node = search.NodeAt(30000, 0);
@@ -296,10 +284,8 @@ TEST(QuiescenceScores, MayBeNegativeAndWrapToALargeWord) {
 }
 
 TEST(QuiescenceScores, NoiseIsTenWideWhateverTheSetting) {
-    const SettingsScope scope;
     for (const std::int32_t width : {0, 8, 1000}) {
-        settings::randomize_quiescence_move_ordering = width;
-        SearchBuilder search(pawn_fen);
+        SearchBuilder search(pawn_fen, {.randomize_quiescence_move_ordering = width});
         const Move capture = MoveOf(search.board->board, "e4d5");
         const Node node = search.NodeAt(30000, 0);
         std::set<std::int32_t> seen;

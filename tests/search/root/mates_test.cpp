@@ -81,12 +81,13 @@ struct MateHost : FakeSearchHost {
 };
 
 TEST(Mates, AreFoundWithTheRightDistance) {
-    ASSERT_TRUE(transposition_table.resize(16U << 20U));
+    Engine engine;
+    ASSERT_TRUE(engine.tables.transposition.resize(16U << 20U));
     for (const MateProblem& problem : ReadProblems()) {
-        SearchBuilder::ClearTables();
+        engine.tables.Clear();
         UserBoard game;
         game.SetBoardFromFen(problem.fen);
-        SearchController controller;
+        SearchController controller(engine);
         const int score = infinity_bound - (2 * problem.moves - 1);
         MateHost host(controller, score, problem.most_nodes);
         controller.Run({.max_depth = 60}, game, host);
@@ -104,7 +105,6 @@ TEST(Mates, AreFoundWithTheRightDistance) {
             EXPECT_TRUE(solver.CanMate(child, problem.moves - 1)) << problem.fen << ' ' << MoveToCoordinate(reply);
         }
     }
-    ASSERT_TRUE(transposition_table.resize(0));
 }
 
 }  // namespace

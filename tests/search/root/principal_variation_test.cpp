@@ -31,27 +31,24 @@ RootMoveRecord RecordOf(const BOARD& board, const std::vector<std::string_view>&
 
 class PrincipalVariation : public testing::Test {
   protected:
-    PrincipalVariation() { transposition_table.clear(); }
-    ~PrincipalVariation() override { transposition_table.clear(); }
-    PrincipalVariation(const PrincipalVariation&) = delete;
-    PrincipalVariation& operator=(const PrincipalVariation&) = delete;
-};
+    /// What the table knows about a position.
+    struct Known {
+        bool found = false;
+        TranspositionHit hit;
+    };
+    [[nodiscard]] Known Look(const BOARD& board) {
+        Known known;
+        known.found = table_.Probe(board.key(), 0, 0, 0, known.hit) != TranspositionAnswer::not_found;
+        return known;
+    }
 
-/// What the table knows about a position.
-struct Known {
-    bool found = false;
-    TranspositionHit hit;
+    TRANSPOSITION_TABLE table_;
 };
-Known Look(const BOARD& board) {
-    Known known;
-    known.found = transposition_table.Probe(board.key(), 0, 0, 0, known.hit) != TranspositionAnswer::not_found;
-    return known;
-}
 
 TEST_F(PrincipalVariation, EveryPositionButTheRootIsWritten) {
     BOARD board = BoardFromFen(start_fen);
     const RootMoveRecord record = RecordOf(board, {"e2e4", "e7e5", "g1f3"});
-    WriteLineToHash(board, record, opening);
+    WriteLineToHash(board, record, opening, table_);
     EXPECT_FALSE(Look(board).found);
     for (std::size_t i = 0; i < 2; ++i) {
         board.MakeMove(record.line[i]);
@@ -68,18 +65,18 @@ TEST_F(PrincipalVariation, EveryPositionButTheRootIsWritten) {
 TEST_F(PrincipalVariation, WrittenEntriesDecideNothing) {
     BOARD board = BoardFromFen(start_fen);
     const RootMoveRecord record = RecordOf(board, {"e2e4", "e7e5"});
-    WriteLineToHash(board, record, opening);
+    WriteLineToHash(board, record, opening, table_);
     board.MakeMove(record.line[0]);
     for (const Score beta : {-32000, -500, 0, 500, 32000}) {
         TranspositionHit hit;
-        EXPECT_EQ(transposition_table.Probe(board.key(), 1, -64000, beta, hit), TranspositionAnswer::undecided) << beta;
+        EXPECT_EQ(table_.Probe(board.key(), 1, -64000, beta, hit), TranspositionAnswer::undecided) << beta;
     }
 }
 
 TEST_F(PrincipalVariation, PresentEntriesStayAsTheyAre) {
     BOARD board = BoardFromFen(start_fen);
-    WriteLineToHash(board, RecordOf(board, {"e2e4", "c7c5"}), opening);
-    WriteLineToHash(board, RecordOf(board, {"e2e4", "e7e5", "g1f3"}), opening);
+    WriteLineToHash(board, RecordOf(board, {"e2e4", "c7c5"}), opening, table_);
+    WriteLineToHash(board, RecordOf(board, {"e2e4", "e7e5", "g1f3"}), opening, table_);
     board.MakeMove(MoveOf(board, "e2e4"));
     EXPECT_EQ(Look(board).hit.move, MoveOf(board, "c7c5"));
     board.MakeMove(MoveOf(board, "e7e5"));
@@ -88,11 +85,14 @@ TEST_F(PrincipalVariation, PresentEntriesStayAsTheyAre) {
 
 /// What the line writer notes about the position behind the first move of a line.
 TranspositionHit NotedBehindFirstMove(std::string_view fen, const std::vector<std::string_view>& moves) {
+    TRANSPOSITION_TABLE table;
     BOARD board = BoardFromFen(std::string(fen));
     const RootMoveRecord record = RecordOf(board, moves);
-    WriteLineToHash(board, record, unbalanced_ending);
+    WriteLineToHash(board, record, unbalanced_ending, table);
     board.MakeMove(record.line.front());
-    return Look(board).hit;
+    TranspositionHit hit;
+    (void)table.Probe(board.key(), 0, 0, 0, hit);
+    return hit;
 }
 
 TEST_F(PrincipalVariation, EntriesTellASingleReply) {
@@ -133,7 +133,7 @@ TEST_F(PrincipalVariation, LineGoesOnWithWhatTheTableKnows) {
     SearchBuilder search(start_fen);
     const BOARD& board = search.board->board;
     const RootMoveRecord written = RecordOf(board, {"e2e4", "e7e5", "g1f3", "b8c6"});
-    WriteLineToHash(board, written, opening);
+    WriteLineToHash(board, written, opening, search.tables.transposition);
     search.board->pv[0][0] = written.line[0];
     search.board->pv[0][1] = INVALID;
     RootMoveRecord record{.move = written.line[0], .text = "", .line = {}};
@@ -145,7 +145,7 @@ TEST_F(PrincipalVariation, LineFromTheTableEndsAtADraw) {
     SearchBuilder search(start_fen);
     const BOARD& board = search.board->board;
     const RootMoveRecord circle = RecordOf(board, {"g1f3", "g8f6", "f3g1", "f6g8", "g1f3"});
-    WriteLineToHash(board, circle, opening);
+    WriteLineToHash(board, circle, opening, search.tables.transposition);
     search.board->pv[0][0] = circle.line[0];
     search.board->pv[0][1] = INVALID;
     RootMoveRecord record{.move = circle.line[0], .text = "", .line = {}};
@@ -169,12 +169,13 @@ TEST_F(PrincipalVariation, LineFromTheTableEndsAtTheDeepestPly) {
             behind.MakeMove(move);
             Move known;
             Distance distance;
-            const bool seen = transposition_table.ProbeMove(behind.key(), known, distance);
+            const bool seen = search.tables.transposition.ProbeMove(behind.key(), known, distance);
             if (!seen && !behind.IsDraw() && CapturedPiece(move) == no_piece && !LegalMovesOf(behind).empty())
                 chosen = move;
         }
         ASSERT_NE(chosen, INVALID) << FenOf(board);
-        transposition_table.Store(TranspositionEntry::Make(board.key(), chosen, true, pawnless, NodeFlags::none));
+        search.tables.transposition.Store(
+            TranspositionEntry::Make(board.key(), chosen, true, pawnless, NodeFlags::none));
         chain.push_back(chosen);
         board.MakeMove(chosen);
         step += 3;
@@ -191,7 +192,7 @@ TEST_F(PrincipalVariation, TableMoveThatCantBePlayedIsReported) {
     BOARD board = search.board->board;
     const Move first = MoveOf(board, "e2e4");
     board.MakeMove(first);
-    transposition_table.Store(
+    search.tables.transposition.Store(
         TranspositionEntry::Make(board.key(), MakeWord(a1, a8, rook), true, opening, NodeFlags::none));
     search.board->pv[0][0] = first;
     search.board->pv[0][1] = INVALID;

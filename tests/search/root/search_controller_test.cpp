@@ -11,13 +11,11 @@
 #include <vector>
 
 #include "chess/move_generator.h"
-#include "search/settings/search_settings.h"
-#include "search/tables/hash.h"
 #include "support/board_builder.h"
 #include "support/fake_search_host.h"
+#include "support/plain_settings.h"
 #include "support/random_games.h"
 #include "support/row_name.h"
-#include "support/settings_scope.h"
 
 namespace {
 
@@ -32,12 +30,11 @@ UserBoard GameFrom(std::string_view fen) {
 /// One search from a fresh controller and empty tables.
 struct SearchRun {
     explicit SearchRun(std::string_view fen, SearchLimits search_limits = {})
-        : game(GameFrom(fen)), limits(search_limits) {
-        transposition_table.clear();
-    }
+        : game(GameFrom(fen)), limits(search_limits) {}
     void Run() { controller.Run(limits, game, host); }
 
-    SearchController controller;
+    Engine engine;
+    SearchController controller{engine};
     FakeSearchHost host;
     UserBoard game;
     SearchLimits limits;
@@ -248,18 +245,15 @@ TEST(SearchController, InfoCountsTheMovesLeftInTheIteration) {
 class FailedCandidate : public testing::Test {
   protected:
     FailedCandidate() {
+        run_.engine.settings = PlainSettings();
         // The search that confirms the candidate sees one ply less than the question that found it.
         run_.host.on_candidate = [this] {
-            if (candidates_++ == 0) search_settings::root_distance_multiplier = 0;
+            if (candidates_++ == 0) run_.engine.settings.root_distance_multiplier = 0;
             moves_left_ = run_.controller.info().moves_to_search;
         };
-        run_.host.on_instability = [] { search_settings::root_distance_multiplier = 64; };
+        run_.host.on_instability = [this] { run_.engine.settings.root_distance_multiplier = 64; };
     }
-    ~FailedCandidate() override { search_settings::root_distance_multiplier = 64; }
-    FailedCandidate(const FailedCandidate&) = delete;
-    FailedCandidate& operator=(const FailedCandidate&) = delete;
 
-    PlainSearchScope plain_;
     SearchRun run_{"5r2/8/5k2/8/8/5R2/4K3/8 b - - 8 1", {.max_depth = 2}};
     int candidates_ = 0;
     int moves_left_ = 0;
@@ -336,48 +330,50 @@ TEST(SearchController, ContemptDecidesBetweenADrawAndTheRest) {
 }
 
 TEST(SearchController, NewContemptClearsTheTablesThatDependOnIt) {
-    SearchController controller;
-    const auto fill = [] {
-        transposition_table.Store(TranspositionEntry::Make(5, INVALID, false, 0, NodeFlags::none));
-        evaluation_hash_table.Store({.key = 5, .score = 1});
-        pawn_hash_table.Store({.pawn_key = 5, .position_type = 2});
+    Engine engine;
+    HashTables& tables = engine.tables;
+    SearchController controller(engine);
+    const auto fill = [&tables] {
+        tables.transposition.Store(TranspositionEntry::Make(5, INVALID, false, 0, NodeFlags::none));
+        tables.evaluation.Store({.key = 5, .score = 1});
+        tables.pawn.Store({.pawn_key = 5, .position_type = 2});
     };
     const auto is_empty = [](const ABSTRACT_HASH_TABLE& table) { return table.freeSlots() == table.totalSlots(); };
     fill();
     controller.SetContempt(0);
-    EXPECT_FALSE(is_empty(transposition_table)) << "the same value does nothing";
+    EXPECT_FALSE(is_empty(tables.transposition)) << "the same value does nothing";
     controller.SetContempt(10);
     EXPECT_EQ(controller.contempt(), 10);
-    EXPECT_TRUE(is_empty(transposition_table));
-    EXPECT_TRUE(is_empty(evaluation_hash_table));
-    EXPECT_FALSE(is_empty(pawn_hash_table));
+    EXPECT_TRUE(is_empty(tables.transposition));
+    EXPECT_TRUE(is_empty(tables.evaluation));
+    EXPECT_FALSE(is_empty(tables.pawn));
     fill();
     controller.SetPersonality(0);
-    EXPECT_FALSE(is_empty(transposition_table));
+    EXPECT_FALSE(is_empty(tables.transposition));
     controller.SetPersonality(-5);
-    EXPECT_TRUE(is_empty(transposition_table));
-    EXPECT_TRUE(is_empty(evaluation_hash_table));
-    EXPECT_FALSE(is_empty(pawn_hash_table));
-    pawn_hash_table.clear();
+    EXPECT_TRUE(is_empty(tables.transposition));
+    EXPECT_TRUE(is_empty(tables.evaluation));
+    EXPECT_FALSE(is_empty(tables.pawn));
 }
 
 TEST(SearchController, DrawScoreOfTheEvaluationFollowsTheRootSide) {
     // Whether a score from before the search survives it.
-    const auto run_with_a_full_table = [](SearchController& controller, std::string_view fen) {
+    Engine engine;
+    HashTables& tables = engine.tables;
+    const auto run_with_a_full_table = [&tables](SearchController& controller, std::string_view fen) {
         FakeSearchHost host;
-        evaluation_hash_table.Store({.key = 5, .score = 1});
+        tables.evaluation.Store({.key = 5, .score = 1});
         controller.Run({.max_depth = 1}, GameFrom(fen), host);
-        return evaluation_hash_table.Probe(5, 1) != EvaluationAnswer::not_found;
+        return tables.evaluation.Probe(5, 1) != EvaluationAnswer::not_found;
     };
     constexpr std::string_view white_to_move = "4k3/pppp4/8/8/8/8/PPPP4/4K3 w - - 0 1";
     constexpr std::string_view black_to_move = "4k3/pppp4/8/8/8/8/PPPP4/4K3 b - - 0 1";
-    SearchController controller;
+    SearchController controller(engine);
     EXPECT_TRUE(run_with_a_full_table(controller, black_to_move)) << "no contempt, one draw score for both sides";
     controller.SetContempt(20);
     EXPECT_TRUE(run_with_a_full_table(controller, black_to_move));
     EXPECT_FALSE(run_with_a_full_table(controller, white_to_move)) << "what was stored for Black is worth nothing now";
     EXPECT_TRUE(run_with_a_full_table(controller, white_to_move));
-    evaluation_hash_table.clear();
 }
 
 // --- Ends before the tree ---
@@ -492,21 +488,22 @@ TEST(SearchController, EndHandlerMayAskForTheNextSearch) {
 }
 
 TEST(SearchController, InterruptedSearchLeavesNoTraceButKillers) {
-    const SettingsScope scope;
-    search_settings::enable_killer_heuristic_for_move_ordering = false;
-    search_settings::killer1_bonus__quiescence = 0;
-    search_settings::killer2_bonus__quiescence = 0;
+    constexpr SearchSettings without_killers{.enable_killer_heuristic_for_move_ordering = false,
+                                             .killer1_bonus__quiescence = 0,
+                                             .killer2_bonus__quiescence = 0};
     SearchRun interrupted(endless);
+    interrupted.engine.settings = without_killers;
     interrupted.host.on_poll = [&] {
         if (interrupted.controller.info().depth >= 3) throw search_aborted_exception{true};
     };
     interrupted.Run();
-    transposition_table.clear();
+    interrupted.engine.tables.transposition.clear();
     interrupted.host = {};
     interrupted.limits.max_depth = 2;
     interrupted.Run();
 
     SearchRun fresh(endless, {.max_depth = 2});
+    fresh.engine.settings = without_killers;
     fresh.Run();
     EXPECT_EQ(interrupted.host.events, fresh.host.events);
     EXPECT_EQ(interrupted.controller.info().nodes, fresh.controller.info().nodes);
@@ -517,7 +514,8 @@ TEST(SearchController, BeforeTheFirstUpdateTheFirstLegalMoveStands) {
     struct BrokenHost : FakeSearchHost {
         void sendDepthStarted(int) override { throw search_aborted_exception{false}; }
     };
-    SearchController controller;
+    Engine engine;
+    SearchController controller(engine);
     BrokenHost host;
     const UserBoard game = GameFrom(start_fen);
     controller.Run({}, game, host);

@@ -9,7 +9,6 @@
 #include "search/root/search_controller.h"
 #include "support/board_builder.h"
 #include "support/fake_search_host.h"
-#include "support/settings_scope.h"
 
 namespace {
 
@@ -17,13 +16,8 @@ namespace {
 /// seconds.
 constexpr std::string_view many_queens = "q2k2q1/2nqn2b/1n1P1n1b/2rnr2Q/1NQ1QN1Q/3Q3B/2RQR2B/Q2K2Q1 w - - 0 1";
 
-class EndlessChecksScope : SettingsScope {
-  public:
-    EndlessChecksScope() {
-        search_settings::generate_checking_moves_min_distance = -64000;
-        search_settings::search_every_normal_check_in_quiescence_min_distance = -64000;
-    }
-};
+constexpr SearchSettings endless_checks{.generate_checking_moves_min_distance = -64000,
+                                        .search_every_normal_check_in_quiescence_min_distance = -64000};
 
 UserBoard GameFrom(std::string_view fen) {
     UserBoard game;
@@ -32,8 +26,8 @@ UserBoard GameFrom(std::string_view fen) {
 }
 
 TEST(LongFirstIteration, ServesInputBehindThreeSecondsAndStillHasAMove) {
-    const EndlessChecksScope scope;
-    SearchController controller;
+    Engine engine{.settings = endless_checks};
+    SearchController controller(engine);
     FakeSearchHost host;
     std::int64_t first_poll = 0;
     host.on_poll = [&] {
@@ -50,8 +44,8 @@ TEST(LongFirstIteration, ServesInputBehindThreeSecondsAndStillHasAMove) {
 }
 
 TEST(LongFirstIteration, EndsAPuzzleBehindThreeSeconds) {
-    const EndlessChecksScope scope;
-    SearchController controller;
+    Engine engine{.settings = endless_checks};
+    SearchController controller(engine);
     FakeSearchHost host;
     controller.Run({.kind = SearchKind::puzzle}, GameFrom(many_queens), host);
     EXPECT_EQ(host.finished, false);

@@ -13,17 +13,16 @@
 #include <utility>
 #include <vector>
 
+#include "search/engine/engine.h"
 #include "search/root/bound_search.h"
 #include "search/settings/search_settings.h"
-#include "search/tables/hash.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"
-#include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
-namespace settings = search_settings;
+using search_settings::SettingRow;
+using search_settings::Table;
 
 constexpr std::array positions{
     std::string_view{"rnbq1k1r/pp1Pbppp/2p5/8/2B5/8/PPP1NnPP/RNBQK2R w KQ - 1 8"},
@@ -39,8 +38,8 @@ struct EnoughNodes {};
 /// A search that is thrown out of its tree after so many nodes.
 class LimitedSearch final : private NodePoll {
   public:
-    explicit LimitedSearch(std::string_view fen, std::uint64_t most_nodes) {
-        SearchBuilder::ClearTables();
+    LimitedSearch(std::string_view fen, std::uint64_t most_nodes, const SearchSettings& settings) {
+        board_.settings = settings;
         board_.poll = this;
         board_.evaluation.settings = &evaluation_settings_;
         board_.StartSearch(BoardFromFen(std::string(fen)), 0);
@@ -70,54 +69,56 @@ class LimitedSearch final : private NodePoll {
     void Poll() override { throw EnoughNodes{}; }
 
     EVALUATION_SETTINGS evaluation_settings_;
-    SearchBoard board_;
+    Engine engine_;
+    SearchBoard board_{engine_};
 };
 
-void SetAtRandom(std::mt19937& random, bool at_bounds) {
-    for (const settings::SettingRow& row : settings::Table()) {
+SearchSettings RandomSettings(std::mt19937& random, bool at_bounds) {
+    SearchSettings settings;
+    for (const SettingRow& row : Table()) {
         for (std::size_t i = 0; i < row.size; ++i) {
             std::uniform_int_distribution<std::int32_t> inside(row.lower_bound, row.upper_bound);
             switch (random() % 4) {
                 case 0:
-                    row.Set(i, row.defaults[i]);
+                    row.Set(settings, i, row.defaults[i]);
                     break;
                 case 1:
-                    row.Set(i, row.lower_bound);
+                    row.Set(settings, i, row.lower_bound);
                     break;
                 case 2:
-                    row.Set(i, row.upper_bound);
+                    row.Set(settings, i, row.upper_bound);
                     break;
                 default:
-                    row.Set(i, at_bounds ? row.upper_bound : inside(random));
+                    row.Set(settings, i, at_bounds ? row.upper_bound : inside(random));
             }
         }
     }
+    return settings;
 }
 
 TEST(RandomSettings, NeitherCrashNorHang) {
     constexpr unsigned seed = 20261122;
     constexpr int sets = 4000;
     constexpr std::uint64_t most_nodes = 1000;
-    const SettingsScope scope;
     std::mt19937 random(seed);
     for (int set = 0; set < sets; ++set) {
-        SetAtRandom(random, set % 2 == 0);
+        const SearchSettings settings = RandomSettings(random, set % 2 == 0);
         const std::string_view fen = positions[static_cast<std::size_t>(set) % positions.size()];
         SCOPED_TRACE("seed " + std::to_string(seed) + ", set " + std::to_string(set) + ", " + std::string(fen));
-        const auto search = std::make_unique<LimitedSearch>(fen, most_nodes);
+        const auto search = std::make_unique<LimitedSearch>(fen, most_nodes, settings);
         EXPECT_GT(search->Run(3), 0U);
     }
 }
 
 TEST(RandomSettings, VisitTheSameNodesTwice) {
     constexpr unsigned seed = 11;
-    const SettingsScope scope;
     std::mt19937 random(seed);
     for (int set = 0; set < 200; ++set) {
-        SetAtRandom(random, set % 2 == 0);
+        const SearchSettings settings = RandomSettings(random, set % 2 == 0);
         const std::string_view fen = positions[static_cast<std::size_t>(set) % positions.size()];
-        const std::uint64_t nodes = std::make_unique<LimitedSearch>(fen, 2000)->Run(4);
-        EXPECT_EQ(std::make_unique<LimitedSearch>(fen, 2000)->Run(4), nodes) << "seed " << seed << ", set " << set;
+        const std::uint64_t nodes = std::make_unique<LimitedSearch>(fen, 2000, settings)->Run(4);
+        EXPECT_EQ(std::make_unique<LimitedSearch>(fen, 2000, settings)->Run(4), nodes)
+            << "seed " << seed << ", set " << set;
     }
 }
 
@@ -131,22 +132,22 @@ std::ostream& operator<<(std::ostream& out, const EndlessRow& row) { return out 
 
 class EndlessDeepening : public testing::TestWithParam<EndlessRow> {};
 
-void Set(std::string_view name, std::int32_t value) {
-    for (const settings::SettingRow& row : settings::Table()) {
+void Set(SearchSettings& settings, std::string_view name, std::int32_t value) {
+    for (const SettingRow& row : Table()) {
         if (row.name != name) continue;
         ASSERT_LE(row.lower_bound, value);
         ASSERT_GE(row.upper_bound, value);
-        return row.Set(0, value);
+        return row.Set(settings, 0, value);
     }
     FAIL() << name;
 }
 
 /// Every search of these once called itself until the stack was full.
 TEST_P(EndlessDeepening, Ends) {
-    const SettingsScope scope;
-    for (const auto& [name, value] : GetParam().changes) Set(name, value);
+    SearchSettings settings;
+    for (const auto& [name, value] : GetParam().changes) Set(settings, name, value);
     for (const std::string_view fen : positions) {
-        const std::uint64_t nodes = std::make_unique<LimitedSearch>(fen, 100000)->Run(3);
+        const std::uint64_t nodes = std::make_unique<LimitedSearch>(fen, 100000, settings)->Run(3);
         EXPECT_GT(nodes, 0U) << fen;
     }
 }

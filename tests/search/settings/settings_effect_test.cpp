@@ -17,8 +17,6 @@
 #include "search/root/search_controller.h"
 #include "search/settings/search_settings.h"
 #include "support/fake_search_host.h"
-#include "support/search_builder.h"
-#include "support/settings_scope.h"
 
 namespace {
 
@@ -252,12 +250,12 @@ const SettingRow& RowNamed(std::string_view name) {
     return *std::find_if(Table().begin(), Table().end(), [name](const SettingRow& row) { return row.name == name; });
 }
 
-/// A search from cleared tables and a cleared state.
-std::uint64_t NodesOf(std::string_view fen, int depth) {
-    SearchBuilder::ClearTables();
+/// A search of an engine that has done nothing before.
+std::uint64_t NodesOf(std::string_view fen, int depth, const SearchSettings& settings = {}) {
+    Engine engine{.settings = settings};
     UserBoard game;
     game.SetBoardFromFen(std::string(fen));
-    SearchController controller;
+    SearchController controller(engine);
     FakeSearchHost host;
     controller.Run({.max_depth = depth}, game, host);
     return controller.info().nodes;
@@ -275,11 +273,11 @@ TEST(SettingsEffect, EverySettingStandsInOneOfTheLists) {
 
 bool ShowsAt(const EffectRow& row, std::string_view fen, int depth) {
     const SettingRow& setting = RowNamed(row.name);
-    const SettingsScope scope;
-    for (const auto& [name, value] : row.beside) RowNamed(name).Set(0, value);
-    const std::uint64_t before = NodesOf(fen, depth);
-    setting.Set(row.element, row.value);
-    return NodesOf(fen, depth) != before;
+    SearchSettings settings;
+    for (const auto& [name, value] : row.beside) RowNamed(name).Set(settings, 0, value);
+    const std::uint64_t before = NodesOf(fen, depth, settings);
+    setting.Set(settings, row.element, row.value);
+    return NodesOf(fen, depth, settings) != before;
 }
 
 bool ShowsSomewhere(const EffectRow& row) {
@@ -293,7 +291,7 @@ bool ShowsSomewhere(const EffectRow& row) {
 
 TEST(SettingsEffect, EachChangesTheTree) {
     for (const EffectRow& row : effect_rows) {
-        ASSERT_NE(RowNamed(row.name).Get(row.element), row.value) << row.name;
+        ASSERT_NE(RowNamed(row.name).defaults[row.element], row.value) << row.name;
         EXPECT_TRUE(ShowsAt(row, positions[row.position], row.depth) || ShowsSomewhere(row)) << row.name;
     }
 }
@@ -302,10 +300,10 @@ TEST(SettingsEffect, ThoseThatNobodyReadsChangeNothing) {
     for (const std::string_view name : without_effect) {
         const SettingRow& setting = RowNamed(name);
         for (const std::string_view fen : positions) {
-            const SettingsScope scope;
-            const std::uint64_t before = NodesOf(fen, 2);
-            setting.Set(0, setting.Get(0) == setting.upper_bound ? setting.lower_bound : setting.upper_bound);
-            EXPECT_EQ(NodesOf(fen, 2), before) << name << ", " << fen;
+            SearchSettings settings;
+            setting.Set(settings, 0,
+                        setting.defaults[0] == setting.upper_bound ? setting.lower_bound : setting.upper_bound);
+            EXPECT_EQ(NodesOf(fen, 2, settings), NodesOf(fen, 2)) << name << ", " << fen;
         }
     }
 }

@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "support/log_capture.h"
-#include "support/settings_scope.h"
 #include "support/temporary_directory.h"
 
 namespace {
@@ -54,7 +53,7 @@ std::string FailureOf(const std::function<void()>& call) {
 
 std::string FailureOfReading(const std::string& text) {
     return FailureOf<Settings::InvalidData>([&] {
-        Settings settings = Settings::Current();
+        Settings settings = Settings::Descriptions();
         std::istringstream stream(text);
         settings.Read(stream);
     });
@@ -69,7 +68,7 @@ std::string ValueOf(const SettingRow& row, std::int32_t number) {
 
 class SettingsFile : public testing::Test {
   protected:
-    SettingsScope scope_;
+    SearchSettings current_;
     TemporaryDirectory directory_;
 };
 
@@ -104,7 +103,7 @@ TEST_F(SettingsFile, ElementsHaveIndicesAndBounds) {
 }
 
 TEST_F(SettingsFile, BothBoundsPassAndOneBeyondFails) {
-    Settings settings = Settings::Current();
+    Settings settings = Settings::Of(current_);
     for (const SettingRow& row : Table()) {
         settings.Set(row.name, ValueOf(row, row.lower_bound));
         EXPECT_EQ(settings.Find(row.name).Get(row.size - 1), row.lower_bound) << row.name;
@@ -148,7 +147,7 @@ TEST_F(SettingsFile, ValuesThatAreNoneAreRefused) {
         {"capture_move_sorting_bonus", "1 2 3 4 5 512", "value out of bounds"},
     };
     for (const ValueRow& row : rows) {
-        Settings settings = Settings::Current();
+        Settings settings = Settings::Of(current_);
         const std::string before = Written(settings);
         EXPECT_EQ(FailureOf<Settings::InvalidData>([&] { settings.Set(row.name, row.value); }),
                   "could not parse new value: " + std::string(row.failure))
@@ -158,7 +157,7 @@ TEST_F(SettingsFile, ValuesThatAreNoneAreRefused) {
 }
 
 TEST_F(SettingsFile, UnknownNamesAreRefused) {
-    Settings settings = Settings::Current();
+    Settings settings = Settings::Of(current_);
     for (const std::string name : {"", "foo", "enable_ETTC", "enable_ettc "}) {
         EXPECT_EQ(FailureOf<Settings::UnknownVariable>([&] { settings.Set(name, "true"); }),
                   "unknown variable: " + name);
@@ -168,21 +167,21 @@ TEST_F(SettingsFile, UnknownNamesAreRefused) {
 }
 
 TEST_F(SettingsFile, ChangesReachTheSearchWhenTheyAreApplied) {
-    Settings settings = Settings::Current();
+    Settings settings = Settings::Of(current_);
     settings.Set("futility_pruning_margin", "250");
     settings.Set("enable_ettc", "true");
     settings.Set("capture_move_sorting_bonus", "1 2 3 4 5 6");
-    EXPECT_EQ(search_settings::futility_pruning_margin, 300) << "a private copy so far";
-    settings.Apply();
-    EXPECT_EQ(search_settings::futility_pruning_margin, 250);
-    EXPECT_TRUE(search_settings::enable_ettc);
-    EXPECT_EQ(search_settings::capture_move_sorting_bonus, (std::array<std::int32_t, 6>{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(current_.futility_pruning_margin, 300) << "a private copy so far";
+    settings.ApplyTo(current_);
+    EXPECT_EQ(current_.futility_pruning_margin, 250);
+    EXPECT_TRUE(current_.enable_ettc);
+    EXPECT_EQ(current_.capture_move_sorting_bonus, (std::array<std::int32_t, 6>{1, 2, 3, 4, 5, 6}));
 }
 
 // --- Files ---
 
 TEST_F(SettingsFile, HoldsOneVariableALineInOrder) {
-    const std::vector<std::string> lines = LinesOf(Written(Settings::Current()));
+    const std::vector<std::string> lines = LinesOf(Written(Settings::Of(current_)));
     ASSERT_EQ(lines.size(), 173U);
     EXPECT_EQ(lines[0], "root_distance_multiplier=64");
     EXPECT_EQ(lines[1], "enable_search_extensions=true");
@@ -195,30 +194,29 @@ TEST_F(SettingsFile, HoldsOneVariableALineInOrder) {
 TEST_F(SettingsFile, IsWrittenAndReadBack) {
     // Every variable gets another value.
     for (const SettingRow& row : Table()) {
-        for (std::size_t i = 0; i < row.size; ++i) row.Set(i, row.is_boolean() ? 1 - row.Get(i) : row.upper_bound);
+        for (std::size_t i = 0; i < row.size; ++i)
+            row.Set(current_, i, row.is_boolean() ? 1 - row.Get(current_, i) : row.upper_bound);
     }
-    const std::string changed = Written(Settings::Current());
+    const std::string changed = Written(Settings::Of(current_));
     const std::string path = directory_.File("settings");
-    Settings::Current().WriteFile(path);
+    Settings::Of(current_).WriteFile(path);
     EXPECT_EQ(TextOf(path), changed);
-    for (const SettingRow& row : Table()) {
-        for (std::size_t i = 0; i < row.size; ++i) row.Set(i, row.defaults[i]);
-    }
-    Settings read = Settings::Current();
+    current_ = {};
+    Settings read = Settings::Of(current_);
     read.ReadFile(path);
     EXPECT_EQ(Written(read), changed);
-    read.Apply();
-    EXPECT_EQ(Written(Settings::Current()), changed);
+    read.ApplyTo(current_);
+    EXPECT_EQ(Written(Settings::Of(current_)), changed);
 }
 
 TEST_F(SettingsFile, MissingLinesTakeTheirDefaultsAndTheLogIsTold) {
-    search_settings::randomize_quiescence_move_ordering = 77;
-    const std::vector<std::string> lines = LinesOf(Written(Settings::Current()));
+    current_.randomize_quiescence_move_ordering = 77;
+    const std::vector<std::string> lines = LinesOf(Written(Settings::Of(current_)));
     for (std::size_t kept = 0; kept <= lines.size(); ++kept) {
         const LogCapture log;
         testing::internal::CaptureStdout();
         std::istringstream stream(Joined({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(kept)}));
-        Settings settings = Settings::Current();
+        Settings settings = Settings::Of(current_);
         settings.Read(stream);
         EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
         const std::string text = log.text();
@@ -236,7 +234,7 @@ TEST_F(SettingsFile, MissingLinesTakeTheirDefaultsAndTheLogIsTold) {
 }
 
 TEST_F(SettingsFile, LinesInAnotherOrderAreRefused) {
-    std::vector<std::string> lines = LinesOf(Written(Settings::Current()));
+    std::vector<std::string> lines = LinesOf(Written(Settings::Of(current_)));
     std::swap(lines[0], lines[1]);
     EXPECT_EQ(FailureOfReading(Joined(lines)),
               "Parse error in line #1: Expected variable: root_distance_multiplier;\n"
@@ -247,7 +245,7 @@ TEST_F(SettingsFile, LinesInAnotherOrderAreRefused) {
 }
 
 TEST_F(SettingsFile, EveryLineCanBeTheOneThatFails) {
-    const std::vector<std::string> lines = LinesOf(Written(Settings::Current()));
+    const std::vector<std::string> lines = LinesOf(Written(Settings::Of(current_)));
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string number = "Parse error in line #" + std::to_string(i + 1) + ": ";
         const auto with = [&](const std::string& line) {
@@ -271,7 +269,7 @@ TEST_F(SettingsFile, EveryLineCanBeTheOneThatFails) {
 }
 
 TEST_F(SettingsFile, LineEndsOfAnotherSystemAreRead) {
-    const std::string text = Written(Settings::Current());
+    const std::string text = Written(Settings::Of(current_));
     EXPECT_EQ(FailureOfReading(Joined(LinesOf(text), "\r\n")), "");
     EXPECT_EQ(FailureOfReading(text.substr(0, text.size() - 1)), "") << "no end of the last line";
     EXPECT_EQ(FailureOfReading(text + "anything\n"), "") << "what stands behind the last variable is not read";
@@ -286,11 +284,11 @@ TEST_F(SettingsFile, HugeLinesAndBinariesAreRefused) {
 
 TEST_F(SettingsFile, FilesThatCanNotBeOpenedAreRefused) {
     for (const std::string& path : {directory_.path().string(), directory_.File("none"), std::string("/dev/zero")}) {
-        EXPECT_EQ(FailureOf<Settings::IO_Exception>([&] { Settings::Current().ReadFile(path); }),
+        EXPECT_EQ(FailureOf<Settings::IO_Exception>([&] { Settings::Of(current_).ReadFile(path); }),
                   "could not open file: " + path);
     }
     for (const std::string& path : {directory_.path().string(), directory_.File("none/x"), std::string("/dev/full")}) {
-        EXPECT_EQ(FailureOf<Settings::IO_Exception>([&] { Settings::Current().WriteFile(path); }),
+        EXPECT_EQ(FailureOf<Settings::IO_Exception>([&] { Settings::Of(current_).WriteFile(path); }),
                   "could not write file: " + path);
     }
 }
@@ -299,7 +297,7 @@ TEST_F(SettingsFile, LargeFileIsNoSettingsFile) {
     const std::string path = directory_.File("large");
     std::ofstream(path) << "x";
     std::filesystem::resize_file(path, 100U << 20U);
-    EXPECT_EQ(FailureOf<Settings::InvalidData>([&] { Settings::Current().ReadFile(path); }),
+    EXPECT_EQ(FailureOf<Settings::InvalidData>([&] { Settings::Of(current_).ReadFile(path); }),
               "Parse error in line #1: seperator missing ('=')");
 }
 
