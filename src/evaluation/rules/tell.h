@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -67,4 +68,13 @@ template <Colour Us, class Value>
 Value tell(TRACED_CONTEXT& context, Rule rule, Bitboard squares, Value value) {
     context.Tell(Us, rule, squares, value);
     return value;
+}
+
+/// Of two ways that were tried, the one not taken is forgotten.
+inline std::size_t told_so_far(const EVALUATION_CONTEXT& /*context*/) noexcept { return 0; }
+inline std::size_t told_so_far(const TRACED_CONTEXT& context) noexcept { return context.told.size(); }
+inline void forget_told(const EVALUATION_CONTEXT& /*context*/, std::size_t /*first*/, std::size_t /*last*/) noexcept {}
+inline void forget_told(TRACED_CONTEXT& context, std::size_t first, std::size_t last) {
+    const auto begin = context.told.begin();
+    context.told.erase(begin + static_cast<std::ptrdiff_t>(first), begin + static_cast<std::ptrdiff_t>(last));
 }
