@@ -87,6 +87,16 @@ inline constexpr SidedTerm<int> ending_majorities{pawn_majorities_ending<white>,
 inline constexpr SidedTerm<int> ending_patterns{centre_patterns_ending<white>, centre_patterns_ending<black>};
 inline constexpr SidedTerm<int> ending_king{majority_and_king_ending<white>, majority_and_king_ending<black>};
 
+// --- Pieces ---
+
+inline constexpr SidedTerm<SCORE_PAIR> opening_knights{knights_opening<white>, knights_opening<black>};
+inline constexpr SidedTerm<SCORE_PAIR> middle_game_knights{knights_middle_game<white>, knights_middle_game<black>};
+inline constexpr SidedTerm<SCORE_PAIR> knights_to_move{knight_mobility<white>, knight_mobility<black>};
+inline constexpr SidedTerm<SCORE_PAIR> bishops_of_game{bishops<white>, bishops<black>};
+inline constexpr SidedTerm<SCORE_PAIR> rooks_of_game{rooks<white>, rooks<black>};
+inline constexpr SidedTerm<SCORE_PAIR> opening_queens{queens_opening<white>, queens_opening<black>};
+inline constexpr SidedTerm<SCORE_PAIR> middle_game_queens{queens_middle_game<white>, queens_middle_game<black>};
+
 // --- The whole board ---
 
 inline constexpr SidedTerm<SCORE_PAIR> early_patterns{SeenBy<patterns_opening<EVALUATION_CONTEXT>, white>,
