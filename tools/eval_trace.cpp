@@ -4,6 +4,7 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
@@ -15,7 +16,7 @@
 
 #include "chess/notation.h"
 #include "chess/user_board.h"
-#include "evaluation/trace/evaluation_trace.h"
+#include "evaluation/evaluation_trace.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ std::string Points(const WingCounters& counters) {
 
 void PrintRow(std::string_view name, const std::string& of_white, const std::string& of_black, const std::string& sum,
               const std::string& counters) {
-    std::printf("%-27s |%13s |%13s |%13s |%s\n", std::string(name).c_str(), of_white.c_str(), of_black.c_str(),
+    std::printf("%-30s |%13s |%13s |%13s |%s\n", std::string(name).c_str(), of_white.c_str(), of_black.c_str(),
                 sum.c_str(), counters.c_str());
 }
 
@@ -56,7 +57,8 @@ std::string CountersText(const COUNTER_POINTS& counters) {
 }
 
 void PrintTerm(const TERM_RECORD& record) {
-    const std::string name = (record.is_part ? "  " : "") + std::string(name_of(record.term));
+    std::string name = (record.is_part ? "  " : "") + std::string(name_of(record.term));
+    std::replace(name.begin(), name.end(), '_', ' ');
     const std::string activity = record.is_part ? "" : ' ' + std::to_string(record.counters.activity);
     PrintRow(name, record.has_sides ? Pair(record.of_white) : "", record.has_sides ? Pair(record.of_black) : "",
              Pair(record.sum), CountersText(record.counters) + activity);

@@ -6,9 +6,9 @@
 #include "evaluation/blend.h"
 #include "evaluation/context/position_type.h"
 #include "evaluation/context/score_pair.h"
-#include "evaluation/context/term_visitor.h"
 #include "evaluation/king/places.h"
 #include "evaluation/middle_game_walk.h"
+#include "evaluation/rules/term_visitor.h"
 
 namespace {
 

@@ -7,7 +7,6 @@
 #include "evaluation/blend.h"
 #include "evaluation/context/evaluation_context.h"
 #include "evaluation/context/position_type.h"
-#include "evaluation/context/term_visitor.h"
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/passed_pawns.h"
 #include "evaluation/pawns/pawn_structure.h"
@@ -18,6 +17,7 @@
 #include "evaluation/pieces/patterns.h"
 #include "evaluation/pieces/queens.h"
 #include "evaluation/pieces/rooks.h"
+#include "evaluation/rules/term_visitor.h"
 
 /// The walk over the terms of the opening and the middle game, for their routines and for whoever wants to see the
 /// terms one by one: first `walk_first_terms`, whose sum may settle a question; then `find_places` and

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "evaluation/context/term_visitor.h"
 #include "evaluation/endings/ending_walk.h"
 #include "evaluation/endings/scaling.h"
 #include "evaluation/king/places.h"
+#include "evaluation/rules/term_visitor.h"
 
 namespace {
 

@@ -2,7 +2,6 @@
 
 #include "chess/board.h"
 #include "evaluation/context/evaluation_context.h"
-#include "evaluation/context/term_visitor.h"
 #include "evaluation/endings/unstoppable_pawns.h"
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/passed_pawns.h"
@@ -13,6 +12,7 @@
 #include "evaluation/pieces/queens.h"
 #include "evaluation/pieces/rooks.h"
 #include "evaluation/rules/tell.h"
+#include "evaluation/rules/term_visitor.h"
 
 /// The walk over the terms of a plain ending, as in the middle game: first `walk_first_ending_terms`, whose sum may
 /// settle a question; then `find_places` and `walk_other_ending_terms`.

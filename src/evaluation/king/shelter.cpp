@@ -151,7 +151,7 @@ class ShelterWalk {
             Count(Rule::king_on_d_or_e_file, 0, king_on_d_or_e_file);
             return;
         }
-        // The f-file counts with the queen side: docs/oddities.md.
+        // The f-file counts with the queen side: docs/oddities.md, shelter on the f-file.
         const Wing wing = file > 5 ? king_side : queen_side;
         attack_ = pressure[centre] / 4 + pressure[wing];
         cover_ = cover[centre] / 2 + cover[wing];

@@ -5,9 +5,9 @@
 #include "chess/board.h"
 #include "evaluation/context/evaluation_context.h"
 #include "evaluation/context/position_type.h"
-#include "evaluation/context/term_visitor.h"
 #include "evaluation/pawns/pawn_terms.h"
 #include "evaluation/pawns/pawns_and_pieces.h"
+#include "evaluation/rules/term_visitor.h"
 
 /// The walk over the terms of the pawn structure, for `pawn_structure` and for whoever wants to see them one by one.
 

@@ -45,5 +45,5 @@ enum class Term : std::uint8_t {
     checked_unstoppable_pawns,
 };
 
-/// The name in words.
+/// The name as it stands above.
 [[nodiscard]] std::string_view name_of(Term term) noexcept;

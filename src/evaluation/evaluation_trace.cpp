@@ -1,4 +1,4 @@
-#include "evaluation/trace/evaluation_trace.h"
+#include "evaluation/evaluation_trace.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -13,7 +13,7 @@ using SIDE_PAIRS = SIDES<SCORE_PAIR>;
 using SIDE_VALUES = SIDES<int>;  ///< of an ending
 
 /// Who walks over the terms hands in a visitor, which is told of each as soon as it is known. This one adds them up,
-/// White minus Black; the other one writes them down (trace/evaluation_trace).
+/// White minus Black; the other one writes them down (evaluation_trace).
 template <class Value>
 class TermSum {
   public:
