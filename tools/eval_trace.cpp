@@ -1,22 +1,22 @@
-// Prints what the evaluation sees in a position: each term of the opening and middle game with its positional and
-// reckless value for both sides, the counters of pressure and cover as each term leaves them, and how the sum becomes
-// the score. The terms are those of the engine: the same walk, with a visitor that prints.
+// Prints what the evaluation sees in a position: each term with its positional and reckless value for both sides and
+// the counters of pressure and cover as it leaves them; below it each rule of the term with its side, its squares and
+// what it added to the counters; and how the sum becomes the score. The terms and rules are those of the engine.
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "chess/notation.h"
 #include "chess/user_board.h"
-#include "evaluation/evaluate.h"
-#include "evaluation/king/places.h"
-#include "evaluation/middle_game_walk.h"
-#include "search/tables/hash.h"
+#include "evaluation/evaluation_trace.h"
 
 namespace {
 
@@ -26,41 +26,9 @@ constexpr std::string_view usage =
     "  --personality N  -1000 to 1000 (0)\n"
     "  --help           this text\n"
     "\n"
-    "Prints the terms of the evaluation, positional and reckless, in centipawns, and the counters behind each.\n";
-
-constexpr std::array<std::string_view, 30> term_names = {
-    "passed pawns",
-    "material imbalance",
-    "bishop pair",
-    "  pawn squares",
-    "  backward pawns",
-    "  isolated pawns",
-    "  isolated queen pawn",
-    "  duo and defended pawns",
-    "  doubled pawns",
-    "  connected passed pawns",
-    "  pawn chains",
-    "  pawn majorities",
-    "  centre squares",
-    "  centre patterns",
-    "pawns alone",
-    "majority and king",
-    "blocked centre pawns",
-    "isolated queen pawn, pieces",
-    "passed pawns and pieces",
-    "knights",
-    "bishops",
-    "rooks",
-    "queens",
-    "patterns",
-    "space",
-    "activity",
-    "king safety",
-    "knight mobility",
-    "pawn balance",
-    "sum",
-};
-static_assert(static_cast<std::size_t>(Term::pawn_balance) + 2 == term_names.size());
+    "Prints the terms of the evaluation and their rules, positional and reckless, in centipawns, with the squares "
+    "that\n"
+    "each rule is about and the counters that each term leaves.\n";
 
 std::string Pair(SCORE_PAIR pair) {
     std::array<char, 32> text{};
@@ -76,77 +44,88 @@ std::string Points(const WingCounters& counters) {
 
 void PrintRow(std::string_view name, const std::string& of_white, const std::string& of_black, const std::string& sum,
               const std::string& counters) {
-    std::printf("%-27s |%13s |%13s |%13s |%s\n", std::string(name).c_str(), of_white.c_str(), of_black.c_str(),
+    std::printf("%-30s |%13s |%13s |%13s |%s\n", std::string(name).c_str(), of_white.c_str(), of_black.c_str(),
                 sum.c_str(), counters.c_str());
 }
 
-/// Prints each term with the counters as it leaves them.
-class TermPrinter {
-  public:
-    explicit TermPrinter(const EVALUATION_CONTEXT& context) : context_(context) {
-        PrintRow("", "White", "Black", "sum",
-                 "  pressure of White     cover of White |"
-                 "  pressure of Black     cover of Black |");
-        PrintRow("", "pos.  reck.", "pos.  reck.", "pos.  reck.",
-                 "  q    c    k      q    c    k |   q    c    k      q    c    k | activity");
-    }
-
-    void OfSides(Term term, const SIDE_PAIRS& pairs) {
-        sum_ += pairs.sum();
-        PrintRow(NameOf(term), Pair(pairs.of_white), Pair(pairs.of_black), Pair(pairs.sum()), Counters());
-    }
-    void OfBoth(Term term, SCORE_PAIR pair) {
-        sum_ += pair;
-        PrintRow(NameOf(term), "", "", Pair(pair), Counters());
-    }
-    void OfPawnsAlone(Term term, const SIDE_PAIRS& pairs) {
-        PrintRow(NameOf(term), Pair(pairs.of_white), Pair(pairs.of_black), Pair(pairs.sum()), CountersOfPawns());
-    }
-    void Finish() const { PrintRow(term_names.back(), "", "", Pair(sum_), Counters()); }
-    [[nodiscard]] SCORE_PAIR sum() const { return sum_; }
-
-  private:
-    static std::string_view NameOf(Term term) { return term_names[static_cast<std::size_t>(term)]; }
-
-    [[nodiscard]] std::string Counters() const {
-        std::string text;
-        for (const Colour side : {white, black}) {
-            text += Points(context_.pressure[side]) + "   " + Points(context_.cover[side]) + " |";
-        }
-        return text + ' ' + std::to_string(context_.activity);
-    }
-    /// Of the part that the pawn hash table keeps: the evaluation takes them over behind it.
-    [[nodiscard]] std::string CountersOfPawns() const {
-        std::string text;
-        for (const Colour side : {white, black}) {
-            text += Points(context_.pawn_pressure[side]) + "   " + Points(context_.pawn_cover[side]) + " |";
-        }
-        return text;
-    }
-
-    const EVALUATION_CONTEXT& context_;
-    SCORE_PAIR sum_;
-};
-
-template <PositionType Type>
-void TraceTerms(EVALUATION_CONTEXT& context, const BOARD& board) {
-    find_passed_pawns(context, board);
-    TermPrinter printer(context);
-    walk_first_terms(context, board, printer);
-    find_places(context, board);
-    walk_other_terms<Type>(context, board, printer);
-    printer.Finish();
-
-    const bool is_middle_game = Type == middle_game;
-    const int value = blend(printer.sum(), is_middle_game, context, board);
-    std::printf("\nendgame weight  %.4f\nopenness        %d\n", context.endgame_weight, context.openness);
+std::string CountersText(const COUNTER_POINTS& counters) {
+    std::string text;
     for (const Colour side : {white, black}) {
-        std::printf("%s king      attack %d, factor %.4f; cover %d, factor %.4f\n", side == white ? "White" : "Black",
-                    context.king_attack[side], context.attack_factor[side], context.king_cover[side],
-                    context.cover_factor[side]);
+        text += Points(counters.pressure[side]) + "   " + Points(counters.cover[side]) + " |";
     }
-    std::printf("blend weight    %d of 16\nblended         %d\n", blend_weight(is_middle_game, context, board), value);
-    std::printf("material        %d (side to move)\n", board.frame().material_balance);
+    return text;
+}
+
+void PrintTerm(const TERM_RECORD& record) {
+    std::string name = (record.is_part ? "  " : "") + std::string(name_of(record.term));
+    std::replace(name.begin(), name.end(), '_', ' ');
+    const std::string activity = record.is_part ? "" : ' ' + std::to_string(record.counters.activity);
+    PrintRow(name, record.has_sides ? Pair(record.of_white) : "", record.has_sides ? Pair(record.of_black) : "",
+             Pair(record.sum), CountersText(record.counters) + activity);
+}
+
+/// The squares of a rule, as their names; those of a whole wing are too many to read.
+std::string SquaresText(Bitboard squares) {
+    constexpr int most = 16;
+    if (PopCount(squares) > most) return std::to_string(PopCount(squares)) + " squares";
+    std::string text;
+    for (Square s = a1; s <= h8; ++s) {
+        if (!Has(squares, s)) continue;
+        if (!text.empty()) text += ' ';
+        text += {static_cast<char>('a' + FileOf(s)), static_cast<char>('1' + RankOf(s))};
+    }
+    return text;
+}
+
+/// What a rule added to the counters: "pressure k+6, enemy cover c-9".
+std::string PointsText(const COUNTER_POINTS& points, Colour side) {
+    std::string text;
+    const auto add = [&](std::string_view name, const WingCounters& counters) {
+        for (const auto& [wing, letter] : {std::pair{queen_side, 'q'}, {centre, 'c'}, {king_side, 'k'}}) {
+            if (counters[wing] == 0) continue;
+            if (!text.empty()) text += ", ";
+            text += std::string(name) + ' ' + letter + (counters[wing] > 0 ? "+" : "") + std::to_string(counters[wing]);
+        }
+    };
+    add("pressure", points.pressure[side]);
+    add("cover", points.cover[side]);
+    add("enemy pressure", points.pressure[Opponent(side)]);
+    add("enemy cover", points.cover[Opponent(side)]);
+    if (points.activity != 0) text += (text.empty() ? "activity " : ", activity ") + std::to_string(points.activity);
+    return text;
+}
+
+void PrintRule(const RULE_RECORD& record) {
+    const std::string pair = Pair({record.positional, record.reckless});
+    const std::string points = PointsText(record.points, record.side);
+    std::printf("    %-38s %s %s  %s%s%s\n", std::string(name_of(record.rule)).c_str(),
+                record.side == white ? "White" : "Black", pair.c_str(), SquaresText(record.squares).c_str(),
+                points.empty() ? "" : "; ", points.c_str());
+}
+
+void PrintTerms(const EVALUATION_TRACE& trace) {
+    PrintRow("", "White", "Black", "sum",
+             "  pressure of White     cover of White |"
+             "  pressure of Black     cover of Black |");
+    PrintRow("", "pos.  reck.", "pos.  reck.", "pos.  reck.",
+             "  q    c    k      q    c    k |   q    c    k      q    c    k | activity");
+    std::size_t next = 0;
+    for (const TERM_RECORD& term : trace.terms) {
+        PrintTerm(term);
+        while (next < trace.rules.size() && trace.rules[next].term == term.term) PrintRule(trace.rules[next++]);
+    }
+    const COUNTER_POINTS& last = trace.terms.back().counters;
+    PrintRow("sum", "", "", Pair(trace.sum), CountersText(last) + ' ' + std::to_string(last.activity));
+}
+
+void PrintBlend(const EVALUATION_TRACE& trace) {
+    std::printf("\nendgame weight  %.4f\nopenness        %d\n", trace.endgame_weight, trace.openness);
+    for (const Colour side : {white, black}) {
+        const KING_DANGER& king = trace.king[side];
+        std::printf("%s king      attack %d, factor %.4f; cover %d, factor %.4f\n", side == white ? "White" : "Black",
+                    king.attack, king.attack_factor, king.cover, king.cover_factor);
+    }
+    std::printf("blend weight    %d of 16\nblended         %d\n", trace.blend_weight, trace.blended);
 }
 
 constexpr std::array<std::string_view, 18> type_names = {
@@ -155,15 +134,15 @@ constexpr std::array<std::string_view, 18> type_names = {
     "lone bishop",      "lone rook",    "lone queen",       "pawn ending",   "pawnless",      "unbalanced ending",
 };
 
-void Trace(const BOARD& board, int personality) {
-    const EVALUATION_SETTINGS settings{.draw_score = 0, .personality = static_cast<std::int16_t>(personality)};
-    EVALUATION_CONTEXT context{.settings = &settings};
-    const int type = classify_position(board, no_position_type);
-    std::printf("position type %d: %s\n\n", type, std::string(type_names[static_cast<std::size_t>(type)]).c_str());
-    if (type == opening) TraceTerms<opening>(context, board);
-    if (type == middle_game) TraceTerms<middle_game>(context, board);
-    HashTables tables;
-    std::printf("score           %d (side to move)\n", evaluate_for_display(board, personality, tables));
+void Print(const EVALUATION_TRACE& trace) {
+    const auto type = static_cast<std::size_t>(trace.position_type);
+    std::printf("position type %d: %s\n\n", trace.position_type, std::string(type_names[type]).c_str());
+    if (!trace.terms.empty()) {
+        PrintTerms(trace);
+        if (trace.is_blended) PrintBlend(trace);
+        std::printf("material        %d (side to move)\n", trace.material);
+    }
+    std::printf("score           %d (side to move)\n", trace.score);
 }
 
 /// Whether the text is a personality; sets it.
@@ -200,6 +179,6 @@ int main(int argc, char** argv) {
         std::cerr << "eval_trace: no position: " << fen << '\n';
         return EXIT_FAILURE;
     }
-    Trace(position.board(), personality);
+    Print(trace_evaluation(position.board(), personality));
     return EXIT_SUCCESS;
 }

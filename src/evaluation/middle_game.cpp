@@ -6,13 +6,13 @@
 #include "evaluation/blend.h"
 #include "evaluation/context/position_type.h"
 #include "evaluation/context/score_pair.h"
-#include "evaluation/context/term_visitor.h"
 #include "evaluation/king/places.h"
 #include "evaluation/middle_game_walk.h"
+#include "evaluation/rules/term_visitor.h"
 
 namespace {
 
-/// What the terms behind the lazy test are taken to add at most, in centipawns.
+/// What the terms after the lazy test are taken to add at most, in centipawns.
 template <PositionType Type>
 constexpr int lazy_margin = Type == opening ? 285 : 275;
 
@@ -29,7 +29,7 @@ std::optional<EVALUATION_RESULT> lazy_test(const BOARD& board, SCORE_PAIR sum, i
 
 template <PositionType Type>
 EVALUATION_RESULT evaluate_with_pairs(EVALUATION_CONTEXT& context, const BOARD& board, int bound) {
-    TermSum terms;
+    TermSum<SCORE_PAIR> terms;
     walk_first_terms(context, board, terms);
     if (const auto answer = lazy_test(board, terms.sum(), bound, lazy_margin<Type>)) return *answer;
     find_places(context, board);

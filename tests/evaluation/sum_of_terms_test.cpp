@@ -50,8 +50,8 @@ int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, Position
     context.endgame_weight = endgame_weight(board);
     const bool is_opening = type == opening;
     SCORE_PAIR sum = passed_pawns(context, board);
-    sum += material_imbalance(board);
-    sum += bishop_pair(context);
+    sum += material_imbalance(context, board);
+    sum += bishop_pair(context, board);
     find_pawn_facts(context, board);
     sum += pawn_structure(context, board, type);
     if (board.side(white).knights != 0) sum += Knights<white>(context, board, is_opening);
@@ -82,10 +82,10 @@ int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
     int sum = ForSideToMove(board, board.frame().material_balance);
     const bool is_near_balance = std::abs(sum) < 500;
     sum += passed_pawns_ending(context, board);
-    sum += material_imbalance(board).positional();
+    sum += material_imbalance(context, board).positional();
     const UNSTOPPABLE_BONUS unstoppable = unstoppable_bonus(context, board);
     sum += unstoppable.score;
-    sum += bishop_pair_ending(context);
+    sum += bishop_pair_ending(context, board);
     sum += pawn_structure_ending(context, board);
     sum += knights_ending<white>(context, board) - knights_ending<black>(context, board);
     sum += bishops_ending<white>(context, board) - bishops_ending<black>(context, board);

@@ -29,6 +29,21 @@ def rows(text):
     return found
 
 
+def rules(text):
+    """By name of the term: the rules below it, as (name, side, (positional, reckless), squares)."""
+    found = {}
+    term = None
+    for line in text.splitlines():
+        rule = re.match(r"    (\w+) +(White|Black) +(-?\d+) +(-?\d+)  ([a-h1-8 ]*|\d+ squares)(;|$)", line)
+        if rule:
+            name, side, positional, reckless, squares, _ = rule.groups()
+            found[term].append((name, side, (int(positional), int(reckless)), squares.split()))
+        elif "|" in line:
+            term = line.split("|")[0].rstrip()
+            found[term] = []
+    return found
+
+
 def number(text, name):
     return int(re.search(rf"^{name} +(-?\d+)", text, re.MULTILINE)[1])
 
@@ -60,6 +75,26 @@ def test_terms_add_up_to_the_score(fen, tmp_path):
     assert blended == int(((16 - weight) * positional + weight * reckless) / 16)
     side = 1 if " w " in fen else -1
     assert number(text, "score") == number(text, "material") + side * blended == eval_of(fen, tmp_path)
+
+
+def difference(told):
+    """White minus Black."""
+    return tuple(sum(pair[half] * (1 if side == "White" else -1) for _, side, pair, _ in told) for half in (0, 1))
+
+
+@pytest.mark.parametrize("fen", [OPENING, MIDDLE_GAME, ENDING])
+def test_rules_add_up_to_their_terms(fen):
+    text = trace(fen)
+    told = rules(text)
+    assert sum(map(len, told.values())) > 10
+    for name, (_, _, total) in rows(text)[:-1]:
+        if name != "pawns alone":
+            assert difference(told[name]) == total, name
+
+
+def test_rules_name_their_squares():
+    text = trace("r2q1rk1/pR3ppp/2n1pn2/8/3P4/2NBPN2/P4PPP/3Q1RK1 w - - 0 1")
+    assert ("rook_on_seventh", "White", (28, 50), ["b7"]) in rules(text)["rooks"]
 
 
 def test_personality_moves_the_blend():

@@ -21,8 +21,8 @@
     find_bishop_pairs(scratch, board);
     find_passed_pawns(scratch, board);
     SCORE_PAIR sum = passed_pawns(scratch, board);
-    sum += material_imbalance(board);
-    sum += bishop_pair(scratch);
+    sum += material_imbalance(scratch, board);
+    sum += bishop_pair(scratch, board);
     return board.frame().material_balance + (board.side_to_move == white ? sum : -sum).positional();
 }
 

@@ -37,6 +37,10 @@ template <Colour Us>
 [[nodiscard]] constexpr Square square_ahead(Square s) noexcept {
     return Us == white ? s + 8 : s - 8;
 }
+template <Colour Us>
+[[nodiscard]] constexpr Square square_behind(Square s) noexcept {
+    return square_ahead<Opponent(Us)>(s);
+}
 /// All squares of the set one step ahead, as `Us` sees it; what leaves the board is gone.
 template <Colour Us>
 [[nodiscard]] constexpr Bitboard one_ahead(Bitboard set) noexcept {
@@ -50,11 +54,22 @@ template <Colour Us>
 [[nodiscard]] Square foremost(Bitboard set) noexcept {
     return Us == white ? FindHighestBit(set) : FindLowestBit(set);
 }
+/// And the nearest to it.
+template <Colour Us>
+[[nodiscard]] Square rearmost(Bitboard set) noexcept {
+    return foremost<Opponent(Us)>(set);
+}
 
 /// A set of squares by their names, as `Us` sees it: `squares_seen<Us>(d4, e4)`.
 template <Colour Us, class... Squares>
 [[nodiscard]] constexpr Bitboard squares_seen(Squares... names) noexcept {
     return (Bit(Seen<Us>(names)) | ...);
+}
+
+/// A whole set that is written from White's side, as `Us` sees it.
+template <Colour Us>
+[[nodiscard]] constexpr Bitboard set_seen(Bitboard from_white) noexcept {
+    return Us == white ? from_white : MirrorRanks(from_white);
 }
 
 /// All squares of the files that hold one of the set.

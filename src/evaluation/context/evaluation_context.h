@@ -111,8 +111,6 @@ struct EVALUATION_CONTEXT {
     WingCounters pressure[2] = {};  ///< how much this side presses on a wing
     WingCounters cover[2] = {};     ///< how solid this side stands there
 
-    Bitboard attackers_near_king[2] = {};  ///< knights near this side's king, of either side, on its wing
-
     // The danger to this side's king.
     std::int16_t king_attack[2] = {};  ///< points
     std::int16_t king_cover[2] = {};   ///< points

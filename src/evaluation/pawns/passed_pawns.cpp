@@ -6,21 +6,11 @@
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
+#include "evaluation/context/sided_squares.h"
 #include "evaluation/context/table_lookup.h"
+#include "evaluation/rules/tell.h"
 
 namespace {
-
-/// By file, in eighths of the value by rank.
-constexpr std::array<int, 8> passed_by_file = {7, 8, 7, 5, 5, 7, 8, 7};
-constexpr std::array<SCORE_PAIR, 7> passed_by_rank = {{
-    {0, 0},
-    {10, 5},  // the second rank
-    {12, 7},
-    {18, 10},
-    {30, 20},
-    {55, 46},
-    {140, 140},
-}};
 
 /// The enemy pawns that could still stop or take a pawn are those in the three files ahead of it.
 template <Colour Us>
@@ -30,9 +20,7 @@ void find_passed(EVALUATION_CONTEXT& context, const BOARD& board) {
     info.passed = 0;
     for (Bitboard pawns = board.side(Us).pawns; pawns != 0;) {
         const Square s = TakeNextBit(pawns);
-        const Bitboard ahead =
-            Us == white ? bitboard_tables.white_pawn_front_span[s] : bitboard_tables.black_pawn_front_span[s];
-        if ((ahead & enemy_pawns) == 0) info.passed |= Bit(s);
+        if ((front_span<Us>(s) & enemy_pawns) == 0) info.passed |= Bit(s);
     }
     info.passed_count = static_cast<std::int16_t>(PopCount(info.passed));
 }
@@ -50,51 +38,58 @@ void find_foremost(PAWN_INFO& info) {
     }
 }
 
-SCORE_PAIR sum_by_file_and_rank(const PAWN_INFO& info) {
+/// The foremost passed pawn of a file, by file and rank.
+SCORE_PAIR passed_pawn(int file, int rank) {
+    static constexpr std::array<int, 8> eighths_by_file = {7, 8, 7, 5, 5, 7, 8, 7};
+    static constexpr std::array<SCORE_PAIR, 7> by_rank = {{
+        {0, 0},
+        {10, 5},  // the second rank
+        {12, 7},
+        {18, 10},
+        {30, 20},
+        {55, 46},
+        {140, 140},
+    }};
+    const SCORE_PAIR pair = at(by_rank, rank);
+    return {at(eighths_by_file, file) * pair.positional() / 8, at(eighths_by_file, file) * pair.reckless() / 8};
+}
+
+template <Colour Us, class Context>
+SCORE_PAIR passed_pawns_of(Context& context) {
     SCORE_PAIR sum;
-    for (Bitboard pawns = info.front_passed; pawns != 0;) {
-        const auto file = static_cast<std::size_t>(FileOf(TakeNextBit(pawns)));
-        const SCORE_PAIR pair = passed_by_rank[static_cast<std::size_t>(info.passed_rank[file])];
-        sum += {passed_by_file[file] * pair.positional() / 8, passed_by_file[file] * pair.reckless() / 8};
+    for (Bitboard pawns = context.pawns[Us].front_passed; pawns != 0;) {
+        const Square s = TakeNextBit(pawns);
+        sum += tell<Us>(context, Rule::passed_pawn, Bit(s), passed_pawn(FileOf(s), rank_seen<Us>(s)));
     }
     return sum;
 }
 
 // --- Endings ---
 
-int by_file_and_rank_ending(int file, int rank) {
-    static constexpr std::array<int, 8> by_file = {9, 9, 8, 7, 7, 8, 9, 9};
+int passed_pawn_ending(int file, int rank) {
+    static constexpr std::array<int, 8> eighths_by_file = {9, 9, 8, 7, 7, 8, 9, 9};
     static constexpr std::array<int, 7> by_rank = {0, 30, 35, 53, 85, 115, 200};
-    return at(by_file, file) * at(by_rank, rank) / 8;
+    return at(eighths_by_file, file) * at(by_rank, rank) / 8;
 }
 
-/// Rooks of both sides on the pawn's file: they belong behind it.
-template <Colour Us>
-int rooks_on_file(const BOARD& board, Square s) {
-    const Bitboard behind = Us == white ? bitboard_tables.ray_south[s] : bitboard_tables.ray_north[s];
-    const Bitboard on_file = file_mask(FileOf(s));
-    const auto by_place = [&](Bitboard rooks, int if_behind, int otherwise) {
-        if ((rooks & on_file) == 0) return 0;
-        return (rooks & behind) != 0 ? if_behind : otherwise;
-    };
-    return by_place(board.side(Us).rooks, 12, -8) - by_place(board.side(Opponent(Us)).rooks, 10, 4);
-}
+// Rooks on the pawn's file belong behind it.
+constexpr int rook_behind_passed_pawn_ending = 12;
+constexpr int rook_ahead_of_passed_pawn_ending = -8;
+constexpr int enemy_rook_behind_passed_pawn_ending = -10;
+constexpr int enemy_rook_ahead_of_passed_pawn_ending = -4;
 
-/// The square in front of the pawn: what stands in the way, or the way is free.
-template <Colour Us>
-int way_ahead(const BOARD& board, Square s, int rank) {
-    static constexpr std::array<int, 7> by_piece = {0, 0, 8, 7, 4, 4, 9};
-    static constexpr std::array<int, 7> by_rank = {0, 4, 5, 12, 27, 40, 85};
-    const Square next = square_ahead<Us>(s);
-    if (Has(board.side(Opponent(Us)).all, next)) {
-        return -(at(by_piece, std::abs(board.squares[next])) * at(by_rank, rank) / 8);
-    }
-    return !Has(board.occupied, next) && rank >= 4 ? 6 : 0;
+/// An enemy piece in front of it.
+int passed_pawn_blocked_ending(int piece, int rank) {
+    static constexpr std::array<int, 7> weight_of_piece = {0, 0, 8, 7, 4, 4, 9};  // by code, knight 2 to king 6
+    static constexpr std::array<int, 7> eighths_by_rank = {0, 4, 5, 12, 27, 40, 85};
+    return -(at(weight_of_piece, piece) * at(eighths_by_rank, rank) / 8);
 }
+/// On the fifth rank or beyond, with nothing in front.
+constexpr int passed_pawn_free_to_advance_ending = 6;
 
 /// How near both kings are to the pawn and to the square where it promotes.
 template <Colour Us>
-int kings_near_pawn(const BOARD& board, Square s) {
+int kings_near_passed_pawn_ending(const BOARD& board, Square s) {
     // By distance, that of a king to the pawn at least 1.
     static constexpr std::array<int, 8> own_to_pawn = {0, 4, 3, 0, -2, -3, -5, -6};
     static constexpr std::array<int, 8> enemy_to_pawn = {0, 5, 3, 1, 0, -3, -6, -9};
@@ -107,16 +102,37 @@ int kings_near_pawn(const BOARD& board, Square s) {
            at(enemy_to_end, enemy[end]);
 }
 
-template <Colour Us>
-int sum_ending(const PAWN_INFO& info, const BOARD& board) {
+template <Colour Us, class Context>
+int passed_pawns_ending_of(Context& context, const BOARD& board) {
+    const SIDE_PIECES& own = board.side(Us);
+    const SIDE_PIECES& enemy = board.side(Opponent(Us));
     int sum = 0;
-    for (Bitboard pawns = info.front_passed; pawns != 0;) {
+    for (Bitboard pawns = context.pawns[Us].front_passed; pawns != 0;) {
         const Square s = TakeNextBit(pawns);
         const int rank = rank_seen<Us>(s);
-        sum += by_file_and_rank_ending(FileOf(s), rank);
-        sum += rooks_on_file<Us>(board, s);
-        sum += way_ahead<Us>(board, s, rank);
-        sum += kings_near_pawn<Us>(board, s);
+        const auto count = [&](Rule rule, int value, Bitboard with = 0) {
+            sum += tell<Us>(context, rule, Bit(s) | with, value);
+        };
+        count(Rule::passed_pawn, passed_pawn_ending(FileOf(s), rank));
+
+        const Bitboard behind = file_behind<Us>(s);
+        if (const Bitboard rooks = own.rooks & file_mask(FileOf(s)); (rooks & behind) != 0)
+            count(Rule::rook_behind_passed_pawn, rook_behind_passed_pawn_ending, rooks);
+        else if (rooks != 0)
+            count(Rule::rook_ahead_of_passed_pawn, rook_ahead_of_passed_pawn_ending, rooks);
+        if (const Bitboard rooks = enemy.rooks & file_mask(FileOf(s)); (rooks & behind) != 0)
+            count(Rule::enemy_rook_behind_passed_pawn, enemy_rook_behind_passed_pawn_ending, rooks);
+        else if (rooks != 0)
+            count(Rule::enemy_rook_ahead_of_passed_pawn, enemy_rook_ahead_of_passed_pawn_ending, rooks);
+
+        const Square next = square_ahead<Us>(s);
+        if (Has(enemy.all, next))
+            count(Rule::passed_pawn_blocked, passed_pawn_blocked_ending(std::abs(board.squares[next]), rank),
+                  Bit(next));
+        else if (!Has(board.occupied, next) && rank >= 4)
+            count(Rule::passed_pawn_free_to_advance, passed_pawn_free_to_advance_ending, Bit(next));
+        count(Rule::kings_near_passed_pawn, kings_near_passed_pawn_ending<Us>(board, s),
+              Bit(own.king_square) | Bit(enemy.king_square));
     }
     return sum;
 }
@@ -133,12 +149,21 @@ void find_foremost_passed_pawns(EVALUATION_CONTEXT& context) noexcept {
     find_foremost<black>(context.pawns[black]);
 }
 
-SCORE_PAIR passed_pawns(EVALUATION_CONTEXT& context, const BOARD& /*board*/) noexcept {
+template <class Context>
+SCORE_PAIR passed_pawns(Context& context, const BOARD& /*board*/) noexcept {
     find_foremost_passed_pawns(context);
-    return sum_by_file_and_rank(context.pawns[white]) - sum_by_file_and_rank(context.pawns[black]);
+    const SCORE_PAIR of_white = passed_pawns_of<white>(context);
+    return of_white - passed_pawns_of<black>(context);
 }
 
-int passed_pawns_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+template <class Context>
+int passed_pawns_ending(Context& context, const BOARD& board) noexcept {
     find_foremost_passed_pawns(context);
-    return sum_ending<white>(context.pawns[white], board) - sum_ending<black>(context.pawns[black], board);
+    const int of_white = passed_pawns_ending_of<white>(context, board);
+    return of_white - passed_pawns_ending_of<black>(context, board);
 }
+
+template SCORE_PAIR passed_pawns(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template SCORE_PAIR passed_pawns(TRACED_CONTEXT& context, const BOARD& board) noexcept;
+template int passed_pawns_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template int passed_pawns_ending(TRACED_CONTEXT& context, const BOARD& board) noexcept;

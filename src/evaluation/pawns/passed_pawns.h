@@ -12,6 +12,8 @@ void find_foremost_passed_pawns(EVALUATION_CONTEXT& context) noexcept;
 
 /// The foremost passed pawn of every file, White minus Black. It runs before everything else, on restored pawn facts
 /// too. Sets `front_passed` and `passed_rank`.
-[[nodiscard]] SCORE_PAIR passed_pawns(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <class Context>
+[[nodiscard]] SCORE_PAIR passed_pawns(Context& context, const BOARD& board) noexcept;
 /// The same in an ending, in centipawns: what stands before the pawn, rooks and kings count too.
-[[nodiscard]] int passed_pawns_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <class Context>
+[[nodiscard]] int passed_pawns_ending(Context& context, const BOARD& board) noexcept;

@@ -52,11 +52,15 @@ void for_each_defender(const PAWN_INFO& info, Bitboard pawns, Found found) {
 template <Colour Us>
 inline constexpr Majority majority_of = Us == white ? Majority::white : Majority::black;
 
+/// The half of the board that a wing's majority plays on.
+[[nodiscard]] constexpr Bitboard half_of_wing(Wing wing) noexcept {
+    return wing == queen_side ? files(0, 3) : files(4, 7);
+}
+
 /// The pawns that push a majority: on their half of the board, off their first square, not passed.
 template <Colour Us>
 [[nodiscard]] Bitboard majority_pawns(const EVALUATION_CONTEXT& context, const BOARD& board, Wing wing) noexcept {
-    const Bitboard half = wing == queen_side ? files(0, 3) : files(4, 7);
-    return board.side(Us).pawns & half & ~ranks<Us>(1, 1) & ~context.pawns[Us].passed;
+    return board.side(Us).pawns & half_of_wing(wing) & ~ranks<Us>(1, 1) & ~context.pawns[Us].passed;
 }
 
 /// Whether the pawn on d4 and one on c3 or c4 are all that stands on the files b to e, of either side.

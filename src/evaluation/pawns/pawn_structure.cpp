@@ -177,16 +177,6 @@ MAJORITY_INFO find_majority(const BOARD& board, int rim, int step) {
     return {};
 }
 
-/// What depends on nothing but the pawns.
-template <Colour Us>
-int cached_terms_ending(const EVALUATION_CONTEXT& context, const BOARD& board) {
-    return pawn_squares_ending<Us>(context, board) + backward_pawns_ending<Us>(context, board) +
-           isolated_pawns_ending<Us>(context, board) + duo_and_defended_pawns_ending<Us>(context, board) +
-           doubled_pawns_ending<Us>(context, board) + defended_passed_pawns_ending<Us>(context, board) +
-           connected_passed_pawns_ending<Us>(context) + pawn_chains_ending<Us>(context, board) +
-           pawn_majorities_ending<Us>(context, board) + centre_patterns_ending<Us>(board);
-}
-
 }  // namespace
 
 void build_pawn_lists(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
@@ -228,16 +218,13 @@ void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
 }
 
 SCORE_PAIR pawn_structure(EVALUATION_CONTEXT& context, const BOARD& board, PositionType type) noexcept {
-    TermSum sum;
+    TermSum<SCORE_PAIR> sum;
     walk_pawn_structure(context, board, type, sum);
     return sum.sum();
 }
 
 int pawn_structure_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
-    if (!context.pawn_entry_from_table) {
-        context.pawn_ending = static_cast<std::int16_t>(cached_terms_ending<white>(context, board) -
-                                                        cached_terms_ending<black>(context, board));
-    }
-    return context.pawn_ending + majority_and_king_ending<white>(context, board) -
-           majority_and_king_ending<black>(context, board);
+    TermSum<int> sum;
+    walk_pawn_structure_ending(context, board, sum);
+    return sum.sum();
 }

@@ -2,16 +2,20 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
+#include "evaluation/context/rule_values.h"
+#include "evaluation/context/table_lookup.h"
 #include "evaluation/pieces/ending_tables.h"
 #include "evaluation/pieces/piece_tables.h"
+#include "evaluation/rules/tell.h"
 
 namespace {
 
 using piece_tables::value_at;
+
+// --- Squares ---
 
 constexpr Bitboard a1_h8 = 0x8040201008040201;
 constexpr Bitboard h1_a8 = 0x0102040810204080;
@@ -29,7 +33,7 @@ static_assert(light_central_set == 0x0000000814281000 && dark_central_set == 0x0
 /// All squares of the colour of `s`.
 Bitboard square_colour_of(Square s) { return Has(light_squares, s) ? light_squares : ~light_squares; }
 
-/// One bishop, with what its steps hand on.
+/// One bishop, with what its rules hand on.
 struct BishopState {
     Square square;
     Bitboard attacks;
@@ -37,227 +41,335 @@ struct BishopState {
     int mobility = 0;
 };
 
-/// The pawn that stands first on a long diagonal, by how many ranks it leaves free (an enemy pawn one less), and the
-/// number of pawns behind it.
-constexpr std::array<SCORE_PAIR, 6> first_pawn_on_diagonal = {
-    {{-5, -10}, {-2, -3}, {3, 4}, {8, 8}, {11, 11}, {14, 14}}};  // -1, 0, ..
-constexpr std::array<SCORE_PAIR, 6> more_pawns_on_diagonal = {{{8, 8}, {6, 6}, {3, 4}, {0, 1}, {-2, -4}, {-6, -7}}};
-
 template <Colour Us>
-SCORE_PAIR bishop_behind_pawns(EVALUATION_CONTEXT& context, const BOARD& board, BishopState& bishop, Bitboard pawns,
-                               Wing own_wing, Wing other_wing) {
-    const Square first = Us == white ? FindLowestBit(pawns) : FindHighestBit(pawns);
-    const int distance = rank_seen<Us>(first) - (Has(board.side(Us).pawns, first) ? 2 : 3);
-    static constexpr std::array<int, 3> cover = {-5, 1, 2};  // -1, 0, 1
-    add_points(context.cover[Us][own_wing], distance >= 2 ? 3 : cover[static_cast<std::size_t>(distance + 1)]);
-    add_points(context.pressure[Us][other_wing], distance == 4 ? 4 : distance == 3 ? 2 : 1);
-    bishop.is_free = distance >= 2;
-    return first_pawn_on_diagonal[static_cast<std::size_t>(distance + 1)] +
-           more_pawns_on_diagonal[static_cast<std::size_t>(PopCount(pawns) - 1)];
+SCORE_PAIR bishop_on_square(const BishopState& bishop) {
+    return {value_at<Us>(piece_tables::bishop_positional, bishop.square),
+            value_at<Us>(piece_tables::bishop_reckless, bishop.square)};
 }
 
-/// A bishop in the corner of a long diagonal.
-template <Colour Us>
-SCORE_PAIR bishop_on_long_diagonal(EVALUATION_CONTEXT& context, const BOARD& board, BishopState& bishop) {
-    const bool on_right = Has(squares_seen<Us>(g2, h1), bishop.square);
-    if (!on_right && !Has(squares_seen<Us>(a1, b2), bishop.square)) return {};
-    const Bitboard diagonal = Has(a1_h8, bishop.square) ? a1_h8 : h1_a8;
-    const Wing own_wing = on_right ? king_side : queen_side;
-    const Wing other_wing = on_right ? queen_side : king_side;
-    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
+// --- The long diagonals ---
 
-    SCORE_PAIR sum;
-    if (!Has(board.side(Us).pawns, Seen<Us>(on_right ? g3 : b3))) {
-        sum += {-6, -4};
-        add_points(context.cover[Us][own_wing], -2);
-    }
-    if (!Has(every_pawn, Seen<Us>(on_right ? g2 : b2))) {
-        if ((board.side(Opponent(Us)).bishops & square_colour_of(bishop.square)) == 0) sum += {8, 10};
-        if (const Bitboard pawns = every_pawn & diagonal; pawns != 0) {
-            sum += bishop_behind_pawns<Us>(context, board, bishop, pawns, own_wing, other_wing);
-        } else {
-            sum += {24, 24};
-            add_points(context.cover[Us][own_wing], 5);
-            add_points(context.pressure[Us][other_wing], 6);
-            bishop.is_free = true;
-        }
-    }
+/// A corner that a bishop looks out of, along a long diagonal.
+template <Colour Us>
+struct LongDiagonal {
+    Bitboard squares;
+    Bitboard pawns;                ///< of both sides on it
+    Wing own_wing, opposite_wing;  ///< where it begins, and where it ends
+    Square front_pawn;             ///< the square before the bishop of a fianchetto, b3 or g3
+    Square fianchetto;             ///< b2 or g2
+};
+
+template <Colour Us>
+LongDiagonal<Us> find_long_diagonal(Square s, Bitboard every_pawn, bool on_right) {
+    const Bitboard squares = Has(a1_h8, s) ? a1_h8 : h1_a8;
+    return {
+        .squares = squares,
+        .pawns = every_pawn & squares,
+        .own_wing = on_right ? king_side : queen_side,
+        .opposite_wing = on_right ? queen_side : king_side,
+        .front_pawn = Seen<Us>(on_right ? g3 : b3),
+        .fianchetto = Seen<Us>(on_right ? g2 : b2),
+    };
+}
+
+/// No own pawn stands before the bishop.
+template <Colour Us>
+SCORE_PAIR bishop_without_front_pawn(EVALUATION_CONTEXT& context, const LongDiagonal<Us>& diagonal) {
+    return count_on<Us>(diagonal.own_wing, context, {.pair = {-6, -4}, .cover = -2});
+}
+
+/// The enemy has no bishop to set against it.
+template <Colour Us>
+SCORE_PAIR bishop_unopposed_on_diagonal(const BOARD& board, const BishopState& bishop) {
+    const bool is_opposed = (board.side(Opponent(Us)).bishops & square_colour_of(bishop.square)) != 0;
+    return is_opposed ? SCORE_PAIR{} : SCORE_PAIR{8, 10};
+}
+
+/// No pawn stands on the diagonal.
+template <Colour Us>
+SCORE_PAIR bishop_on_open_diagonal(EVALUATION_CONTEXT& context, BishopState& bishop, const LongDiagonal<Us>& diagonal) {
+    constexpr int opposite_pressure = 6;
+    bishop.is_free = true;
+    add_points(context.pressure[Us][diagonal.opposite_wing], opposite_pressure);
+    return count_on<Us>(diagonal.own_wing, context, {.pair = {24, 24}, .cover = 5});
+}
+
+/// By how many ranks the first pawn leaves free (an enemy pawn one less), and by how many stand behind it.
+template <Colour Us>
+SCORE_PAIR bishop_behind_pawns_on_diagonal(EVALUATION_CONTEXT& context, const BOARD& board, BishopState& bishop,
+                                           const LongDiagonal<Us>& diagonal) {
+    static constexpr std::array<SCORE_PAIR, 6> by_free_ranks = {
+        {{-5, -10}, {-2, -3}, {3, 4}, {8, 8}, {11, 11}, {14, 14}}};  // n = -1, 0, ..
+    static constexpr std::array<SCORE_PAIR, 6> by_more_pawns = {
+        {{8, 8}, {6, 6}, {3, 4}, {0, 1}, {-2, -4}, {-6, -7}}};                   // n = 0, 1, ..
+    static constexpr std::array<int, 6> cover = {-5, 1, 2, 3, 3, 3};             // by free ranks
+    static constexpr std::array<int, 6> opposite_pressure = {1, 1, 1, 1, 2, 4};  // by free ranks
+    const Square first = rearmost<Us>(diagonal.pawns);
+    const int free_ranks = rank_seen<Us>(first) - (Has(board.side(Us).pawns, first) ? 2 : 3);
+    bishop.is_free = free_ranks >= 2;
+    add_points(context.cover[Us][diagonal.own_wing], at(cover, free_ranks + 1));
+    add_points(context.pressure[Us][diagonal.opposite_wing], at(opposite_pressure, free_ranks + 1));
+    return at(by_free_ranks, free_ranks + 1) + at(by_more_pawns, PopCount(diagonal.pawns) - 1);
+}
+
+/// What the bishop attacks through own pieces that stand on the long diagonals.
+template <Colour Us>
+Bitboard attacks_through_pieces(const BOARD& board, Bitboard attacks) {
     const SIDE_PIECES& own = board.side(Us);
-    for (Bitboard in_the_way = bishop.attacks & long_diagonals & own.all & ~own.pawns; in_the_way != 0;) {
-        bishop.attacks |= board.BishopAttacks(TakeNextBit(in_the_way)) & long_diagonals;
+    for (Bitboard in_the_way = attacks & long_diagonals & own.all & ~own.pawns; in_the_way != 0;) {
+        attacks |= board.BishopAttacks(TakeNextBit(in_the_way)) & long_diagonals;
     }
-    return sum;
+    return attacks;
 }
 
-template <Colour Us>
-SCORE_PAIR bishop_mobility(const BOARD& board, BishopState& bishop) {
-    constexpr Bitboard far_squares = (ranks<Us>(5, 5) & files(1, 6)) | ranks<Us>(6, 7);
+// --- Mobility ---
+
+/// By the number of squares inside the rim that no pawn takes, the bishop's own one among them.
+SCORE_PAIR bishop_mobility(int squares) {
     static constexpr std::array<SCORE_PAIR, 5> few_squares = {
-        {{-24, -38}, {-16, -32}, {-10, -30}, {-8, -20}, {-5, -12}}};
-    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
-    const Bitboard reach = (bishop.attacks | Bit(bishop.square)) & ~every_pawn & ~border;
-    const int n = PopCount(reach);
+        {{-24, -38}, {-16, -32}, {-10, -30}, {-8, -20}, {-5, -12}}};  // n = 0, 1, ..
+    return squares < 5 ? at(few_squares, squares) : SCORE_PAIR{squares - 8, 2 * squares - 18};
+}
+
+/// Those of them in the centre and around it, and what it attacks far ahead.
+template <Colour Us>
+SCORE_PAIR bishop_aims(Bitboard reach, Bitboard attacks) {
+    constexpr Bitboard far_squares = (ranks<Us>(5, 5) & files(1, 6)) | ranks<Us>(6, 7);
     const int in_centre = PopCount(reach & four_centre_squares);
     const int in_ring = PopCount(reach & ring_around_centre);
-    const int far = PopCount(bishop.attacks & far_squares);
-    bishop.mobility = n;
-    const SCORE_PAIR by_count = n < 5 ? few_squares[static_cast<std::size_t>(n)] : SCORE_PAIR{n - 8, 2 * n - 18};
-    return by_count + SCORE_PAIR{in_centre + (in_ring >> 1) + (far >> 2), 4 * in_centre + 2 * in_ring + far};
+    const int far = PopCount(attacks & far_squares);
+    return {in_centre + (in_ring >> 1) + (far >> 2), 4 * in_centre + 2 * in_ring + far};
 }
 
 /// Own pawns that can't move on its central squares shut a bishop in.
 template <Colour Us>
-bool is_bad_bishop(const EVALUATION_CONTEXT& context, const BishopState& bishop) {
-    if (bishop.is_free) return false;
-    const Bitboard seen_from_white = Has(light_squares, Seen<Us>(bishop.square)) ? light_central_set : dark_central_set;
-    const Bitboard central_set = Us == white ? seen_from_white : MirrorRanks(seen_from_white);
-    const Bitboard pawns = context.pawns[Us].restrained & central_set;
-    return (pawns & squares_seen<Us>(d4, e4)) != 0 || PopCount(pawns) >= 2;
+Bitboard pawns_before_bad_bishop(const EVALUATION_CONTEXT& context, const BishopState& bishop) {
+    const bool on_light = Has(light_squares, Seen<Us>(bishop.square));
+    return context.pawns[Us].restrained & set_seen<Us>(on_light ? light_central_set : dark_central_set);
+}
+template <Colour Us>
+bool is_bad_bishop(const BishopState& bishop, Bitboard pawns) {
+    return !bishop.is_free && ((pawns & squares_seen<Us>(d4, e4)) != 0 || PopCount(pawns) >= 2);
 }
 
+/// By its mobility.
 template <Colour Us>
 SCORE_PAIR bad_bishop(EVALUATION_CONTEXT& context, const BishopState& bishop) {
-    add_points(context.pressure[Us][centre], -8);
-    add_points(context.cover[Us][centre], -6);
-    if (bishop.mobility == 0) return {-30, -37};
-    return bishop.mobility == 1 ? SCORE_PAIR{-18, -24} : SCORE_PAIR{-8, -10};
+    static constexpr std::array<SCORE_PAIR, 3> by_squares = {{{-30, -37}, {-18, -24}, {-8, -10}}};  // 0, 1, more
+    return count_on<Us>(centre, context,
+                        {.pair = at(by_squares, std::min(bishop.mobility, 2)), .pressure = -8, .cover = -6});
 }
 
-/// A bishop that its own men keep near home, or that stands in their way.
+// --- Bishops near home ---
+
+/// At home or before it, with the own pawn on e3 (or d3) that shuts it in.
 template <Colour Us>
-SCORE_PAIR bishop_near_home(EVALUATION_CONTEXT& context, const BOARD& board, const BishopState& bishop) {
-    const SIDE_PIECES& own = board.side(Us);
-    const Square s = Seen<Us>(bishop.square);
-    const auto own_pawn = [&](Square seen) { return Has(own.pawns, Seen<Us>(seen)); };
-    const auto own_man = [&](Square seen) { return Has(own.all, Seen<Us>(seen)); };
-    const auto charge = [&](SCORE_PAIR pair, int pressure) {
-        add_points(context.pressure[Us][centre], pressure);
-        return pair;
-    };
-    if (((s == c1 || s == d2) && own_pawn(e3)) || ((s == f1 || s == e2) && own_pawn(d3))) return charge({-6, -20}, -5);
-    if ((s == c1 && own_man(d2)) || (s == f1 && own_man(e2))) return charge({-8, -18}, -3);
-    if (s == e3 && own_pawn(d4)) return charge({-3, -6}, -2);
-    if (s == d3 && own_pawn(e4)) return charge({0, -5}, -1);
+SCORE_PAIR bishop_shut_in_by_pawn(EVALUATION_CONTEXT& context) {
+    return count_on<Us>(centre, context, {.pair = {-6, -20}, .pressure = -5});
+}
+/// At home behind an own man on d2 (or e2).
+template <Colour Us>
+SCORE_PAIR bishop_at_home_behind_man(EVALUATION_CONTEXT& context) {
+    return count_on<Us>(centre, context, {.pair = {-8, -18}, .pressure = -3});
+}
+template <Colour Us>
+SCORE_PAIR bishop_on_e3_behind_d4(EVALUATION_CONTEXT& context) {
+    return count_on<Us>(centre, context, {.pair = {-3, -6}, .pressure = -2});
+}
+template <Colour Us>
+SCORE_PAIR bishop_on_d3_behind_e4(EVALUATION_CONTEXT& context) {
+    return count_on<Us>(centre, context, {.pair = {0, -5}, .pressure = -1});
+}
+
+// --- Trapped bishops ---
+
+/// The enemy pawn on b6 (or g6) that holds a bishop which took on a7 (or h7); none elsewhere.
+template <Colour Us>
+Bitboard pawn_that_traps(const BOARD& board, Square bishop) {
+    const Square s = Seen<Us>(bishop);
+    if (s != a7 && s != h7) return 0;
+    return board.side(Opponent(Us)).pawns & Bit(Seen<Us>(s == a7 ? b6 : g6));
+}
+
+template <Colour Us>
+SCORE_PAIR trapped_bishop(const EVALUATION_CONTEXT& context, Bitboard jailer) {
+    constexpr SCORE_PAIR for_good = {-180, -180};  // the pawn is defended
+    constexpr SCORE_PAIR otherwise = {-110, -110};
+    return (context.pawns[Opponent(Us)].defended & jailer) != 0 ? for_good : otherwise;
+}
+
+// --- All bishops of a side ---
+
+/// What bishops add to the activity, a pair or one.
+template <Colour Us>
+SCORE_PAIR bishop_activity(EVALUATION_CONTEXT& context) {
+    add_activity<Us>(context, context.has_bishop_pair[Us] ? 10 : -5);
     return {};
 }
 
-/// A bishop that took on a7 or h7 and can't come back.
-template <Colour Us>
-SCORE_PAIR trapped_bishop(const EVALUATION_CONTEXT& context, const BOARD& board, const BishopState& bishop) {
-    const Square s = Seen<Us>(bishop.square);
-    if (s != a7 && s != h7) return {};
-    const Square jailer = Seen<Us>(s == a7 ? b6 : g6);
-    if (!Has(board.side(Opponent(Us)).pawns, jailer)) return {};
-    return Has(context.pawns[Opponent(Us)].defended, jailer) ? SCORE_PAIR{-180, -180} : SCORE_PAIR{-110, -110};
-}
-
-/// A bad bishop that no other stands beside, by the number of knights.
+/// A bad bishop without the other one, by the number of knights.
 template <Colour Us>
 SCORE_PAIR lone_bad_bishop(EVALUATION_CONTEXT& context, const BOARD& board) {
-    struct Row {
-        SCORE_PAIR pair;
-        int pressure, cover;
-    };
-    static constexpr std::array<Row, 3> rows = {{{{-15, -17}, -4, -4}, {{-10, -12}, -3, -2}, {{-5, -7}, -2, -1}}};
-    const Row& row = rows[static_cast<std::size_t>(std::min(PopCount(board.side(Us).knights), 2))];
-    add_points(context.pressure[Us][centre], row.pressure);
-    add_points(context.cover[Us][centre], row.cover);
-    return row.pair;
+    static constexpr std::array<RULE_VALUES, 3> by_knights = {{
+        {.pair = {-15, -17}, .pressure = -4, .cover = -4},
+        {.pair = {-10, -12}, .pressure = -3, .cover = -2},
+        {.pair = {-5, -7}, .pressure = -2, .cover = -1},  // two or more
+    }};
+    return count_on<Us>(centre, context, at(by_knights, std::min(PopCount(board.side(Us).knights), 2)));
 }
 
 /// The pair again, by openness; material has counted it once.
 template <Colour Us>
-SCORE_PAIR pair_by_openness(EVALUATION_CONTEXT& context) {
-    static constexpr std::array<SCORE_PAIR, 4> by_openness = {{{2, 5}, {-5, 2}, {-7, -2}, {-10, -5}}};
+SCORE_PAIR bishop_pair_by_openness(EVALUATION_CONTEXT& context) {
+    static constexpr std::array<SCORE_PAIR, 4> by_quarter = {{{2, 5}, {-5, 2}, {-7, -2}, {-10, -5}}};
     const int quarter = context.openness >> 2;
     add_points(context.pressure[Us][centre], quarter);
     add_points(context.cover[Us][centre], context.openness >> 3);
-    return by_openness[static_cast<std::size_t>(quarter)];
+    return at(by_quarter, quarter);
 }
 
-/// What can be said when all bishops are known.
+/// Enemy pawns that are defended, on the squares that the bishops can reach.
 template <Colour Us>
-SCORE_PAIR bishops_together(EVALUATION_CONTEXT& context, const BOARD& board, bool some_bad_bishop) {
-    const bool is_pair = context.has_bishop_pair[Us];
-    add_points(context.activity, (is_pair ? 10 : -5) * (Us == white ? 1 : -1));
-    SCORE_PAIR sum;
-    if (is_pair)
-        sum += pair_by_openness<Us>(context);
-    else if (some_bad_bishop)
-        sum += lone_bad_bishop<Us>(context, board);
-
-    const Bitboard on_their_squares = is_pair ? ~Bitboard{0} : square_colour_of(FindLowestBit(board.side(Us).bishops));
-    const int firm_pawns = PopCount(context.pawns[Opponent(Us)].defended & on_their_squares);
-    add_points(context.pressure[Us][centre], -(firm_pawns >> 1));
-    return sum - SCORE_PAIR{0, 2 * firm_pawns};
+SCORE_PAIR bishops_against_firm_pawns(EVALUATION_CONTEXT& context, Bitboard firm_pawns) {
+    const int count = PopCount(firm_pawns);
+    add_points(context.pressure[Us][centre], -(count >> 1));
+    return {0, -2 * count};
 }
 
 // --- Endings ---
 
-int bishop_mobility_ending(const BOARD& board, Square s, Bitboard attacks) {
-    static constexpr std::array<int, 4> few_squares = {-45, -32, -18, -10};
-    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
-    const Bitboard reach = (attacks | Bit(s)) & ~border & ~every_pawn;
-    const int n = PopCount(reach);
-    const int by_count = n < 4 ? few_squares[static_cast<std::size_t>(n)] : 2 * n - 15;
-    return by_count + 2 * PopCount(reach & four_centre_squares) + (3 * PopCount(reach & ring_around_centre) >> 1);
+template <Colour Us>
+int bishop_on_square_ending(Square s) {
+    return ending_tables::value_at<Us>(ending_tables::bishop_ending, s);
 }
 
-/// On a7 behind b6, or on h7 behind g6; worse where another pawn defends the jailer.
+int bishop_mobility_ending(int squares) {
+    static constexpr std::array<int, 4> few_squares = {-45, -32, -18, -10};  // n = 0, 1, ..
+    return squares < 4 ? at(few_squares, squares) : 2 * squares - 15;
+}
+int bishop_aims_ending(Bitboard reach) {
+    return 2 * PopCount(reach & four_centre_squares) + (3 * PopCount(reach & ring_around_centre) >> 1);
+}
+
+/// Worse where a pawn on c7 (or f7) defends the jailer.
 template <Colour Us>
-int trapped_bishop_ending(const BOARD& board, Square square) {
-    const Square s = Seen<Us>(square);
-    if (s != a7 && s != h7) return 0;
-    const auto enemy_pawn = [&](Square seen) { return Has(board.side(Opponent(Us)).pawns, Seen<Us>(seen)); };
-    if (!enemy_pawn(s == a7 ? b6 : g6)) return 0;
-    return enemy_pawn(s == a7 ? c7 : f7) ? -180 : -100;
+int trapped_bishop_ending(const BOARD& board, Square bishop) {
+    const Square defender = Seen<Us>(Seen<Us>(bishop) == a7 ? c7 : f7);
+    return Has(board.side(Opponent(Us)).pawns, defender) ? -180 : -100;
+}
+
+/// Enemy passed pawns that one pawn alone defends, for each bishop that attacks them.
+template <Colour Us>
+int bishops_against_passed_pawns_ending(const EVALUATION_CONTEXT& context, int attacked) {
+    return (context.has_bishop_pair[Us] ? 4 : 16) * attacked;
+}
+
+/// The squares inside the rim that a bishop can go to or stands on, without those of pawns.
+Bitboard reach_of_bishop(const BOARD& board, Square s, Bitboard attacks) {
+    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
+    return (attacks | Bit(s)) & ~every_pawn & ~border;
 }
 
 }  // namespace
 
-template <Colour Us>
-SCORE_PAIR bishops(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+template <Colour Us, class Context>
+SCORE_PAIR bishops(Context& context, const BOARD& board) noexcept {
+    constexpr Colour Them = Opponent(Us);
+    const SIDE_PIECES& own = board.side(Us);
+    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
+    const auto own_pawn = [&](Square seen) { return Has(own.pawns, Seen<Us>(seen)); };
+    const auto own_man = [&](Square seen) { return Has(own.all, Seen<Us>(seen)); };
     SCORE_PAIR sum;
     bool some_bad_bishop = false;
-    for (Bitboard rest = board.side(Us).bishops; rest != 0;) {
-        const Square s = TakeNextBit(rest);
-        BishopState bishop{.square = s, .attacks = board.BishopAttacks(s)};
-        sum += {value_at<Us>(piece_tables::bishop_positional, s), value_at<Us>(piece_tables::bishop_reckless, s)};
-        sum += bishop_on_long_diagonal<Us>(context, board, bishop);
-        context.attacks[Us] |= bishop.attacks;
-        sum += bishop_mobility<Us>(board, bishop);
-        if (is_bad_bishop<Us>(context, bishop)) {
-            some_bad_bishop = true;
-            sum += bad_bishop<Us>(context, bishop);
+    for (Bitboard rest = own.bishops; rest != 0;) {
+        const Square square = TakeNextBit(rest);
+        const Square s = Seen<Us>(square);
+        BishopState bishop{.square = square, .attacks = board.BishopAttacks(square)};
+        const auto count = [&](Rule rule, SCORE_PAIR pair, Bitboard with = 0) {
+            sum += tell<Us>(context, rule, Bit(square) | with, pair);
+        };
+        count(Rule::bishop_on_square, bishop_on_square<Us>(bishop));
+
+        const bool on_right = s == g2 || s == h1;
+        if (on_right || s == a1 || s == b2) {
+            const LongDiagonal<Us> diagonal = find_long_diagonal<Us>(square, every_pawn, on_right);
+            if (!Has(own.pawns, diagonal.front_pawn)) {
+                count(Rule::bishop_without_front_pawn, bishop_without_front_pawn<Us>(context, diagonal),
+                      Bit(diagonal.front_pawn));
+            }
+            if (!Has(every_pawn, diagonal.fianchetto)) {
+                count(Rule::bishop_unopposed_on_diagonal, bishop_unopposed_on_diagonal<Us>(board, bishop));
+                if (diagonal.pawns == 0)
+                    count(Rule::bishop_on_open_diagonal, bishop_on_open_diagonal<Us>(context, bishop, diagonal));
+                else
+                    count(Rule::bishop_behind_pawns_on_diagonal,
+                          bishop_behind_pawns_on_diagonal<Us>(context, board, bishop, diagonal), diagonal.pawns);
+            }
+            bishop.attacks = attacks_through_pieces<Us>(board, bishop.attacks);
         }
-        sum += bishop_near_home<Us>(context, board, bishop);
-        sum += trapped_bishop<Us>(context, board, bishop);
+        context.attacks[Us] |= bishop.attacks;
+
+        const Bitboard reach = reach_of_bishop(board, square, bishop.attacks);
+        bishop.mobility = PopCount(reach);
+        count(Rule::bishop_mobility, bishop_mobility(bishop.mobility), reach);
+        count(Rule::bishop_aims, bishop_aims<Us>(reach, bishop.attacks));
+        if (const Bitboard pawns = pawns_before_bad_bishop<Us>(context, bishop); is_bad_bishop<Us>(bishop, pawns)) {
+            some_bad_bishop = true;
+            count(Rule::bad_bishop, bad_bishop<Us>(context, bishop), pawns);
+        }
+
+        if (((s == c1 || s == d2) && own_pawn(e3)) || ((s == f1 || s == e2) && own_pawn(d3)))
+            count(Rule::bishop_shut_in_by_pawn, bishop_shut_in_by_pawn<Us>(context));
+        else if ((s == c1 && own_man(d2)) || (s == f1 && own_man(e2)))
+            count(Rule::bishop_at_home_behind_man, bishop_at_home_behind_man<Us>(context));
+        else if (s == e3 && own_pawn(d4))
+            count(Rule::bishop_on_e3_behind_d4, bishop_on_e3_behind_d4<Us>(context));
+        else if (s == d3 && own_pawn(e4))
+            count(Rule::bishop_on_d3_behind_e4, bishop_on_d3_behind_e4<Us>(context));
+
+        if (const Bitboard jailer = pawn_that_traps<Us>(board, square); jailer != 0)
+            count(Rule::trapped_bishop, trapped_bishop<Us>(context, jailer), jailer);
     }
-    return sum + bishops_together<Us>(context, board, some_bad_bishop);
+
+    const auto count = [&](Rule rule, SCORE_PAIR pair, Bitboard with = 0) {
+        sum += tell<Us>(context, rule, own.bishops | with, pair);
+    };
+    const bool is_pair = context.has_bishop_pair[Us];
+    count(Rule::bishop_activity, bishop_activity<Us>(context));
+    if (is_pair)
+        count(Rule::bishop_pair_by_openness, bishop_pair_by_openness<Us>(context));
+    else if (some_bad_bishop)
+        count(Rule::lone_bad_bishop, lone_bad_bishop<Us>(context, board));
+    const Bitboard their_squares = is_pair ? ~Bitboard{0} : square_colour_of(FindLowestBit(own.bishops));
+    const Bitboard firm_pawns = context.pawns[Them].defended & their_squares;
+    count(Rule::bishops_against_firm_pawns, bishops_against_firm_pawns<Us>(context, firm_pawns), firm_pawns);
+    return sum;
 }
 
-template SCORE_PAIR bishops<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
-template SCORE_PAIR bishops<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
-
-template <Colour Us>
-int bishops_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+template <Colour Us, class Context>
+int bishops_ending(Context& context, const BOARD& board) noexcept {
     const PAWN_INFO& enemy = context.pawns[Opponent(Us)];
     const Bitboard targets = enemy.passed & enemy.attacked_once & ~enemy.duo;
     int attacked_targets = 0;
     int sum = 0;
     for (Bitboard rest = board.side(Us).bishops; rest != 0;) {
         const Square s = TakeNextBit(rest);
+        const auto count = [&](Rule rule, int value, Bitboard with = 0) {
+            sum += tell<Us>(context, rule, Bit(s) | with, value);
+        };
         const Bitboard attacks = board.BishopAttacks(s);
+        const Bitboard reach = reach_of_bishop(board, s, attacks);
         context.attacks[Us] |= attacks;
-        sum += ending_tables::value_at<Us>(ending_tables::bishop_ending, s);
-        sum += bishop_mobility_ending(board, s, attacks);
-        sum += trapped_bishop_ending<Us>(board, s);
+        count(Rule::bishop_on_square, bishop_on_square_ending<Us>(s));
+        count(Rule::bishop_mobility, bishop_mobility_ending(PopCount(reach)), reach);
+        count(Rule::bishop_aims, bishop_aims_ending(reach));
+        if (const Bitboard jailer = pawn_that_traps<Us>(board, s); jailer != 0)
+            count(Rule::trapped_bishop, trapped_bishop_ending<Us>(board, s), jailer);
         attacked_targets += PopCount(attacks & targets);
     }
-    return sum + (context.has_bishop_pair[Us] ? 4 : 16) * attacked_targets;
+    return sum + tell<Us>(context, Rule::bishops_against_passed_pawns, board.side(Us).bishops | targets,
+                          bishops_against_passed_pawns_ending<Us>(context, attacked_targets));
 }
-template int bishops_ending<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
-template int bishops_ending<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
 bool has_opposite_bishops(const BOARD& board) noexcept {
     const Bitboard w = board.white_pieces().bishops;
@@ -266,3 +378,12 @@ bool has_opposite_bishops(const BOARD& board) noexcept {
     return ((w & light_squares) == 0 && (b & ~light_squares) == 0) ||
            ((w & ~light_squares) == 0 && (b & light_squares) == 0);
 }
+
+template SCORE_PAIR bishops<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template SCORE_PAIR bishops<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template SCORE_PAIR bishops<white>(TRACED_CONTEXT& context, const BOARD& board) noexcept;
+template SCORE_PAIR bishops<black>(TRACED_CONTEXT& context, const BOARD& board) noexcept;
+template int bishops_ending<white>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template int bishops_ending<black>(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template int bishops_ending<white>(TRACED_CONTEXT& context, const BOARD& board) noexcept;
+template int bishops_ending<black>(TRACED_CONTEXT& context, const BOARD& board) noexcept;

@@ -6,12 +6,12 @@
 
 /// What the bishops of one side are worth in the opening and middle game. Extends `attacks`, changes `pressure`,
 /// `cover` and `activity`.
-template <Colour Us>
-[[nodiscard]] SCORE_PAIR bishops(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <Colour Us, class Context>
+[[nodiscard]] SCORE_PAIR bishops(Context& context, const BOARD& board) noexcept;
 
 /// The bishops of one side in an ending, in centipawns. Extends `attacks`.
-template <Colour Us>
-[[nodiscard]] int bishops_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <Colour Us, class Context>
+[[nodiscard]] int bishops_ending(Context& context, const BOARD& board) noexcept;
 
 /// Whether both sides have bishops, all of one side on the one square colour and all of the other side on the other.
 [[nodiscard]] bool has_opposite_bishops(const BOARD& board) noexcept;

@@ -17,12 +17,16 @@
 void find_bishop_pairs(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
 /// Needs `has_bishop_pair`.
-[[nodiscard]] SCORE_PAIR bishop_pair(const EVALUATION_CONTEXT& context) noexcept;
+template <class Context>
+[[nodiscard]] SCORE_PAIR bishop_pair(Context& context, const BOARD& board) noexcept;
 /// The same in an ending.
-[[nodiscard]] int bishop_pair_ending(const EVALUATION_CONTEXT& context) noexcept;
+template <class Context>
+[[nodiscard]] int bishop_pair_ending(Context& context, const BOARD& board) noexcept;
 
 /// Unequal pieces: a rook or more ahead, a minor piece ahead, minor pieces against rooks.
-[[nodiscard]] SCORE_PAIR material_imbalance(const BOARD& board) noexcept;
+template <class Context>
+[[nodiscard]] SCORE_PAIR material_imbalance(Context& context, const BOARD& board) noexcept;
 
 /// A lead of one pawn, which is worth less while the other side has the initiative. Needs `pressure`.
-[[nodiscard]] SCORE_PAIR pawn_balance(const EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <class Context>
+[[nodiscard]] SCORE_PAIR pawn_balance(Context& context, const BOARD& board) noexcept;

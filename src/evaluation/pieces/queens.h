@@ -6,11 +6,11 @@
 
 /// What the queens of one side are worth in the opening and in the middle game. Extends `attacks`, changes `pressure`
 /// and `cover`.
-template <Colour Us>
-[[nodiscard]] SCORE_PAIR queens_opening(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
-template <Colour Us>
-[[nodiscard]] SCORE_PAIR queens_middle_game(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <Colour Us, class Context>
+[[nodiscard]] SCORE_PAIR queens_opening(Context& context, const BOARD& board) noexcept;
+template <Colour Us, class Context>
+[[nodiscard]] SCORE_PAIR queens_middle_game(Context& context, const BOARD& board) noexcept;
 
 /// The queens of one side in an ending, in centipawns. Extends `attacks`.
-template <Colour Us>
-[[nodiscard]] int queens_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <Colour Us, class Context>
+[[nodiscard]] int queens_ending(Context& context, const BOARD& board) noexcept;

@@ -6,9 +6,9 @@
 
 /// What the rooks of one side are worth in the opening and middle game. Extends `attacks`, changes `pressure`, `cover`
 /// and `activity`.
-template <Colour Us>
-[[nodiscard]] SCORE_PAIR rooks(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <Colour Us, class Context>
+[[nodiscard]] SCORE_PAIR rooks(Context& context, const BOARD& board) noexcept;
 
 /// The rooks of one side in an ending, in centipawns. Extends `attacks`.
-template <Colour Us>
-[[nodiscard]] int rooks_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <Colour Us, class Context>
+[[nodiscard]] int rooks_ending(Context& context, const BOARD& board) noexcept;

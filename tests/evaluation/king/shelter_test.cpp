@@ -11,11 +11,13 @@
 namespace {
 
 class ShelterRules : public testing::TestWithParam<KingRow> {};
-TEST_P(ShelterRules, GivePairAndDanger) { ExpectShelter<shelter<white>, shelter<black>>(GetParam()); }
+TEST_P(ShelterRules, GivePairAndDanger) {
+    ExpectShelter<shelter<white, EVALUATION_CONTEXT>, shelter<black, EVALUATION_CONTEXT>>(GetParam());
+}
 
 class CastledShelterRules : public testing::TestWithParam<KingRow> {};
 TEST_P(CastledShelterRules, GivePairAndDanger) {
-    ExpectShelter<castled_shelter<white>, castled_shelter<black>>(GetParam());
+    ExpectShelter<castled_shelter<white, EVALUATION_CONTEXT>, castled_shelter<black, EVALUATION_CONTEXT>>(GetParam());
 }
 
 // clang-format off

@@ -11,7 +11,9 @@
 namespace {
 
 class StormRules : public testing::TestWithParam<KingRow> {};
-TEST_P(StormRules, GivePairAndDanger) { ExpectShelter<shelter<white>, shelter<black>>(GetParam()); }
+TEST_P(StormRules, GivePairAndDanger) {
+    ExpectShelter<shelter<white, EVALUATION_CONTEXT>, shelter<black, EVALUATION_CONTEXT>>(GetParam());
+}
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Distance, StormRules, testing::Values(

@@ -52,7 +52,32 @@ INSTANTIATE_TEST_SUITE_P(Backward, PawnTerms, testing::Values(
     PairRow{"not stuck, nothing ahead", backward, "4k3/8/3p1p2/8/4P3/8/8/4K3", {-10, -5}, "pc-1 cc-3"},
     PairRow{"not stuck, a pawn ahead", backward, "4k3/4p3/3p1p2/8/4P3/8/8/4K3", {-3, -3}, "pc-1 cc-1"},
     PairRow{"in a duo it keeps its pressure", backward, "4k3/8/8/3p1p2/8/3PP3/8/4K3", {-10, -5}, "cc-3"},
-    PairRow{"not backward", backward, "4k3/8/3p4/8/8/8/4P3/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"not backward", backward, "4k3/8/3p4/8/8/8/4P3/4K3", {0, 0}},
+    PairRow{"stuck on a2", backward, "4k3/8/8/8/1p6/8/P7/4K3", {-15, -12}, "pq-3 cq-8"},
+    PairRow{"free of b5 two steps on", backward, "4k3/8/1p6/8/8/8/P7/4K3", {0, 0}},
+    PairRow{"two steps from b5", backward, "4k3/8/8/1p6/8/8/P7/4K3", {-15, -12}, "pq-3 cq-8"},
+    PairRow{"rammed, so not asked", backward, "4k3/8/8/1p6/8/p7/P7/4K3", {0, 0}},
+    PairRow{"h2, two ranks", backward, "4k3/8/8/8/6pp/8/7P/4K3", {-6, -6}, "pk-1 ck-4"},
+    PairRow{"h2, three ranks", backward, "4k3/8/8/7p/6p1/8/7P/4K3", {-8, -8}, "pk-1 ck-4"},
+    PairRow{"h2, three ranks, held on h4", backward, "4k3/8/8/6pp/8/8/7P/4K3", {-8, -8}, "pk-1 ck-4"},
+    PairRow{"h2, four ranks", backward, "4k3/8/7p/6p1/8/8/7P/4K3", {-9, -9}, "pk-1 ck-4"},
+    PairRow{"h2, five ranks", backward, "4k3/7p/8/6p1/8/8/7P/4K3", {-11, -10}, "pk-1 ck-4"},
+    PairRow{"stuck on g3", backward, "4k3/8/8/7p/8/6P1/4P3/4K3", {-15, -12}, "pk-3 ck-8"},
+    PairRow{"g3 with help from f2", backward, "4k3/8/8/7p/8/6P1/5P2/4K3", {0, 0}},
+    PairRow{"behind a defended pawn of its own", backward, "4k3/8/6P1/5P1p/8/6P1/8/4K3", {-8, -8}, "pk-1 ck-4"},
+    PairRow{"behind a loose pawn of its own", backward, "4k3/8/6P1/4P2p/8/6P1/8/4K3", {-15, -12}, "pk-3 ck-8"},
+    PairRow{"b5 against a7", backward, "4k3/p7/8/1P6/8/8/8/4K3", {-10, -5}, "pq-1 cq-3"},
+    PairRow{"b5 against a7 and b7", backward, "4k3/pp6/8/1P6/8/8/8/4K3", {-3, -3}, "pq-1 cq-1"},
+    PairRow{"a duo at home", backward, "4k3/8/8/8/5p1p/8/6PP/4K3", {-10, -5}, "ck-3"},
+    PairRow{"a duo at home, five ranks", backward, "4k3/6p1/8/8/5p1p/8/6PP/4K3", {-3, -3}, "ck-1"},
+    PairRow{"a duo that its neighbour helps on", backward, "4k3/8/8/5p1p/8/8/6PP/4K3", {0, 0}},
+    PairRow{"a duo on the fourth rank", backward, "4k3/8/5p1p/8/6PP/8/8/4K3", {0, 0}},
+    PairRow{"no way for its helper", backward, "4k3/8/3p4/8/4P3/3p4/3P4/4K3", {-10, -5}, "pc-1 cc-3"},
+    PairRow{"a way for its helper", backward, "4k3/8/3p4/8/4P3/8/3P4/4K3", {0, 0}},
+    PairRow{"c2 counts for the centre", backward, "4k3/8/8/8/1p6/8/2P5/4K3", {-15, -12}, "pc-3 cc-8"},
+    PairRow{"f2 counts for the centre", backward, "4k3/8/8/8/6p1/8/5P2/4K3", {-15, -12}, "pc-3 cc-8"},
+    PairRow{"b2 counts for the wing", backward, "4k3/8/8/8/p7/8/1P6/4K3", {-15, -12}, "pq-3 cq-8"},
+    PairRow{"one on each wing", backward, "4k3/8/8/8/1p4p1/8/P6P/4K3", {-30, -24}, "pq-3 cq-8 pk-3 ck-8"}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Isolated, PawnTerms, testing::Values(
     PairRow{"nothing ahead", isolated, "4k3/8/8/8/4P3/8/8/4K3", {-18, -6}, "cc-4"},
@@ -72,7 +97,24 @@ INSTANTIATE_TEST_SUITE_P(Isolated, PawnTerms, testing::Values(
     PairRow{"queen pawn met on d7", queen_pawn, "4k3/3p4/8/8/3P4/8/8/4K3", {0, 0}},
     PairRow{"e7 does not meet it", queen_pawn, "4k3/4p3/8/8/3P4/8/8/4K3", {-8, 12}, "cc-10 pc8"},
     PairRow{"the king pawn has no such rule", queen_pawn, "4k3/8/8/8/4P3/8/8/4K3", {0, 0}},
-    PairRow{"doubled queen pawns have none", queen_pawn, "4k3/8/8/8/3P4/8/3P4/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"doubled queen pawns have none", queen_pawn, "4k3/8/8/8/3P4/8/3P4/4K3", {0, 0}},
+    PairRow{"h4", isolated, "4k3/8/8/8/7P/8/8/4K3", {-18, -6}, "ck-4"},
+    PairRow{"b3 against b7", isolated, "4k3/1p6/8/8/8/1P6/8/4K3", {-14, -4}, "cq-2"},
+    PairRow{"three of them", isolated, "4k3/8/8/8/P1P4P/8/8/4K3", {-54, -18}, "cq-4 cc-4 ck-4"},
+    PairRow{"rims are no neighbours", isolated, "4k3/8/8/8/P7/7P/8/4K3", {-36, -12}, "cq-4 ck-4"},
+    PairRow{"beside a doubled one", isolated, "4k3/8/8/P7/P7/8/7P/4K3", {-18, -6}, "ck-4"},
+    PairRow{"a neighbour far ahead", isolated, "4k3/7P/8/8/8/8/6P1/4K3", {0, 0}},
+    PairRow{"d4 against d7", isolated, "4k3/3p4/8/8/3P4/8/8/4K3", {-14, -4}, "cc-2"},
+    PairRow{"queen pawn against c7 and e7", queen_pawn, "4k3/2p1p3/8/8/3P4/8/8/4K3", {-8, 12}, "cc-10 pc8"},
+    PairRow{"queen pawn against b5 and f5", queen_pawn, "4k3/8/8/1p3p2/3P4/8/8/4K3", {-8, 12}, "cc-10 pc8"},
+    PairRow{"queen pawn against c6 and e7", queen_pawn, "4k3/4p3/2p5/8/3P4/8/8/4K3", {-6, 15}, "cc-10 pc6 Cc3"},
+    PairRow{"queen pawn against e6 and c7", queen_pawn, "4k3/2p5/4p3/8/3P4/8/8/4K3", {-6, 15}, "cc-10 pc5 Cc3"},
+    PairRow{"queen pawn against c6 and d7", queen_pawn, "4k3/3p4/2p5/8/3P4/8/8/4K3", {0, 0}},
+    PairRow{"queen pawn on d3", queen_pawn, "4k3/8/8/8/8/3P4/8/4K3", {0, 0}},
+    PairRow{"queen pawn on d5", queen_pawn, "4k3/8/8/3P4/8/8/8/4K3", {0, 0}},
+    PairRow{"queen pawn beside c2", queen_pawn, "4k3/8/8/8/3P4/8/2P5/4K3", {0, 0}},
+    PairRow{"queen pawn beside e6", queen_pawn, "4k3/8/4P3/8/3P4/8/8/4K3", {0, 0}},
+    PairRow{"queen pawn with a and h", queen_pawn, "4k3/8/8/8/P2P3P/8/8/4K3", {-8, 12}, "cc-10 pc8"}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Together, PawnTerms, testing::Values(
     PairRow{"duo in the centre", together, "4k3/3pp3/8/8/3PP3/8/8/4K3", {18, 24}},
@@ -87,7 +129,13 @@ INSTANTIATE_TEST_SUITE_P(Together, PawnTerms, testing::Values(
     PairRow{"defended on c5", together, "4k3/1pp5/8/2P5/1P6/8/8/4K3", {7, 6}},
     PairRow{"defended on f5", together, "4k3/4pp2/8/5P2/4P3/8/8/4K3", {6, 6}},
     PairRow{"defended on g3", together, "4k3/5pp1/8/8/8/6P1/5P2/4K3", {5, 0}},
-    PairRow{"defended on d6", together, "4k3/2pp4/3P4/2P5/8/8/8/4K3", {10, 12}}), RowName<PairRow>);
+    PairRow{"defended on d6", together, "4k3/2pp4/3P4/2P5/8/8/8/4K3", {10, 12}},
+    PairRow{"duo and defended at once", together, "4k3/1ppp4/8/8/2PP4/1P6/8/4K3", {6 + 4 + 9, 10 + 2 + 12}},
+    PairRow{"a passed pawn behind another", together, "4k3/8/1P6/8/1PP5/8/8/4K3", {2, 6}},
+    PairRow{"the foremost passed pawns", together, "4k3/8/1PP5/8/8/8/8/4K3", {0, 0}},
+    PairRow{"defended passed pawn", together, "4k3/4p3/8/1P6/2P5/8/8/4K3", {0, 0}},
+    PairRow{"defended twice counts once", together, "4k3/2ppp3/8/3P4/2P1P3/8/8/4K3", {7, 7}},
+    PairRow{"apart", together, "4k3/p1p5/8/8/P1P5/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Doubled, PawnTerms, testing::Values(
     PairRow{"two with a neighbour", doubled, "4k3/8/8/8/8/4P3/3PP3/4K3", {-16, -6}, "pc-2 cc-3"},
@@ -101,7 +149,24 @@ INSTANTIATE_TEST_SUITE_P(Doubled, PawnTerms, testing::Values(
     PairRow{"three isolated", doubled, "4k3/8/8/8/4P3/4P3/4P3/4K3", {-90, -90}, "pc-2 cc-8"},
     PairRow{"three isolated before a pawn", doubled, "4k3/4p3/8/8/4P3/4P3/4P3/4K3", {-85, -82}, "pc-2 cc-8"},
     PairRow{"on a wing", doubled, "4k3/8/8/8/P7/8/P7/4K3", {-50, -30}, "pq-2 cq-10"},
-    PairRow{"none", doubled, "4k3/8/8/8/8/8/3PP3/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"none", doubled, "4k3/8/8/8/8/8/3PP3/4K3", {0, 0}},
+    PairRow{"two with a neighbour", doubled, "4k3/8/8/8/7P/6P1/7P/4K3", {-16, -6}, "pk-2 ck-3"},
+    PairRow{"two with a neighbour before a pawn", doubled, "4k3/8/8/7p/7P/6P1/7P/4K3", {-16, -6}, "pk-2 ck-3"},
+    PairRow{"two isolated", doubled, "4k3/8/8/8/6P1/8/6P1/4K3", {-50, -30}, "pk-2 ck-10"},
+    PairRow{"two isolated, one rank", doubled, "4k3/8/8/8/1p6/1P6/1P6/4K3", {-30, -10}, "pq-1 cq-7"},
+    PairRow{"two isolated, two ranks", doubled, "4k3/8/6p1/8/6P1/8/6P1/4K3", {-34, -14}, "pk-1 ck-7"},
+    PairRow{"two isolated, three ranks", doubled, "4k3/8/p7/8/8/P7/P7/4K3", {-36, -15}, "pq-1 cq-7"},
+    PairRow{"two isolated, four ranks", doubled, "4k3/7p/8/8/8/7P/7P/4K3", {-39, -17}, "pk-1 ck-7"},
+    PairRow{"an enemy between them", doubled, "4k3/8/8/1P6/1p6/8/1P6/4K3", {-50, -30}, "pq-2 cq-10"},
+    PairRow{"three with a neighbour", doubled, "4k3/8/8/P7/P7/P7/1P6/4K3", {-70, -70}, "pq-2 cq-8"},
+    PairRow{"three with a neighbour, before a pawn", doubled, "4k3/p7/8/P7/P7/P7/1P6/4K3", {-65, -67}, "pq-2 cq-8"},
+    PairRow{"three isolated", doubled, "4k3/8/8/7P/7P/7P/8/4K3", {-90, -90}, "pk-2 ck-8"},
+    PairRow{"three isolated, before a pawn", doubled, "4k3/8/8/7p/7P/7P/7P/4K3", {-85, -82}, "pk-2 ck-8"},
+    PairRow{"four isolated", doubled, "4k3/8/7P/7P/7P/7P/8/4K3", {-90, -90}, "pk-2 ck-8"},
+    PairRow{"c-file counts for the centre", doubled, "4k3/8/8/8/2P5/8/2P5/4K3", {-50, -30}, "pc-2 cc-10"},
+    PairRow{"two files", doubled, "4k3/8/8/8/8/1P4P1/1P4P1/4K3", {-100, -60}, "pq-2 cq-10 pk-2 ck-10"},
+    PairRow{"two files side by side", doubled, "4k3/8/8/8/8/1PP5/1PP5/4K3", {-32, -12}, "pq-2 cq-3 pc-2 cc-3"},
+    PairRow{"an enemy behind is no second pawn", doubled, "4k3/8/8/8/8/1P6/1p6/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Connected, PawnTerms, testing::Values(
     PairRow{"on one rank", connected, "4k3/8/8/PP6/8/8/8/4K3", {40, 43}, "pq3 Cq-5"},
@@ -115,7 +180,26 @@ INSTANTIATE_TEST_SUITE_P(Connected, PawnTerms, testing::Values(
     PairRow{"of three files the first two", connected, "4k3/8/8/8/PPP5/8/8/4K3", {25, 22}, "pq3 Cq-5"},
     PairRow{"two pairs", connected, "4k3/8/8/8/PP4PP/8/8/4K3", {50, 44}, "pq3 Cq-5 pk3 Ck-5"},
     PairRow{"files apart", connected, "4k3/8/8/8/P1P5/8/8/4K3", {0, 0}},
-    PairRow{"only one passed", connected, "4k3/2p5/8/8/PP6/8/8/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"only one passed", connected, "4k3/2p5/8/8/PP6/8/8/4K3", {0, 0}},
+    PairRow{"g7 and h7", connected, "k7/6PP/8/8/8/8/8/4K3", {125, 137}, "pk3 Ck-5"},
+    PairRow{"b6 and c6", connected, "7k/8/1PP5/8/8/8/8/4K3", {55, 62}, "pq3 Cq-5"},
+    PairRow{"c4 and d4", connected, "4k3/8/8/8/2PP4/8/8/4K3", {25, 22}, "pc3 Cc-5"},
+    PairRow{"d3 and e3", connected, "4k3/8/8/8/8/3PP3/8/4K3", {20, 13}, "pc3 Cc-5"},
+    PairRow{"e2 and f2", connected, "4k3/8/8/8/8/8/4PP2/4K3", {18, 12}, "pk3 Ck-5"},
+    PairRow{"e5 and f5", connected, "4k3/8/8/4PP2/8/8/8/4K3", {40, 43}, "pk3 Ck-5"},
+    PairRow{"f5 and g4", connected, "4k3/8/8/5P2/6P1/8/8/4K3", {36, 39}, "pk3 Ck-5"},
+    PairRow{"c6 and b4", connected, "4k3/8/2P5/8/1P6/8/8/4K3", {38, 43}, "pq3 Cq-5"},
+    PairRow{"d6 and e3", connected, "4k3/8/3P4/8/8/4P3/8/4K3", {27, 31}, "pc3 Cc-5"},
+    PairRow{"g6 and h2", connected, "4k3/8/6P1/8/8/8/7P/4K3", {16, 18}, "pk3 Ck-5"},
+    PairRow{"g7 and h2", connected, "k7/6P1/8/8/8/8/7P/4K3", {25, 27}, "pk3 Ck-5"},
+    PairRow{"a4 and b2", connected, "4k3/8/8/8/P7/8/1P6/4K3", {17, 15}, "pq3 Cq-5"},
+    PairRow{"of b, c and d the first two", connected, "4k3/8/8/8/1PPP4/8/8/4K3", {25, 22}, "pq3 Cq-5"},
+    PairRow{"of d, e and f the first two", connected, "4k3/8/8/8/3PPP2/8/8/4K3", {25, 22}, "pc3 Cc-5"},
+    PairRow{"a to d are two pairs", connected, "4k3/8/8/8/PPPP4/8/8/4K3", {50, 44}, "pq3 Cq-5 pc3 Cc-5"},
+    PairRow{"f to h are one pair", connected, "4k3/8/8/8/5PPP/8/8/4K3", {25, 22}, "pk3 Ck-5"},
+    PairRow{"the foremost of a file", connected, "4k3/8/1P6/P7/8/1P6/8/4K3", {49, 56}, "pq3 Cq-5"},
+    PairRow{"the neighbour is held up", connected, "4k3/7p/8/8/5PP1/8/8/4K3", {0, 0}},
+    PairRow{"a and h do not touch", connected, "4k3/8/8/8/P6P/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Chains, PawnTerms, testing::Values(
     PairRow{"a loose defender", chains, "4k3/8/8/8/4P3/3P4/8/4K3", {-8, -2}, "cc-2"},
@@ -125,7 +209,22 @@ INSTANTIATE_TEST_SUITE_P(Chains, PawnTerms, testing::Values(
     PairRow{"two loose defenders", chains, "4k3/8/8/8/4P3/3P1P2/8/4K3", {-16, -4}, "cc-4"},
     PairRow{"a defended defender and a loose one", chains, "4k3/8/8/8/4P3/3P4/2P5/4K3", {-5, -2}, "cc-1"},
     PairRow{"a defender on the right", chains, "4k3/8/8/8/4P3/5P2/8/4K3", {-8, -2}, "cc-2"},
-    PairRow{"none", chains, "4k3/8/8/8/3PP3/8/8/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"none", chains, "4k3/8/8/8/3PP3/8/8/4K3", {0, 0}},
+    PairRow{"a4 by b3", chains, "4k3/8/8/8/P7/1P6/8/4K3", {-8, -2}, "cq-2"},
+    PairRow{"a4 by b3 beside a3", chains, "4k3/8/8/8/P7/PP6/8/4K3", {3, 0}, "cq1"},
+    PairRow{"a4, b3, a2", chains, "4k3/8/8/8/P7/1P6/P7/4K3", {6, 0}, "cq2"},
+    PairRow{"a4, b3, c2", chains, "4k3/8/8/8/P7/1P6/2P5/4K3", {-5, -2}, "cq1 cc-2"},
+    PairRow{"a4 by b3, h2 stands apart", chains, "4k3/8/8/8/P7/1P6/7P/4K3", {-8, -2}, "cq-2"},
+    PairRow{"h4 by g3, a4 stands apart", chains, "4k3/8/8/8/P6P/6P1/8/4K3", {-8, -2}, "ck-2"},
+    PairRow{"h4 by g3", chains, "4k3/8/8/8/7P/6P1/8/4K3", {-8, -2}, "ck-2"},
+    PairRow{"h4, g3, f2", chains, "4k3/8/8/8/7P/6P1/5P2/4K3", {-5, -2}, "ck1 cc-2"},
+    PairRow{"h4, g3, h2", chains, "4k3/8/8/8/7P/6P1/7P/4K3", {6, 0}, "ck2"},
+    PairRow{"g5 by f4 and h4", chains, "4k3/8/8/6P1/5P1P/8/8/4K3", {-5, -2}, "cc-2 ck1"},
+    PairRow{"b5 by a4 and c4", chains, "4k3/8/8/1P6/P1P5/8/8/4K3", {-5, -2}, "cq1 cc-2"},
+    PairRow{"c5 by b4 and d4", chains, "4k3/8/8/2P5/1P1P4/8/8/4K3", {-16, -4}, "cq-2 cc-2"},
+    PairRow{"d4, c3, b2", chains, "4k3/8/8/8/3P4/2P5/1P6/4K3", {-5, -2}, "cc1 cq-2"},
+    PairRow{"c3 and d3 hold two each", chains, "4k3/8/8/8/2PP4/2PP4/8/4K3", {6, 0}, "cc2"},
+    PairRow{"an enemy is no defender", chains, "4k3/8/8/8/P7/1p6/8/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Majorities, PawnTerms, testing::Values(
     PairRow{"at home", majorities, "4k3/pp6/8/8/8/8/PPP5/4K3", {18, 10}, "pq2"},
@@ -136,7 +235,21 @@ INSTANTIATE_TEST_SUITE_P(Majorities, PawnTerms, testing::Values(
     PairRow{"on the king side", majorities, "4k3/6pp/8/8/8/5P2/6PP/4K3", {18, 12}, "pk3"},
     PairRow{"passed pawns do not push", majorities, "4k3/8/8/8/8/1P6/8/4K3", {18, 10}, "pq2"},
     PairRow{"of the enemy", majorities, "4k3/ppp5/8/8/8/8/PP6/4K3", {0, 0}},
-    PairRow{"none", majorities, "4k3/pppppppp/8/8/8/8/PPPPPPPP/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"none", majorities, "4k3/pppppppp/8/8/8/8/PPPPPPPP/4K3", {0, 0}},
+    PairRow{"a3", majorities, "4k3/p7/8/8/8/P7/1P6/4K3", {18, 12}, "pq3"},
+    PairRow{"a5", majorities, "4k3/p7/8/P7/8/8/1P6/4K3", {18, 18}, "pq5"},
+    PairRow{"b6", majorities, "4k3/p7/1P6/8/8/8/2P5/4K3", {18, 20}, "pq6"},
+    PairRow{"d4", majorities, "4k3/p1p5/8/8/3P4/8/PP6/4K3", {18, 16}, "pq4"},
+    PairRow{"f4", majorities, "4k3/6pp/8/8/5P2/8/6PP/4K3", {18, 16}, "pk4"},
+    PairRow{"e5 is backward", majorities, "4k3/5p1p/8/4P3/8/8/6PP/4K3", {18 - 2, 10 + 8 - 7}, "pk-2 Ck3"},
+    PairRow{"e5 beside d5", majorities, "4k3/5p1p/8/3PP3/8/8/6PP/4K3", {18, 18}, "pk5"},
+    PairRow{"a4 before a5", majorities, "4k3/1p6/8/p7/P7/8/1PP5/4K3", {18 - 2, 10 + 6 - 7}, "pq-2 Cq3"},
+    PairRow{"a3 behind a4", majorities, "4k3/8/p7/8/P7/P7/1P6/4K3", {18 - 2, 10 + 6 + 2 - 7}, "Cq3"},
+    PairRow{"passed", majorities, "4k3/8/8/6P1/8/8/8/4K3", {18, 10}, "pk2"},
+    PairRow{"on both wings", majorities, "4k3/p6p/8/8/8/P6P/1P4P1/4K3", {36, 24}, "pq3 pk3"},
+    PairRow{"the other wing is no zone", majorities, "4k3/p5p1/8/8/8/P5P1/1P6/4K3", {18, 12}, "pq3"},
+    PairRow{"d2 alone is none", majorities, "4k3/8/8/8/8/8/3P4/4K3", {0, 0}},
+    PairRow{"c2 alone is one", majorities, "4k3/8/8/8/8/8/2P5/4K3", {18, 10}, "pq2"}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(CentreSquares, PawnTerms, testing::Values(
     PairRow{"held for good", centre_of_board, "4k3/8/8/8/2P5/8/8/4K3", {4, 12}, "pc6"},
@@ -145,7 +258,18 @@ INSTANTIATE_TEST_SUITE_P(CentreSquares, PawnTerms, testing::Values(
     PairRow{"more pawns on d and e", centre_of_board, "4k3/8/8/8/8/8/4P3/4K3", {4 + 2, 2 + 2}, "cc4 pc1"},
     PairRow{"attacked by both", centre_of_board, "4k3/8/4p3/8/2P5/8/8/4K3", {0, 0}},
     PairRow{"a pawn on the square", centre_of_board, "4k3/8/8/3n4/2P5/8/8/4K3", {4, 12}, "pc6"},
-    PairRow{"an enemy pawn on the square", centre_of_board, "4k3/8/8/3p4/2P5/8/8/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"an enemy pawn on the square", centre_of_board, "4k3/8/8/3p4/2P5/8/8/4K3", {0, 0}},
+    PairRow{"e4 held from f3", centre_of_board, "4k3/8/8/8/8/5P2/8/4K3", {4 + 2, 12 + 1}, "pc6 cc2"},
+    PairRow{"e4 held from f3, f7 may come", centre_of_board, "4k3/5p2/8/8/8/5P2/8/4K3", {2, 4}, "pc4"},
+    PairRow{"d5 held from e4", centre_of_board, "4k3/8/8/8/4P3/5P2/8/4K3", {4 + 2 + 2, 12 + 1 + 2}, "pc7 cc2"},
+    PairRow{"one pawn each", centre_of_board, "4k3/4p3/8/8/8/8/3P4/4K3", {4, 2}, "cc4"},
+    PairRow{"two more pawns", centre_of_board, "4k3/8/8/8/8/8/3PP3/4K3", {8 + 2, 4 + 2}, "cc8 pc1"},
+    PairRow{"one pawn fewer", centre_of_board, "4k3/8/4p3/8/8/8/2P5/4K3", {0, 0}},
+    PairRow{"d2 alone", centre_of_board, "4k3/8/8/8/8/8/3P4/4K3", {4 + 2, 2 + 2}, "cc4 pc1"},
+    PairRow{"d2 against f7", centre_of_board, "4k3/5p2/8/8/8/8/3P4/4K3", {2, 2}, "pc1"},
+    PairRow{"d2 against c7", centre_of_board, "4k3/2p5/8/8/8/8/3P4/4K3", {4 + 2, 2 + 2}, "cc4 pc1"},
+    PairRow{"f2 alone", centre_of_board, "4k3/8/8/8/8/8/5P2/4K3", {4, 2}, "cc4"},
+    PairRow{"e5 held by both", centre_of_board, "4k3/8/3p4/8/5P2/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(CentrePatterns, PawnTerms, testing::Values(
     PairRow{"d2 and e2", patterns, "4k3/8/8/8/8/8/3PP3/4K3", {-15, -34}, "pc-15 cc-10"},
@@ -168,7 +292,36 @@ INSTANTIATE_TEST_SUITE_P(CentrePatterns, PawnTerms, testing::Values(
     PairRow{"e4 and f2", patterns, "4k3/8/8/8/4P3/8/5P2/4K3", {0, -8}, "pk-3"},
     PairRow{"e4 and f3", patterns, "4k3/8/8/8/4P3/5P2/8/4K3", {3, 4}, "cc2"},
     PairRow{"e4 and f4", patterns, "4k3/8/8/8/4PP2/8/8/4K3", {3, 10}, "pk6"},
-    PairRow{"e4, f2 and f4", patterns, "4k3/8/8/8/4PP2/8/5P2/4K3", {3, 2}, "pk3"}), RowName<PairRow>);
+    PairRow{"e4, f2 and f4", patterns, "4k3/8/8/8/4PP2/8/5P2/4K3", {3, 2}, "pk3"},
+    PairRow{"d2, e2 and d3", patterns, "4k3/8/8/8/8/3P4/3PP3/4K3", {-27, -54}, "pc-17 cc-14"},
+    PairRow{"d2, e2 and e3", patterns, "4k3/8/8/8/8/4P3/3PP3/4K3", {-20, -40}, "pc-16 cc-12"},
+    PairRow{"d2, e2 and g2", patterns, "4k3/8/8/8/8/8/3PP1P1/4K3", {-15, -34}, "pc-15 cc-10"},
+    PairRow{"e2 and d3", patterns, "4k3/8/8/8/8/3P4/4P3/4K3", {0, 0}},
+    PairRow{"e2 and h2", patterns, "4k3/8/8/8/8/8/4P2P/4K3", {0, 0}},
+    PairRow{"d3 alone", patterns, "4k3/8/8/8/8/3P4/8/4K3", {0, 0}},
+    PairRow{"e2, e3 of the enemy, and g2", patterns, "4k3/8/8/8/8/4p3/4P1P1/4K3", {-12, -20}, "pc-6 cc-6"},
+    PairRow{"d4 and c2 against d5", patterns, "4k3/2p5/8/3p4/3P4/8/2P4P/4K3", {-12, -20}, "pc-6"},
+    PairRow{"d4 and c2 behind d5", patterns, "4k3/8/8/3P4/3P4/8/2P5/4K3", {-2, -14}, "pc-3"},
+    PairRow{"d4, c2 and c3", patterns, "4k3/8/8/8/3P4/2P5/2P5/4K3", {-2, -14}, "pc-3"},
+    PairRow{"d4, c3 and b2", patterns, "4k3/8/8/8/3P4/2P5/1P6/4K3", {10, 8}, "cc3"},
+    PairRow{"d4, c4 and e3", patterns, "4k3/8/8/8/2PP4/4P3/8/4K3", {8, 12}, "pc3"},
+    PairRow{"d4, c3 and d2", patterns, "4k3/8/8/8/3P4/2P5/3P4/4K3", {10, 8}, "pc-4 cc1"},
+    PairRow{"d4, c4, a2 and f2", patterns, "4k3/8/8/8/2PP4/8/P4P2/4K3", {-6, 2}, "cc-2"},
+    PairRow{"d4 and c3 against a7 and f7", patterns, "4k3/p4p2/8/8/3P4/2P5/8/4K3", {-6, 2}, "cc-2"},
+    PairRow{"d4 and c3 against e7", patterns, "4k3/4p3/8/8/3P4/2P5/8/4K3", {10, 8}, "cc3"},
+    PairRow{"d4 and c3 against e2", patterns, "4k3/8/8/8/3P4/2P5/4p3/6K1", {10, 8}, "cc3"},
+    PairRow{"c4 and d3", patterns, "4k3/8/8/8/2P5/3P4/8/4K3", {0, 0}},
+    PairRow{"e4, f2 and f3", patterns, "4k3/8/8/8/4P3/5P2/5P2/4K3", {3, -4}, "pk-3 cc2"},
+    PairRow{"e4, f3 and f4", patterns, "4k3/8/8/8/4PP2/5P2/8/4K3", {6, 14}, "pk6 cc2"},
+    PairRow{"e4 and f2 behind e5", patterns, "4k3/8/8/4P3/4P3/8/5P2/4K3", {0, -8}, "pk-3"},
+    PairRow{"e4, f4 and f2 against e5", patterns, "4k3/8/8/4p3/4PP2/8/5P2/4K3", {0, -6}, "pk2"},
+    PairRow{"e4 and g2", patterns, "4k3/8/8/8/4P3/8/6P1/4K3", {0, 0}},
+    PairRow{"e3 and f2", patterns, "4k3/8/8/8/8/4P3/5P2/4K3", {0, 0}}), RowName<PairRow>);
+
+INSTANTIATE_TEST_SUITE_P(PassedByFile, PawnTerms, testing::Values(
+    PairRow{"the foremost of two files", passed, "6k1/8/8/P6P/8/8/P7/K7", {26 + 26, 17 + 17}},
+    PairRow{"held up from the next file", passed, "6k1/1p6/8/P7/8/8/8/K7", {0, 0}},
+    PairRow{"against a passed pawn", passed, "6k1/8/8/P6p/8/8/8/K7", {26 - 15, 17 - 8}}), RowName<PairRow>);
 // clang-format on
 
 }  // namespace

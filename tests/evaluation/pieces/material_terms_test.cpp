@@ -37,7 +37,8 @@ TEST_P(MaterialImbalance, FollowsFromTheLeads) {
     board.sides[black].heavy_points = 4;
     board.sides[white].pawns = row.white_has_pawns ? Bit(a2) : 0;
     board.sides[black].pawns = row.black_has_pawns ? Bit(a7) : 0;
-    EXPECT_EQ(material_imbalance(board), row.pair);
+    EVALUATION_CONTEXT context;
+    EXPECT_EQ(material_imbalance(context, board), row.pair);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -77,8 +78,8 @@ TEST_P(BishopPair, CountsForTheSideThatAloneHasIt) {
     EvaluationBuilder position(GetParam().fen);
     find_bishop_pairs(position.context, position.board);
     const int lead = GetParam().lead;
-    EXPECT_EQ(bishop_pair(position.context), SCORE_PAIR(50 * lead, 50 * lead));
-    EXPECT_EQ(bishop_pair_ending(position.context), 55 * lead);
+    EXPECT_EQ(bishop_pair(position.context, position.board), SCORE_PAIR(50 * lead, 50 * lead));
+    EXPECT_EQ(bishop_pair_ending(position.context, position.board), 55 * lead);
 }
 
 INSTANTIATE_TEST_SUITE_P(Material, BishopPair,

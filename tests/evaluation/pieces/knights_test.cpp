@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include "support/prepared_terms.h"
+#include "support/row_name.h"
+#include "support/sided_terms.h"
+#include "support/term_rows.h"
+
+// Knights of the opening and the middle game: every rule where it holds and where it just does not.
+
+namespace {
+
+using namespace sided;
+
+class Knights : public testing::TestWithParam<PairRow> {};
+TEST_P(Knights, GiveTheirPairAndPoints) { ExpectPair(GetParam()); }
+
+// clang-format off
+// In the sums stand, in this order, what the pawns are worth to the piece, its square, and its other rules.
+INSTANTIATE_TEST_SUITE_P(Opening, Knights, testing::Values(
+    PairRow{"on f3", opening_knights, "4k3/8/8/8/8/5N2/8/4K3", {-30 + 12, -30 + 20}, "pk4"},
+    PairRow{"on c3", opening_knights, "4k3/8/8/8/8/2N5/8/4K3", {-30 + 11, -30 + 18}, "pq4"},
+    PairRow{"on b1", opening_knights, "4k3/8/8/8/8/8/8/1N2K3", {-30 - 20, -30 - 25}, "pq-7"},
+    PairRow{"on a1", opening_knights, "4k3/8/8/8/8/8/8/N3K3", {-30 - 50, -30 - 71}, "pq-13"},
+    PairRow{"on e2", opening_knights, "4k3/8/8/8/8/8/4N3/4K3", {-30 + 8, -30 + 14}},
+    PairRow{"on d2", opening_knights, "4k3/8/8/8/8/8/3N4/4K3", {-30 + 9, -30 + 15}},
+    PairRow{"with two pawns", opening_knights, "4k3/p7/8/8/8/5N2/P7/4K3", {6 - 30 + 12, 6 - 30 + 20}, "pk4"},
+    PairRow{"with sixteen pawns", opening_knights, "4k3/pppppppp/8/8/8/8/PPPPPPPP/1N2K3", {48 - 30 - 20, 48 - 30 - 25}, "pq-7"},
+    PairRow{"defended by a pawn", opening_knights, "4k3/8/8/8/8/5N2/4P3/4K3", {-30 + 12 + 2, -30 + 20}, "pk4 ck1"},
+    PairRow{"two that defend one another", opening_knights, "4k3/8/8/8/8/5N2/3N4/4K3", {-60 + 12 + 9, -60 + 20 + 15}, "pk4 ck1 cc1"},
+    PairRow{"may be driven away", opening_knights, "4k3/3p4/8/4N3/8/8/8/4K3", {-30 + 22 - 2, -30 + 38 - 4}, "pc10"},
+    PairRow{"its chaser is held", opening_knights, "4k3/3p4/3P4/4N3/8/8/8/4K3", {-24 + 22 + 2, -24 + 38 + 10}, "pc13"},
+    PairRow{"one of two chasers is held", opening_knights, "4k3/3p1p2/3P4/4N3/8/8/8/4K3", {-24 + 22 - 2, -24 + 38 - 4}, "pc10"},
+    PairRow{"on the third rank nobody asks", opening_knights, "4k3/3p4/8/8/8/4N3/8/4K3", {-30 + 10, -30 + 22}, "pc5"},
+    PairRow{"outpost on the fourth rank", opening_knights, "4k3/8/8/8/4N3/8/8/4K3", {-30 + 20 + 9, -30 + 34 + 14}, "pc8"},
+    PairRow{"outpost without defender", opening_knights, "4k3/8/8/4N3/8/8/8/4K3", {-30 + 22 + 9, -30 + 38 + 14}, "pc14 cc2"},
+    PairRow{"firm outpost", opening_knights, "4k3/8/2p5/4N3/3P4/8/8/4K3", {-24 + 22 + 2 + 9 + 13, -24 + 38 + 14 + 18}, "pc16 cc4"},
+    PairRow{"firm outpost of two", opening_knights, "4k3/8/2p5/4N3/3P1P2/8/8/4K3", {-24 + 22 + 2 + 9 + 21, -24 + 38 + 14 + 27}, "pc16 cc4"},
+    PairRow{"outpost before a pawn", opening_knights, "4k3/4p3/8/4N3/3P4/8/8/4K3", {-24 + 22 + 2 + 9 + 3, -24 + 38 + 14 + 7}, "pc14 cc3"},
+    PairRow{"outpost before a pawn of two", opening_knights, "4k3/4p3/8/4N3/3P1P2/8/8/4K3", {-24 + 22 + 2 + 9 + 5, -24 + 38 + 14 + 12}, "pc14 cc3"},
+    PairRow{"outpost by a passed pawn", opening_knights, "4k3/8/8/4N3/3P4/8/8/4K3", {-30 + 22 + 2 + 9 + 3, -30 + 38 + 14 + 7}, "pc14 cc3"},
+    PairRow{"one pawn is no pair", opening_knights, "4k3/8/8/8/8/6N1/P7/4K3", {-30 + 7, -30 + 14}, "pk1"},
+    PairRow{"three pawns are one pair", opening_knights, "4k3/pp6/8/8/8/6N1/P7/4K3", {-24 + 7, -24 + 14}, "pk1"},
+    PairRow{"fifteen pawns are seven pairs", opening_knights, "4k3/pppppppp/8/8/8/8/PPPPN1PP/4K3", {12 + 8, 12 + 14}},
+    PairRow{"two far from one another", opening_knights, "4k3/8/8/8/8/1N4N1/8/4K3", {-60 + 4 + 7, -60 + 14 + 14}, "pq1 pk1"},
+    PairRow{"three in a chain", opening_knights, "4k3/8/8/8/8/5N2/3N4/1N2K3", {-90 - 20 + 9 + 12, -90 - 25 + 15 + 20}, "pq-7 pk4 cq1 cc1 ck1"},
+    PairRow{"defended from the left", opening_knights, "4k3/8/8/8/8/1N6/P7/4K3", {-30 + 4 + 2, -30 + 14}, "pq1 cq1"},
+    PairRow{"defended from both sides", opening_knights, "4k3/8/8/8/8/2N5/1P1P4/4K3", {-24 + 11 + 2, -24 + 18}, "pq4 cq1"},
+    PairRow{"a pawn behind defends nothing", opening_knights, "4k3/8/8/8/8/2N5/2P5/4K3", {-30 + 11, -30 + 18}, "pq4"},
+    PairRow{"a pawn across the rim defends nothing", opening_knights, "4k3/8/8/8/8/P6N/8/4K3", {-30 - 20, -30 - 29}, "pk-5"},
+    PairRow{"a chaser on the fourth rank", opening_knights, "4k3/2p5/8/8/3N4/8/8/4K3", {-30 + 20 - 2, -30 + 34 - 4}, "pc8"},
+    PairRow{"a pawn beside chases nobody", opening_knights, "4k3/8/8/8/2pN4/8/8/4K3", {-30 + 20 + 9, -30 + 34 + 14}, "pc8"},
+    PairRow{"a pawn before chases nobody", opening_knights, "4k3/3p4/8/8/3N4/8/8/4K3", {-30 + 20 + 9, -30 + 34 + 14}, "pc8"},
+    PairRow{"a pawn right ahead chases", opening_knights, "4k3/8/4p3/3N4/8/8/8/4K3", {-30 + 22 - 2, -30 + 38 - 4}, "pc10"},
+    PairRow{"its chaser may not step", opening_knights, "4k3/2p5/8/1P1N4/8/8/8/4K3", {-24 + 22 + 2, -24 + 38 + 10}, "pc13"},
+    PairRow{"its chaser is held by a piece", opening_knights, "4k3/4p3/4n3/3N4/8/8/8/4K3", {-30 + 22 + 2, -30 + 38 + 10}, "pc13"},
+    PairRow{"both chasers are held", opening_knights, "3k4/2p1p3/4P3/1P1N4/8/8/8/4K3", {-18 + 22 + 2, -18 + 38 + 10}, "pc13"},
+    PairRow{"a chaser of the rim", opening_knights, "4k3/1p6/8/N7/8/8/8/4K3", {-30 - 18 - 2, -30 - 25 - 4}, "pq2"},
+    PairRow{"a chaser of the other rim", opening_knights, "4k3/6p1/7N/8/8/8/8/4K3", {-30 - 19 - 2, -30 - 25 - 4}, "pk4"},
+    PairRow{"no chaser across the rim", opening_knights, "4k3/7p/8/N7/8/8/8/4K3", {-30 - 18 + 9, -30 - 25 + 14}, "pq6 cq2"},
+    PairRow{"outpost on the last rank", opening_knights, "4k1N1/8/8/8/8/8/8/4K3", {-30 - 40 + 9, -30 - 45 + 14}, "pk8 ck2"},
+    PairRow{"defended outpost on the fourth rank", opening_knights, "4k3/2p5/8/8/4N3/3P4/8/4K3", {-24 + 20 + 2 + 9, -24 + 34 + 14}, "pc8 cc1"},
+    PairRow{"firm outpost on the sixth", opening_knights, "4k3/p7/2N5/1P6/8/8/8/4K3", {-24 + 18 + 2 + 9 + 13, -24 + 34 + 14 + 18}, "pq16 cq4"},
+    PairRow{"firm outpost on the seventh", opening_knights, "4k3/2p1N3/3P4/8/8/8/8/4K3", {-24 + 18 + 2 + 9 + 13, -24 + 36 + 14 + 18}, "pc18 cc4"},
+    PairRow{"a pawn that was passed by", opening_knights, "4k3/p7/2N5/1Pp5/8/8/8/4K3", {-24 + 18 + 2 + 9 + 13, -24 + 34 + 14 + 18}, "pq16 cq4"},
+    PairRow{"one of two defenders is passed", opening_knights, "4k3/p7/2N5/1P1P4/8/8/8/4K3", {-24 + 18 + 2 + 9 + 21, -24 + 34 + 14 + 27}, "pq16 cq4"},
+    PairRow{"both defenders are passed", opening_knights, "4k3/8/2N5/1P1P4/8/8/8/4K3", {-24 + 18 + 2 + 9 + 5, -24 + 34 + 14 + 12}, "pq14 cq3"},
+    PairRow{"a pawn ahead and one defender", opening_knights, "4k3/2p5/2N5/1P6/8/8/8/4K3", {-24 + 18 + 2 + 9 + 3, -24 + 34 + 14 + 7}, "pq14 cq3"},
+    PairRow{"a pawn ahead and no defender", opening_knights, "4k3/2p5/2N5/8/8/8/8/4K3", {-30 + 18 + 9, -30 + 34 + 14}, "pq14 cq2"}), RowName<PairRow>);
+
+// Without pawns the openness is 15, which costs 5 reckless points.
+INSTANTIATE_TEST_SUITE_P(MiddleGame, Knights, testing::Values(
+    PairRow{"near the king", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {-30 + 26 + 13, -30 + 44 + 23 - 5}, "pc14 cc3"},
+    PairRow{"off the wing of the king", middle_game_knights, "k7/8/8/4N3/8/8/8/4K3", {-30 + 26 + 13 - 4, -30 + 44 + 23 - 5 - 32}, "pc14 cc3"},
+    PairRow{"far from the king", middle_game_knights, "4k3/8/8/8/8/8/3N4/K7", {-30 + 10 - 6, -30 + 16 - 5 - 48}},
+    PairRow{"on a1", middle_game_knights, "4k3/8/8/8/8/8/8/N3K3", {-30 - 45 - 7, -30 - 65 - 5 - 56}, "pq-13"},
+    PairRow{"two that defend one another", middle_game_knights, "4k3/8/8/4N3/8/3N4/8/4K3", {-60 + 26 + 18 + 13 + 2 - 5, -60 + 44 + 30 + 23 - 10 - 4 - 40}, "pc15 cc11"},
+    PairRow{"closed", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {-30 + 26 + 13, -30 + 44 + 23 + 15}, "pc20 cc3", Open<1>},
+    PairRow{"openness 2", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {9, 37 + 12}, "pc19 cc3", Open<2>},
+    PairRow{"openness 4", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {9, 37 + 6}, "pc17 cc3", Open<4>},
+    PairRow{"openness 6", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {9, 37 + 3}, "pc16 cc3", Open<6>},
+    PairRow{"openness 8", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {9, 37 + 2}, "pc15 cc3", Open<8>},
+    PairRow{"openness 11", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {9, 37}, "pc15 cc3", Open<11>},
+    PairRow{"openness 12", middle_game_knights, "4k3/8/8/4N3/8/8/8/4K3", {9, 37 - 2}, "pc14 cc3", Open<12>},
+    PairRow{"may be driven away", middle_game_knights, "4k3/3p4/8/4N3/8/8/8/4K3", {-30 + 26 + 2, -30 + 44 + 4 - 5}, "pc10", Open<15>},
+    PairRow{"its chaser is held", middle_game_knights, "4k3/3p4/3P4/4N3/8/8/8/4K3", {-24 + 26 + 3, -24 + 44 + 10 - 5}, "pc12", Open<15>},
+    PairRow{"firm outpost", middle_game_knights, "4k3/8/2p5/4N3/3P4/8/8/4K3", {-24 + 26 + 2 + 13 + 13, -24 + 44 + 2 + 23 + 20 - 5}, "pc17 cc5", Open<15>},
+    PairRow{"firm outpost of two", middle_game_knights, "4k3/8/2p5/4N3/3P1P2/8/8/4K3", {-24 + 26 + 2 + 13 + 25, -24 + 44 + 2 + 23 + 32 - 5}, "pc17 cc5", Open<15>},
+    PairRow{"outpost before a pawn", middle_game_knights, "4k3/4p3/8/4N3/3P4/8/8/4K3", {-24 + 26 + 2 + 13 + 2, -24 + 44 + 2 + 23 + 10 - 5}, "pc14 cc4", Open<15>},
+    PairRow{"outpost before a pawn of two", middle_game_knights, "4k3/4p3/8/4N3/3P1P2/8/8/4K3", {-24 + 26 + 2 + 13 + 6, -24 + 44 + 2 + 23 + 14 - 5}, "pc14 cc4", Open<15>},
+    PairRow{"four squares from the king on its wing", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-30 + 10, -30 + 16 - 5}, "pk1"},
+    PairRow{"five squares from it", middle_game_knights, "6k1/8/8/8/8/6N1/8/4K3", {-30 + 10 - 5, -30 + 16 - 5 - 40}, "pk1"},
+    PairRow{"two squares from it on another wing", middle_game_knights, "8/6k1/8/4N3/8/8/8/4K3", {-30 + 26 + 13 - 2, -30 + 44 + 23 - 5 - 16}, "pc14 cc3"},
+    PairRow{"the king on c8 stands in the centre", middle_game_knights, "2k5/8/8/2N5/8/8/8/4K3", {-30 + 18 + 13 - 3, -30 + 38 + 23 - 5 - 24}, "pq12 cq3"},
+    PairRow{"the king on f8 stands in the centre", middle_game_knights, "5k2/8/8/5N2/8/8/8/4K3", {-30 + 18 + 13 - 3, -30 + 38 + 23 - 5 - 24}, "pk12 ck3"},
+    PairRow{"the king on g8 does not", middle_game_knights, "6k1/8/8/5N2/8/8/8/4K3", {-30 + 18 + 13, -30 + 38 + 23 - 5}, "pk12 ck3"},
+    PairRow{"the king on b8 does not", middle_game_knights, "1k6/8/8/2N5/8/8/8/4K3", {-30 + 18 + 13, -30 + 38 + 23 - 5}, "pq12 cq3"},
+    PairRow{"seven squares from the king", middle_game_knights, "6k1/8/8/8/8/8/8/1N2K3", {-30 - 20 - 7, -30 - 30 - 5 - 56}, "pq-7"},
+    PairRow{"openness 1", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 15}, "pk7", Open<1>},
+    PairRow{"openness 3", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 12}, "pk6", Open<3>},
+    PairRow{"openness 5", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 6}, "pk4", Open<5>},
+    PairRow{"openness 7", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 3}, "pk3", Open<7>},
+    PairRow{"openness 9", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 + 2}, "pk2", Open<9>},
+    PairRow{"openness 10", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14}, "pk2", Open<10>},
+    PairRow{"openness 13", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 - 2}, "pk1", Open<13>},
+    PairRow{"openness 14", middle_game_knights, "8/6k1/8/8/8/6N1/8/4K3", {-20, -14 - 5}, "pk1", Open<14>},
+    PairRow{"three in a chain", middle_game_knights, "4k3/8/8/8/8/5N2/3N4/1N2K3", {-90 - 20 + 10 + 15 - 7 - 6 - 5 + 3, -90 - 30 + 16 + 26 - 15 - 56 - 48 - 40 - 6}, "pq-9 pc-2 pk2 cq4 cc4 ck4"},
+    PairRow{"defended by a pawn", middle_game_knights, "8/6k1/8/8/8/6N1/5P2/4K3", {-30 + 10 + 2, -30 + 16 - 5 + 2}, "pk1 ck1", Open<15>},
+    PairRow{"defended by two", middle_game_knights, "8/6k1/8/8/8/6N1/5P1P/4K3", {-24 + 10 + 2, -24 + 16 - 5 + 2}, "pk1 ck1", Open<15>},
+    PairRow{"a pawn behind defends nothing", middle_game_knights, "8/6k1/8/8/8/6N1/6P1/4K3", {-30 + 10, -30 + 16 - 5}, "pk1", Open<15>},
+    PairRow{"a chaser on the fourth rank", middle_game_knights, "4k3/2p5/8/8/3N4/8/8/4K3", {-30 + 24 + 2, -30 + 40 - 5 + 4}, "pc8", Open<15>},
+    PairRow{"on the third rank nobody asks", middle_game_knights, "8/5pk1/8/8/8/6N1/8/4K3", {-30 + 10, -30 + 16 - 5}, "pk1", Open<15>},
+    PairRow{"its chaser may not step", middle_game_knights, "4k3/2p5/8/1P1N4/8/8/8/4K3", {-24 + 26 + 3, -24 + 44 - 5 + 10}, "pc12", Open<15>},
+    PairRow{"one of its chasers may", middle_game_knights, "4k3/2p1p3/8/1P1N4/8/8/8/4K3", {-24 + 26 + 2, -24 + 44 - 5 + 4}, "pc10", Open<15>},
+    PairRow{"outpost on the fourth rank", middle_game_knights, "4k3/8/8/8/3N4/8/8/4K3", {-30 + 24 + 13, -30 + 40 - 5 + 23}, "pc8"},
+    PairRow{"firm outpost on the sixth", middle_game_knights, "8/pk6/2N5/1P6/8/8/8/4K3", {-24 + 20 + 2 + 13 + 13, -24 + 40 - 5 + 2 + 23 + 20}, "pq17 cq5", Open<15>},
+    PairRow{"one of two defenders is passed", middle_game_knights, "8/pk6/2N5/1P1P4/8/8/8/4K3", {-24 + 20 + 2 + 13 + 25, -24 + 40 - 5 + 2 + 23 + 32}, "pq17 cq5", Open<15>},
+    PairRow{"both defenders are passed", middle_game_knights, "8/1k6/2N5/1P1P4/8/8/8/4K3", {-24 + 20 + 2 + 13 + 6, -24 + 40 - 5 + 2 + 23 + 14}, "pq14 cq4", Open<15>},
+    PairRow{"a pawn ahead and one defender", middle_game_knights, "8/1kp5/2N5/1P6/8/8/8/4K3", {-24 + 20 + 2 + 13 + 2, -24 + 40 - 5 + 2 + 23 + 10}, "pq14 cq4", Open<15>},
+    PairRow{"a pawn ahead and no defender", middle_game_knights, "8/1kp5/2N5/8/8/8/8/4K3", {-30 + 20 + 13, -30 + 40 - 5 + 23}, "pq14 cq3", Open<15>},
+    PairRow{"four squares from the enemy king", middle_game_knights, "8/6k1/8/8/8/6N1/8/K7", {-20, -19}, "pk1"},
+    PairRow{"five squares from it", middle_game_knights, "6k1/8/8/8/8/6N1/8/K7", {-25, -59}, "pk1"},
+    PairRow{"near it on another wing", middle_game_knights, "8/6k1/8/4N3/8/8/8/K7", {7, 16}, "pc14 cc3"},
+    PairRow{"two of three", middle_game_knights, "8/6k1/7N/4N3/8/6N1/8/K7", {-50, -45}, "pk9 pc14 ck3 cc3"},
+    PairRow{"near both kings", middle_game_knights, "8/6k1/8/8/8/6N1/8/6K1", {-20, -19}, "pk1"},
+    PairRow{"four squares from its own king", middle_game_knights, "k7/8/8/6N1/8/8/8/6K1", {-11, -33}, "pk11 ck3"},
+    PairRow{"five squares from it all", middle_game_knights, "k7/8/6N1/8/8/8/8/6K1", {-12, -30}, "pk12 ck3"},
+    PairRow{"beside its king on another wing", middle_game_knights, "k7/8/8/8/8/8/4N3/6K1", {-26, -67}},
+    PairRow{"before its king on c1", middle_game_knights, "6k1/8/8/8/8/2N5/8/2K5", {-20, -51}, "pq4"},
+    PairRow{"beside its king on c1", middle_game_knights, "6k1/8/8/8/8/3N4/8/2K5", {-17, -45}, "pc5"},
+    PairRow{"before its king on b1", middle_game_knights, "6k1/8/8/8/8/2N5/8/1K6", {-20, -51}, "pq4"}), RowName<PairRow>);
+
+INSTANTIATE_TEST_SUITE_P(Mobility, Knights, testing::Values(
+    PairRow{"eight squares", knights_to_move, "4k3/8/8/8/4N3/8/8/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"four squares", knights_to_move, "4k3/8/8/8/N7/8/8/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"three squares", knights_to_move, "4k3/8/8/8/8/8/8/1N2K3", {3, 6}, "pc1 cc1"},
+    PairRow{"two squares", knights_to_move, "4k3/8/8/8/8/8/8/N3K3", {2, 4}},
+    PairRow{"one square", knights_to_move, "4k3/8/8/8/8/1P6/8/N3K3", {-2, -4}, "pc-3 cc-3"},
+    PairRow{"no square", knights_to_move, "4k3/8/8/8/4N3/8/8/4K3", {-6, -12}, "pc-6 cc-6", EnemyAttacksAll},
+    PairRow{"a square that an enemy pawn attacks", knights_to_move, "4k3/8/8/p7/8/8/8/N3K3", {2, 4}},
+    PairRow{"squares under enemy pawns", knights_to_move, "4k3/8/8/8/2p5/8/8/N3K3", {-2, -4}, "pc-3 cc-3"},
+    PairRow{"own pawns make squares safe", knights_to_move, "4k3/8/8/8/8/8/P7/N3K3", {-2, -4}, "pc-3 cc-3", EnemyAttacksAll},
+    PairRow{"eight squares", knights_to_move, "4k3/8/8/4N3/8/8/8/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"seven squares", knights_to_move, "4k3/8/8/8/4N3/8/5P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"six squares", knights_to_move, "4k3/8/8/8/4N3/8/3P1P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"five squares", knights_to_move, "4k3/8/8/8/4N3/2P5/3P1P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"four squares", knights_to_move, "4k3/8/3P4/8/4N3/2P5/3P1P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"three squares", knights_to_move, "4k3/8/3P1P2/8/4N3/2P5/3P1P2/4K3", {3, 6}, "pc1 cc1"},
+    PairRow{"a piece that it could take is no way", knights_to_move, "4k3/8/8/8/8/1r6/8/N3K3", {-2, -4}, "pc-3 cc-3"},
+    PairRow{"one square is left", knights_to_move, "4k3/8/8/8/8/8/8/N3K3", {-2, -4}, "pc-3 cc-3", EnemyLeaves<b3>},
+    PairRow{"an own pawn does not help against a pawn", knights_to_move, "4k3/8/8/8/p7/8/P7/N3K3", {-6, -12}, "pc-6 cc-6", EnemyAttacksAll},
+    PairRow{"against pieces it does", knights_to_move, "4k3/p7/8/8/8/8/P7/N3K3", {-2, -4}, "pc-3 cc-3", EnemyAttacksAll},
+    PairRow{"two knights", knights_to_move, "4k3/8/8/8/8/8/8/N3K2N", {4, 8}},
+    PairRow{"four knights", knights_to_move, "4k2N/8/8/8/1p6/8/8/NN2K2N", {2 - 2 + 2 + 2, 4 - 4 + 4 + 4}, "pc-3 cc-3"}), RowName<PairRow>);
+// clang-format on
+
+}  // namespace
