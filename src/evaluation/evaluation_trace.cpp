@@ -10,6 +10,7 @@
 #include "evaluation/evaluate.h"
 #include "evaluation/king/places.h"
 #include "evaluation/middle_game_walk.h"
+#include "search/tables/hash.h"
 
 namespace {
 
@@ -94,7 +95,8 @@ EVALUATION_TRACE trace_evaluation(const BOARD& board, int personality) {
     EVALUATION_TRACE trace;
     trace.position_type = classify_position(board, no_position_type);
     trace.material = board.frame().material_balance;
-    trace.score = evaluate_for_display(board, personality);
+    HashTables tables;
+    trace.score = evaluate_for_display(board, personality, tables);
     TRACED_CONTEXT context;
     context.settings = &settings;
     find_passed_pawns(context, board);
