@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(!bench.game.IsPositionValid() || bench.game.board().IsValid());
         if (outcome.quit) break;
         if (outcome.request) {
-            bench.game.searchStatus = VorkaInterfaces::BasicProtocol::statusOfSearchKind(outcome.request->limits.kind);
+            GameAccess::pretendSearch(bench.game, outcome.request->limits.kind);
             if (outcome.request->position.IsGameOver()) bench.game.onSearchFinished(true);
         }
     }

@@ -11,6 +11,7 @@
 #include "interfaces/commands/translation.h"
 #include "interfaces/protocols/connected_game.h"
 #include "interfaces/protocols/error_command.h"
+#include "support/game_access.h"
 #include "support/recording_protocol.h"
 
 /// What came of one line.
@@ -24,7 +25,8 @@ struct CommandOutcome {
 };
 
 /// A game with a recording protocol, and a main loop in small: commands are run, unwound and run again as in the
-/// engine, but no search ever runs. A running search is simulated by setting `game.searchStatus`.
+/// engine, but no search ever runs. GameAccess::pretendSearch makes the game take one for
+/// running.
 class CommandBench {
   public:
     explicit CommandBench(RecordingProtocol::Like model = RecordingProtocol::Like::console)
@@ -52,7 +54,7 @@ class CommandBench {
     void Prepare(const std::vector<std::string>& lines) {
         for (const std::string& line : lines) {
             Send(line);
-            game.searchStatus = SearchStatus::none;
+            GameAccess::pretendSearch(game, std::nullopt);
         }
         calls.clear();
     }

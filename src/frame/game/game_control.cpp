@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "frame/base/checked_assert.h"
 #include "frame/base/logfile.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
@@ -12,6 +13,15 @@ namespace {
 
 /// No search is given less, however short the time: in milliseconds.
 constexpr std::int64_t least_budget = 150;
+/// The part of the time left that no search may touch.
+constexpr double untouched_share = 0.15;
+/// What is kept back for each move that is still to come, in milliseconds.
+constexpr std::int64_t kept_back_per_move = 3000;
+/// The rest of a game is taken for so many moves.
+constexpr std::int64_t moves_to_the_end = 30;
+/// What a search for a hint or a forecast may take, and the part of it that it aims at: in milliseconds.
+constexpr std::int32_t hint_time = 1000;
+constexpr std::int32_t usual_hint_time = 750;
 
 struct Budget {
     std::int32_t maximum;
@@ -23,14 +33,15 @@ std::int32_t Milliseconds(std::int64_t value) {
     return static_cast<std::int32_t>(std::clamp(value, least_budget, most));
 }
 
-/// `left` in milliseconds; `moves_left` to the time control, -1 for the rest of the game, which is taken for 30 moves.
+/// `left` in milliseconds; `moves_left` to the time control, -1 for the rest of the game.
 Budget TimeBudget(std::int64_t left, std::int32_t moves_left) {
     if (left <= 0) return {Milliseconds(least_budget), Milliseconds(least_budget)};
     const bool has_move_count = moves_left != -1;
-    const std::int64_t moves = has_move_count ? moves_left : 30;
-    const std::int64_t reserve = VorkaUtils::RoundToInteger(static_cast<double>(left) * 0.15);
-    std::int64_t maximum = std::max(left - reserve - moves * 3000, least_budget);
+    const std::int64_t moves = has_move_count ? moves_left : moves_to_the_end;
+    const std::int64_t untouched = VorkaUtils::RoundToInteger(static_cast<double>(left) * untouched_share);
+    std::int64_t maximum = std::max(left - untouched - moves * kept_back_per_move, least_budget);
     if (has_move_count) maximum = std::max(maximum, left / moves);
+    // Half of an even share: the search takes more where it meets difficulties.
     return {Milliseconds(maximum), Milliseconds(left / (2 * moves + 2))};
 }
 
@@ -53,130 +64,270 @@ PlayerInfo defaultEngine(bool active) {
             .active = active};
 }
 
-GameControl::GameControl(Engine& its_engine, GameProtocol& protocol) : engine(its_engine), protocol_(&protocol) {
+GameControl::GameControl(Engine& engine, GameProtocol& protocol) : engine_(engine), protocol_(&protocol) {
     setPlayers(defaultHuman(), defaultEngine(true), false);
 }
 
 GameControl::~GameControl() = default;
 
+// --- Who plays ---
+
 void GameControl::setPlayers(PlayerInfo onMove, PlayerInfo notOnMove, bool analyze) {
     const int sides_played = int{onMove.active} + int{notOnMove.active};
-    engineMode = analyze ? EngineMode::analyze : static_cast<EngineMode>(sides_played);
-    players[side_to_move()] = std::move(onMove);
-    players[Opponent(side_to_move())] = std::move(notOnMove);
+    mode_ = analyze ? EngineMode::analyze : static_cast<EngineMode>(sides_played);
+    players_[side_to_move()] = std::move(onMove);
+    players_[Opponent(side_to_move())] = std::move(notOnMove);
 }
 
 void GameControl::leavePlay(EngineMode mode) {
-    engineMode = mode;
-    for (PlayerInfo& player : players) player.active = false;
+    mode_ = mode;
+    for (PlayerInfo& player : players_) player.active = false;
+}
+
+void GameControl::newGame() {
+    abortSearch(true);
+    Reset();
+    maxDepth_ = 0;
+    maxTime_ = 0;
+    startAnew();
+    const bool analyzes = mode_ == EngineMode::analyze;
+    setPlayers(defaultHuman(), defaultEngine(!analyzes), analyzes);
+}
+
+void GameControl::playSideOnMove() {
+    abortSearch(true);
+    setPlayers(defaultEngine(true), defaultHuman(), false);
+    clock_.startClock();
+    advisor_.reset();
+}
+
+void GameControl::playOtherSide() {
+    abortSearch(true);
+    setPlayers(defaultHuman(), defaultEngine(true), false);
+    clock_.startClock();
+    advisor_.reset();
+}
+
+void GameControl::stopPlaying() {
+    abortSearch(true);
+    clock_.stopClock();
+    leavePlay(EngineMode::force);
+}
+
+void GameControl::startAnalysis() {
+    abortSearch(true);
+    clock_.stopClock();
+    leavePlay(EngineMode::analyze);
+}
+
+void GameControl::leaveAnalysis() {
+    abortSearch(true);
+    leavePlay(EngineMode::force);
+}
+
+// --- Moves and positions ---
+
+std::string GameControl::makeMove(Move move) {
+    std::string text = MoveToSan(board(), move);
+    clock_.switchClock();
+    MakeMove(move);
+    forecast_ = {};
+    return text;
+}
+
+void GameControl::onMovesChanged() {
+    forecast_ = {};
+    protocol_->onBoardChanged(*this);
+}
+
+std::string GameControl::playMove(Move move) {
+    std::string text = makeMove(move);
+    onMovesChanged();
+    if (mode_ == EngineMode::one_side) clock_.startClock();
+    return text;
+}
+
+void GameControl::takeBack(std::size_t moves) {
+    for (; moves > 0; --moves) UndoMove();
+    onMovesChanged();
+}
+
+void GameControl::makeAgain(std::size_t moves) {
+    abortSearch(true);
+    for (; moves > 0; --moves) NextMove();
+    onMovesChanged();
+}
+
+void GameControl::startAnew() {
+    advisor_.reset();
+    clock_.resetClock(side_to_move());
+    onMovesChanged();
+}
+
+void GameControl::setPosition(const UserBoard& game) {
+    abortSearch(true);
+    UserBoard::operator=(game);
+    startAnew();
+}
+
+void GameControl::setInvalidPosition() {
+    abortSearch(true);
+    SetInvalid();
+    forecast_ = {};
+}
+
+void GameControl::giveMoveTo(Colour side) {
+    abortSearch(true);
+    if (side != side_to_move()) {
+        ChangeSide();
+        forecast_ = {};
+    }
+    clock_.stopClock();
+    setPlayers(defaultHuman(), defaultEngine(true), false);
+}
+
+// --- The end of the game ---
+
+bool GameControl::endGame(GameResult result, GameEndReason reason) {
+    stopPlaying();
+    if (IsGameOver()) return false;
+    EndGame(result, reason);
+    return true;
+}
+
+void GameControl::announceResult() {
+    protocol_->sendGameResult(*this, result(), reason(), mode_);
+    clock_.stopClock();
+}
+
+// --- Players and what they think a draw is worth ---
+
+void GameControl::setContempt(std::int32_t value) {
+    if (value == search_.contempt()) return;
+    search_.SetContempt(value);
+    advisor_.setDrawValue(value);
+}
+
+void GameControl::nameOpponent(const std::string& name) {
+    playerDefaults().opponentName = name;
+    for (PlayerInfo& player : players_) {
+        if (!player.isEngine) player.name = name;
+    }
+}
+
+void GameControl::ratePlayers(std::int32_t engine, std::int32_t opponent) {
+    playerDefaults().engineRating = engine;
+    playerDefaults().opponentRating = opponent;
+    // Who is who shows only where the engine plays one side.
+    if (players_[white].active == players_[black].active) return;
+    for (PlayerInfo& player : players_) player.rating = player.active ? engine : opponent;
+}
+
+// --- The search ---
+
+void GameControl::setPondering(bool on) {
+    pondering_ = on;
+    if (!on && running_ == SearchKind::pondering) abortSearch(true);
 }
 
 void GameControl::abortSearch(bool discard) {
-    if (searchStatus != SearchStatus::none) throw search_aborted_exception{discard};
+    if (running_) throw search_aborted_exception{discard};
 }
 
-SearchLimits GameControl::limitsFor(SearchPurpose purpose) const {
-    switch (purpose) {
-        case SearchPurpose::think:
-        case SearchPurpose::ponder:
+SearchLimits GameControl::limitsFor(SearchKind kind) const {
+    switch (kind) {
+        case SearchKind::normal:
+        case SearchKind::pondering:
             break;
-        case SearchPurpose::analyze:
-            return {.kind = SearchKind::analyze};
-        case SearchPurpose::hint:
-            return {.kind = SearchKind::puzzle,
-                    .max_time_limit = hintTime,
-                    .variable_time_limit = static_cast<std::int32_t>(VorkaUtils::RoundToInteger(0.75 * hintTime))};
+        case SearchKind::analyze:
+            return {.kind = kind};
+        case SearchKind::puzzle:
+            return {.kind = kind, .max_time_limit = hint_time, .variable_time_limit = usual_hint_time};
     }
     // The engine ponders while the opponent's clock runs.
-    const bool ponders = purpose == SearchPurpose::ponder;
-    const Colour side = ponders ? Opponent(clock.active()) : clock.active();
-    const Budget budget = TimeBudget(clock.milliseconds(side), clock.movesLeft(side));
-    return {.kind = ponders ? SearchKind::pondering : SearchKind::normal,
-            .max_depth = maxDepth,
-            .max_time_limit = maxTime != 0 ? std::min(budget.maximum, maxTime) : budget.maximum,
+    const Colour side = kind == SearchKind::pondering ? Opponent(clock_.active()) : clock_.active();
+    const Budget budget = TimeBudget(clock_.milliseconds(side), clock_.movesLeft(side));
+    return {.kind = kind,
+            .max_depth = maxDepth_,
+            .max_time_limit = maxTime_ != 0 ? std::min(budget.maximum, maxTime_) : budget.maximum,
             .variable_time_limit = budget.variable};
 }
 
-void GameControl::requestSearch(SearchPurpose purpose, const UserBoard& position) {
-    throw search_request_received_exception{SearchRequest{limitsFor(purpose), position}};
+void GameControl::requestSearch(SearchKind kind) const { requestSearch(kind, *this); }
+
+void GameControl::requestSearch(SearchKind kind, const UserBoard& position) const {
+    throw search_request_received_exception{SearchRequest{limitsFor(kind), position}};
+}
+
+void GameControl::requestHint() {
+    CHECKED_ASSERT(forecast_ != Forecast::HintPending(), vocabulary::unfinished_hint_request);
+    forecast_ = Forecast::HintPending();
+    requestSearch(SearchKind::puzzle);
 }
 
 void GameControl::startPondering() {
     if (IsGameOver()) return;
-    if (prediction == no_prediction) requestSearch(SearchPurpose::hint, *this);
-    if (prediction == prediction_no_move_exists || prediction == prediction_pending) return;
-    ponderOnPrediction();
+    switch (forecast_.state()) {
+        case Forecast::State::none:
+            requestSearch(SearchKind::puzzle);
+        case Forecast::State::move:
+            ponderOnForecast();
+            break;
+        case Forecast::State::hint_pending:
+        case Forecast::State::no_move_exists:
+            break;
+    }
 }
 
-void GameControl::ponderOnPrediction() {
-    UserBoard predicted = *this;
-    predicted.MakeMove(prediction);
-    if (!predicted.IsGameOver()) requestSearch(SearchPurpose::ponder, predicted);
+void GameControl::ponderOnForecast() const {
+    UserBoard expected = *this;
+    expected.MakeMove(forecast_.move());
+    if (!expected.IsGameOver()) requestSearch(SearchKind::pondering, expected);
 }
 
-void GameControl::makeMove(Move move, std::string& text) {
-    text = MoveToSan(board(), move);
-    clock.switchClock();
-    MakeMove(move);
-    prediction = no_prediction;
+void GameControl::ponderHit() {
+    search_.PonderHit();
+    running_ = SearchKind::normal;
 }
 
-void GameControl::replaceGame(const UserBoard& game) {
-    UserBoard::operator=(game);
-    prediction = no_prediction;
-    advisor.reset();
-    protocol_->onBoardChanged(*this);
-    clock.resetClock(side_to_move());
+void GameControl::runSearch(const SearchRequest& request, SearchHost& host) {
+    onSearchStarted(request.limits.kind);
+    search_.Run(request.limits, request.position, host);
 }
 
 void GameControl::onSearchFinished(bool discard) {
-    const SearchStatus status = std::exchange(searchStatus, SearchStatus::none);
+    const std::optional<SearchKind> kind = std::exchange(running_, std::nullopt);
     if (discard) {
         forgetPendingHint();
-    } else if (status == SearchStatus::thinking) {
+    } else if (kind == SearchKind::normal) {
         onThinkingFinished();
-    } else if (status == SearchStatus::hint) {
+    } else if (kind == SearchKind::puzzle) {
         onHintFinished();
     }
 }
 
 void GameControl::onThinkingFinished() {
-    advisor.addSearch(board(), search.score());
-    if (advisor.drawOfferPending && answerDrawOffer()) return;
+    advisor_.addSearch(board(), search_.score());
+    if (advisor_.drawOfferPending && answerDrawOffer()) return;
 
-    const Move move = search.best_move() & move_bits;
-    const Move forecast = forecastBehind(move);
-    std::string text;
-    makeMove(move, text);
-    protocol_->sendEngineMove(text);
+    const Move move = search_.best_move() & move_bits;
+    const Move answer = answerInLine(move);
+    protocol_->sendEngineMove(makeMove(move));
     protocol_->onBoardChanged(*this);
     if (IsGameOver()) {
         announceResult();
         return;
     }
-    if (advisor.shouldResign()) {
-        protocol_->sendResign();
-        if (protocol_->claimsResultItself()) {
-            EndGame(players[white].active ? GameResult::black_wins : GameResult::white_wins,
-                    GameEndReason::resignation);
-            announceResult();
-            return;
-        }
-    } else if (advisor.shouldOfferDraw()) {
-        protocol_->sendDrawOffer();
-        advisor.sinceOffer = 0;
-    }
-    if (!pondering) return;
-    if (forecast == INVALID) requestSearch(SearchPurpose::hint, *this);
-    prediction = forecast;
-    ponderOnPrediction();
+    if (resignOrOfferDraw() || !pondering_) return;
+    if (answer != INVALID) forecast_ = Forecast::Of(answer);
+    startPondering();
 }
 
 bool GameControl::answerDrawOffer() {
-    advisor.drawOfferPending = false;
-    if (!advisor.acceptDraw()) {
+    advisor_.drawOfferPending = false;
+    if (!advisor_.acceptDraw()) {
         LogOnly(vocabulary::engine_rejects_draw_offer);
-        protocol_->sendDrawRejected(advisor.opponentIsComputer);
+        protocol_->sendDrawRejected(advisor_.opponentIsComputer);
         return false;
     }
     protocol_->sendDrawAccepted();
@@ -186,26 +337,33 @@ bool GameControl::answerDrawOffer() {
     return true;
 }
 
-void GameControl::announceResult() {
-    protocol_->sendGameResult(*this, result(), reason(), EngineMode::one_side);
-    clock.stopClock();
+bool GameControl::resignOrOfferDraw() {
+    if (advisor_.shouldResign()) {
+        protocol_->sendResign();
+        if (!protocol_->claimsResultItself()) return false;  // the interface answers with the result
+        EndGame(players_[white].active ? GameResult::black_wins : GameResult::white_wins, GameEndReason::resignation);
+        announceResult();
+        return true;
+    }
+    if (advisor_.shouldOfferDraw()) {
+        protocol_->sendDrawOffer();
+        advisor_.sinceOffer = 0;
+    }
+    return false;
 }
 
-Move GameControl::forecastBehind(Move move) const {
-    const auto& line = search.info().principal_variation;
+Move GameControl::answerInLine(Move move) const {
+    const auto& line = search_.info().principal_variation;
     if (line.size() < 2 || (line[0].first & move_bits) != move) return INVALID;
     return line[1].first & move_bits;
 }
 
 void GameControl::onHintFinished() {
-    const bool asked_for = prediction == prediction_pending;
-    const Move best = search.best_move() & move_bits;
-    prediction = best == INVALID ? prediction_no_move_exists : best;
-    if (asked_for || !pondering || prediction == prediction_no_move_exists) return;
-    ponderOnPrediction();
+    const bool asked_for = forecast_ == Forecast::HintPending();
+    forecast_ = Forecast::Of(search_.best_move());
+    if (!asked_for && pondering_ && forecast_.state() == Forecast::State::move) ponderOnForecast();
 }
 
 void GameControl::forgetPendingHint() {
-    if (prediction != prediction_pending) return;
-    prediction = IsGameOver() ? prediction_no_move_exists : no_prediction;
+    if (forecast_ == Forecast::HintPending()) forecast_ = IsGameOver() ? Forecast::NoMoveExists() : Forecast();
 }

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "chess/user_board.h"
 #include "frame/game/chess_clock.h"
 #include "frame/game/draw_resign_advisor.h"
+#include "frame/game/forecast.h"
 #include "frame/game/game_protocol.h"
 #include "search/engine/engine.h"
 #include "search/root/search_controller.h"
@@ -28,77 +32,190 @@ struct PlayerDefaults {
 [[nodiscard]] PlayerInfo defaultHuman();
 [[nodiscard]] PlayerInfo defaultEngine(bool active);
 
-enum class SearchPurpose { think, ponder, analyze, hint };
-
-/// The stored forecast of the opponent's next move, which is also what `hint` answers: none, no move exists, a hint
-/// search is pending, or the move word.
-inline constexpr std::uint32_t no_prediction = 0;
-inline constexpr std::uint32_t prediction_no_move_exists = 1;
-inline constexpr std::uint32_t prediction_pending = 2;
-
-/// The one object with the state of the game: what makes a game out of a position.
+/// The one object with the state of the game: what makes a game out of a position. Who plays, the clocks, the search
+/// and what it expects, and the advice on draws and resignation.
 ///
-/// Commands run inside a search and may throw through it; each leaves this object fit for the search to go on.
-class GameControl : public UserBoard {
+/// Commands run inside a search and may throw through it. Between any two calls, this holds:
+///
+/// 1. mode() counts the sides that the engine plays: as many players are active in force, one_side and both_sides; none
+///    is in analyze.
+/// 2. runningSearch() is the kind of the search that this call may be running in, from onSearchStarted to
+///    onSearchFinished. No other call changes it, but that ponderHit turns pondering into thinking.
+/// 3. Position and players change only while no search runs. An operation that changes them throws
+///    search_aborted_exception out of a running one before it has done anything; whoever called it calls it again once
+///    the search is gone. Two operations leave a search alone, since it works on a copy of its own: playMove, as the
+///    move may be the one that is pondered on, and takeBack, as `remove` shows its board before the search has ended.
+/// 4. forecast() is about the position on the board: whatever changes the position forgets it.
+/// 5. The forecast is pending from requestHint to the end of the search that it asks for, and at no other time.
+/// 6. The advisor knows the searches of one stretch of play: it starts anew with a new game or position, when the
+///    engine takes a side, and when the worth of a draw changes.
+/// 7. The protocol is told of every change of the moves or the position, once, after it; but not of a change of the
+/// side
+///    on move alone, and not of a position that has become invalid.
+class GameControl : private UserBoard {
   public:
-    /// `its_engine` must outlive the game. `protocol` is told of what happens; it must live as long as the game, or
-    /// until another one takes its place.
-    GameControl(Engine& its_engine, GameProtocol& protocol);
+    /// `engine` must outlive the game. `protocol` is told of what happens; it must live as long as the game, or until
+    /// another one takes its place.
+    GameControl(Engine& engine, GameProtocol& protocol);
     ~GameControl() override;
     GameControl(const GameControl&) = delete;
     GameControl& operator=(const GameControl&) = delete;
 
-    Engine& engine;
-    ChessClock clock;
-    PlayerInfo players[2];  ///< by colour
-    bool pondering = false;
-    SearchStatus searchStatus = SearchStatus::none;
-    EngineMode engineMode = EngineMode::one_side;
-    std::int32_t maxTime = 0;      ///< milliseconds, 0 for none
-    std::int32_t maxDepth = 0;     ///< 0 for none
-    std::int32_t hintTime = 1000;  ///< milliseconds
-    SearchController search{engine};
-    DrawResignAdvisor advisor;
-    std::uint32_t prediction = no_prediction;
+    // --- What can be seen ---
 
-    /// Stores the records of the side on move and its opponent, and the engine mode that follows from them.
-    void setPlayers(PlayerInfo onMove, PlayerInfo notOnMove, bool analyze);
-    /// The engine plays no side: the given mode, both `active` flags off.
-    void leavePlay(EngineMode mode);
+    /// Position and moves, which the operations below alone can change.
+    [[nodiscard]] const UserBoard& record() const { return *this; }
+    using UserBoard::board;
+    using UserBoard::GetFen;
+    using UserBoard::IsGameOver;
+    using UserBoard::IsPositionValid;
+    using UserBoard::made_moves;
+    using UserBoard::next_moves;
+    using UserBoard::reason;
+    using UserBoard::result;
+    using UserBoard::side_to_move;
+    using UserBoard::start;
 
-    /// Unwinds a running search; returns if there is none.
+    /// The settings, tables and bitbases that the search works with.
+    [[nodiscard]] Engine& engine() const { return engine_; }
+    [[nodiscard]] EngineMode mode() const { return mode_; }
+    [[nodiscard]] const PlayerInfo& player(Colour side) const { return players_[side]; }
+    [[nodiscard]] const ChessClock& clock() const { return clock_; }
+    [[nodiscard]] const DrawResignAdvisor& advisor() const { return advisor_; }
+    [[nodiscard]] const Forecast& forecast() const { return forecast_; }
+    /// Whether the engine thinks on its opponent's time.
+    [[nodiscard]] bool pondering() const { return pondering_; }
+    /// None if no search runs.
+    [[nodiscard]] std::optional<SearchKind> runningSearch() const { return running_; }
+    [[nodiscard]] const SearchController& search() const { return search_; }
+
+    // --- Who plays. Each ends a running search first ---
+
+    /// The start position, without bounds of depth and time. The engine plays Black; in analyze mode it goes on with
+    /// that, and plays no side.
+    void newGame();
+    /// The engine takes the side on move, or the other one. The clock runs.
+    void playSideOnMove();
+    void playOtherSide();
+    /// The engine plays no side: force mode. The clock stops.
+    void stopPlaying();
+    void startAnalysis();
+    /// From analyze to force mode.
+    void leaveAnalysis();
+
+    // --- Moves and positions ---
+
+    /// Plays a legal move for a person, or for either side where the engine plays none; its notation. The clock changes
+    /// sides, and is started in a game against the engine. A running search goes on.
+    std::string playMove(Move move);
+    /// Takes back so many moves, which must have been made. A running search goes on.
+    void takeBack(std::size_t moves);
+    /// Makes so many moves again that were taken back, and must be there. Ends a running search first.
+    void makeAgain(std::size_t moves);
+    /// Replaces position and moves. The clocks start anew with the side on move, but stand. Ends a running search
+    /// first.
+    void setPosition(const UserBoard& game);
+    /// There is no position any more, since an interface has sent an impossible one. Ends a running search first.
+    void setInvalidPosition();
+    /// Gives the move to `side` and the other one to the engine; the clock stops. Ends a running search first. Throws
+    /// UserBoard::invalid_board_after_changing_side.
+    void giveMoveTo(Colour side);
+
+    // --- The end of the game ---
+
+    /// As somebody else says, who leaves the engine no side to play. Ends a running search first. False if the game was
+    /// over already: it keeps its end.
+    bool endGame(GameResult result, GameEndReason reason);
+    /// Says how the game ended, and stops the clock.
+    void announceResult();
+    /// The opponent offers a draw; the engine answers with its next move.
+    void takeDrawOffer() { advisor_.drawOfferPending = true; }
+
+    // --- Clocks, bounds and players. A running search keeps the limits that it was started with ---
+
+    void setTimeControls(Colour side, std::vector<TimeControl> controls) {
+        clock_.setControls(side, std::move(controls));
+    }
+    void setMilliseconds(Colour side, std::int64_t milliseconds) { clock_.setMilliseconds(side, milliseconds); }
+    /// Milliseconds for a move, 0 for no bound.
+    void setMaxTime(std::int32_t milliseconds) { maxTime_ = milliseconds; }
+    /// Plies, 0 for no bound.
+    void setMaxDepth(std::int32_t depth) { maxDepth_ = depth; }
+    /// The worth of a draw for the engine, in centipawns.
+    void setContempt(std::int32_t value);
+    /// For this game and those to come.
+    void nameOpponent(const std::string& name);
+    void ratePlayers(std::int32_t engine, std::int32_t opponent);
+    /// Never taken back.
+    void setOpponentIsComputer() { advisor_.opponentIsComputer = true; }
+
+    // --- The search ---
+
+    /// Ends a pondering search when it is turned off.
+    void setPondering(bool on);
+    /// Unwinds a running search; returns if there is none. `discard`: what it has found is forgotten.
     void abortSearch(bool discard);
-    /// Limits of a search for this purpose, from the clock and the bounds.
-    [[nodiscard]] SearchLimits limitsFor(SearchPurpose purpose) const;
-    [[noreturn]] void requestSearch(SearchPurpose purpose, const UserBoard& position);
-    /// Ponders on the stored prediction, or looks for one; returns if there is nothing to ponder on.
+    /// Asks the main loop for a search of the position on the board.
+    [[noreturn]] void requestSearch(SearchKind kind) const;
+    /// Asks for the search that a hint needs. The forecast is not pending already.
+    [[noreturn]] void requestHint();
+    /// Ponders on the forecast, or looks for one; returns if there is nothing to ponder on.
     void startPondering();
-    /// Plays a move of either side: notes its text, switches the clock, forgets the prediction.
-    void makeMove(Move move, std::string& text);
-    /// Replaces position and game record (after setboard, edit, read_fen). In this order: the prediction is forgotten,
-    /// the advisor starts anew, the protocol shows the board, the clocks start anew with the side on move. The caller
-    /// has aborted the search before, and requests a new one in analyze mode.
-    void replaceGame(const UserBoard& game);
+    /// The opponent has played the move that is pondered on: the search goes on as thinking.
+    void ponderHit();
+    /// Runs a search that was asked for, which ends with onSearchFinished.
+    void runSearch(const SearchRequest& request, SearchHost& host);
+    /// From now on a search of this kind runs.
+    void onSearchStarted(SearchKind kind) { running_ = kind; }
     /// The end-of-search handler: the search entry calls it once, at its very end. May throw the next request.
     void onSearchFinished(bool discard);
 
   protected:
     /// From now on `protocol` is told of what happens.
     void speakThrough(GameProtocol& protocol) { protocol_ = &protocol; }
+    /// -1000..1000
+    void setSearchPersonality(std::int32_t value) { search_.SetPersonality(value); }
 
   private:
+    /// Tests put a game into states that take a whole game to reach.
+    friend struct GameAccess;
+
+    /// Stores the records of the side on move and its opponent, and the mode that follows from them.
+    void setPlayers(PlayerInfo onMove, PlayerInfo notOnMove, bool analyze);
+    /// The engine plays no side: the given mode, both `active` flags off.
+    void leavePlay(EngineMode mode);
+    /// All that a new position brings with it.
+    void startAnew();
+    /// All that a move brings with it, but for what is said of it: its notation.
+    std::string makeMove(Move move);
+    void onMovesChanged();
+
+    [[nodiscard]] SearchLimits limitsFor(SearchKind kind) const;
+    [[noreturn]] void requestSearch(SearchKind kind, const UserBoard& position) const;
+    /// Requests pondering after the expected move, or returns if the game ends with it.
+    void ponderOnForecast() const;
+
     void onThinkingFinished();
     void onHintFinished();
-    /// A hint that was asked for and can't be found any more leaves no pending request behind.
+    /// A hint that was asked for and can't be found any more leaves no pending request.
     void forgetPendingHint();
     /// Answers the opponent's offer. True if that ended the game.
     [[nodiscard]] bool answerDrawOffer();
-    /// Says how the game ended, and stops the clock.
-    void announceResult();
+    /// True if the game ended with it.
+    [[nodiscard]] bool resignOrOfferDraw();
     /// The opponent's answer to `move` in the principal variation; INVALID if the line ends before it.
-    [[nodiscard]] Move forecastBehind(Move move) const;
-    /// Requests pondering behind the stored move, or returns if the game ends with it.
-    void ponderOnPrediction();
+    [[nodiscard]] Move answerInLine(Move move) const;
 
+    Engine& engine_;
+    ChessClock clock_;
+    PlayerInfo players_[2];  ///< by colour
+    EngineMode mode_ = EngineMode::one_side;
+    bool pondering_ = false;
+    std::int32_t maxTime_ = 0;   ///< milliseconds, 0 for none
+    std::int32_t maxDepth_ = 0;  ///< 0 for none
+    std::optional<SearchKind> running_;
+    SearchController search_{engine_};
+    DrawResignAdvisor advisor_;
+    Forecast forecast_;
     GameProtocol* protocol_;  ///< not owned
 };

@@ -105,7 +105,7 @@ int EngineShell::run() {
 
 void EngineShell::readStep() {
     if (!input_.empty() || !commands_.empty()) return;
-    game_->protocol().sendPrompt(*game_);
+    game_->protocol().sendPrompt(game_->record());
     input_.push_back(ReadLine());
 }
 
@@ -148,18 +148,16 @@ void EngineShell::pollInput() {
 // --- Searches ---
 
 void EngineShell::startSearch(const SearchRequest& request) {
-    const SearchKind kind = request.limits.kind;
-    if (game_->IsGameOver() && kind == SearchKind::analyze) {
+    if (game_->IsGameOver() && request.limits.kind == SearchKind::analyze) {
         analyzeFinishedGame();
         return;
     }
     writeSearchHeader(request);
-    game_->searchStatus = BasicProtocol::statusOfSearchKind(kind);
-    game_->search.Run(request.limits, request.position, *this);
+    game_->runSearch(request, *this);
 }
 
 void EngineShell::analyzeFinishedGame() {
-    game_->searchStatus = SearchStatus::analyzing;
+    game_->onSearchStarted(SearchKind::analyze);
     LogOnly(vocabulary::entering_analyze_compatibility_mode);
     try {
         for (;;) {

@@ -16,9 +16,9 @@ void CheckedCommand::Execute(ConnectedGame& game) {
     finished = true;
 }
 
-void CheckedCommand::finishWithSearch(ConnectedGame& game, SearchPurpose purpose) {
+void CheckedCommand::finishWithSearch(ConnectedGame& game, SearchKind kind) {
     finished = true;
-    game.requestSearch(purpose, game);
+    game.requestSearch(kind);
 }
 
 }  // namespace VorkaInterfaces

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 
-enum class SearchPurpose;
+enum class SearchKind : std::int32_t;
 
 namespace VorkaInterfaces {
 
@@ -44,7 +45,7 @@ class CheckedCommand : public Command {
     /// Does it. Runs again from its top if it aborts a search; sets nothing that would make the second run another one.
     virtual void work(ConnectedGame& game) = 0;
     /// The last act of a command that wants the current position searched: it is finished before the request leaves.
-    [[noreturn]] void finishWithSearch(ConnectedGame& game, SearchPurpose purpose);
+    [[noreturn]] void finishWithSearch(ConnectedGame& game, SearchKind kind);
 
   private:
     bool checked_ = false;

@@ -16,8 +16,8 @@ constexpr std::int32_t rest_of_the_game = -1;
 
 /// The side that the engine plays; unless that is exactly one, the side on move stands for it.
 [[nodiscard]] Colour EngineSide(const ConnectedGame& game) {
-    if (game.players[white].active == game.players[black].active) return game.side_to_move();
-    return game.players[white].active ? white : black;
+    if (game.player(white).active == game.player(black).active) return game.side_to_move();
+    return game.player(white).active ? white : black;
 }
 
 [[nodiscard]] std::string_view TrueOrFalse(bool value) { return value ? "true" : "false"; }
@@ -32,16 +32,16 @@ void LogClock(std::string_view title, const ChessClock& clock, Colour side) {
 /// What an interface said about the clocks, for the reader of the log.
 void LogClocks(const ConnectedGame& game) {
     const EchoScope log_only(vlog, Echo::off);
-    const Colour active = game.clock.active();
-    LogClock(vocabulary::clock_active_side, game.clock, active);
-    LogClock(vocabulary::clock_passive_side, game.clock, Opponent(active));
-    vlog << vocabulary::player1_played_by_engine << TrueOrFalse(game.players[white].active) << '\n'
-         << vocabulary::player2_played_by_engine << TrueOrFalse(game.players[black].active) << '\n';
+    const Colour active = game.clock().active();
+    LogClock(vocabulary::clock_active_side, game.clock(), active);
+    LogClock(vocabulary::clock_passive_side, game.clock(), Opponent(active));
+    vlog << vocabulary::player1_played_by_engine << TrueOrFalse(game.player(white).active) << '\n'
+         << vocabulary::player2_played_by_engine << TrueOrFalse(game.player(black).active) << '\n';
     vlog.Flush();
 }
 
 void SetClock(ConnectedGame& game, Colour side, std::int32_t centiseconds) {
-    game.clock.setMilliseconds(side, std::int64_t{centiseconds} * 10);
+    game.setMilliseconds(side, std::int64_t{centiseconds} * 10);
     LogClocks(game);
 }
 
@@ -54,7 +54,7 @@ void Command_sd::check(ConnectedGame&) {
     if (depth_ < 0) refuse(vocabulary::argument_out_of_bounds);
 }
 
-void Command_sd::work(ConnectedGame& game) { game.maxDepth = depth_; }
+void Command_sd::work(ConnectedGame& game) { game.setMaxDepth(depth_); }
 
 void Command_st::check(ConnectedGame&) {
     if (seconds_ < 0) refuse(vocabulary::argument_out_of_bounds);
@@ -63,13 +63,13 @@ void Command_st::check(ConnectedGame&) {
 void Command_st::work(ConnectedGame& game) {
     // More seconds than 32 bits hold as milliseconds (25 days) are as good as that.
     constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
-    game.maxTime = static_cast<std::int32_t>(std::min(std::int64_t{seconds_} * 1000, longest));
+    game.setMaxTime(static_cast<std::int32_t>(std::min(std::int64_t{seconds_} * 1000, longest)));
 }
 
 void Command_SetTimeControl::check(ConnectedGame&) { controls_ = readControls(); }
 
 void Command_SetTimeControl::work(ConnectedGame& game) {
-    for (const Colour side : {white, black}) game.clock.setControls(side, controls_[side]);
+    for (const Colour side : {white, black}) game.setTimeControls(side, controls_[side]);
 }
 
 Command_SetTimeControl::Controls Command_Level::readControls() const {

@@ -47,7 +47,7 @@ void Command_InitTablebases::check(ConnectedGame& game) {
     } catch (const string_conversion_error&) {
         refuse(vocabulary::could_not_parse_new_size);
     }
-    if (game.engineMode != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
+    if (game.mode() != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
 }
 
 VorkaTablebases::SourceOpener Command_InitTablebases::useOpener(VorkaTablebases::SourceOpener opener) {
@@ -230,7 +230,7 @@ void Command_OptimizePiece::work(ConnectedGame& game) {
     vlog << vocabulary::optimize_piece;
     vlog.Flush();
     if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
-        FindBestSquare(game.board(), *square, game.protocol().personality, game.engine.tables);
+        FindBestSquare(game.board(), *square, game.protocol().personality, game.engine().tables);
     } else {
         vlog << vocabulary::optimize_invalid_square;
     }

@@ -8,11 +8,11 @@
 namespace VorkaInterfaces {
 
 void Command_SendSearchStatus::work(ConnectedGame& game) {
-    const bool search_runs = !game.IsGameOver() && game.searchStatus != SearchStatus::none && game.search.info().valid;
-    game.protocol().sendSearchStatus(search_runs ? &game.search.info() : nullptr);
+    const bool search_runs = !game.IsGameOver() && game.runningSearch() && game.search().info().valid;
+    game.protocol().sendSearchStatus(search_runs ? &game.search().info() : nullptr);
 }
 
-void Command_Display::work(ConnectedGame& game) { game.protocol().showBoard(game, true); }
+void Command_Display::work(ConnectedGame& game) { game.protocol().showBoard(game.record(), true); }
 
 void Command_Eval::check(ConnectedGame& game) {
     // There is nothing to evaluate on the board that an impossible position leaves behind.
@@ -21,14 +21,14 @@ void Command_Eval::check(ConnectedGame& game) {
 
 void Command_Eval::work(ConnectedGame& game) {
     vlog << vocabulary::eval << ": "
-         << evaluate_for_display(game.board(), game.protocol().personality, game.engine.tables) << '\n';
+         << evaluate_for_display(game.board(), game.protocol().personality, game.engine().tables) << '\n';
     vlog.Flush();
 }
 
 void Command_Help::work(ConnectedGame& game) { game.protocol().showHelp(); }
 
 void Command_DisplayHashtableStatus::work(ConnectedGame& game) {
-    game.protocol().showHashtableStatus(game.engine.tables, true);
+    game.protocol().showHashtableStatus(game.engine().tables, true);
 }
 
 void Command_DisplayPersonality::work(ConnectedGame& game) { game.protocol().showPersonality(); }

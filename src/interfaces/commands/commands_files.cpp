@@ -45,7 +45,7 @@ void Command_ReadPGN::read(std::istream& file, UserBoard& position) const {
     ReadPgn(position, file, tags);
 }
 
-void Command_ReadPGN::onReplaced(ConnectedGame& game) { game.protocol().onGameLoaded(game); }
+void Command_ReadPGN::onReplaced(ConnectedGame& game) { game.protocol().onGameLoaded(game.record()); }
 
 void Command_WriteFile::work(ConnectedGame& game) {
     switch (ReplaceFile(path_, text(game))) {
@@ -68,10 +68,10 @@ Command_WritePGN::Command_WritePGN(std::string input_line, std::string path)
 
 std::string Command_WritePGN::text(const ConnectedGame& game) const {
     PGN_TAGS tags;
-    tags.white = game.players[white].name;
-    tags.black = game.players[black].name;
+    tags.white = game.player(white).name;
+    tags.black = game.player(black).name;
     std::ostringstream stream;
-    WritePgn(game, stream, tags);
+    WritePgn(game.record(), stream, tags);
     return stream.str();
 }
 

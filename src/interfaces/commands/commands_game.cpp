@@ -1,6 +1,7 @@
 #include "interfaces/commands/commands_game.h"
 
-#include "frame/base/checked_assert.h"
+#include <algorithm>
+
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
 #include "interfaces/protocols/connected_game.h"
@@ -12,7 +13,7 @@ namespace {
 
 /// Moves may be taken back and made again only where the engine does not play.
 [[nodiscard]] bool EngineLeavesBoardAlone(const ConnectedGame& game) {
-    return game.engineMode == EngineMode::force || game.engineMode == EngineMode::analyze;
+    return game.mode() == EngineMode::force || game.mode() == EngineMode::analyze;
 }
 
 [[nodiscard]] GameResult ResultOf(const std::string& word) {
@@ -40,39 +41,21 @@ namespace {
 // --- Who plays ---
 
 void Command_New::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.Reset();
-    game.clock.resetClock(white);
-    game.advisor.reset();
-    game.prediction = no_prediction;
-    game.maxDepth = 0;
-    game.maxTime = 0;
-    game.protocol().onBoardChanged(game);
-    if (game.engineMode == EngineMode::analyze) {
-        game.setPlayers(defaultHuman(), defaultEngine(false), true);
-        finishWithSearch(game, SearchPurpose::analyze);
-    }
-    game.setPlayers(defaultHuman(), defaultEngine(true), false);
+    game.newGame();
+    if (game.mode() == EngineMode::analyze) finishWithSearch(game, SearchKind::analyze);
 }
 
-void Command_Force::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.clock.stopClock();
-    game.leavePlay(EngineMode::force);
-}
+void Command_Force::work(ConnectedGame& game) { game.stopPlaying(); }
 
 void Command_Go::check(ConnectedGame& game) {
-    if (game.searchStatus == SearchStatus::thinking || game.searchStatus == SearchStatus::analyzing) {
+    if (game.runningSearch() == SearchKind::normal || game.runningSearch() == SearchKind::analyze) {
         refuse(vocabulary::command_not_legal_now);
     }
 }
 
 void Command_Go::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.setPlayers(defaultEngine(true), defaultHuman(), false);
-    game.clock.startClock();
-    game.advisor.reset();
-    finishWithSearch(game, SearchPurpose::think);
+    game.playSideOnMove();
+    finishWithSearch(game, SearchKind::normal);
 }
 
 void Command_Playother::check(ConnectedGame& game) {
@@ -80,12 +63,9 @@ void Command_Playother::check(ConnectedGame& game) {
 }
 
 void Command_Playother::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.setPlayers(defaultHuman(), defaultEngine(true), false);
-    game.clock.startClock();
-    game.advisor.reset();
+    game.playOtherSide();
     finished = true;
-    if (game.pondering) game.startPondering();
+    if (game.pondering()) game.startPondering();
 }
 
 void Command_Analyze::check(ConnectedGame& game) {
@@ -95,20 +75,15 @@ void Command_Analyze::check(ConnectedGame& game) {
 }
 
 void Command_Analyze::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.clock.stopClock();
-    game.leavePlay(EngineMode::analyze);
-    finishWithSearch(game, SearchPurpose::analyze);
+    game.startAnalysis();
+    finishWithSearch(game, SearchKind::analyze);
 }
 
 void Command_Exit::check(ConnectedGame& game) {
-    if (game.searchStatus != SearchStatus::analyzing) refuse(vocabulary::must_be_in_analyze_mode);
+    if (game.runningSearch() != SearchKind::analyze) refuse(vocabulary::must_be_in_analyze_mode);
 }
 
-void Command_Exit::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.engineMode = EngineMode::force;
-}
+void Command_Exit::work(ConnectedGame& game) { game.leaveAnalysis(); }
 
 // --- Moves ---
 
@@ -117,7 +92,11 @@ void Command_Move::Execute(ConnectedGame& game) {
         check(game);
         checked_ = true;
     }
-    if (!made_) play(game);
+    if (!made_) {
+        was_expected_ = game.forecast().Is(move_);
+        notation_ = game.playMove(move_);
+        made_ = true;
+    }
     react(game);
     finished = true;
 }
@@ -126,49 +105,35 @@ void Command_Move::check(const ConnectedGame& game) {
     MoveParseError error{};
     const Move move = game.IsGameOver() ? INVALID : ParseMove(text_, game.board(), error);
     if (move == INVALID) throw ErrorCommand(ErrorCommand::Kind::illegal_move, {}, line);
-    if (game.searchStatus == SearchStatus::thinking) refuse(vocabulary::it_is_not_your_turn_now);
+    if (game.runningSearch() == SearchKind::normal) refuse(vocabulary::it_is_not_your_turn_now);
     move_ = move;
-}
-
-void Command_Move::play(ConnectedGame& game) {
-    predicted_ = game.prediction;
-    game.makeMove(move_, notation_);
-    made_ = true;
-    game.protocol().onBoardChanged(game);
-    if (game.engineMode == EngineMode::one_side) game.clock.startClock();
 }
 
 void Command_Move::react(ConnectedGame& game) {
     if (game.IsGameOver()) {
         finishGame(game);
-    } else if (isPonderHit(game)) {
-        game.search.PonderHit();
-        game.searchStatus = SearchStatus::thinking;
+    } else if (was_expected_ && game.runningSearch() == SearchKind::pondering) {
+        game.ponderHit();
         game.protocol().sendPredictedMoveMade(notation_);
     } else {
         game.abortSearch(true);
-        if (game.engineMode == EngineMode::one_side) requestSearch(game, SearchPurpose::think);
-        if (game.engineMode != EngineMode::force) requestSearch(game, SearchPurpose::analyze);
+        if (game.mode() == EngineMode::one_side) requestSearch(game, SearchKind::normal);
+        if (game.mode() != EngineMode::force) requestSearch(game, SearchKind::analyze);
     }
 }
 
 void Command_Move::finishGame(ConnectedGame& game) {
     game.abortSearch(true);
-    game.protocol().sendGameResult(game, game.result(), game.reason(), game.engineMode);
-    game.clock.stopClock();
-    if (game.engineMode == EngineMode::analyze && game.protocol().analyzesFinishedGames()) {
-        requestSearch(game, SearchPurpose::analyze);
+    game.announceResult();
+    if (game.mode() == EngineMode::analyze && game.protocol().analyzesFinishedGames()) {
+        requestSearch(game, SearchKind::analyze);
     }
-    game.leavePlay(EngineMode::force);
+    game.stopPlaying();
 }
 
-bool Command_Move::isPonderHit(const ConnectedGame& game) const {
-    return game.searchStatus == SearchStatus::pondering && (predicted_ & move_bits) == (move_ & move_bits);
-}
-
-void Command_Move::requestSearch(ConnectedGame& game, SearchPurpose purpose) {
+void Command_Move::requestSearch(ConnectedGame& game, SearchKind kind) {
     finished = true;
-    game.requestSearch(purpose, game);
+    game.requestSearch(kind);
 }
 
 // --- Taking back and making again ---
@@ -181,15 +146,14 @@ void Command_Undo::check(ConnectedGame& game) {
 
 void Command_Undo::work(ConnectedGame& game) {
     game.abortSearch(true);
-    std::int32_t remaining = count_;
-    for (; remaining > 0 && !game.made_moves().empty(); --remaining) game.UndoMove();
+    const std::size_t moves = std::min(static_cast<std::size_t>(count_), game.made_moves().size());
+    const std::int32_t remaining = count_ - static_cast<std::int32_t>(moves);
     if (remaining > 0 && count_ != all_moves) {
         game.protocol().tellUser(std::string(vocabulary::could_not_undo) + ' ' + VorkaUtils::ToString(remaining) + ' ' +
                                  std::string(vocabulary::moves_not_undone_at_start_position));
     }
-    game.prediction = no_prediction;
-    game.protocol().onBoardChanged(game);
-    if (game.engineMode == EngineMode::analyze) finishWithSearch(game, SearchPurpose::analyze);
+    game.takeBack(moves);
+    if (game.mode() == EngineMode::analyze) finishWithSearch(game, SearchKind::analyze);
 }
 
 void Command_Next::check(ConnectedGame& game) {
@@ -200,47 +164,42 @@ void Command_Next::check(ConnectedGame& game) {
 
 void Command_Next::work(ConnectedGame& game) {
     game.abortSearch(true);
-    std::int32_t remaining = count_;
-    for (; remaining > 0 && !game.next_moves().empty(); --remaining) game.NextMove();
+    const std::size_t moves = std::min(static_cast<std::size_t>(count_), game.next_moves().size());
+    const std::int32_t remaining = count_ - static_cast<std::int32_t>(moves);
     if (remaining > 0 && count_ != all_moves) {
         game.protocol().tellUser(VorkaUtils::ToString(remaining) + ' ' +
                                  std::string(vocabulary::moves_not_made_next_move_buffer_is_empty));
     }
-    game.prediction = no_prediction;
-    game.protocol().onBoardChanged(game);
-    if (game.engineMode != EngineMode::analyze) return;
-    if (!game.IsGameOver()) finishWithSearch(game, SearchPurpose::analyze);
-    game.clock.stopClock();
-    game.leavePlay(EngineMode::force);
+    game.makeAgain(moves);
+    if (game.mode() != EngineMode::analyze) return;
+    if (!game.IsGameOver()) finishWithSearch(game, SearchKind::analyze);
+    game.stopPlaying();
 }
 
 void Command_Remove::check(ConnectedGame& game) {
-    const bool opponent_on_move = game.engineMode == EngineMode::one_side && !game.players[game.side_to_move()].active;
-    if (game.engineMode != EngineMode::force && !opponent_on_move) refuse(vocabulary::command_not_legal_now);
+    const bool opponent_on_move = game.mode() == EngineMode::one_side && !game.player(game.side_to_move()).active;
+    if (game.mode() != EngineMode::force && !opponent_on_move) refuse(vocabulary::command_not_legal_now);
     if (game.made_moves().size() < 2) refuse(vocabulary::no_moves_to_remove);
     // The one check that changes the game while a search may still run: that search has a copy of its own.
-    game.UndoMove();
-    game.UndoMove();
-    game.prediction = no_prediction;
-    game.protocol().onBoardChanged(game);
+    game.takeBack(2);
 }
 
 void Command_Remove::work(ConnectedGame& game) {
     game.abortSearch(true);
     finished = true;
-    if (game.engineMode == EngineMode::one_side && game.pondering) game.startPondering();
+    if (game.mode() == EngineMode::one_side && game.pondering()) game.startPondering();
 }
 
 // --- The end of a game ---
 
 void Command_Draw::check(ConnectedGame& game) {
     if (game.IsGameOver()) refuse(vocabulary::game_over);
-    if (game.engineMode != EngineMode::one_side) refuse(vocabulary::command_not_legal_now);
+    if (game.mode() != EngineMode::one_side) refuse(vocabulary::command_not_legal_now);
 }
 
 void Command_Draw::work(ConnectedGame& game) {
-    game.protocol().sendDrawOfferDeferred(game.advisor.opponentIsComputer);
-    game.advisor.drawOfferPending = true;
+    game.protocol().sendDrawOfferDeferred(game.advisor().opponentIsComputer);
+    game.takeDrawOffer();
 }
 
 Command_Result::Command_Result(std::string input_line, const std::string& word, const std::string& comment)
@@ -251,45 +210,41 @@ void Command_Result::check(ConnectedGame&) {
 }
 
 void Command_Result::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.clock.stopClock();
-    game.leavePlay(EngineMode::force);
-    if (game.IsGameOver()) {
-        game.protocol().sendCommandIgnored(vocabulary::game_over);
-    } else {
-        game.EndGame(result_, reason_);
-    }
+    if (!game.endGame(result_, reason_)) game.protocol().sendCommandIgnored(vocabulary::game_over);
 }
 
 // --- The search ---
 
 void Command_Hint::check(ConnectedGame& game) {
-    const bool has_answer = game.prediction != no_prediction && game.prediction != prediction_pending;
-    if (!has_answer && game.searchStatus != SearchStatus::none) refuse(vocabulary::command_not_legal_now);
+    const Forecast::State state = game.forecast().state();
+    const bool has_answer = state == Forecast::State::move || state == Forecast::State::no_move_exists;
+    if (!has_answer && game.runningSearch()) refuse(vocabulary::command_not_legal_now);
 }
 
 void Command_Hint::work(ConnectedGame& game) {
-    CHECKED_ASSERT(game.prediction != prediction_pending, vocabulary::unfinished_hint_request);
-    if (game.prediction == no_prediction) {
-        game.prediction = prediction_pending;
-        finishWithSearch(game, SearchPurpose::hint);
+    switch (game.forecast().state()) {
+        case Forecast::State::none:
+        case Forecast::State::hint_pending:
+            finished = true;
+            game.requestHint();
+        case Forecast::State::no_move_exists:
+            game.protocol().sendHint({});
+            break;
+        case Forecast::State::move:
+            game.protocol().sendHint(MoveToSan(game.board(), game.forecast().move()));
+            break;
     }
-    const bool move_exists = game.prediction != prediction_no_move_exists;
-    game.protocol().sendHint(move_exists ? MoveToSan(game.board(), game.prediction) : std::string());
 }
 
 void Command_MoveNow::work(ConnectedGame& game) {
-    if (game.searchStatus != SearchStatus::thinking) {
+    if (game.runningSearch() != SearchKind::normal) {
         game.protocol().sendCommandIgnored(vocabulary::no_search_running);
         return;
     }
     finished = true;
-    throw search_aborted_exception{.discard = false};
+    game.abortSearch(false);
 }
 
-void Command_SetPondering::work(ConnectedGame& game) {
-    game.pondering = pondering_;
-    if (!pondering_ && game.searchStatus == SearchStatus::pondering) game.abortSearch(true);
-}
+void Command_SetPondering::work(ConnectedGame& game) { game.setPondering(pondering_); }
 
 }  // namespace VorkaInterfaces

@@ -81,16 +81,14 @@ class Command_Move : public Command {
 
   private:
     void check(const ConnectedGame& game);
-    void play(ConnectedGame& game);
     void finishGame(ConnectedGame& game);
     /// What the engine does about the new position.
     void react(ConnectedGame& game);
-    [[nodiscard]] bool isPonderHit(const ConnectedGame& game) const;
-    [[noreturn]] void requestSearch(ConnectedGame& game, SearchPurpose purpose);
+    [[noreturn]] void requestSearch(ConnectedGame& game, SearchKind kind);
 
     const std::string text_;
     Move move_ = INVALID;
-    std::uint32_t predicted_ = 0;  ///< the forecast that the move is held against; making a move forgets it
+    bool was_expected_ = false;  ///< by the forecast, which making the move forgets
     std::string notation_;
     bool checked_ = false;
     bool made_ = false;  ///< the rest may run again behind an aborted search, the move may not

@@ -31,24 +31,14 @@ void Command_Ping::work(ConnectedGame&) {
 
 void Command_Id::work(ConnectedGame& game) { game.protocol().id = id_; }
 
-void Command_Name::work(ConnectedGame& game) {
-    playerDefaults().opponentName = name_;
-    for (PlayerInfo& player : game.players) {
-        if (!player.isEngine) player.name = name_;
-    }
-}
+void Command_Name::work(ConnectedGame& game) { game.nameOpponent(name_); }
 
 void Command_Rating::check(ConnectedGame&) {
     if (engine_ < 0 || opponent_ < 0) refuse(vocabulary::argument_out_of_bounds);
 }
 
-void Command_Rating::work(ConnectedGame& game) {
-    playerDefaults().engineRating = engine_;
-    playerDefaults().opponentRating = opponent_;
-    if (game.players[white].active == game.players[black].active) return;
-    for (PlayerInfo& player : game.players) player.rating = player.active ? engine_ : opponent_;
-}
+void Command_Rating::work(ConnectedGame& game) { game.ratePlayers(engine_, opponent_); }
 
-void Command_Computer::work(ConnectedGame& game) { game.advisor.opponentIsComputer = true; }
+void Command_Computer::work(ConnectedGame& game) { game.setOpponentIsComputer(); }
 
 }  // namespace VorkaInterfaces

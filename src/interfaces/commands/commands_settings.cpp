@@ -28,7 +28,7 @@ std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
 }
 
 /// What the search relies on may change in force mode alone, where none runs.
-bool isForced(const ConnectedGame& game) { return game.engineMode == EngineMode::force; }
+bool isForced(const ConnectedGame& game) { return game.mode() == EngineMode::force; }
 
 ABSTRACT_HASH_TABLE* tableNamed(std::string_view type, HashTables& tables) {
     if (type == vocabulary::hash_word_transposition) return &tables.transposition;
@@ -40,7 +40,7 @@ ABSTRACT_HASH_TABLE* tableNamed(std::string_view type, HashTables& tables) {
 }  // namespace
 
 void Command_DisplaySettingVariables::check(ConnectedGame& game) {
-    const Settings settings = Settings::Of(game.engine.settings);
+    const Settings settings = Settings::Of(game.engine().settings);
     std::ostringstream text;
     try {
         if (names_.empty() || names_ == vocabulary::all) {
@@ -63,7 +63,7 @@ void Command_DisplaySettingVariables::work(ConnectedGame&) {
 
 void Command_ChangeSettings::check(ConnectedGame& game) {
     if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
-    Settings changed = Settings::Of(game.engine.settings);
+    Settings changed = Settings::Of(game.engine().settings);
     try {
         change(changed);
     } catch (const TextException& error) {
@@ -72,7 +72,7 @@ void Command_ChangeSettings::check(ConnectedGame& game) {
     settings_.emplace(std::move(changed));
 }
 
-void Command_ChangeSettings::work(ConnectedGame& game) { settings_->ApplyTo(game.engine.settings); }
+void Command_ChangeSettings::work(ConnectedGame& game) { settings_->ApplyTo(game.engine().settings); }
 
 void Command_ModifySettingVariables::change(Settings& settings) const {
     const std::vector<std::string_view> pieces = SplitAtSemicolons(assignments_);
@@ -92,14 +92,14 @@ void Command_ReadSearchSettings::change(Settings& settings) const { settings.Rea
 
 void Command_WriteSearchSettings::work(ConnectedGame& game) {
     try {
-        Settings::Of(game.engine.settings).WriteFile(path_);
+        Settings::Of(game.engine().settings).WriteFile(path_);
     } catch (const Settings::SettingsException& error) {
         refuse(error.text());
     }
 }
 
 void Command_ResizeHashtable::check(ConnectedGame& game) {
-    table_ = tableNamed(type_, game.engine.tables);
+    table_ = tableNamed(type_, game.engine().tables);
     if (table_ == nullptr) refuse(vocabulary::unknown_hashtable_type);
     try {
         bytes_ = VorkaUtils::ParseSize(size_);
@@ -122,8 +122,7 @@ void Command_SetPersonality::work(ConnectedGame& game) {
     constexpr std::int32_t most = 1000;
     const std::int32_t value = std::clamp(value_, -most, most);
     if (value == game.protocol().personality) return;
-    game.search.SetPersonality(value);
-    game.protocol().personality = static_cast<std::int16_t>(value);
+    game.setPersonality(static_cast<std::int16_t>(value));
 }
 
 void Command_Contempt::check(ConnectedGame& game) {
@@ -132,10 +131,7 @@ void Command_Contempt::check(ConnectedGame& game) {
 
 void Command_Contempt::work(ConnectedGame& game) {
     constexpr std::int32_t most = 32767;
-    const std::int32_t value = std::clamp(value_, -most, most);
-    if (value == game.search.contempt()) return;
-    game.search.SetContempt(value);
-    game.advisor.setDrawValue(value);
+    game.setContempt(std::clamp(value_, -most, most));
 }
 
 }  // namespace VorkaInterfaces

@@ -11,25 +11,17 @@ namespace VorkaInterfaces {
 void Command_SetSide::check(ConnectedGame& game) {
     if (side_ == game.side_to_move()) return;
     try {
-        UserBoard flipped = game;
+        UserBoard flipped = game.record();
         flipped.ChangeSide();
     } catch (const UserBoard::invalid_board_after_changing_side&) {
         refuse(vocabulary::cannot_change_sides);
     }
 }
 
-void Command_SetSide::work(ConnectedGame& game) {
-    game.abortSearch(true);
-    if (side_ != game.side_to_move()) {
-        game.ChangeSide();
-        game.prediction = no_prediction;
-    }
-    game.clock.stopClock();
-    game.setPlayers(defaultHuman(), defaultEngine(true), false);
-}
+void Command_SetSide::work(ConnectedGame& game) { game.giveMoveTo(side_); }
 
 void Command_SetupBoardCommands::check(ConnectedGame& game) {
-    if (game.engineMode != EngineMode::force && game.engineMode != EngineMode::analyze) {
+    if (game.mode() != EngineMode::force && game.mode() != EngineMode::analyze) {
         refuse(vocabulary::must_be_in_force_mode);
     }
     status_ = readPosition(game, position_);
@@ -50,10 +42,9 @@ void Command_SetupBoardCommands::work(ConnectedGame& game) {
 }
 
 void Command_SetupBoardCommands::replaceGame(ConnectedGame& game) {
-    game.abortSearch(true);
-    game.replaceGame(position_);
+    game.setPosition(position_);
     onReplaced(game);
-    if (game.engineMode == EngineMode::analyze) finishWithSearch(game, SearchPurpose::analyze);
+    if (game.mode() == EngineMode::analyze) finishWithSearch(game, SearchKind::analyze);
 }
 
 void Command_SetupBoardCommands::answerIllegalPosition(ConnectedGame& game) {
@@ -63,12 +54,10 @@ void Command_SetupBoardCommands::answerIllegalPosition(ConnectedGame& game) {
     }
     // The interface believes in its position. Playing on in the old one would be wrong moves, so there is none any
     // more.
-    game.abortSearch(true);
+    game.setInvalidPosition();
     game.protocol().tellUser(std::string(vocabulary::illegal_position));
-    game.SetInvalid();
-    game.prediction = no_prediction;
     // Analyze mode goes on without a position, so that `exit` still leaves it.
-    if (game.engineMode == EngineMode::analyze) finishWithSearch(game, SearchPurpose::analyze);
+    if (game.mode() == EngineMode::analyze) finishWithSearch(game, SearchKind::analyze);
 }
 
 PositionStatus Command_Setboard::readPosition(ConnectedGame&, UserBoard& position) {

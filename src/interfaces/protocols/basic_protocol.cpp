@@ -14,24 +14,13 @@ namespace VorkaInterfaces {
 
 namespace {
 
-struct SearchKindWords {
-    std::string_view name;
-    SearchStatus status;
-};
-
 /// By SearchKind.
-constexpr std::array search_kinds{
-    SearchKindWords{vocabulary::search_kind_normal, SearchStatus::thinking},
-    SearchKindWords{vocabulary::search_kind_analyze, SearchStatus::analyzing},
-    SearchKindWords{vocabulary::search_kind_pondering, SearchStatus::pondering},
-    SearchKindWords{vocabulary::search_kind_puzzle, SearchStatus::hint},
+constexpr std::array search_kind_names{
+    vocabulary::search_kind_normal,
+    vocabulary::search_kind_analyze,
+    vocabulary::search_kind_pondering,
+    vocabulary::search_kind_puzzle,
 };
-
-[[nodiscard]] SearchKindWords Describe(SearchKind kind) {
-    const auto index = static_cast<std::size_t>(kind);
-    return index < search_kinds.size() ? search_kinds[index]
-                                       : SearchKindWords{vocabulary::search_kind_normal, SearchStatus::none};
-}
 
 /// No line of a move list is longer, unless a single move is.
 constexpr std::size_t move_list_width = 70;
@@ -55,9 +44,10 @@ void WriteFilling(const ABSTRACT_HASH_TABLE& table) {
 
 }  // namespace
 
-std::string_view BasicProtocol::nameOfSearchKind(SearchKind kind) { return Describe(kind).name; }
-
-SearchStatus BasicProtocol::statusOfSearchKind(SearchKind kind) { return Describe(kind).status; }
+std::string_view BasicProtocol::nameOfSearchKind(SearchKind kind) {
+    const auto index = static_cast<std::size_t>(kind);
+    return index < search_kind_names.size() ? search_kind_names[index] : search_kind_names.front();
+}
 
 void BasicProtocol::copyStateFrom(const BasicProtocol& other) {
     personality = other.personality;

@@ -28,7 +28,6 @@ class BasicProtocol : public GameProtocol {
     std::string id;                ///< added to the engine's name, or replacing it if it begins with "##"
 
     [[nodiscard]] static std::string_view nameOfSearchKind(SearchKind kind);
-    [[nodiscard]] static SearchStatus statusOfSearchKind(SearchKind kind);
 
     virtual void copyStateFrom(const BasicProtocol& other);
     /// Whether `analyze` is allowed after the end of a game.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -11,8 +12,8 @@ namespace VorkaInterfaces {
 /// The game with the protocol in force: what the shell owns and the commands work on.
 class ConnectedGame : public GameControl {
   public:
-    ConnectedGame(Engine& its_engine, std::unique_ptr<BasicProtocol> first_protocol)
-        : GameControl(its_engine, *first_protocol), protocol_(std::move(first_protocol)) {}
+    ConnectedGame(Engine& engine, std::unique_ptr<BasicProtocol> first_protocol)
+        : GameControl(engine, *first_protocol), protocol_(std::move(first_protocol)) {}
 
     [[nodiscard]] BasicProtocol& protocol() const { return *protocol_; }
     /// Puts another protocol in force; it takes over the state of the old one and starts.
@@ -21,6 +22,11 @@ class ConnectedGame : public GameControl {
         speakThrough(*protocol);
         protocol_ = std::move(protocol);
         protocol_->start();
+    }
+    /// The search plays in the style of this personality, and the protocol tells it.
+    void setPersonality(std::int16_t value) {
+        setSearchPersonality(value);
+        protocol_->personality = value;
     }
 
   private:

@@ -4,16 +4,13 @@
 
 #include "chess/user_board.h"
 
-/// What a search is for.
+/// What a search is for, and what the engine is doing while it runs.
 enum class SearchKind : std::int32_t {
     normal = 0,     ///< on the engine's own clock; its best move is played
     analyze = 1,    ///< never stops by itself
     pondering = 2,  ///< on the opponent's clock, on the predicted move; never stops by itself
     puzzle = 3,     ///< a short run for a hint or a forecast
 };
-
-/// What the engine is doing, as the commands see it.
-enum class SearchStatus : std::int32_t { none = 0, thinking = 1, pondering = 2, analyzing = 3, hint = 4 };
 
 /// How far a search may go. 0 means no bound everywhere.
 struct SearchLimits {

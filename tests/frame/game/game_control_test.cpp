@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 
 #include "support/board_builder.h"
 #include "support/fake_search_host.h"
+#include "support/game_access.h"
 #include "support/log_capture.h"
 #include "support/recording_game_protocol.h"
 #include "support/row_name.h"
@@ -26,16 +28,16 @@ class Game {
     explicit Game(Like model = Like::console, const std::string& fen = start_fen)
         : protocol(model, calls),
           control(engine, (playerDefaults() = PlayerDefaults{.opponentName = "Incognito"}, protocol)) {
-        control.SetBoardFromFen(fen);
-        control.clock.resetClock(control.side_to_move());
-        control.setPlayers(defaultEngine(true), defaultHuman(), false);
+        GameAccess::record(control).SetBoardFromFen(fen);
+        GameAccess::clock(control).resetClock(control.side_to_move());
+        GameAccess::setPlayers(control, defaultEngine(true), defaultHuman(), false);
     }
 
-    /// Runs a real search over so many iterations, and then the end-of-search handler as for `status`.
-    void Search(SearchStatus status, int depth = 2) {
+    /// Runs a real search over so many iterations, and then the end-of-search handler as for `kind`.
+    void Search(std::optional<SearchKind> kind, int depth = 2) {
         FakeSearchHost host;
-        control.search.Run({.kind = SearchKind::normal, .max_depth = depth}, control, host);
-        control.searchStatus = status;
+        GameAccess::search(control).Run({.kind = SearchKind::normal, .max_depth = depth}, control.record(), host);
+        GameAccess::pretendSearch(control, kind);
         Finish(false);
     }
     void Finish(bool discard) {
@@ -49,6 +51,10 @@ class Game {
         } catch (const search_request_received_exception& received) {
             request = received.request;
         }
+    }
+    [[nodiscard]] SearchLimits LimitsOf(SearchKind kind) {
+        Run([&] { control.requestSearch(kind); });
+        return request.value().limits;
     }
     [[nodiscard]] Move MoveNamed(std::string_view text) const { return MoveOf(control.board(), text); }
 
@@ -75,17 +81,17 @@ TEST(GameControl, BeginsWithTheEngineAsBlack) {
     RecordingGameProtocol protocol(Like::console, calls);
     Engine engine;
     const GameControl control(engine, protocol);
-    EXPECT_EQ(control.engineMode, EngineMode::one_side);
-    EXPECT_FALSE(control.players[white].active);
-    EXPECT_EQ(control.players[white].name, "Incognito");
-    EXPECT_TRUE(control.players[black].active);
-    EXPECT_TRUE(control.players[black].isEngine);
-    EXPECT_EQ(control.players[black].name, "Vorka");
-    EXPECT_EQ(control.searchStatus, SearchStatus::none);
-    EXPECT_EQ(control.prediction, no_prediction);
-    EXPECT_FALSE(control.pondering);
-    EXPECT_EQ(control.maxTime, 0);
-    EXPECT_EQ(control.maxDepth, 0);
+    EXPECT_EQ(control.mode(), EngineMode::one_side);
+    EXPECT_FALSE(control.player(white).active);
+    EXPECT_EQ(control.player(white).name, "Incognito");
+    EXPECT_TRUE(control.player(black).active);
+    EXPECT_TRUE(control.player(black).isEngine);
+    EXPECT_EQ(control.player(black).name, "Vorka");
+    EXPECT_EQ(control.runningSearch(), std::nullopt);
+    EXPECT_EQ(control.forecast(), Forecast());
+    EXPECT_FALSE(control.pondering());
+    EXPECT_EQ(GameAccess::maxTime(control), 0);
+    EXPECT_EQ(GameAccess::maxDepth(control), 0);
     EXPECT_THAT(calls, IsEmpty());
 }
 
@@ -114,10 +120,10 @@ class Players : public testing::TestWithParam<PlayersRow> {};
 TEST_P(Players, SetTheEngineMode) {
     Game game(Like::console, "7k/8/8/8/8/8/q7/7K b - - 0 1");
     const PlayersRow& row = GetParam();
-    game.control.setPlayers(defaultEngine(row.on_move), defaultEngine(row.not_on_move), row.analyze);
-    EXPECT_EQ(game.control.engineMode, row.mode);
-    EXPECT_EQ(game.control.players[black].active, row.on_move);
-    EXPECT_EQ(game.control.players[white].active, row.not_on_move);
+    GameAccess::setPlayers(game.control, defaultEngine(row.on_move), defaultEngine(row.not_on_move), row.analyze);
+    EXPECT_EQ(game.control.mode(), row.mode);
+    EXPECT_EQ(game.control.player(black).active, row.on_move);
+    EXPECT_EQ(game.control.player(white).active, row.not_on_move);
 }
 
 INSTANTIATE_TEST_SUITE_P(GameControl, Players,
@@ -125,24 +131,23 @@ INSTANTIATE_TEST_SUITE_P(GameControl, Players,
                                          PlayersRow{"SideOnMove", true, false, false, EngineMode::one_side},
                                          PlayersRow{"OtherSide", false, true, false, EngineMode::one_side},
                                          PlayersRow{"BothSides", true, true, false, EngineMode::both_sides},
-                                         PlayersRow{"Analyze", false, false, true, EngineMode::analyze},
-                                         PlayersRow{"AnalyzeAlthoughActive", true, false, true, EngineMode::analyze}),
+                                         PlayersRow{"Analyze", false, false, true, EngineMode::analyze}),
                          RowName<PlayersRow>);
 
-TEST(GameControl, LeavingPlayClearsBothSides) {
+TEST(GameControl, AnalysisTakesBothSidesFromTheEngine) {
     Game game;
-    game.control.setPlayers(defaultEngine(true), defaultEngine(true), false);
-    game.control.leavePlay(EngineMode::analyze);
-    EXPECT_EQ(game.control.engineMode, EngineMode::analyze);
-    EXPECT_FALSE(game.control.players[white].active);
-    EXPECT_FALSE(game.control.players[black].active);
+    GameAccess::setPlayers(game.control, defaultEngine(true), defaultEngine(true), false);
+    game.control.startAnalysis();
+    EXPECT_EQ(game.control.mode(), EngineMode::analyze);
+    EXPECT_FALSE(game.control.player(white).active);
+    EXPECT_FALSE(game.control.player(black).active);
 }
 
 TEST(GameControl, AbortUnwindsOnlyARunningSearch) {
     Game game;
     EXPECT_NO_THROW(game.control.abortSearch(true));
     for (const bool discard : {true, false}) {
-        game.control.searchStatus = SearchStatus::hint;
+        GameAccess::pretendSearch(game.control, SearchKind::puzzle);
         try {
             game.control.abortSearch(discard);
             FAIL() << "the search goes on";
@@ -166,9 +171,9 @@ class Budget : public testing::TestWithParam<BudgetRow> {};
 TEST_P(Budget, FollowsFromTheClock) {
     const BudgetRow& row = GetParam();
     Game game;
-    game.control.clock.setControls(white, {{.moves = row.moves_left, .base = 1, .increment = 0, .next = -1}});
-    game.control.clock.setMilliseconds(white, row.left);
-    const SearchLimits limits = game.control.limitsFor(SearchPurpose::think);
+    game.control.setTimeControls(white, {{.moves = row.moves_left, .base = 1, .increment = 0, .next = -1}});
+    game.control.setMilliseconds(white, row.left);
+    const SearchLimits limits = game.LimitsOf(SearchKind::normal);
     EXPECT_EQ(limits.kind, SearchKind::normal);
     EXPECT_EQ(limits.max_depth, 0);
     EXPECT_EQ(limits.max_time_limit, row.maximum);
@@ -195,37 +200,37 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(GameControl, BoundsOfThePlayerHoldForThinkingAndPondering) {
     Game game;
-    game.control.maxTime = 5000;
-    game.control.maxDepth = 7;
-    for (const SearchPurpose purpose : {SearchPurpose::think, SearchPurpose::ponder}) {
-        const SearchLimits limits = game.control.limitsFor(purpose);
+    game.control.setMaxTime(5000);
+    game.control.setMaxDepth(7);
+    for (const SearchKind kind : {SearchKind::normal, SearchKind::pondering}) {
+        const SearchLimits limits = game.LimitsOf(kind);
         EXPECT_EQ(limits.max_time_limit, 5000);
         EXPECT_EQ(limits.variable_time_limit, 3658);
         EXPECT_EQ(limits.max_depth, 7);
     }
-    game.control.maxTime = 200000;  // looser than the clock
-    EXPECT_EQ(game.control.limitsFor(SearchPurpose::think).max_time_limit, 135000);
+    game.control.setMaxTime(200000);  // looser than the clock
+    EXPECT_EQ(game.LimitsOf(SearchKind::normal).max_time_limit, 135000);
 }
 
 TEST(GameControl, PonderingLooksAtTheClockThatStands) {
     Game game;
-    game.control.clock.setMilliseconds(white, 0);
-    EXPECT_EQ(game.control.limitsFor(SearchPurpose::think).max_time_limit, 150);
-    const SearchLimits limits = game.control.limitsFor(SearchPurpose::ponder);
+    game.control.setMilliseconds(white, 0);
+    EXPECT_EQ(game.LimitsOf(SearchKind::normal).max_time_limit, 150);
+    const SearchLimits limits = game.LimitsOf(SearchKind::pondering);
     EXPECT_EQ(limits.kind, SearchKind::pondering);
     EXPECT_EQ(limits.max_time_limit, 135000);
 }
 
 TEST(GameControl, AnalysisHasNoLimitsAndAHintHasItsOwn) {
     Game game;
-    game.control.maxTime = 10;
-    game.control.maxDepth = 3;
-    const SearchLimits analysis = game.control.limitsFor(SearchPurpose::analyze);
+    game.control.setMaxTime(10);
+    game.control.setMaxDepth(3);
+    const SearchLimits analysis = game.LimitsOf(SearchKind::analyze);
     EXPECT_EQ(analysis.kind, SearchKind::analyze);
     EXPECT_EQ(analysis.max_depth, 0);
     EXPECT_EQ(analysis.max_time_limit, 0);
     EXPECT_EQ(analysis.variable_time_limit, 0);
-    const SearchLimits hint = game.control.limitsFor(SearchPurpose::hint);
+    const SearchLimits hint = game.LimitsOf(SearchKind::puzzle);
     EXPECT_EQ(hint.kind, SearchKind::puzzle);
     EXPECT_EQ(hint.max_depth, 0);
     EXPECT_EQ(hint.max_time_limit, 1000);
@@ -234,150 +239,377 @@ TEST(GameControl, AnalysisHasNoLimitsAndAHintHasItsOwn) {
 
 TEST(GameControl, RequestCarriesACopyOfThePosition) {
     Game game(Like::console, winning);
-    game.Run([&] { game.control.requestSearch(SearchPurpose::analyze, game.control); });
+    game.Run([&] { game.control.requestSearch(SearchKind::analyze); });
     ASSERT_TRUE(game.request);
     EXPECT_EQ(game.request->limits.kind, SearchKind::analyze);
-    game.control.Reset();
+    GameAccess::record(game.control).Reset();
     EXPECT_EQ(game.request->position.GetFen(), "7k/8/8/8/8/8/Q7/K7 w - - 0 2");
 }
 
-// --- Changes of the game ---
+// --- Operations ---
 
-TEST(GameControl, MoveIsNotedSwitchesTheClockAndForgetsThePrediction) {
-    Game game;
-    game.control.prediction = game.MoveNamed("e2e4");
-    std::string text;
-    game.control.makeMove(game.MoveNamed("g1f3"), text);
-    EXPECT_EQ(text, "Nf3");
-    EXPECT_EQ(game.control.clock.active(), black);
-    EXPECT_EQ(game.control.clock.movesLeft(white), 39);
-    EXPECT_EQ(game.control.prediction, no_prediction);
-    EXPECT_EQ(game.control.made_moves().size(), 1U);
+const std::string one_queen = "7k/8/8/8/8/8/q7/7K b - - 0 1";
+
+/// A game in which everything stands that an operation might have to put back.
+class LivelyGame : public Game {
+  public:
+    explicit LivelyGame(Like model = Like::console) : Game(model) {
+        GameAccess::record(control).MakeMoveFromText("g1f3");
+        GameAccess::record(control).MakeMoveFromText("e7e5");
+        GameAccess::record(control).UndoMove();
+        GameAccess::forecast(control) = Forecast::Of(MoveNamed("e7e5"));
+        GameAccess::advisor(control).searches = 9;
+        GameAccess::clock(control).startClock();
+        control.setMilliseconds(white, 5);
+        control.setMaxDepth(7);
+        control.setMaxTime(3000);
+    }
+};
+
+/// What an operation does to the rest of the game.
+struct OperationRow {
+    std::string name;
+    std::function<void(GameControl&)> run;
+    std::string calls = {};  ///< what the protocol is told, but for the position
+    bool forgets_forecast = false;
+    bool resets_advisor = false;
+    bool ends_search = true;
+    std::optional<bool> clock_runs = {};  ///< none: as before
+    EngineMode mode = EngineMode::one_side;
+};
+
+UserBoard OtherGame() {
+    UserBoard other;
+    other.SetBoardFromFen(one_queen);
+    return other;
+}
+
+Move PawnToE5(const GameControl& game) { return MoveOf(game.board(), "e7e5"); }
+
+// clang-format off
+const std::vector<OperationRow> operations{
+    {.name = "NewGame", .run = [](GameControl& g) { g.newGame(); },
+     .calls = "onBoardChanged", .forgets_forecast = true, .resets_advisor = true, .clock_runs = false},
+    {.name = "SetPosition", .run = [](GameControl& g) { g.setPosition(OtherGame()); },
+     .calls = "onBoardChanged", .forgets_forecast = true, .resets_advisor = true, .clock_runs = false},
+    {.name = "SetInvalidPosition", .run = [](GameControl& g) { g.setInvalidPosition(); }, .forgets_forecast = true},
+    {.name = "PlayMove", .run = [](GameControl& g) { (void)g.playMove(PawnToE5(g)); },
+     .calls = "onBoardChanged", .forgets_forecast = true, .ends_search = false, .clock_runs = true},
+    {.name = "TakeBack", .run = [](GameControl& g) { g.takeBack(1); },
+     .calls = "onBoardChanged", .forgets_forecast = true, .ends_search = false},
+    {.name = "TakeBackNothing", .run = [](GameControl& g) { g.takeBack(0); },
+     .calls = "onBoardChanged", .forgets_forecast = true, .ends_search = false},
+    {.name = "MakeAgain", .run = [](GameControl& g) { g.makeAgain(1); },
+     .calls = "onBoardChanged", .forgets_forecast = true},
+    {.name = "GiveMoveToTheOtherSide", .run = [](GameControl& g) { g.giveMoveTo(white); },
+     .forgets_forecast = true, .clock_runs = false},
+    {.name = "GiveMoveToTheSideThatHasIt", .run = [](GameControl& g) { g.giveMoveTo(black); }, .clock_runs = false},
+    {.name = "PlaySideOnMove", .run = [](GameControl& g) { g.playSideOnMove(); },
+     .resets_advisor = true, .clock_runs = true},
+    {.name = "PlayOtherSide", .run = [](GameControl& g) { g.playOtherSide(); },
+     .resets_advisor = true, .clock_runs = true},
+    {.name = "StopPlaying", .run = [](GameControl& g) { g.stopPlaying(); },
+     .clock_runs = false, .mode = EngineMode::force},
+    {.name = "StartAnalysis", .run = [](GameControl& g) { g.startAnalysis(); },
+     .clock_runs = false, .mode = EngineMode::analyze},
+    {.name = "LeaveAnalysis", .run = [](GameControl& g) { g.leaveAnalysis(); }, .mode = EngineMode::force},
+    {.name = "EndGame", .run = [](GameControl& g) { (void)g.endGame(GameResult::draw, GameEndReason::agreed_draw); },
+     .clock_runs = false, .mode = EngineMode::force},
+    {.name = "TakeDrawOffer", .run = [](GameControl& g) { g.takeDrawOffer(); }, .ends_search = false},
+    {.name = "SetContempt", .run = [](GameControl& g) { g.setContempt(20); },
+     .resets_advisor = true, .ends_search = false},
+    {.name = "SetContemptAsItIs", .run = [](GameControl& g) { g.setContempt(0); }, .ends_search = false},
+    {.name = "NameOpponent", .run = [](GameControl& g) { g.nameOpponent("Anna"); }, .ends_search = false},
+    {.name = "RatePlayers", .run = [](GameControl& g) { g.ratePlayers(1, 2); }, .ends_search = false},
+    {.name = "PonderingOff", .run = [](GameControl& g) { g.setPondering(false); }, .ends_search = false},
+};
+// clang-format on
+
+class Operation : public testing::TestWithParam<OperationRow> {};
+
+TEST_P(Operation, ForgetsAndTellsWhatIsDue) {
+    const OperationRow& row = GetParam();
+    LivelyGame game;
+    const Forecast forecast = game.control.forecast();
+    row.run(game.control);
+    EXPECT_EQ(game.control.forecast(), row.forgets_forecast ? Forecast() : forecast);
+    EXPECT_EQ(game.control.advisor().searches, row.resets_advisor ? 0 : 9);
+    EXPECT_EQ(game.control.clock().running(), row.clock_runs.value_or(true));
+    EXPECT_EQ(game.control.mode(), row.mode);
+    const int active = int{game.control.player(white).active} + int{game.control.player(black).active};
+    EXPECT_EQ(active, row.mode == EngineMode::one_side ? 1 : 0);
+    if (row.calls.empty()) {
+        EXPECT_THAT(game.calls, IsEmpty());
+    } else {
+        EXPECT_THAT(game.calls, ElementsAre(row.calls + "(" + game.control.GetFen() + ")"));
+    }
+}
+
+TEST_P(Operation, EndsARunningSearchBeforeAnythingChanges) {
+    const OperationRow& row = GetParam();
+    LivelyGame game;
+    GameAccess::pretendSearch(game.control, SearchKind::normal);
+    const std::string fen = game.control.GetFen();
+    const Forecast forecast = game.control.forecast();
+    if (!row.ends_search) {
+        EXPECT_NO_THROW(row.run(game.control));
+        EXPECT_EQ(game.control.runningSearch(), SearchKind::normal);
+        return;
+    }
+    try {
+        row.run(game.control);
+        FAIL() << "the search goes on";
+    } catch (const search_aborted_exception& aborted) {
+        EXPECT_TRUE(aborted.discard);
+    }
+    EXPECT_EQ(game.control.GetFen(), fen);
+    EXPECT_EQ(game.control.forecast(), forecast);
+    EXPECT_EQ(game.control.advisor().searches, 9);
+    EXPECT_EQ(game.control.mode(), EngineMode::one_side);
+    EXPECT_TRUE(game.control.clock().running());
     EXPECT_THAT(game.calls, IsEmpty());
 }
 
-TEST(GameControl, ReplacedGameStartsAnew) {
+INSTANTIATE_TEST_SUITE_P(GameControl, Operation, testing::ValuesIn(operations), RowName<OperationRow>);
+
+TEST(GameControl, NewGameHasNoBoundsAndGivesTheEngineBlack) {
+    LivelyGame game;
+    game.control.newGame();
+    EXPECT_EQ(game.control.GetFen(), start_fen);
+    EXPECT_EQ(GameAccess::maxDepth(game.control), 0);
+    EXPECT_EQ(GameAccess::maxTime(game.control), 0);
+    EXPECT_TRUE(game.control.player(black).active);
+    EXPECT_EQ(game.control.clock().milliseconds(white), 300000);
+    EXPECT_EQ(game.control.clock().active(), white);
+}
+
+TEST(GameControl, NewGameGoesOnAnalyzing) {
     Game game;
-    UserBoard other;
-    other.SetBoardFromFen("7k/8/8/8/8/8/q7/7K b - - 0 1");
-    game.control.prediction = prediction_no_move_exists;
-    game.control.advisor.searches = 9;
-    game.control.clock.startClock();
-    game.control.clock.setMilliseconds(white, 5);
-    game.control.replaceGame(other);
-    EXPECT_EQ(game.control.GetFen(), other.GetFen());
-    EXPECT_EQ(game.control.prediction, no_prediction);
-    EXPECT_EQ(game.control.advisor.searches, 0);
-    EXPECT_FALSE(game.control.clock.running());
-    EXPECT_EQ(game.control.clock.active(), black);
-    EXPECT_EQ(game.control.clock.milliseconds(white), 300000);
-    EXPECT_THAT(game.calls, ElementsAre("onBoardChanged(" + other.GetFen() + ")"));
+    game.control.startAnalysis();
+    game.control.newGame();
+    EXPECT_EQ(game.control.mode(), EngineMode::analyze);
+    EXPECT_FALSE(game.control.player(black).active);
+    EXPECT_TRUE(game.control.player(black).isEngine);
+}
+
+TEST(GameControl, MoveIsNotedAndSwitchesTheClock) {
+    Game game;
+    EXPECT_EQ(game.control.playMove(game.MoveNamed("g1f3")), "Nf3");
+    EXPECT_EQ(game.control.clock().active(), black);
+    EXPECT_EQ(game.control.clock().movesLeft(white), 39);
+    EXPECT_TRUE(game.control.clock().running());
+    EXPECT_EQ(game.control.made_moves().size(), 1U);
+}
+
+TEST(GameControl, MoveStartsNoClockWhereTheEngineDoesNotPlay) {
+    Game game;
+    game.control.stopPlaying();
+    (void)game.control.playMove(game.MoveNamed("g1f3"));
+    EXPECT_FALSE(game.control.clock().running());
+}
+
+TEST(GameControl, MovesAreTakenBackAndMadeAgain) {
+    Game game;
+    for (const std::string move : {"e2e4", "e7e5", "g1f3"}) (void)game.control.playMove(game.MoveNamed(move));
+    game.control.takeBack(2);
+    EXPECT_EQ(game.control.made_moves().size(), 1U);
+    EXPECT_EQ(game.control.next_moves().size(), 2U);
+    game.control.makeAgain(1);
+    EXPECT_EQ(game.control.made_moves().size(), 2U);
+    EXPECT_EQ(game.control.next_moves().size(), 1U);
+}
+
+TEST(GameControl, NewPositionTakesTheClocksAlong) {
+    LivelyGame game;
+    game.control.setPosition(OtherGame());
+    EXPECT_EQ(game.control.GetFen(), OtherGame().GetFen());
+    EXPECT_EQ(game.control.clock().active(), black);
+    EXPECT_EQ(game.control.clock().milliseconds(white), 300000);
+}
+
+TEST(GameControl, SideOnMoveChangesWithItsPlayers) {
+    Game game(Like::console, winning);
+    game.control.giveMoveTo(black);
+    EXPECT_EQ(game.control.side_to_move(), black);
+    EXPECT_TRUE(game.control.player(white).active);
+    game.control.giveMoveTo(white);
+    EXPECT_EQ(game.control.side_to_move(), white);
+    EXPECT_TRUE(game.control.player(black).active);
+}
+
+TEST(GameControl, FinishedGameKeepsItsEnd) {
+    Game game;
+    EXPECT_TRUE(game.control.endGame(GameResult::draw, GameEndReason::agreed_draw));
+    EXPECT_FALSE(game.control.endGame(GameResult::white_wins, GameEndReason::resignation));
+    EXPECT_EQ(game.control.result(), GameResult::draw);
+    EXPECT_EQ(game.control.reason(), GameEndReason::agreed_draw);
+}
+
+TEST(GameControl, PonderHitIsThinking) {
+    Game game;
+    GameAccess::pretendSearch(game.control, SearchKind::pondering);
+    game.control.ponderHit();
+    EXPECT_EQ(game.control.runningSearch(), SearchKind::normal);
+}
+
+TEST(GameControl, PonderingEndsWhenItIsTurnedOff) {
+    Game game;
+    game.control.setPondering(true);
+    GameAccess::pretendSearch(game.control, SearchKind::pondering);
+    EXPECT_NO_THROW(game.control.setPondering(true));
+    EXPECT_THROW(game.control.setPondering(false), search_aborted_exception);
+    EXPECT_FALSE(game.control.pondering());
+}
+
+TEST(GameControl, SearchThatWasAskedForIsKnownWhileItRuns) {
+    Game game;
+    FakeSearchHost host;
+    std::optional<SearchKind> seen;
+    host.on_poll = [&] {
+        seen = game.control.runningSearch();
+        game.control.abortSearch(true);
+    };
+    host.on_finished = [&](bool discard) { game.control.onSearchFinished(discard); };
+    game.control.runSearch({{.kind = SearchKind::analyze}, game.control.record()}, host);
+    EXPECT_EQ(seen, SearchKind::analyze);
+    EXPECT_EQ(game.control.runningSearch(), std::nullopt);
+}
+
+// --- The forecast ---
+
+TEST(Forecasts, AreAStateAndAMove) {
+    constexpr Move move = 0x1234;
+    constexpr Move sorted = move | 0x3800000;  // with a sort score
+    EXPECT_EQ(Forecast().state(), Forecast::State::none);
+    EXPECT_EQ(Forecast::Of(INVALID), Forecast::NoMoveExists());
+    EXPECT_EQ(Forecast::Of(sorted), Forecast::Of(move));
+    EXPECT_EQ(Forecast::Of(sorted).move(), move);
+    EXPECT_TRUE(Forecast::Of(move).Is(sorted));
+    EXPECT_FALSE(Forecast::Of(move).Is(move + 1));
+    for (const Forecast forecast : {Forecast(), Forecast::HintPending(), Forecast::NoMoveExists()}) {
+        EXPECT_EQ(forecast.move(), INVALID);
+        EXPECT_FALSE(forecast.Is(INVALID));
+    }
+}
+
+TEST(Forecasts, ArePendingFromTheRequestOfAHint) {
+    Game game;
+    game.Run([&] { game.control.requestHint(); });
+    ASSERT_TRUE(game.request);
+    EXPECT_EQ(game.request->limits.kind, SearchKind::puzzle);
+    EXPECT_EQ(game.control.forecast(), Forecast::HintPending());
+}
+
+TEST(ForecastsDeathTest, CanNotBePendingTwice) {
+    Game game;
+    game.Run([&] { game.control.requestHint(); });
+    EXPECT_DEATH(game.control.requestHint(), "");
 }
 
 // --- The end of a thinking search ---
 
 TEST(ThinkingFinished, DiscardedSearchPlaysNothing) {
     Game game;
-    game.control.searchStatus = SearchStatus::thinking;
+    GameAccess::pretendSearch(game.control, SearchKind::normal);
     game.Finish(true);
-    EXPECT_EQ(game.control.searchStatus, SearchStatus::none);
+    EXPECT_EQ(game.control.runningSearch(), std::nullopt);
     EXPECT_THAT(game.calls, IsEmpty());
-    EXPECT_EQ(game.control.advisor.searches, 0);
+    EXPECT_EQ(game.control.advisor().searches, 0);
     EXPECT_FALSE(game.request);
 }
 
 TEST(ThinkingFinished, MoveIsPlayedAndShown) {
     Game game(Like::console, winning);
-    game.Search(SearchStatus::thinking);
+    game.Search(SearchKind::normal);
     ASSERT_EQ(game.calls.size(), 2U);
     EXPECT_EQ(game.calls[0],
               "sendEngineMove(" + MoveToSan(game.control.start().board, game.control.made_moves()[0]) + ")");
     EXPECT_EQ(game.calls[1], "onBoardChanged(" + game.control.GetFen() + ")");
-    EXPECT_EQ(game.control.clock.active(), black);
-    EXPECT_EQ(game.control.advisor.searches, 1);
-    EXPECT_EQ(game.control.searchStatus, SearchStatus::none);
+    EXPECT_EQ(game.control.clock().active(), black);
+    EXPECT_EQ(game.control.advisor().searches, 1);
+    EXPECT_EQ(game.control.runningSearch(), std::nullopt);
     EXPECT_FALSE(game.request);  // pondering is off
 }
 
 TEST(ThinkingFinished, EndOnTheBoardIsAnnouncedAndStopsTheClock) {
     Game game(Like::xboard, mate_in_one);
-    game.control.clock.startClock();
-    game.control.pondering = true;
-    game.Search(SearchStatus::thinking);
+    GameAccess::clock(game.control).startClock();
+    game.control.setPondering(true);
+    game.Search(SearchKind::normal);
     EXPECT_THAT(game.calls, ElementsAre("sendEngineMove(Qg7#)", "onBoardChanged(7k/6Q1/5K2/8/8/8/8/8 b - - 1 2)",
                                         "sendGameResult(1-0, White mates, mode 1)"));
-    EXPECT_FALSE(game.control.clock.running());
+    EXPECT_FALSE(game.control.clock().running());
     EXPECT_FALSE(game.request);
 }
 
 TEST(ThinkingFinished, PondersOnTheSecondMoveOfTheLine) {
     Game game(Like::console, winning);
-    game.control.pondering = true;
-    game.Search(SearchStatus::thinking, 4);
+    game.control.setPondering(true);
+    game.Search(SearchKind::normal, 4);
     ASSERT_TRUE(game.request);
     EXPECT_EQ(game.request->limits.kind, SearchKind::pondering);
-    EXPECT_EQ(game.control.prediction, game.control.search.info().principal_variation.at(1).first & move_bits);
-    UserBoard predicted = game.control;
-    predicted.MakeMove(game.control.prediction);
+    EXPECT_TRUE(game.control.forecast().Is(game.control.search().info().principal_variation.at(1).first));
+    UserBoard predicted = game.control.record();
+    predicted.MakeMove(game.control.forecast().move());
     EXPECT_EQ(game.request->position.GetFen(), predicted.GetFen());
     EXPECT_EQ(game.control.made_moves().size(), 1U);  // the game itself waits for the move
 }
 
 TEST(ThinkingFinished, LooksForAForecastBehindALineOfOneMove) {
     Game game(Like::console, two_knights);
-    game.control.pondering = true;
-    game.Search(SearchStatus::thinking);
-    ASSERT_EQ(game.control.search.info().principal_variation.size(), 1U);
+    game.control.setPondering(true);
+    game.Search(SearchKind::normal);
+    ASSERT_EQ(game.control.search().info().principal_variation.size(), 1U);
     ASSERT_TRUE(game.request);
     EXPECT_EQ(game.request->limits.kind, SearchKind::puzzle);
     EXPECT_EQ(game.request->position.GetFen(), game.control.GetFen());
-    EXPECT_EQ(game.control.prediction, no_prediction);
+    EXPECT_EQ(game.control.forecast(), Forecast());
 }
 
 TEST(ThinkingFinished, DrawOfferIsRejectedAndTheGameGoesOn) {
     const LogCapture log;
     Game game(Like::console, winning);
-    game.control.advisor.drawOfferPending = true;
+    GameAccess::advisor(game.control).drawOfferPending = true;
     testing::internal::CaptureStdout();
-    game.Search(SearchStatus::thinking);
+    game.Search(SearchKind::normal);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(log.text(), "Engine rejects draw offer (not sent to xboard)\n");
     ASSERT_EQ(game.calls.size(), 3U);
     EXPECT_EQ(game.calls[0], "sendDrawRejected(person)");
-    EXPECT_FALSE(game.control.advisor.drawOfferPending);
+    EXPECT_FALSE(game.control.advisor().drawOfferPending);
     EXPECT_FALSE(game.control.IsGameOver());
 }
 
 TEST(ThinkingFinished, AcceptedDrawEndsTheGameInTheConsole) {
     Game game(Like::console, winning);
-    game.control.clock.startClock();
-    game.control.advisor.drawOfferPending = true;
-    game.control.advisor.sinceOffer = 0;  // the engine offered with its last move
-    game.Search(SearchStatus::thinking);
+    GameAccess::clock(game.control).startClock();
+    GameAccess::advisor(game.control).drawOfferPending = true;
+    GameAccess::advisor(game.control).sinceOffer = 0;  // the engine offered with its last move
+    game.Search(SearchKind::normal);
     EXPECT_THAT(game.calls, ElementsAre("sendDrawAccepted", "sendGameResult(1/2-1/2, Mutual agreement, mode 1)"));
     EXPECT_EQ(game.control.result(), GameResult::draw);
     EXPECT_EQ(game.control.reason(), GameEndReason::agreed_draw);
-    EXPECT_FALSE(game.control.clock.running());
+    EXPECT_FALSE(game.control.clock().running());
     EXPECT_THAT(game.control.made_moves(), IsEmpty());
 }
 
 TEST(ThinkingFinished, AcceptedDrawLeavesTheResultToAnInterface) {
     Game game(Like::xboard, winning);
-    game.control.advisor.drawOfferPending = true;
-    game.control.advisor.sinceOffer = 0;
-    game.Search(SearchStatus::thinking);
+    GameAccess::advisor(game.control).drawOfferPending = true;
+    GameAccess::advisor(game.control).sinceOffer = 0;
+    game.Search(SearchKind::normal);
     ASSERT_EQ(game.calls.size(), 3U);
     EXPECT_EQ(game.calls[0], "sendDrawAccepted");
     EXPECT_FALSE(game.control.IsGameOver());
     EXPECT_EQ(game.control.made_moves().size(), 1U);
-    EXPECT_FALSE(game.control.advisor.drawOfferPending);
+    EXPECT_FALSE(game.control.advisor().drawOfferPending);
 }
 
 TEST(ThinkingFinished, OfferThatIsOneMoveOldIsForgotten) {
     Game game(Like::console, winning);
-    game.control.advisor.drawOfferPending = true;
-    game.control.advisor.sinceOffer = 1;
-    game.Search(SearchStatus::thinking);
+    GameAccess::advisor(game.control).drawOfferPending = true;
+    GameAccess::advisor(game.control).sinceOffer = 1;
+    game.Search(SearchKind::normal);
     EXPECT_EQ(game.calls.at(0), "sendDrawRejected(person)");
 }
 
@@ -390,25 +622,25 @@ TEST(ThinkingFinished, ResignationEndsTheGameInTheConsole) {
          {Side{losing, "sendGameResult(0-1, White resigns, mode 1)", GameResult::black_wins},
           Side{losing_as_black, "sendGameResult(1-0, Black resigns, mode 1)", GameResult::white_wins}}) {
         Game game(Like::console, side.fen);
-        game.control.pondering = true;
-        game.control.clock.startClock();
-        game.control.advisor.hopelessRun = 5;
-        game.Search(SearchStatus::thinking);
+        game.control.setPondering(true);
+        GameAccess::clock(game.control).startClock();
+        GameAccess::advisor(game.control).hopelessRun = 5;
+        game.Search(SearchKind::normal);
         ASSERT_EQ(game.calls.size(), 4U);
         EXPECT_EQ(game.calls[2], "sendResign");
         EXPECT_EQ(game.calls[3], side.result);
         EXPECT_EQ(game.control.result(), side.code);
         EXPECT_EQ(game.control.reason(), GameEndReason::resignation);
-        EXPECT_FALSE(game.control.clock.running());
+        EXPECT_FALSE(game.control.clock().running());
         EXPECT_FALSE(game.request);
     }
 }
 
 TEST(ThinkingFinished, ResignationLeavesTheResultToAnInterface) {
     Game game(Like::xboard, losing);
-    game.control.pondering = true;
-    game.control.advisor.hopelessRun = 5;
-    game.Search(SearchStatus::thinking);
+    game.control.setPondering(true);
+    GameAccess::advisor(game.control).hopelessRun = 5;
+    game.Search(SearchKind::normal);
     ASSERT_EQ(game.calls.size(), 3U);
     EXPECT_EQ(game.calls[2], "sendResign");
     EXPECT_FALSE(game.control.IsGameOver());
@@ -417,18 +649,19 @@ TEST(ThinkingFinished, ResignationLeavesTheResultToAnInterface) {
 
 TEST(ThinkingFinished, OneScoreIsNoReasonToResign) {
     Game game(Like::console, losing);
-    game.control.advisor.hopelessRun = 4;
-    game.Search(SearchStatus::thinking);
+    GameAccess::advisor(game.control).hopelessRun = 4;
+    game.Search(SearchKind::normal);
     EXPECT_EQ(game.calls.size(), 2U);
 }
 
 TEST(ThinkingFinished, DrawIsOfferedBehindTheMove) {
     Game game(Like::console, two_knights);
-    game.control.advisor.searches = game.control.advisor.drawScoreRun = 1;
-    game.Search(SearchStatus::thinking);
+    GameAccess::advisor(game.control).searches = 1;
+    GameAccess::advisor(game.control).drawScoreRun = 1;
+    game.Search(SearchKind::normal);
     ASSERT_EQ(game.calls.size(), 3U);
     EXPECT_EQ(game.calls[2], "sendDrawOffer");
-    EXPECT_EQ(game.control.advisor.sinceOffer, 0);
+    EXPECT_EQ(game.control.advisor().sinceOffer, 0);
     EXPECT_FALSE(game.control.IsGameOver());
 }
 
@@ -436,90 +669,91 @@ TEST(ThinkingFinished, DrawIsOfferedBehindTheMove) {
 
 TEST(HintFinished, AnswersNothingByItself) {
     Game game(Like::console, winning);
-    game.control.pondering = true;
-    game.control.prediction = prediction_pending;
-    game.Search(SearchStatus::hint);
-    EXPECT_EQ(game.control.prediction, game.control.search.best_move() & move_bits);
+    game.control.setPondering(true);
+    GameAccess::forecast(game.control) = Forecast::HintPending();
+    game.Search(SearchKind::puzzle);
+    EXPECT_TRUE(game.control.forecast().Is(game.control.search().best_move()));
     EXPECT_THAT(game.calls, IsEmpty());
     EXPECT_FALSE(game.request);
-    EXPECT_EQ(game.control.advisor.searches, 0);
+    EXPECT_EQ(game.control.advisor().searches, 0);
 }
 
 TEST(HintFinished, ForecastIsPonderedOn) {
     Game game(Like::console, winning);
-    game.control.pondering = true;
-    game.Search(SearchStatus::hint);
+    game.control.setPondering(true);
+    game.Search(SearchKind::puzzle);
     ASSERT_TRUE(game.request);
     EXPECT_EQ(game.request->limits.kind, SearchKind::pondering);
     EXPECT_EQ(game.request->position.made_moves().size(), 1U);
-    EXPECT_EQ(game.request->position.made_moves()[0], game.control.prediction);
+    EXPECT_EQ(game.request->position.made_moves()[0], game.control.forecast().move());
     EXPECT_THAT(game.control.made_moves(), IsEmpty());
 }
 
 TEST(HintFinished, ForecastIsKeptWithPonderingOff) {
     Game game(Like::console, winning);
-    game.Search(SearchStatus::hint);
-    EXPECT_GT(game.control.prediction, prediction_pending);
+    game.Search(SearchKind::puzzle);
+    EXPECT_EQ(game.control.forecast().state(), Forecast::State::move);
     EXPECT_FALSE(game.request);
 }
 
 TEST(HintFinished, ForecastThatEndsTheGameIsNotPonderedOn) {
     Game game(Like::console, mate_in_one);
-    game.control.pondering = true;
-    game.Search(SearchStatus::hint);
-    EXPECT_EQ(game.control.prediction, game.MoveNamed("g6g7"));
+    game.control.setPondering(true);
+    game.Search(SearchKind::puzzle);
+    EXPECT_EQ(game.control.forecast(), Forecast::Of(game.MoveNamed("g6g7")));
     EXPECT_FALSE(game.request);
 }
 
 TEST(HintFinished, WithoutAMoveThereIsNothingToForecast) {
     Game game;
-    game.control.pondering = true;
-    game.control.searchStatus = SearchStatus::hint;
+    game.control.setPondering(true);
+    GameAccess::pretendSearch(game.control, SearchKind::puzzle);
     game.Finish(false);  // no search ever found a move
-    EXPECT_EQ(game.control.prediction, prediction_no_move_exists);
+    EXPECT_EQ(game.control.forecast(), Forecast::NoMoveExists());
     EXPECT_FALSE(game.request);
 }
 
 TEST(HintFinished, AbortLeavesNoPendingRequest) {
     Game game;
-    game.control.prediction = prediction_pending;
-    game.control.searchStatus = SearchStatus::hint;
+    GameAccess::forecast(game.control) = Forecast::HintPending();
+    GameAccess::pretendSearch(game.control, SearchKind::puzzle);
     game.Finish(true);
-    EXPECT_EQ(game.control.prediction, no_prediction);
+    EXPECT_EQ(game.control.forecast(), Forecast());
 }
 
 TEST(HintFinished, AbortKeepsAMove) {
     Game game;
-    game.control.prediction = game.MoveNamed("e2e4");
-    game.control.searchStatus = SearchStatus::pondering;
+    GameAccess::forecast(game.control) = Forecast::Of(game.MoveNamed("e2e4"));
+    GameAccess::pretendSearch(game.control, SearchKind::pondering);
     game.Finish(true);
-    EXPECT_EQ(game.control.prediction, game.MoveNamed("e2e4"));
+    EXPECT_EQ(game.control.forecast(), Forecast::Of(game.MoveNamed("e2e4")));
 }
 
 TEST(HintFinished, FinishedGameAndImpossiblePositionHaveNoMove) {
     for (const bool impossible : {false, true}) {
         Game game;
         if (impossible) {
-            game.control.SetInvalid();
+            GameAccess::record(game.control).SetInvalid();
         } else {
-            game.control.EndGame(GameResult::draw, GameEndReason::agreed_draw);
+            GameAccess::record(game.control).EndGame(GameResult::draw, GameEndReason::agreed_draw);
         }
-        game.control.prediction = prediction_pending;
-        game.control.searchStatus = SearchStatus::hint;
+        GameAccess::forecast(game.control) = Forecast::HintPending();
+        GameAccess::pretendSearch(game.control, SearchKind::puzzle);
         game.Finish(true);
-        EXPECT_EQ(game.control.prediction, prediction_no_move_exists);
+        EXPECT_EQ(game.control.forecast(), Forecast::NoMoveExists());
     }
 }
 
 TEST(SearchFinished, AnalysisAndPonderingDoNothing) {
-    for (const SearchStatus status : {SearchStatus::analyzing, SearchStatus::pondering, SearchStatus::none}) {
+    for (const auto kind :
+         std::vector<std::optional<SearchKind>>{SearchKind::analyze, SearchKind::pondering, std::nullopt}) {
         Game game;
-        game.control.pondering = true;
-        game.Search(status);
-        EXPECT_EQ(game.control.searchStatus, SearchStatus::none);
+        game.control.setPondering(true);
+        game.Search(kind);
+        EXPECT_EQ(game.control.runningSearch(), std::nullopt);
         EXPECT_THAT(game.calls, IsEmpty());
         EXPECT_FALSE(game.request);
-        EXPECT_EQ(game.control.prediction, no_prediction);
+        EXPECT_EQ(game.control.forecast(), Forecast());
     }
 }
 
@@ -535,28 +769,28 @@ TEST(StartPondering, LooksForAForecastFirst) {
 
 TEST(StartPondering, PondersOnAStoredMove) {
     Game game;
-    game.control.prediction = game.MoveNamed("e2e4");
+    GameAccess::forecast(game.control) = Forecast::Of(game.MoveNamed("e2e4"));
     game.Run([&] { game.control.startPondering(); });
     ASSERT_TRUE(game.request);
     EXPECT_EQ(game.request->limits.kind, SearchKind::pondering);
     EXPECT_EQ(game.request->position.made_moves().size(), 1U);
-    EXPECT_EQ(game.control.prediction, game.MoveNamed("e2e4"));
+    EXPECT_EQ(game.control.forecast(), Forecast::Of(game.MoveNamed("e2e4")));
 }
 
 TEST(StartPondering, ReturnsWithoutSomethingToPonderOn) {
-    for (const std::uint32_t prediction : {prediction_no_move_exists, prediction_pending}) {
+    for (const Forecast forecast : {Forecast::NoMoveExists(), Forecast::HintPending()}) {
         Game game;
-        game.control.prediction = prediction;
+        GameAccess::forecast(game.control) = forecast;
         game.Run([&] { game.control.startPondering(); });
         EXPECT_FALSE(game.request);
     }
     Game over;
-    over.control.EndGame(GameResult::draw, GameEndReason::agreed_draw);
+    GameAccess::record(over.control).EndGame(GameResult::draw, GameEndReason::agreed_draw);
     over.Run([&] { over.control.startPondering(); });
     EXPECT_FALSE(over.request);
 
     Game impossible;
-    impossible.control.SetInvalid();
+    GameAccess::record(impossible.control).SetInvalid();
     impossible.Run([&] { impossible.control.startPondering(); });
     EXPECT_FALSE(impossible.request);
 }

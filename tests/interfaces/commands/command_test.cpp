@@ -59,7 +59,7 @@ TEST(CheckedCommand, ChecksOnceAndWorksAgainBehindAnAbortedSearch) {
     CommandBench bench;
     CountingCommand command("line");
     command.abort = true;
-    bench.game.searchStatus = SearchStatus::pondering;
+    GameAccess::pretendSearch(bench.game, SearchKind::pondering);
     EXPECT_THROW(command.Execute(bench.game), search_aborted_exception);
     EXPECT_FALSE(command.finished);
     bench.game.onSearchFinished(true);

@@ -38,13 +38,13 @@ TEST(Time, IsTheEnginesClockAndOtimTheOther) {
     for (const ClockCase& row : clock_cases) {
         CommandBench bench;
         bench.Prepare(row.preparation);
-        const std::int64_t other = bench.game.clock.milliseconds(Opponent(row.engine));
+        const std::int64_t other = bench.game.clock().milliseconds(Opponent(row.engine));
         EXPECT_EQ(bench.Send("time 1234").error, "") << row.name;
-        EXPECT_EQ(bench.game.clock.milliseconds(row.engine), 12340) << row.name;
-        EXPECT_EQ(bench.game.clock.milliseconds(Opponent(row.engine)), other) << row.name;
+        EXPECT_EQ(bench.game.clock().milliseconds(row.engine), 12340) << row.name;
+        EXPECT_EQ(bench.game.clock().milliseconds(Opponent(row.engine)), other) << row.name;
         EXPECT_EQ(bench.Send("otim 99").error, "") << row.name;
-        EXPECT_EQ(bench.game.clock.milliseconds(row.engine), 12340) << row.name;
-        EXPECT_EQ(bench.game.clock.milliseconds(Opponent(row.engine)), 990) << row.name;
+        EXPECT_EQ(bench.game.clock().milliseconds(row.engine), 12340) << row.name;
+        EXPECT_EQ(bench.game.clock().milliseconds(Opponent(row.engine)), 990) << row.name;
         EXPECT_THAT(bench.calls, IsEmpty());
     }
 }
@@ -52,9 +52,9 @@ TEST(Time, IsTheEnginesClockAndOtimTheOther) {
 TEST(Time, TakesAnyInteger) {
     CommandBench bench;
     bench.Send("time 2147483647");
-    EXPECT_EQ(bench.game.clock.milliseconds(black), 21474836470);
+    EXPECT_EQ(bench.game.clock().milliseconds(black), 21474836470);
     bench.Send("time -5");
-    EXPECT_EQ(bench.game.clock.milliseconds(black), -50);
+    EXPECT_EQ(bench.game.clock().milliseconds(black), -50);
 }
 
 TEST(Time, WritesTheClocksToTheLogAlone) {
@@ -98,16 +98,15 @@ TEST(Otim, WritesTheSameBlock) {
 }
 
 TEST(Time, RunsBesideAnySearch) {
-    for (const SearchStatus status :
-         {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
+    for (const SearchKind kind : {SearchKind::normal, SearchKind::pondering, SearchKind::analyze, SearchKind::puzzle}) {
         for (const std::string line : {"time 100", "otim 100", "sd 3", "st 3", "level 40 5 0", "tc 0 5 0"}) {
             CommandBench bench;
-            bench.game.searchStatus = status;
+            GameAccess::pretendSearch(bench.game, kind);
             const auto outcome = bench.Send(line);
             EXPECT_TRUE(outcome.finished) << line;
             EXPECT_FALSE(outcome.aborted) << line;
             EXPECT_FALSE(outcome.request) << line;
-            EXPECT_EQ(bench.game.searchStatus, status);
+            EXPECT_EQ(bench.game.runningSearch(), kind);
         }
     }
 }
@@ -117,19 +116,19 @@ TEST(Time, RunsBesideAnySearch) {
 TEST(Bounds, AreKeptForTheNextSearch) {
     CommandBench bench;
     bench.Send("sd 7");
-    EXPECT_EQ(bench.game.maxDepth, 7);
+    EXPECT_EQ(GameAccess::maxDepth(bench.game), 7);
     bench.Send("st 3");
-    EXPECT_EQ(bench.game.maxTime, 3000);
+    EXPECT_EQ(GameAccess::maxTime(bench.game), 3000);
     bench.Send("sd 0");
-    EXPECT_EQ(bench.game.maxDepth, 0);
+    EXPECT_EQ(GameAccess::maxDepth(bench.game), 0);
     bench.Send("st 0");
-    EXPECT_EQ(bench.game.maxTime, 0);
+    EXPECT_EQ(GameAccess::maxTime(bench.game), 0);
     bench.Send("st 2147483");
-    EXPECT_EQ(bench.game.maxTime, 2147483000);
+    EXPECT_EQ(GameAccess::maxTime(bench.game), 2147483000);
     bench.Send("st 2147484");
-    EXPECT_EQ(bench.game.maxTime, largest);
+    EXPECT_EQ(GameAccess::maxTime(bench.game), largest);
     bench.Send("st 2147483647");
-    EXPECT_EQ(bench.game.maxTime, largest);
+    EXPECT_EQ(GameAccess::maxTime(bench.game), largest);
 }
 
 TEST(Bounds, AreNotNegative) {
@@ -137,8 +136,8 @@ TEST(Bounds, AreNotNegative) {
     bench.Prepare({"sd 7", "st 3"});
     EXPECT_EQ(bench.Send("sd -1").error, "Error (argument out of bounds): sd -1");
     EXPECT_EQ(bench.Send("st -1").error, "Error (argument out of bounds): st -1");
-    EXPECT_EQ(bench.game.maxDepth, 7);
-    EXPECT_EQ(bench.game.maxTime, 3000);
+    EXPECT_EQ(GameAccess::maxDepth(bench.game), 7);
+    EXPECT_EQ(GameAccess::maxTime(bench.game), 3000);
 }
 
 // --- level, tc ---
@@ -151,7 +150,7 @@ struct Shown {
 };
 
 Shown ClockOf(const GameControl& game, Colour side) {
-    return {game.clock.movesLeft(side), game.clock.milliseconds(side)};
+    return {game.clock().movesLeft(side), game.clock().milliseconds(side)};
 }
 
 TEST(Level, SetsBothClocksAtOnce) {
@@ -168,7 +167,7 @@ TEST(Level, SetsBothClocksAtOnce) {
              Row{"level 2147483647 35791 2147483", {largest, 2147460000}},
          }) {
         CommandBench bench;
-        bench.game.clock.startClock();
+        GameAccess::clock(bench.game).startClock();
         EXPECT_EQ(bench.Send(line).error, "");
         EXPECT_EQ(ClockOf(bench.game, white), clock) << line;
         EXPECT_EQ(ClockOf(bench.game, black), clock) << line;
@@ -178,10 +177,10 @@ TEST(Level, SetsBothClocksAtOnce) {
 TEST(Level, CountsMovesAndAddsTheIncrement) {
     CommandBench bench;
     bench.Send("level 2 1 3");
-    bench.game.clock.switchClock();
+    GameAccess::clock(bench.game).switchClock();
     EXPECT_EQ(ClockOf(bench.game, white), (Shown{1, 63000}));
-    bench.game.clock.switchClock();
-    bench.game.clock.switchClock();
+    GameAccess::clock(bench.game).switchClock();
+    GameAccess::clock(bench.game).switchClock();
     EXPECT_EQ(ClockOf(bench.game, white), (Shown{2, 126000})) << "the control repeats";
 }
 
@@ -210,7 +209,7 @@ TEST(Tc, GivesEachSideItsList) {
              Row{"tc '0 5 0;0 3 0'", {-1, 300000}, {-1, 180000}},
          }) {
         CommandBench bench;
-        bench.game.clock.startClock();
+        GameAccess::clock(bench.game).startClock();
         EXPECT_EQ(bench.Send(line).error, "");
         EXPECT_EQ(ClockOf(bench.game, white), white_clock) << line;
         EXPECT_EQ(ClockOf(bench.game, black), black_clock) << line;
@@ -223,8 +222,8 @@ TEST(Tc, GoesThroughItsListAndRepeatsTheLastControl) {
     std::vector<Shown> seen;
     for (int move = 0; move < 5; ++move) {
         seen.push_back(ClockOf(bench.game, white));
-        bench.game.clock.switchClock();
-        bench.game.clock.switchClock();
+        GameAccess::clock(bench.game).switchClock();
+        GameAccess::clock(bench.game).switchClock();
     }
     EXPECT_EQ(seen, (std::vector<Shown>{{1, 60000}, {2, 180000}, {1, 180000}, {-1, 360000}, {-1, 365000}}));
 }

@@ -144,13 +144,13 @@ TEST_F(DatabaseCommands, ProbeReadsTheLoadedFiles) {
 }
 
 TEST_F(DatabaseCommands, ProbeLeavesTheSearchAlone) {
-    bench_.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench_.game, SearchKind::analyze);
     testing::internal::CaptureStdout();
     const CommandOutcome outcome = bench_.Send("probe 4k3/8/4K3/4P3/8/8/8/8 w - - 0 1");
     EXPECT_THAT(testing::internal::GetCapturedStdout(), HasSubstr("result=32703"));
     EXPECT_EQ(outcome.aborted, std::nullopt);
     EXPECT_EQ(outcome.runs, 1);
-    EXPECT_EQ(bench_.game.searchStatus, SearchStatus::analyzing);
+    EXPECT_EQ(bench_.game.runningSearch(), SearchKind::analyze);
 }
 
 TEST_F(DatabaseCommands, TbTellsTheFilesApart) {

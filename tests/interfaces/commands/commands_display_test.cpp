@@ -45,17 +45,16 @@ TEST(Eval, PrintsTheScoreOfThePosition) {
 }
 
 TEST(Displays, RunBesideAnySearch) {
-    for (const SearchStatus status :
-         {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
+    for (const SearchKind kind : {SearchKind::normal, SearchKind::pondering, SearchKind::analyze, SearchKind::puzzle}) {
         for (const std::string line : {"display", "version", "eval", "."}) {
             CommandBench bench;
-            bench.game.searchStatus = status;
+            GameAccess::pretendSearch(bench.game, kind);
             testing::internal::CaptureStdout();
             const auto outcome = bench.Send(line);
             (void)testing::internal::GetCapturedStdout();
             EXPECT_TRUE(outcome.finished) << line;
             EXPECT_FALSE(outcome.aborted) << line;
-            EXPECT_EQ(bench.game.searchStatus, status) << line;
+            EXPECT_EQ(bench.game.runningSearch(), kind) << line;
         }
     }
 }
@@ -65,7 +64,7 @@ TEST(SearchStatusCommand, HasNothingToTellWithoutASearch) {
     EXPECT_TRUE(bench.Send(".").finished);
     EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
     // A search that has not come to its first move yet.
-    bench.game.searchStatus = SearchStatus::thinking;
+    GameAccess::pretendSearch(bench.game, SearchKind::normal);
     EXPECT_TRUE(bench.Send(".").finished);
     EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
 }
@@ -74,28 +73,28 @@ TEST(SearchStatusCommand, HasNothingToTellWithoutASearch) {
 std::vector<std::string> AskRunningSearch(CommandBench& bench, const std::function<void()>& prepare) {
     FakeSearchHost host;
     host.on_poll = [&] {
-        if (!bench.game.search.info().valid) return;
+        if (!bench.game.search().info().valid) return;
         prepare();
         bench.Send(".");
         throw search_aborted_exception{true};
     };
     host.on_finished = [&](bool discard) { bench.game.onSearchFinished(discard); };
-    bench.game.searchStatus = SearchStatus::analyzing;
-    bench.game.search.Run({.kind = SearchKind::analyze}, bench.game, host);
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
+    GameAccess::search(bench.game).Run({.kind = SearchKind::analyze}, bench.game.record(), host);
     return bench.calls;
 }
 
 TEST(SearchStatusCommand, TellsOfARunningSearch) {
     CommandBench bench;
     EXPECT_THAT(AskRunningSearch(bench, [] {}), ElementsAre("sendSearchStatus(search)"));
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::none);
+    EXPECT_EQ(bench.game.runningSearch(), std::nullopt);
     bench.Send(".");
     EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
 }
 
 TEST(SearchStatusCommand, HasNothingToTellBehindTheEndOfTheGame) {
     CommandBench bench;
-    const auto end_game = [&] { bench.game.EndGame(GameResult::draw, GameEndReason::agreed_draw); };
+    const auto end_game = [&] { GameAccess::record(bench.game).EndGame(GameResult::draw, GameEndReason::agreed_draw); };
     EXPECT_THAT(AskRunningSearch(bench, end_game), ElementsAre("sendSearchStatus(none)"));
 }
 

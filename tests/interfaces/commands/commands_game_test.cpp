@@ -22,9 +22,9 @@ const std::string after_e4_e5 = "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR
 const std::vector<std::string> fools_mate{"force", "f3", "e5", "g4", "Qh4"};
 
 void ExpectPlayers(const GameControl& game, bool white_active, bool black_active, EngineMode mode) {
-    EXPECT_EQ(game.players[white].active, white_active);
-    EXPECT_EQ(game.players[black].active, black_active);
-    EXPECT_EQ(game.engineMode, mode);
+    EXPECT_EQ(game.player(white).active, white_active);
+    EXPECT_EQ(game.player(black).active, black_active);
+    EXPECT_EQ(game.mode(), mode);
 }
 
 void ExpectRequest(const CommandOutcome& outcome, SearchKind kind, const std::string& fen) {
@@ -47,70 +47,70 @@ void ExpectDone(const CommandOutcome& outcome) {
 TEST(New, StartsAGameWithTheEngineAsBlack) {
     CommandBench bench;
     bench.Prepare({"force", "e4", "e5", "sd 3", "st 2", "draw", "level 0 1 0"});
-    bench.game.prediction = 77;
-    bench.game.advisor.drawOfferPending = true;
-    bench.game.clock.switchClock();
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
+    GameAccess::advisor(bench.game).drawOfferPending = true;
+    GameAccess::clock(bench.game).switchClock();
     const auto outcome = bench.Send("new");
     ExpectDone(outcome);
     EXPECT_EQ(bench.fen(), start_fen);
     EXPECT_THAT(bench.game.made_moves(), IsEmpty());
     ExpectPlayers(bench.game, false, true, EngineMode::one_side);
-    EXPECT_TRUE(bench.game.players[black].isEngine);
-    EXPECT_EQ(bench.game.maxDepth, 0);
-    EXPECT_EQ(bench.game.maxTime, 0);
-    EXPECT_EQ(bench.game.prediction, no_prediction);
-    EXPECT_FALSE(bench.game.advisor.drawOfferPending);
-    EXPECT_EQ(bench.game.clock.active(), white);
-    EXPECT_FALSE(bench.game.clock.running());
-    EXPECT_EQ(bench.game.clock.milliseconds(white), 60000) << "the control itself stays";
+    EXPECT_TRUE(bench.game.player(black).isEngine);
+    EXPECT_EQ(GameAccess::maxDepth(bench.game), 0);
+    EXPECT_EQ(GameAccess::maxTime(bench.game), 0);
+    EXPECT_EQ(bench.game.forecast(), Forecast());
+    EXPECT_FALSE(bench.game.advisor().drawOfferPending);
+    EXPECT_EQ(bench.game.clock().active(), white);
+    EXPECT_FALSE(bench.game.clock().running());
+    EXPECT_EQ(bench.game.clock().milliseconds(white), 60000) << "the control itself stays";
     EXPECT_THAT(bench.calls, ElementsAre("onBoardChanged(" + start_fen + ")"));
 }
 
 TEST(New, GoesOnAnalyzing) {
     CommandBench bench;
     bench.Prepare({"analyze", "e4"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("new");
     EXPECT_EQ(outcome.aborted, true);
     ExpectRequest(outcome, SearchKind::analyze, start_fen);
     ExpectPlayers(bench.game, false, false, EngineMode::analyze);
-    EXPECT_TRUE(bench.game.players[black].isEngine);
+    EXPECT_TRUE(bench.game.player(black).isEngine);
 }
 
 // --- force, go, playother ---
 
 TEST(Force, LeavesNoSideToTheEngine) {
     CommandBench bench;
-    bench.game.clock.startClock();
+    GameAccess::clock(bench.game).startClock();
     ExpectDone(bench.Send("force"));
     ExpectPlayers(bench.game, false, false, EngineMode::force);
-    EXPECT_FALSE(bench.game.clock.running());
+    EXPECT_FALSE(bench.game.clock().running());
     EXPECT_THAT(bench.calls, IsEmpty());
 }
 
 TEST(Go, GivesTheSideOnMoveToTheEngine) {
     CommandBench bench;
     bench.Prepare({"force", "e4"});
-    bench.game.advisor.drawOfferPending = true;
+    GameAccess::advisor(bench.game).drawOfferPending = true;
     ExpectRequest(bench.Send("go"), SearchKind::normal, after_e4);
     ExpectPlayers(bench.game, false, true, EngineMode::one_side);
-    EXPECT_TRUE(bench.game.clock.running());
-    EXPECT_FALSE(bench.game.advisor.drawOfferPending);
+    EXPECT_TRUE(bench.game.clock().running());
+    EXPECT_FALSE(bench.game.advisor().drawOfferPending);
 }
 
 TEST(Go, IsRefusedWhileTheEngineThinksOrAnalyzes) {
-    for (const SearchStatus status : {SearchStatus::thinking, SearchStatus::analyzing}) {
+    for (const SearchKind kind : {SearchKind::normal, SearchKind::analyze}) {
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         EXPECT_EQ(bench.Send("go").error, "Error (command not legal now): go");
-        EXPECT_EQ(bench.game.searchStatus, status);
+        EXPECT_EQ(bench.game.runningSearch(), kind);
     }
 }
 
 TEST(Go, EndsPonderingAndLooksForAHint) {
-    for (const SearchStatus status : {SearchStatus::pondering, SearchStatus::hint}) {
+    for (const SearchKind kind : {SearchKind::pondering, SearchKind::puzzle}) {
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         const auto outcome = bench.Send("go");
         EXPECT_EQ(outcome.aborted, true);
         EXPECT_EQ(outcome.runs, 2);
@@ -121,11 +121,11 @@ TEST(Go, EndsPonderingAndLooksForAHint) {
 TEST(Playother, GivesTheSideNotOnMoveToTheEngine) {
     CommandBench bench;
     bench.Prepare({"force", "e4"});
-    bench.game.advisor.drawOfferPending = true;
+    GameAccess::advisor(bench.game).drawOfferPending = true;
     ExpectDone(bench.Send("playother"));
     ExpectPlayers(bench.game, true, false, EngineMode::one_side);
-    EXPECT_TRUE(bench.game.clock.running());
-    EXPECT_FALSE(bench.game.advisor.drawOfferPending);
+    EXPECT_TRUE(bench.game.clock().running());
+    EXPECT_FALSE(bench.game.advisor().drawOfferPending);
 }
 
 TEST(Playother, LooksForAForecastWhenPondering) {
@@ -137,7 +137,7 @@ TEST(Playother, LooksForAForecastWhenPondering) {
 TEST(Playother, PondersOnAForecast) {
     CommandBench bench;
     bench.Prepare({"force", "e4", "hard"});
-    bench.game.prediction = MoveOf(bench.game.board(), "e7e5");
+    GameAccess::forecast(bench.game) = Forecast::Of(MoveOf(bench.game.board(), "e7e5"));
     ExpectRequest(bench.Send("playother"), SearchKind::pondering, after_e4_e5);
     EXPECT_EQ(bench.fen(), after_e4);
 }
@@ -153,19 +153,19 @@ TEST(Playother, IsRefusedBehindTheEnd) {
 
 TEST(Analyze, TakesTheEngineOutOfTheGame) {
     CommandBench bench;
-    bench.game.clock.startClock();
-    bench.game.searchStatus = SearchStatus::thinking;
+    GameAccess::clock(bench.game).startClock();
+    GameAccess::pretendSearch(bench.game, SearchKind::normal);
     const auto outcome = bench.Send("analyze");
     EXPECT_EQ(outcome.aborted, true);
     ExpectRequest(outcome, SearchKind::analyze, start_fen);
     ExpectPlayers(bench.game, false, false, EngineMode::analyze);
-    EXPECT_FALSE(bench.game.clock.running());
+    EXPECT_FALSE(bench.game.clock().running());
 }
 
 TEST(Analyze, StartsAgainFromAnalyzeMode) {
     CommandBench bench;
     bench.Prepare({"analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("analyze");
     EXPECT_EQ(outcome.aborted, true);
     ExpectRequest(outcome, SearchKind::analyze, start_fen);
@@ -176,32 +176,32 @@ TEST(Analyze, IgnoresAFinishedGameInTheConsoleAlone) {
     console.Prepare(fools_mate);
     ExpectDone(console.Send("analyze"));
     EXPECT_THAT(console.calls, ElementsAre("sendCommandIgnored(game over)"));
-    EXPECT_EQ(console.game.engineMode, EngineMode::force);
+    EXPECT_EQ(console.game.mode(), EngineMode::force);
 
     CommandBench xboard(Like::xboard);
     xboard.Prepare(fools_mate);
     ExpectRequest(xboard.Send("analyze"), SearchKind::analyze, xboard.fen());
-    EXPECT_EQ(xboard.game.engineMode, EngineMode::analyze);
+    EXPECT_EQ(xboard.game.mode(), EngineMode::analyze);
 }
 
 TEST(Exit, LeavesAnalyzeModeAndNothingElse) {
     CommandBench bench;
     bench.Prepare({"analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("exit");
     EXPECT_EQ(outcome.aborted, true);
     ExpectDone(outcome);
-    EXPECT_EQ(bench.game.engineMode, EngineMode::force);
+    EXPECT_EQ(bench.game.mode(), EngineMode::force);
     EXPECT_EQ(bench.Send("exit").error, "Error (must be in analyze mode): exit");
 }
 
 TEST(Exit, IsRefusedWithoutAnAnalysis) {
-    for (const SearchStatus status :
-         {SearchStatus::none, SearchStatus::thinking, SearchStatus::pondering, SearchStatus::hint}) {
+    for (const auto kind : std::vector<std::optional<SearchKind>>{std::nullopt, SearchKind::normal,
+                                                                  SearchKind::pondering, SearchKind::puzzle}) {
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         EXPECT_EQ(bench.Send("exit").error, "Error (must be in analyze mode): exit");
-        EXPECT_EQ(bench.game.searchStatus, status);
+        EXPECT_EQ(bench.game.runningSearch(), kind);
     }
 }
 
@@ -226,11 +226,11 @@ TEST(Undo, TakesBackOneMoveOrAsManyAsAsked) {
          }) {
         CommandBench bench;
         bench.Prepare({"force", "e4", "e5", "Nf3", "Nc6"});
-        bench.game.prediction = 77;
+        GameAccess::forecast(bench.game) = Forecast::Of(77);
         ExpectDone(bench.Send(line));
         EXPECT_EQ(bench.game.made_moves().size(), left) << line;
         EXPECT_EQ(bench.game.next_moves().size(), 4 - left) << line;
-        EXPECT_EQ(bench.game.prediction, no_prediction);
+        EXPECT_EQ(bench.game.forecast(), Forecast());
         std::vector<std::string> expected;
         if (!message.empty()) expected.push_back(message);
         expected.push_back("onBoardChanged(" + bench.fen() + ")");
@@ -251,7 +251,7 @@ TEST(Undo, ChecksMovesThenCountThenMode) {
 TEST(Undo, AnalyzesTheEarlierPosition) {
     CommandBench bench;
     bench.Prepare({"analyze", "e4"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("undo");
     EXPECT_EQ(outcome.aborted, true);
     ExpectRequest(outcome, SearchKind::analyze, start_fen);
@@ -282,11 +282,11 @@ TEST(Next, MakesTakenBackMovesAgain) {
          }) {
         CommandBench bench;
         bench.Prepare({"force", "e4", "e5", "Nf3", "Nc6", "undo all"});
-        bench.game.prediction = 77;
+        GameAccess::forecast(bench.game) = Forecast::Of(77);
         ExpectDone(bench.Send(line));
         EXPECT_EQ(bench.game.made_moves().size(), made) << line;
         EXPECT_EQ(bench.game.next_moves().size(), 4 - made) << line;
-        EXPECT_EQ(bench.game.prediction, no_prediction);
+        EXPECT_EQ(bench.game.forecast(), Forecast());
         std::vector<std::string> expected;
         if (!message.empty()) expected.push_back(message);
         expected.push_back("onBoardChanged(" + bench.fen() + ")");
@@ -307,7 +307,7 @@ TEST(Next, ChecksBufferThenCountThenMode) {
 TEST(Next, AnalyzesTheLaterPosition) {
     CommandBench bench;
     bench.Prepare({"force", "e4", "e5", "undo all", "analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("next");
     EXPECT_EQ(outcome.aborted, true);
     ExpectRequest(outcome, SearchKind::analyze, after_e4);
@@ -317,12 +317,12 @@ TEST(Next, LeavesAnalyzeModeAtTheEndOfTheGame) {
     CommandBench bench(Like::xboard);
     bench.Prepare(fools_mate);
     bench.Prepare({"undo", "analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("next");
     EXPECT_EQ(outcome.aborted, true);
     ExpectDone(outcome);
     EXPECT_TRUE(bench.game.IsGameOver());
-    EXPECT_EQ(bench.game.engineMode, EngineMode::force);
+    EXPECT_EQ(bench.game.mode(), EngineMode::force);
 }
 
 // --- remove ---
@@ -330,10 +330,10 @@ TEST(Next, LeavesAnalyzeModeAtTheEndOfTheGame) {
 TEST(Remove, TakesBackAMoveOfEachSide) {
     CommandBench bench;
     bench.Prepare({"force", "e4", "e5", "playother"});
-    bench.game.prediction = 77;
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
     ExpectDone(bench.Send("remove"));
     EXPECT_EQ(bench.fen(), start_fen);
-    EXPECT_EQ(bench.game.prediction, no_prediction);
+    EXPECT_EQ(bench.game.forecast(), Forecast());
     EXPECT_EQ(bench.game.next_moves().size(), 2U);
     EXPECT_THAT(bench.calls, ElementsAre("onBoardChanged(" + start_fen + ")"));
 }
@@ -341,12 +341,12 @@ TEST(Remove, TakesBackAMoveOfEachSide) {
 TEST(Remove, TakesTheMovesBackOnceAndBeforeItEndsTheSearch) {
     CommandBench bench;
     bench.Prepare({"force", "e4", "e5", "Nf3", "Nc6", "playother", "hard"});
-    bench.game.searchStatus = SearchStatus::pondering;
-    bench.game.prediction = 77;
+    GameAccess::pretendSearch(bench.game, SearchKind::pondering);
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
     const auto command = translate(bench.game.protocol(), "remove");
     EXPECT_THROW(command->Execute(bench.game), search_aborted_exception);
     EXPECT_EQ(bench.fen(), after_e4_e5) << "inside the checks";
-    EXPECT_EQ(bench.game.prediction, no_prediction);
+    EXPECT_EQ(bench.game.forecast(), Forecast());
     EXPECT_FALSE(command->finished);
     bench.game.onSearchFinished(true);
     try {
@@ -390,9 +390,9 @@ TEST(Remove, NeedsTwoMovesAndTakesBackNoneOfOne) {
 
 TEST(Draw, IsNotedForTheEnginesNextMove) {
     CommandBench bench;
-    bench.game.searchStatus = SearchStatus::thinking;
+    GameAccess::pretendSearch(bench.game, SearchKind::normal);
     ExpectDone(bench.Send("draw"));
-    EXPECT_TRUE(bench.game.advisor.drawOfferPending);
+    EXPECT_TRUE(bench.game.advisor().drawOfferPending);
     EXPECT_THAT(bench.calls, ElementsAre("sendDrawOfferDeferred(person)"));
     bench.Prepare({"computer"});
     ExpectDone(bench.Send("draw"));
@@ -405,7 +405,7 @@ TEST(Draw, IsRefusedBehindTheEndAndWithoutAnOpponent) {
     EXPECT_EQ(bench.Send("draw").error, "Error (command not legal now): draw");
     bench.Prepare({"result *"});
     EXPECT_EQ(bench.Send("draw").error, "Error (game over): draw");
-    EXPECT_FALSE(bench.game.advisor.drawOfferPending);
+    EXPECT_FALSE(bench.game.advisor().drawOfferPending);
 }
 
 TEST(Result, IsReadFromWordAndComment) {
@@ -437,11 +437,11 @@ TEST(Result, IsReadFromWordAndComment) {
     // clang-format on
     for (const auto& [line, result, reason] : rows) {
         CommandBench bench;
-        bench.game.clock.startClock();
+        GameAccess::clock(bench.game).startClock();
         ExpectDone(bench.Send(line));
         EXPECT_EQ(bench.game.result(), result) << line;
         EXPECT_EQ(bench.game.reason(), reason) << line;
-        EXPECT_FALSE(bench.game.clock.running());
+        EXPECT_FALSE(bench.game.clock().running());
         ExpectPlayers(bench.game, false, false, EngineMode::force);
         EXPECT_THAT(bench.calls, IsEmpty());
     }
@@ -450,9 +450,9 @@ TEST(Result, IsReadFromWordAndComment) {
 TEST(Result, MustBeOneOfFourWords) {
     for (const std::string word : {"1-1", "1:0", "1/2", "draw", "-", "\"\"", "\"1-0 \"", "0-1{mate}"}) {
         CommandBench bench;
-        bench.game.searchStatus = SearchStatus::thinking;
+        GameAccess::pretendSearch(bench.game, SearchKind::normal);
         EXPECT_EQ(bench.Send("result " + word).error, "Error (invalid argument(s)): result " + word);
-        EXPECT_EQ(bench.game.searchStatus, SearchStatus::thinking);
+        EXPECT_EQ(bench.game.runningSearch(), SearchKind::normal);
         EXPECT_FALSE(bench.game.IsGameOver());
     }
 }
@@ -468,7 +468,7 @@ TEST(Result, EndsPlayButKeepsAnEarlierResult) {
 
 TEST(Result, EndsARunningSearch) {
     CommandBench bench;
-    bench.game.searchStatus = SearchStatus::thinking;
+    GameAccess::pretendSearch(bench.game, SearchKind::normal);
     const auto outcome = bench.Send("result 1-0");
     EXPECT_EQ(outcome.aborted, true);
     ExpectDone(outcome);
@@ -480,37 +480,37 @@ TEST(Result, EndsARunningSearch) {
 TEST(Hint, LooksForAMoveAndSaysNothingYet) {
     CommandBench bench;
     ExpectRequest(bench.Send("hint"), SearchKind::puzzle, start_fen);
-    EXPECT_EQ(bench.game.prediction, prediction_pending);
+    EXPECT_EQ(bench.game.forecast(), Forecast::HintPending());
     EXPECT_THAT(bench.calls, IsEmpty());
 }
 
 TEST(Hint, TellsTheStoredMove) {
     CommandBench bench;
-    bench.game.prediction = MoveOf(bench.game.board(), "g1f3");
-    for (const SearchStatus status : {SearchStatus::none, SearchStatus::thinking, SearchStatus::pondering}) {
-        bench.game.searchStatus = status;
+    GameAccess::forecast(bench.game) = Forecast::Of(MoveOf(bench.game.board(), "g1f3"));
+    for (const auto kind :
+         std::vector<std::optional<SearchKind>>{std::nullopt, SearchKind::normal, SearchKind::pondering}) {
+        GameAccess::pretendSearch(bench.game, kind);
         ExpectDone(bench.Send("hint"));
         EXPECT_THAT(bench.calls, ElementsAre("sendHint(Nf3)"));
-        EXPECT_EQ(bench.game.searchStatus, status);
+        EXPECT_EQ(bench.game.runningSearch(), kind);
     }
 }
 
 TEST(Hint, TellsThatThereIsNoMove) {
     CommandBench bench;
-    bench.game.prediction = prediction_no_move_exists;
+    GameAccess::forecast(bench.game) = Forecast::NoMoveExists();
     ExpectDone(bench.Send("hint"));
     EXPECT_THAT(bench.calls, ElementsAre("sendHint"));
 }
 
 TEST(Hint, IsRefusedBesideASearchThatHasNoMoveForIt) {
-    for (const SearchStatus status :
-         {SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
-        for (const std::uint32_t prediction : {no_prediction, prediction_pending}) {
+    for (const SearchKind kind : {SearchKind::normal, SearchKind::pondering, SearchKind::analyze, SearchKind::puzzle}) {
+        for (const Forecast forecast : {Forecast(), Forecast::HintPending()}) {
             CommandBench bench;
-            bench.game.searchStatus = status;
-            bench.game.prediction = prediction;
+            GameAccess::pretendSearch(bench.game, kind);
+            GameAccess::forecast(bench.game) = forecast;
             EXPECT_EQ(bench.Send("hint").error, "Error (command not legal now): hint");
-            EXPECT_EQ(bench.game.prediction, prediction);
+            EXPECT_EQ(bench.game.forecast(), forecast);
         }
     }
 }
@@ -519,11 +519,11 @@ TEST(Hint, LeavesNothingPendingBehindAnAbortedSearch) {
     for (const std::string line : {"new", "force", "go", "analyze", "playother", "white", "black", "result *", "e4"}) {
         CommandBench bench;
         bench.Send("hint");
-        bench.game.searchStatus = SearchStatus::hint;
+        GameAccess::pretendSearch(bench.game, SearchKind::puzzle);
         const auto outcome = bench.Send(line);
         EXPECT_EQ(outcome.aborted, true) << line;
-        EXPECT_EQ(bench.game.prediction, no_prediction) << line;
-        bench.game.searchStatus = SearchStatus::none;
+        EXPECT_EQ(bench.game.forecast(), Forecast()) << line;
+        GameAccess::pretendSearch(bench.game, std::nullopt);
         EXPECT_EQ(bench.Send("hint").error, "") << line;
     }
 }
@@ -539,13 +539,13 @@ TEST(Hint, IsThatThereIsNoMoveBehindTheEnd) {
 
 TEST(HintDeathTest, PendingWithoutASearchIsADefect) {
     CommandBench bench;
-    bench.game.prediction = prediction_pending;
+    GameAccess::forecast(bench.game) = Forecast::HintPending();
     EXPECT_DEATH(bench.Send("hint"), "");
 }
 
 TEST(MoveNow, StopsThinkingOnceAndKeepsTheResult) {
     CommandBench bench;
-    bench.game.searchStatus = SearchStatus::thinking;
+    GameAccess::pretendSearch(bench.game, SearchKind::normal);
     const auto outcome = bench.Send("?");
     EXPECT_EQ(outcome.aborted, false);
     EXPECT_TRUE(outcome.finished) << "it must not run again behind the search that it ended";
@@ -553,44 +553,44 @@ TEST(MoveNow, StopsThinkingOnceAndKeepsTheResult) {
 }
 
 TEST(MoveNow, IsIgnoredUnlessTheEngineThinks) {
-    for (const SearchStatus status :
-         {SearchStatus::none, SearchStatus::pondering, SearchStatus::analyzing, SearchStatus::hint}) {
+    for (const auto kind : std::vector<std::optional<SearchKind>>{std::nullopt, SearchKind::pondering,
+                                                                  SearchKind::analyze, SearchKind::puzzle}) {
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         ExpectDone(bench.Send("?"));
         EXPECT_THAT(bench.calls, ElementsAre("sendCommandIgnored(no search running)"));
-        EXPECT_EQ(bench.game.searchStatus, status);
+        EXPECT_EQ(bench.game.runningSearch(), kind);
     }
 }
 
 TEST(Pondering, IsTurnedOnAndOffBesideAnySearch) {
-    for (const SearchStatus status :
-         {SearchStatus::none, SearchStatus::thinking, SearchStatus::analyzing, SearchStatus::hint}) {
+    for (const auto kind : std::vector<std::optional<SearchKind>>{std::nullopt, SearchKind::normal, SearchKind::analyze,
+                                                                  SearchKind::puzzle}) {
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         ExpectDone(bench.Send("hard"));
-        EXPECT_TRUE(bench.game.pondering);
+        EXPECT_TRUE(bench.game.pondering());
         ExpectDone(bench.Send("hard"));
-        EXPECT_TRUE(bench.game.pondering);
+        EXPECT_TRUE(bench.game.pondering());
         const auto outcome = bench.Send("easy");
         ExpectDone(outcome);
         EXPECT_FALSE(outcome.aborted);
-        EXPECT_FALSE(bench.game.pondering);
-        EXPECT_EQ(bench.game.searchStatus, status);
+        EXPECT_FALSE(bench.game.pondering());
+        EXPECT_EQ(bench.game.runningSearch(), kind);
     }
 }
 
 TEST(Pondering, EndsAtOnceWhenItIsTurnedOff) {
     CommandBench bench;
     bench.Prepare({"hard"});
-    bench.game.searchStatus = SearchStatus::pondering;
+    GameAccess::pretendSearch(bench.game, SearchKind::pondering);
     ExpectDone(bench.Send("hard"));
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::pondering);
+    EXPECT_EQ(bench.game.runningSearch(), SearchKind::pondering);
     const auto outcome = bench.Send("easy");
     EXPECT_EQ(outcome.aborted, true);
     ExpectDone(outcome);
-    EXPECT_FALSE(bench.game.pondering);
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::none);
+    EXPECT_FALSE(bench.game.pondering());
+    EXPECT_EQ(bench.game.runningSearch(), std::nullopt);
 }
 
 // --- Moves ---
@@ -601,25 +601,25 @@ TEST(AMove, IsAnsweredByTheEngine) {
         ExpectRequest(bench.Send(line), SearchKind::normal, after_e4);
         EXPECT_EQ(bench.fen(), after_e4);
         EXPECT_THAT(bench.calls, ElementsAre("onBoardChanged(" + after_e4 + ")"));
-        EXPECT_TRUE(bench.game.clock.running());
-        EXPECT_EQ(bench.game.clock.active(), black);
+        EXPECT_TRUE(bench.game.clock().running());
+        EXPECT_EQ(bench.game.clock().active(), black);
     }
 }
 
 TEST(AMove, IsJustMadeInForceMode) {
     CommandBench bench;
     bench.Prepare({"force"});
-    bench.game.prediction = 77;
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
     ExpectDone(bench.Send("e4"));
     EXPECT_EQ(bench.fen(), after_e4);
-    EXPECT_EQ(bench.game.prediction, no_prediction);
-    EXPECT_FALSE(bench.game.clock.running());
+    EXPECT_EQ(bench.game.forecast(), Forecast());
+    EXPECT_FALSE(bench.game.clock().running());
 }
 
 TEST(AMove, IsAnalyzed) {
     CommandBench bench;
     bench.Prepare({"analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("e4");
     EXPECT_EQ(outcome.aborted, true);
     EXPECT_EQ(outcome.runs, 2);
@@ -631,21 +631,21 @@ TEST(AMove, IsAnalyzed) {
 TEST(AMove, MustBeLegal) {
     for (const std::string line : {"e5", "e2e5", "e7e5", "Nf6", "O-O", "foo", "usermove Ke2", "usermove \"\""}) {
         CommandBench bench;
-        bench.game.searchStatus = SearchStatus::pondering;
+        GameAccess::pretendSearch(bench.game, SearchKind::pondering);
         EXPECT_EQ(bench.Send(line).error, "Illegal move: " + line);
         EXPECT_EQ(bench.fen(), start_fen);
-        EXPECT_EQ(bench.game.searchStatus, SearchStatus::pondering);
+        EXPECT_EQ(bench.game.runningSearch(), SearchKind::pondering);
     }
 }
 
 TEST(AMove, IsRefusedWhileTheEngineThinks) {
     CommandBench bench;
-    bench.game.searchStatus = SearchStatus::thinking;
+    GameAccess::pretendSearch(bench.game, SearchKind::normal);
     EXPECT_EQ(bench.Send("e4").error, "Error (it is not your turn now): e4");
     EXPECT_EQ(bench.Send("usermove e4").error, "Error (it is not your turn now): usermove e4");
     EXPECT_EQ(bench.Send("e5").error, "Illegal move: e5") << "legality comes first";
     EXPECT_EQ(bench.fen(), start_fen);
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::thinking);
+    EXPECT_EQ(bench.game.runningSearch(), SearchKind::normal);
 }
 
 TEST(AMove, IsRefusedBehindTheEndWhateverEndedIt) {
@@ -660,9 +660,9 @@ TEST(AMove, IsRefusedBehindTheEndWhateverEndedIt) {
 
 /// The engine (Black) ponders on e4.
 void PonderOnE4(CommandBench& bench) {
-    bench.game.pondering = true;
-    bench.game.prediction = MoveOf(bench.game.board(), "e2e4");
-    bench.game.searchStatus = SearchStatus::pondering;
+    bench.game.setPondering(true);
+    GameAccess::forecast(bench.game) = Forecast::Of(MoveOf(bench.game.board(), "e2e4"));
+    GameAccess::pretendSearch(bench.game, SearchKind::pondering);
 }
 
 TEST(AMove, ThatWasPredictedTurnsPonderingIntoThinking) {
@@ -672,11 +672,11 @@ TEST(AMove, ThatWasPredictedTurnsPonderingIntoThinking) {
     ExpectDone(outcome);
     EXPECT_EQ(outcome.runs, 1);
     EXPECT_FALSE(outcome.aborted);
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::thinking);
-    EXPECT_EQ(bench.game.prediction, no_prediction);
+    EXPECT_EQ(bench.game.runningSearch(), SearchKind::normal);
+    EXPECT_EQ(bench.game.forecast(), Forecast());
     EXPECT_EQ(bench.fen(), after_e4);
-    EXPECT_TRUE(bench.game.clock.running());
-    EXPECT_EQ(bench.game.clock.active(), black);
+    EXPECT_TRUE(bench.game.clock().running());
+    EXPECT_EQ(bench.game.clock().active(), black);
     EXPECT_THAT(bench.calls, ElementsAre("onBoardChanged(" + after_e4 + ")", "sendPredictedMoveMade(e4)"));
 }
 
@@ -693,7 +693,7 @@ TEST(AMove, ThatWasNotPredictedEndsPondering) {
 
 TEST(AMove, EndsTheSearchForAForecast) {
     CommandBench bench;
-    bench.game.searchStatus = SearchStatus::hint;
+    GameAccess::pretendSearch(bench.game, SearchKind::puzzle);
     const auto outcome = bench.Send("e4");
     EXPECT_EQ(outcome.aborted, true);
     ExpectRequest(outcome, SearchKind::normal, after_e4);
@@ -703,14 +703,14 @@ TEST(AMove, ThatEndsTheGameIsAnnounced) {
     CommandBench bench;
     bench.Prepare({"force", "f3", "e5", "g4", "playother"});
     ExpectPlayers(bench.game, true, false, EngineMode::one_side);
-    bench.game.searchStatus = SearchStatus::pondering;
-    bench.game.prediction = MoveOf(bench.game.board(), "d8h4");
+    GameAccess::pretendSearch(bench.game, SearchKind::pondering);
+    GameAccess::forecast(bench.game) = Forecast::Of(MoveOf(bench.game.board(), "d8h4"));
     const auto outcome = bench.Send("Qh4");
     EXPECT_EQ(outcome.aborted, true) << "even a predicted one";
     ExpectDone(outcome);
     EXPECT_THAT(bench.calls,
                 ElementsAre("onBoardChanged(" + bench.fen() + ")", "sendGameResult(0-1, Black mates, mode 1)"));
-    EXPECT_FALSE(bench.game.clock.running());
+    EXPECT_FALSE(bench.game.clock().running());
     ExpectPlayers(bench.game, false, false, EngineMode::force);
 }
 
@@ -718,13 +718,13 @@ TEST(AMove, ThatEndsTheGameLeavesAnalyzeModeInTheConsoleAlone) {
     for (const Like model : {Like::console, Like::xboard}) {
         CommandBench bench(model);
         bench.Prepare({"force", "f3", "e5", "g4", "analyze"});
-        bench.game.searchStatus = SearchStatus::analyzing;
+        GameAccess::pretendSearch(bench.game, SearchKind::analyze);
         const auto outcome = bench.Send("Qh4");
         EXPECT_EQ(outcome.aborted, true);
         EXPECT_TRUE(outcome.finished);
         EXPECT_THAT(bench.calls, Contains("sendGameResult(0-1, Black mates, mode 3)").Times(1));
         EXPECT_EQ(outcome.request.has_value(), model == Like::xboard);
-        EXPECT_EQ(bench.game.engineMode, model == Like::xboard ? EngineMode::analyze : EngineMode::force);
+        EXPECT_EQ(bench.game.mode(), model == Like::xboard ? EngineMode::analyze : EngineMode::force);
     }
 }
 

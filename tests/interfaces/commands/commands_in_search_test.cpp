@@ -25,7 +25,8 @@ struct RunningSearch {
         host.on_finished = [this](bool discard) { bench.game.onSearchFinished(discard); };
     }
 
-    Effect Send(SearchStatus status, const SearchLimits& limits, const std::string& line) {
+    /// The game takes it for a search of `kind`; `limits` say what it really is.
+    Effect Send(SearchKind kind, const SearchLimits& limits, const std::string& line) {
         Effect effect = Effect::ended;
         host.on_poll = [&, polls = 0]() mutable {
             if (++polls == 3) {
@@ -36,8 +37,8 @@ struct RunningSearch {
                 throw search_aborted_exception{true};
             }
         };
-        bench.game.searchStatus = status;
-        bench.game.search.Run(limits, bench.game, host);
+        GameAccess::pretendSearch(bench.game, kind);
+        GameAccess::search(bench.game).Run(limits, bench.game.record(), host);
         return effect;
     }
 
@@ -54,7 +55,7 @@ TEST(CommandsInASearch, RunBesideIt) {
         CommandBench bench;
         RunningSearch search(bench);
         testing::internal::CaptureStdout();
-        EXPECT_EQ(search.Send(SearchStatus::thinking, {.kind = SearchKind::normal}, line), Effect::went_on) << line;
+        EXPECT_EQ(search.Send(SearchKind::normal, {.kind = SearchKind::normal}, line), Effect::went_on) << line;
         (void)testing::internal::GetCapturedStdout();
         ASSERT_TRUE(search.command) << line;
         EXPECT_TRUE(search.command->finished) << line;
@@ -63,28 +64,28 @@ TEST(CommandsInASearch, RunBesideIt) {
 
 TEST(CommandsInASearch, EndItAndRunAgain) {
     struct Row {
-        SearchStatus status;
+        SearchKind kind;
         std::string line;
         bool asks_for_a_search = false;
     };
-    for (const auto& [status, line, asks_for_a_search] : {
-             Row{SearchStatus::thinking, "new"},
-             Row{SearchStatus::thinking, "force"},
-             Row{SearchStatus::pondering, "go", true},
-             Row{SearchStatus::thinking, "analyze", true},
-             Row{SearchStatus::analyzing, "exit"},
-             Row{SearchStatus::thinking, "playother"},
-             Row{SearchStatus::thinking, "white"},
-             Row{SearchStatus::thinking, "black"},
-             Row{SearchStatus::thinking, "result 1-0"},
-             Row{SearchStatus::pondering, "e4", true},
-             Row{SearchStatus::pondering, "easy"},
+    for (const auto& [kind, line, asks_for_a_search] : {
+             Row{SearchKind::normal, "new"},
+             Row{SearchKind::normal, "force"},
+             Row{SearchKind::pondering, "go", true},
+             Row{SearchKind::normal, "analyze", true},
+             Row{SearchKind::analyze, "exit"},
+             Row{SearchKind::normal, "playother"},
+             Row{SearchKind::normal, "white"},
+             Row{SearchKind::normal, "black"},
+             Row{SearchKind::normal, "result 1-0"},
+             Row{SearchKind::pondering, "e4", true},
+             Row{SearchKind::pondering, "easy"},
          }) {
         CommandBench bench;
         RunningSearch search(bench);
-        EXPECT_EQ(search.Send(status, {.kind = SearchKind::analyze}, line), Effect::ended) << line;
+        EXPECT_EQ(search.Send(kind, {.kind = SearchKind::analyze}, line), Effect::ended) << line;
         EXPECT_EQ(search.host.finished, true) << line;
-        EXPECT_EQ(bench.game.searchStatus, SearchStatus::none) << line;
+        EXPECT_EQ(bench.game.runningSearch(), std::nullopt) << line;
         ASSERT_TRUE(search.command) << line;
         EXPECT_FALSE(search.command->finished) << line;
         bool asked = false;
@@ -101,8 +102,7 @@ TEST(CommandsInASearch, EndItAndRunAgain) {
 TEST(CommandsInASearch, PassAnErrorThroughItAndLeaveTheGameAlone) {
     CommandBench bench;
     RunningSearch search(bench);
-    EXPECT_THROW(search.Send(SearchStatus::thinking, {.kind = SearchKind::normal}, "undo"),
-                 VorkaInterfaces::ErrorCommand);
+    EXPECT_THROW(search.Send(SearchKind::normal, {.kind = SearchKind::normal}, "undo"), VorkaInterfaces::ErrorCommand);
     EXPECT_EQ(bench.fen(), start_fen);
 }
 
@@ -111,7 +111,7 @@ TEST(CommandsInASearch, MoveAtOnceWithTheMoveFoundSoFar) {
     RunningSearch search(bench);
     bench.Prepare({"force", "e4"});
     bench.Prepare({"go"});
-    EXPECT_EQ(search.Send(SearchStatus::thinking, {.kind = SearchKind::normal}, "?"), Effect::ended);
+    EXPECT_EQ(search.Send(SearchKind::normal, {.kind = SearchKind::normal}, "?"), Effect::ended);
     EXPECT_EQ(search.host.finished, false);
     EXPECT_TRUE(search.command->finished);
     EXPECT_THAT(bench.calls, Contains(HasSubstr("sendEngineMove")));
@@ -120,23 +120,23 @@ TEST(CommandsInASearch, MoveAtOnceWithTheMoveFoundSoFar) {
 
 TEST(CommandsInASearch, TurnPonderingIntoThinkingWithThePredictedMove) {
     CommandBench bench;
-    bench.game.prediction = MoveOf(bench.game.board(), "e2e4");
-    UserBoard predicted = bench.game;
-    predicted.MakeMove(bench.game.prediction);
-    bench.game.searchStatus = SearchStatus::pondering;
+    GameAccess::forecast(bench.game) = Forecast::Of(MoveOf(bench.game.board(), "e2e4"));
+    UserBoard predicted = bench.game.record();
+    predicted.MakeMove(bench.game.forecast().move());
+    GameAccess::pretendSearch(bench.game, SearchKind::pondering);
 
     FakeSearchHost host;
     host.on_finished = [&](bool discard) { bench.game.onSearchFinished(discard); };
     host.on_poll = [&, polls = 0]() mutable {
         if (++polls == 3) bench.Send("usermove e4");
     };
-    bench.game.search.Run({.kind = SearchKind::pondering, .max_time_limit = 200, .variable_time_limit = 100}, predicted,
-                          host);
+    GameAccess::search(bench.game)
+        .Run({.kind = SearchKind::pondering, .max_time_limit = 200, .variable_time_limit = 100}, predicted, host);
     EXPECT_EQ(host.finished, false) << "it ended by itself, as a normal search";
     EXPECT_THAT(bench.calls, Contains("sendPredictedMoveMade(e4)"));
     EXPECT_THAT(bench.calls, Contains(HasSubstr("sendEngineMove")));
     EXPECT_EQ(bench.game.made_moves().size(), 2U);
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::none);
+    EXPECT_EQ(bench.game.runningSearch(), std::nullopt);
 }
 
 }  // namespace

@@ -18,8 +18,8 @@ using namespace VorkaInterfaces;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::vector<SearchStatus> searches{SearchStatus::thinking, SearchStatus::pondering, SearchStatus::analyzing,
-                                         SearchStatus::hint};
+const std::vector<SearchKind> searches{SearchKind::normal, SearchKind::pondering, SearchKind::analyze,
+                                       SearchKind::puzzle};
 
 // --- The protocol in force ---
 
@@ -75,11 +75,11 @@ TEST(InstallProtocol, StartsTheNewOne) {
 }
 
 TEST(InstallProtocol, WorksBesideASearch) {
-    for (const SearchStatus status : searches) {
+    for (const SearchKind kind : searches) {
         const LogCapture log;
         testing::internal::CaptureStdout();
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         const auto outcome = bench.Send("protover 2");
         (void)testing::internal::GetCapturedStdout();
         EXPECT_TRUE(outcome.finished);
@@ -108,9 +108,9 @@ TEST(Id, IsTheRestOfTheLine) {
 // --- Answers ---
 
 TEST(Ping, IsAnsweredAtOnce) {
-    for (const SearchStatus status : searches) {
+    for (const SearchKind kind : searches) {
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         const LogCapture log;
         testing::internal::CaptureStdout();
         const auto outcome = bench.Send("ping 5");
@@ -138,23 +138,23 @@ TEST(Ping, GivesItsWordBackAsItCame) {
 TEST(Name, IsTheOpponentsNowAndInGamesToCome) {
     CommandBench bench;
     EXPECT_TRUE(bench.Send("name Some  Body").finished);
-    EXPECT_EQ(bench.game.players[white].name, "Some Body");
-    EXPECT_EQ(bench.game.players[black].name, "Vorka");
+    EXPECT_EQ(bench.game.player(white).name, "Some Body");
+    EXPECT_EQ(bench.game.player(black).name, "Vorka");
     EXPECT_EQ(defaultHuman().name, "Some Body");
     bench.Prepare({"go"});
-    EXPECT_EQ(bench.game.players[white].name, "Vorka");
-    EXPECT_EQ(bench.game.players[black].name, "Some Body");
+    EXPECT_EQ(bench.game.player(white).name, "Vorka");
+    EXPECT_EQ(bench.game.player(black).name, "Some Body");
     bench.Prepare({"force"});
     bench.Send("name Else");
-    EXPECT_EQ(bench.game.players[white].name, "Vorka");
-    EXPECT_EQ(bench.game.players[black].name, "Else");
+    EXPECT_EQ(bench.game.player(white).name, "Vorka");
+    EXPECT_EQ(bench.game.player(black).name, "Else");
 }
 
 TEST(Rating, IsEnginesThenOpponents) {
     CommandBench bench;
     EXPECT_TRUE(bench.Send("rating 2500 1800").finished);
-    EXPECT_EQ(bench.game.players[black].rating, 2500);
-    EXPECT_EQ(bench.game.players[white].rating, 1800);
+    EXPECT_EQ(bench.game.player(black).rating, 2500);
+    EXPECT_EQ(bench.game.player(white).rating, 1800);
     EXPECT_EQ(defaultEngine(true).rating, 2500);
     EXPECT_EQ(defaultHuman().rating, 1800);
 }
@@ -163,12 +163,12 @@ TEST(Rating, ChangesTheDefaultsAloneUnlessTheEnginePlaysOneSide) {
     CommandBench bench;
     bench.Prepare({"force"});
     bench.Send("rating 2500 1800");
-    EXPECT_EQ(bench.game.players[black].rating, 0);
-    EXPECT_EQ(bench.game.players[white].rating, 0);
+    EXPECT_EQ(bench.game.player(black).rating, 0);
+    EXPECT_EQ(bench.game.player(white).rating, 0);
     EXPECT_EQ(defaultEngine(true).rating, 2500);
     bench.Prepare({"new"});
-    EXPECT_EQ(bench.game.players[black].rating, 2500);
-    EXPECT_EQ(bench.game.players[white].rating, 1800);
+    EXPECT_EQ(bench.game.player(black).rating, 2500);
+    EXPECT_EQ(bench.game.player(white).rating, 1800);
 }
 
 TEST(Rating, IsNotNegative) {
@@ -181,11 +181,11 @@ TEST(Rating, IsNotNegative) {
 
 TEST(Computer, IsRememberedForEver) {
     CommandBench bench;
-    EXPECT_FALSE(bench.game.advisor.opponentIsComputer);
+    EXPECT_FALSE(bench.game.advisor().opponentIsComputer);
     bench.Send("computer");
-    EXPECT_TRUE(bench.game.advisor.opponentIsComputer);
+    EXPECT_TRUE(bench.game.advisor().opponentIsComputer);
     bench.Prepare({"new", "force", "setboard 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1", "go", "playother"});
-    EXPECT_TRUE(bench.game.advisor.opponentIsComputer);
+    EXPECT_TRUE(bench.game.advisor().opponentIsComputer);
 }
 
 // --- The end ---
@@ -198,9 +198,9 @@ TEST(Quit, EndsTheProgram) {
 }
 
 TEST(Quit, EndsTheSearchFirst) {
-    for (const SearchStatus status : searches) {
+    for (const SearchKind kind : searches) {
         CommandBench bench;
-        bench.game.searchStatus = status;
+        GameAccess::pretendSearch(bench.game, kind);
         const auto outcome = bench.Send("quit");
         EXPECT_EQ(outcome.aborted, true);
         EXPECT_TRUE(outcome.quit);

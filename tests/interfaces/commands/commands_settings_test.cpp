@@ -149,13 +149,13 @@ TEST_F(MaintenanceCommands, NewPersonalityOrContemptClearsTheTablesThatDependOnI
 }
 
 TEST_F(MaintenanceCommands, ContemptIsClampedAndToldToTheAdvisor) {
-    bench_.game.advisor.hopelessRun = 3;
+    GameAccess::advisor(bench_.game).hopelessRun = 3;
     EXPECT_EQ(ErrorOf("contempt 99999"), "");
-    EXPECT_EQ(bench_.game.search.contempt(), 32767);
-    EXPECT_EQ(bench_.game.advisor.drawValue, 32767);
-    EXPECT_EQ(bench_.game.advisor.hopelessRun, 0) << "it starts anew";
+    EXPECT_EQ(bench_.game.search().contempt(), 32767);
+    EXPECT_EQ(bench_.game.advisor().drawValue, 32767);
+    EXPECT_EQ(bench_.game.advisor().hopelessRun, 0) << "it starts anew";
     EXPECT_EQ(ErrorOf("contempt -99999"), "");
-    EXPECT_EQ(bench_.game.search.contempt(), -32767);
+    EXPECT_EQ(bench_.game.search().contempt(), -32767);
 }
 
 // --- Settings ---

@@ -31,32 +31,32 @@ const std::string impossible_fen = "4k3/8/8/8/8/8/4R3/4K3 w - - 0 1";    // Blac
 TEST(SetSide, GivesTheMoveToOneSideAndTheOtherToTheEngine) {
     CommandBench bench;
     bench.Prepare({"force", "e4", "c6"});
-    bench.game.prediction = 77;
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
     EXPECT_TRUE(bench.Send("white").finished);
     EXPECT_EQ(bench.game.made_moves().size(), 2U) << "already on move: the game goes on";
-    EXPECT_EQ(bench.game.prediction, 77U);
-    EXPECT_TRUE(bench.game.players[black].active);
-    EXPECT_EQ(bench.game.engineMode, EngineMode::one_side);
-    EXPECT_FALSE(bench.game.clock.running());
+    EXPECT_EQ(bench.game.forecast(), Forecast::Of(77));
+    EXPECT_TRUE(bench.game.player(black).active);
+    EXPECT_EQ(bench.game.mode(), EngineMode::one_side);
+    EXPECT_FALSE(bench.game.clock().running());
 }
 
 TEST(SetSide, StartsAGameFromTheTurnedPosition) {
     CommandBench bench;
     bench.Prepare({"force", "e3", "c6", "Nf3"});
-    bench.game.clock.startClock();
-    bench.game.prediction = 77;
+    GameAccess::clock(bench.game).startClock();
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
     EXPECT_TRUE(bench.Send("white").finished);
     EXPECT_EQ(bench.game.side_to_move(), white);
     EXPECT_THAT(bench.game.made_moves(), IsEmpty());
-    EXPECT_EQ(bench.game.prediction, no_prediction);
-    EXPECT_TRUE(bench.game.players[black].active);
-    EXPECT_FALSE(bench.game.clock.running());
+    EXPECT_EQ(bench.game.forecast(), Forecast());
+    EXPECT_TRUE(bench.game.player(black).active);
+    EXPECT_FALSE(bench.game.clock().running());
     EXPECT_TRUE(bench.Send("black").finished);
     EXPECT_EQ(bench.game.side_to_move(), black);
-    EXPECT_TRUE(bench.game.players[white].active);
+    EXPECT_TRUE(bench.game.player(white).active);
     const auto outcome = bench.Send("go");
     EXPECT_EQ(outcome.request->position.side_to_move(), black);
-    EXPECT_TRUE(bench.game.players[black].active);
+    EXPECT_TRUE(bench.game.player(black).active);
 }
 
 TEST(SetSide, IsRefusedWhereThePositionForbidsIt) {
@@ -65,16 +65,16 @@ TEST(SetSide, IsRefusedWhereThePositionForbidsIt) {
     const std::string fen = bench.fen();
     EXPECT_EQ(bench.Send("white").error, "Error (cannot change sides): white");
     bench.Prepare({"d6", "Bb5"});  // check
-    bench.game.searchStatus = SearchStatus::pondering;
+    GameAccess::pretendSearch(bench.game, SearchKind::pondering);
     EXPECT_EQ(bench.Send("white").error, "Error (cannot change sides): white");
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::pondering) << "the search goes on";
+    EXPECT_EQ(bench.game.runningSearch(), SearchKind::pondering) << "the search goes on";
     EXPECT_EQ(bench.game.made_moves().size(), 3U);
-    EXPECT_EQ(bench.game.engineMode, EngineMode::force);
+    EXPECT_EQ(bench.game.mode(), EngineMode::force);
 }
 
 TEST(SetSide, EndsARunningSearchAndTurnsTheBoardOnce) {
     CommandBench bench;
-    bench.game.searchStatus = SearchStatus::thinking;
+    GameAccess::pretendSearch(bench.game, SearchKind::normal);
     const auto outcome = bench.Send("black");
     EXPECT_EQ(outcome.aborted, true);
     EXPECT_TRUE(outcome.finished);
@@ -86,15 +86,15 @@ TEST(SetSide, EndsARunningSearchAndTurnsTheBoardOnce) {
 TEST(Setboard, ReplacesTheGame) {
     CommandBench bench;
     bench.Prepare({"force", "e4"});
-    bench.game.prediction = 77;
-    bench.game.advisor.drawOfferPending = true;
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
+    GameAccess::advisor(bench.game).drawOfferPending = true;
     EXPECT_TRUE(bench.Send("setboard 4k3/4p3/8/8/8/8/8/4K3 b - - 3 7").finished);
     EXPECT_EQ(bench.fen(), "4k3/4p3/8/8/8/8/8/4K3 b - - 3 8");
     EXPECT_THAT(bench.game.made_moves(), IsEmpty());
-    EXPECT_EQ(bench.game.prediction, no_prediction);
-    EXPECT_FALSE(bench.game.advisor.drawOfferPending);
-    EXPECT_EQ(bench.game.clock.active(), black);
-    EXPECT_EQ(bench.game.engineMode, EngineMode::force);
+    EXPECT_EQ(bench.game.forecast(), Forecast());
+    EXPECT_FALSE(bench.game.advisor().drawOfferPending);
+    EXPECT_EQ(bench.game.clock().active(), black);
+    EXPECT_EQ(bench.game.mode(), EngineMode::force);
     EXPECT_THAT(bench.calls, ElementsAre("onBoardChanged(" + bench.fen() + ")"));
 }
 
@@ -109,7 +109,7 @@ TEST(Setboard, IsRefusedWhileTheEnginePlays) {
 TEST(Setboard, RestartsTheAnalysis) {
     CommandBench bench;
     bench.Prepare({"analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = bench.Send("setboard " + pawn_fen);
     EXPECT_EQ(outcome.aborted, true);
     EXPECT_TRUE(outcome.finished);
@@ -140,7 +140,7 @@ TEST(Setboard, RefusesATextThatIsNoFen) {
         for (const Like model : {Like::console, Like::xboard}) {
             CommandBench bench(model);
             bench.Prepare({"analyze"});
-            bench.game.searchStatus = SearchStatus::analyzing;
+            GameAccess::pretendSearch(bench.game, SearchKind::analyze);
             const auto outcome = bench.Send("setboard " + fen);
             EXPECT_EQ(outcome.error, "Error (input inconsistent with FEN standard): setboard " + fen);
             EXPECT_FALSE(outcome.aborted) << "the analysis goes on";
@@ -165,7 +165,7 @@ TEST(Setboard, IgnoresAnImpossiblePositionInTheConsole) {
     for (const std::string& fen : impossible_fens) {
         CommandBench bench(Like::console);
         bench.Prepare({"analyze"});
-        bench.game.searchStatus = SearchStatus::analyzing;
+        GameAccess::pretendSearch(bench.game, SearchKind::analyze);
         const auto outcome = bench.Send("setboard " + fen);
         EXPECT_TRUE(outcome.finished);
         EXPECT_FALSE(outcome.aborted) << "the analysis goes on";
@@ -178,29 +178,29 @@ TEST(Setboard, LeavesAnInterfaceWithoutAPosition) {
     for (const std::string& fen : impossible_fens) {
         CommandBench bench(Like::xboard);
         bench.Prepare({"force"});
-        bench.game.prediction = 77;
+        GameAccess::forecast(bench.game) = Forecast::Of(77);
         const auto outcome = bench.Send("setboard " + fen);
         EXPECT_TRUE(outcome.finished);
         EXPECT_FALSE(outcome.request);
         EXPECT_THAT(bench.calls, ElementsAre("tellUser(Illegal position)")) << fen;
         EXPECT_FALSE(bench.game.IsPositionValid());
-        EXPECT_EQ(bench.game.prediction, no_prediction);
+        EXPECT_EQ(bench.game.forecast(), Forecast());
     }
 }
 
 TEST(Setboard, KeepsAnalyzeModeWithoutAPosition) {
     CommandBench bench(Like::xboard);
     bench.Prepare({"analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     auto outcome = bench.Send("setboard " + impossible_fen);
     EXPECT_EQ(outcome.aborted, true);
     EXPECT_THAT(bench.calls, ElementsAre("tellUser(Illegal position)")) << "once, not with each run";
     ASSERT_TRUE(outcome.request) << "the shell waits for input in the place of an analysis";
     EXPECT_EQ(outcome.request->limits.kind, SearchKind::analyze);
     EXPECT_TRUE(outcome.request->position.IsGameOver());
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     EXPECT_TRUE(bench.Send("exit").finished);
-    EXPECT_EQ(bench.game.engineMode, EngineMode::force);
+    EXPECT_EQ(bench.game.mode(), EngineMode::force);
 }
 
 // --- The empty position that an impossible one leaves behind ---
@@ -269,9 +269,9 @@ TEST(EmptyPosition, IsSurvivedByEveryCommand) {
         if (outcome.request && outcome.request->limits.kind != SearchKind::analyze) {
             FakeSearchHost host;
             host.on_finished = [&](bool discard) { bench.game.onSearchFinished(discard); };
-            bench.game.searchStatus = SearchStatus::thinking;
-            bench.game.search.Run(outcome.request->limits, outcome.request->position, host);
-            EXPECT_EQ(bench.game.searchStatus, SearchStatus::none);
+            GameAccess::pretendSearch(bench.game, SearchKind::normal);
+            GameAccess::search(bench.game).Run(outcome.request->limits, outcome.request->position, host);
+            EXPECT_EQ(bench.game.runningSearch(), std::nullopt);
         }
         EXPECT_EQ(bench.Send("force").error, "") << row.line;
         EXPECT_EQ(bench.Send("setboard " + pawn_fen).error, "") << row.line;
@@ -336,8 +336,8 @@ class EditMode : public testing::Test {
 };
 
 TEST_F(EditMode, BuildsAPosition) {
-    bench.game.prediction = 77;
-    bench.game.advisor.drawOfferPending = true;
+    GameAccess::forecast(bench.game) = Forecast::Of(77);
+    GameAccess::advisor(bench.game).drawOfferPending = true;
     const auto outcome = Edit(bench, "#\nKe1\nPe2\nra1\nc\nKe8\nqd8\ns\n.\n");
     EXPECT_TRUE(outcome.command.finished);
     EXPECT_EQ(bench.fen(), "3qk3/8/8/8/8/8/4P3/R3K3 b Q - 0 1");
@@ -346,9 +346,9 @@ TEST_F(EditMode, BuildsAPosition) {
     std::vector<std::string> expected = edits;
     expected.push_back("onBoardChanged(" + bench.fen() + ")");
     EXPECT_EQ(outcome.calls, expected);
-    EXPECT_EQ(bench.game.prediction, no_prediction);
-    EXPECT_FALSE(bench.game.advisor.drawOfferPending);
-    EXPECT_EQ(bench.game.clock.active(), black);
+    EXPECT_EQ(bench.game.forecast(), Forecast());
+    EXPECT_FALSE(bench.game.advisor().drawOfferPending);
+    EXPECT_EQ(bench.game.clock().active(), black);
 }
 
 TEST_F(EditMode, StartsFromTheCurrentPosition) {
@@ -430,7 +430,7 @@ TEST_F(EditMode, EndsTheProgramInOrder) {
 
 TEST_F(EditMode, IsADialogueOnceEvenIfASearchRuns) {
     bench.Prepare({"analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = Edit(bench, "xe2\n.\n");
     EXPECT_EQ(outcome.command.aborted, true);
     EXPECT_EQ(outcome.command.runs, 2);
@@ -441,10 +441,10 @@ TEST_F(EditMode, IsADialogueOnceEvenIfASearchRuns) {
 
 TEST_F(EditMode, DoesNotDisturbTheAnalysisUnlessItSucceeds) {
     bench.Prepare({"analyze"});
-    bench.game.searchStatus = SearchStatus::analyzing;
+    GameAccess::pretendSearch(bench.game, SearchKind::analyze);
     const auto outcome = Edit(bench, "#\ncancel\n");
     EXPECT_FALSE(outcome.command.aborted);
-    EXPECT_EQ(bench.game.searchStatus, SearchStatus::analyzing);
+    EXPECT_EQ(bench.game.runningSearch(), SearchKind::analyze);
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ TEST(Translation, RefusesALineThatCanNotBeSplit) {
 TEST(Translation, TakesAQuotedTextAsOneWord) {
     CommandBench bench;
     EXPECT_EQ(bench.Send("\"force\"").error, "");
-    EXPECT_EQ(bench.game.engineMode, EngineMode::force);
+    EXPECT_EQ(bench.game.mode(), EngineMode::force);
     EXPECT_EQ(bench.Send("setboard \"8/8/8/4k3/8/4K3/4P3/8 w - - 0 1\"").error, "");
     EXPECT_EQ(bench.fen(), "8/8/8/4k3/8/4K3/4P3/8 w - - 0 2");
 }

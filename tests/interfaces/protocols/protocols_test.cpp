@@ -535,13 +535,10 @@ TEST(Protocol, KnowsTheKindsOfSearches) {
     struct Kind {
         int kind;
         std::string name;
-        SearchStatus status;
     };
-    for (const Kind& row : {Kind{0, "normal", SearchStatus::thinking}, Kind{1, "analyze", SearchStatus::analyzing},
-                            Kind{2, "pondering", SearchStatus::pondering}, Kind{3, "puzzle", SearchStatus::hint},
-                            Kind{4, "normal", SearchStatus::none}, Kind{-1, "normal", SearchStatus::none}}) {
+    for (const Kind& row : {Kind{0, "normal"}, Kind{1, "analyze"}, Kind{2, "pondering"}, Kind{3, "puzzle"},
+                            Kind{4, "normal"}, Kind{-1, "normal"}}) {
         EXPECT_EQ(BasicProtocol::nameOfSearchKind(static_cast<SearchKind>(row.kind)), row.name);
-        EXPECT_EQ(BasicProtocol::statusOfSearchKind(static_cast<SearchKind>(row.kind)), row.status);
     }
 }
 
