@@ -352,7 +352,8 @@ def manual_commands():
 def test_manual_lists_the_commands_that_there_are(start):
     keywords = set()
     for source in (ROOT / "src/interfaces/commands").glob("*.cpp"):
-        keywords |= set(re.findall(r'Keyword\{\s*(?:\.word = )?"([^"]+)"', source.read_text()))
+        for table in re.findall(r"(?s)\nconstexpr Keyword \w+(?:\[\] = )?\{(.*?)\};", source.read_text()):
+            keywords |= set(re.findall(r'(?m)^(?: *\{)?"([^"]+)",', table))
     ignored = {"bk", "ics", "pause", "resume", "variant", "random", "accepted", "rejected"}  # words of interfaces alone
     assert manual_commands() | {"usermove"} == keywords - ignored
 

@@ -130,12 +130,6 @@ inline constexpr std::string_view popcount_sparse_algorithm = "popcount_sparse: 
 inline constexpr std::string_view find_lowest_bit_algorithm = "find_lowest_bit:  FindLowestBitViaFindHighestBit";
 inline constexpr std::string_view find_highest_bit_algorithm = "find_highest_bit: Table lookup (not inlined)";
 inline constexpr std::string_view find_next_bit_algorithm = "find_next_bit:    FindHighestBit";
-// The commands that may stand on the command line.
-inline constexpr std::array<std::string_view, 24> startup_commands{
-    "xboard",          "protover",    "easy",     "eval",          "contempt", "hash",     "help", "id", "level",
-    "modify_settings", "personality", "probe",    "quit",          "sd",       "setboard", "st",   "tb", "tc",
-    "version",         "read_fen",    "read_pgn", "read_settings", "generate", "verify",
-};
 inline constexpr std::string_view expecting_dash_before_option = "Warning: Expecting '-' before option \"";
 inline constexpr std::string_view continuing_without_dash = "\"! Continuing...\n";
 inline constexpr std::string_view executing_startup_command = "Executing startup command: ";

@@ -7,6 +7,7 @@
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/wall_clock.h"
+#include "interfaces/commands/keyword_table.h"
 #include "interfaces/commands/translation.h"
 #include "interfaces/protocols/console_protocol.h"
 #include "interfaces/protocols/error_command.h"
@@ -14,7 +15,10 @@
 using VorkaInterfaces::BasicProtocol;
 using VorkaInterfaces::ConnectedGame;
 using VorkaInterfaces::ErrorCommand;
+using VorkaInterfaces::FindKeyword;
 using VorkaInterfaces::IgnorableErrorCommand;
+using VorkaInterfaces::Keyword;
+using VorkaInterfaces::StartUp;
 
 namespace {
 
@@ -55,18 +59,19 @@ void EngineShell::carryOut(const StartupOption& option) {
     if (!option.has_dash) {
         std::cerr << vocabulary::expecting_dash_before_option << option.argument << vocabulary::continuing_without_dash;
     }
-    if (!IsStartupCommand(option.name)) {
+    const Keyword* const keyword = FindKeyword(option.name);
+    if (keyword == nullptr || keyword->start_up == StartUp::prompt_only) {
         stopAt(option.name);
         return;
     }
-    if (NeedsForceMode(option.name)) executeAtOnce(std::string(vocabulary::force));
+    if (keyword->start_up == StartUp::at_start_in_force_mode) executeAtOnce(std::string(vocabulary::force));
     LogOnly(std::string(vocabulary::executing_startup_command) + option.line());
     if (option.name == vocabulary::help) {
-        game_->protocol().showStartupHelp();
+        game_->protocol().showHelp(VorkaInterfaces::helpOfStartupCommands());
     } else {
         executeAtOnce(option.line());
     }
-    if (EndsProgram(option.name)) exit_status_ = 0;
+    if (keyword->start_up == StartUp::at_start_then_exit) exit_status_ = 0;
 }
 
 void EngineShell::executeAtOnce(const std::string& line) {

@@ -1,23 +1,8 @@
 #include "frame/shell/startup_options.h"
 
 #include <algorithm>
-#include <array>
-
-#include "frame/base/vocabulary.h"
 
 namespace {
-
-constexpr std::array<std::string_view, 11> force_first{
-    "contempt", "hash",          "tb",       "modify_settings", "personality", "read_fen",
-    "read_pgn", "read_settings", "setboard", "generate",        "verify",
-};
-
-constexpr std::array<std::string_view, 2> exit_after{"help", "version"};
-
-template <std::size_t Size>
-bool Contains(const std::array<std::string_view, Size>& words, std::string_view word) {
-    return std::find(words.begin(), words.end(), word) != words.end();
-}
 
 bool BeginsWithDash(const std::string& word) { return !word.empty() && word[0] == '-'; }
 
@@ -52,9 +37,3 @@ StartupOption TakeStartupOption(const std::vector<std::string>& arguments, std::
     }
     return option;
 }
-
-bool IsStartupCommand(std::string_view name) { return Contains(vocabulary::startup_commands, name); }
-
-bool NeedsForceMode(std::string_view name) { return Contains(force_first, name); }
-
-bool EndsProgram(std::string_view name) { return Contains(exit_after, name); }

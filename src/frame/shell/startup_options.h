@@ -39,10 +39,3 @@ struct StartupOption {
 /// Reads the option at arguments[next], which must exist, and sets `next` behind its parameters.
 /// Throws could_not_parse_exception.
 [[nodiscard]] StartupOption TakeStartupOption(const std::vector<std::string>& arguments, std::size_t& next);
-
-/// Whether a command may stand on the command line.
-[[nodiscard]] bool IsStartupCommand(std::string_view name);
-/// Whether it has to be carried out in force mode, so that the engine in a freshly started game does not move.
-[[nodiscard]] bool NeedsForceMode(std::string_view name);
-/// Whether the program ends behind it.
-[[nodiscard]] bool EndsProgram(std::string_view name);

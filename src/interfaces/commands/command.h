@@ -51,4 +51,11 @@ class CheckedCommand : public Command {
     bool checked_ = false;
 };
 
+/// An empty line, or a word that is ignored for compatibility.
+class Command_DoNothing : public Command {
+  public:
+    using Command::Command;
+    void Execute(ConnectedGame&) override { finished = true; }
+};
+
 }  // namespace VorkaInterfaces

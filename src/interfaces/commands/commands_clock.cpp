@@ -1,13 +1,23 @@
-#include "interfaces/commands/commands_clock.h"
+#include "interfaces/commands/command_families.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <limits>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "frame/base/logfile.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
+#include "frame/game/chess_clock.h"
+#include "interfaces/commands/command.h"
+#include "interfaces/commands/keyword.h"
 #include "interfaces/protocols/connected_game.h"
 
+/// Commands of the clocks and of the bounds of a search. None of them disturbs a running search, which keeps the limits
+/// that it was started with.
 namespace VorkaInterfaces {
 
 namespace {
@@ -45,49 +55,124 @@ void SetClock(ConnectedGame& game, Colour side, std::int32_t centiseconds) {
     LogClocks(game);
 }
 
-}  // namespace
+/// `time n`: the engine's clock, in centiseconds.
+class Command_Time : public CheckedCommand {
+  public:
+    Command_Time(std::string input_line, std::int32_t centiseconds)
+        : CheckedCommand(std::move(input_line)), centiseconds_(centiseconds) {}
 
-void Command_Time::work(ConnectedGame& game) { SetClock(game, EngineSide(game), centiseconds_); }
-void Command_Otim::work(ConnectedGame& game) { SetClock(game, Opponent(EngineSide(game)), centiseconds_); }
+  private:
+    void work(ConnectedGame& game) override { SetClock(game, EngineSide(game), centiseconds_); }
 
-void Command_sd::check(ConnectedGame&) {
-    if (depth_ < 0) refuse(vocabulary::argument_out_of_bounds);
-}
+    const std::int32_t centiseconds_;
+};
 
-void Command_sd::work(ConnectedGame& game) { game.setMaxDepth(depth_); }
+/// `otim n`: the clock of the engine's opponent, in centiseconds.
+class Command_Otim : public CheckedCommand {
+  public:
+    Command_Otim(std::string input_line, std::int32_t centiseconds)
+        : CheckedCommand(std::move(input_line)), centiseconds_(centiseconds) {}
 
-void Command_st::check(ConnectedGame&) {
-    if (seconds_ < 0) refuse(vocabulary::argument_out_of_bounds);
-}
+  private:
+    void work(ConnectedGame& game) override { SetClock(game, Opponent(EngineSide(game)), centiseconds_); }
 
-void Command_st::work(ConnectedGame& game) {
-    // More seconds than 32 bits hold as milliseconds (25 days) are as good as that.
-    constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
-    game.setMaxTime(static_cast<std::int32_t>(std::min(std::int64_t{seconds_} * 1000, longest)));
-}
+    const std::int32_t centiseconds_;
+};
 
-void Command_SetTimeControl::check(ConnectedGame&) { controls_ = readControls(); }
+/// `sd n`: a bound for the depth, 0 for none.
+class Command_sd : public CheckedCommand {
+  public:
+    Command_sd(std::string input_line, std::int32_t depth) : CheckedCommand(std::move(input_line)), depth_(depth) {}
 
-void Command_SetTimeControl::work(ConnectedGame& game) {
-    for (const Colour side : {white, black}) game.setTimeControls(side, controls_[side]);
-}
-
-Command_SetTimeControl::Controls Command_Level::readControls() const {
-    if (moves_ < 0 || base_ <= 0 || increment_ < 0) refuse(vocabulary::argument_out_of_bounds);
-    const TimeControl control{moves_ == 0 ? rest_of_the_game : moves_, base_, increment_, -1};
-    return {std::vector{control}, std::vector{control}};
-}
-
-Command_SetTimeControl::Controls Command_Tc::readControls() const {
-    const std::string_view text = specification_;
-    const std::size_t semicolon = text.find(';');
-    if (semicolon == std::string_view::npos) {
-        const std::vector<TimeControl> both = readList(text);
-        return {both, both};
+  private:
+    void check(ConnectedGame&) override {
+        if (depth_ < 0) refuse(vocabulary::argument_out_of_bounds);
     }
-    if (text.find(';', semicolon + 1) != std::string_view::npos) refuse(vocabulary::too_many_parameters);
-    return {readList(text.substr(0, semicolon)), readList(text.substr(semicolon + 1))};
-}
+
+    void work(ConnectedGame& game) override { game.setMaxDepth(depth_); }
+    const std::int32_t depth_;
+};
+
+/// `st n`: a bound for the time of a move, in seconds, 0 for none.
+class Command_st : public CheckedCommand {
+  public:
+    Command_st(std::string input_line, std::int32_t seconds)
+        : CheckedCommand(std::move(input_line)), seconds_(seconds) {}
+
+  private:
+    void check(ConnectedGame&) override {
+        if (seconds_ < 0) refuse(vocabulary::argument_out_of_bounds);
+    }
+
+    void work(ConnectedGame& game) override {
+        // More seconds than 32 bits hold as milliseconds (25 days) are as good as that.
+        constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
+        game.setMaxTime(static_cast<std::int32_t>(std::min(std::int64_t{seconds_} * 1000, longest)));
+    }
+
+    const std::int32_t seconds_;
+};
+
+/// Gives both clocks new time controls, the running one at once.
+class Command_SetTimeControl : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
+
+  protected:
+    using Controls = std::array<std::vector<TimeControl>, 2>;  ///< by colour
+
+  private:
+    void check(ConnectedGame&) final { controls_ = readControls(); }
+    void work(ConnectedGame& game) final {
+        for (const Colour side : {white, black}) game.setTimeControls(side, controls_[side]);
+    }
+
+    /// The controls of both sides. Refuses what is out of bounds.
+    [[nodiscard]] virtual Controls readControls() const = 0;
+    Controls controls_;
+};
+
+/// `level moves time increment`: one control for both sides, repeated for ever.
+class Command_Level : public Command_SetTimeControl {
+  public:
+    /// `moves` 0 stands for the rest of the game; the times are milliseconds.
+    Command_Level(std::string input_line, std::int32_t moves, std::int32_t base, std::int32_t increment)
+        : Command_SetTimeControl(std::move(input_line)), moves_(moves), base_(base), increment_(increment) {}
+
+  private:
+    [[nodiscard]] Controls readControls() const override {
+        if (moves_ < 0 || base_ <= 0 || increment_ < 0) refuse(vocabulary::argument_out_of_bounds);
+        const TimeControl control{moves_ == 0 ? rest_of_the_game : moves_, base_, increment_, -1};
+        return {std::vector{control}, std::vector{control}};
+    }
+
+    const std::int32_t moves_;
+    const std::int32_t base_;
+    const std::int32_t increment_;
+};
+
+/// `tc spec`: a list of triples (moves, time, increment) for both sides, or two lists, for White and for Black, parted
+/// by ';'. The last triple of a list stands for the rest of the game (moves 0).
+class Command_Tc : public Command_SetTimeControl {
+  public:
+    Command_Tc(std::string input_line, std::string specification)
+        : Command_SetTimeControl(std::move(input_line)), specification_(std::move(specification)) {}
+
+  private:
+    [[nodiscard]] Controls readControls() const override {
+        const std::string_view text = specification_;
+        const std::size_t semicolon = text.find(';');
+        if (semicolon == std::string_view::npos) {
+            const std::vector<TimeControl> both = readList(text);
+            return {both, both};
+        }
+        if (text.find(';', semicolon + 1) != std::string_view::npos) refuse(vocabulary::too_many_parameters);
+        return {readList(text.substr(0, semicolon)), readList(text.substr(semicolon + 1))};
+    }
+
+    [[nodiscard]] std::vector<TimeControl> readList(std::string_view text) const;
+    const std::string specification_;
+};
 
 std::vector<TimeControl> Command_Tc::readList(std::string_view text) const {
     const std::vector<std::string> words = VorkaUtils::tokenize(text);
@@ -115,5 +200,32 @@ std::vector<TimeControl> Command_Tc::readList(std::string_view text) const {
     }
     return list;
 }
+
+struct ClockTime {
+    static std::int32_t Read(const TokenizedLine& input, std::size_t place) {
+        return VorkaUtils::ParseClockTime(input.tokens[place]);
+    }
+};
+
+struct Increment {
+    static std::int32_t Read(const TokenizedLine& input, std::size_t place) {
+        return VorkaUtils::ParseIncrement(input.tokens[place]);
+    }
+};
+
+// clang-format off
+constexpr Keyword keywords[] = {
+    {"time",  exactly(2), Make<Command_Time, Integer>,                        prompt_only, {320, help_texts::time}},  // centiseconds
+    {"otim",  exactly(2), Make<Command_Otim, Integer>,                        prompt_only, {180, help_texts::otim}},
+    {"sd",    exactly(2), Make<Command_sd, Integer>,                          at_start,    {290, help_texts::sd}},  // plies
+    {"st",    exactly(2), Make<Command_st, Integer>,                          at_start,    {310, help_texts::st}},  // seconds
+    {"level", exactly(4), Make<Command_Level, Integer, ClockTime, Increment>, at_start,    {470, help_texts::level}},
+    {"tc",    any,        Make<Command_Tc, Rest>,                             at_start,    {490, help_texts::tc}},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Keyword> clockKeywords() { return keywords; }
 
 }  // namespace VorkaInterfaces

@@ -1,26 +1,35 @@
 #include "interfaces/commands/commands_databases.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "bitbases/bitbases.h"
+#include "bitbases/tablebases.h"
 #include "chess/exchange.h"
 #include "chess/notation.h"
+#include "chess/user_board.h"
 #include "evaluation/evaluate.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/wall_clock.h"
+#include "interfaces/commands/command.h"
+#include "interfaces/commands/command_families.h"
+#include "interfaces/commands/jobs.h"
+#include "interfaces/commands/keyword.h"
 #include "interfaces/protocols/connected_game.h"
 #include "interfaces/protocols/error_command.h"
 
+/// Commands of the endgame databases, and the developer's tool that looks for the best square of a piece.
 namespace VorkaInterfaces {
 
-// --- Tablebases ---
-
 namespace {
+
+// --- Tablebases ---
 
 std::string_view LoadedOrNot(bool is_loaded) { return is_loaded ? std::string_view{} : vocabulary::bitbase_not; }
 
@@ -30,56 +39,57 @@ VorkaTablebases::SourceOpener& Opener() {
     return opener;
 }
 
-}  // namespace
+/// `tb`
+class Command_DisplayTablebasesStatus : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
 
-void Command_DisplayTablebasesStatus::work(ConnectedGame&) {
-    vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
-         << vocabulary::two_pawns_bitbases << LoadedOrNot(VorkaBitbases::TwoPawnsLoaded()) << vocabulary::bitbase_loaded
-         << vocabulary::rammed_pawn_bitbases << LoadedOrNot(VorkaBitbases::RammedPawnsLoaded())
-         << vocabulary::bitbase_loaded;
-    vlog.Flush();
-}
-
-void Command_InitTablebases::check(ConnectedGame& game) {
-    if (type_ != vocabulary::tablebase_type_nalimov) refuse(vocabulary::could_not_parse_type);
-    try {
-        bytes_ = VorkaUtils::ParseSize(size_);
-    } catch (const string_conversion_error&) {
-        refuse(vocabulary::could_not_parse_new_size);
+  private:
+    void work(ConnectedGame&) override {
+        vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
+             << vocabulary::two_pawns_bitbases << LoadedOrNot(VorkaBitbases::TwoPawnsLoaded())
+             << vocabulary::bitbase_loaded << vocabulary::rammed_pawn_bitbases
+             << LoadedOrNot(VorkaBitbases::RammedPawnsLoaded()) << vocabulary::bitbase_loaded;
+        vlog.Flush();
     }
-    if (game.mode() != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
-}
+};
 
-VorkaTablebases::SourceOpener Command_InitTablebases::useOpener(VorkaTablebases::SourceOpener opener) {
-    return std::exchange(Opener(), std::move(opener));
-}
+/// `tb type size path`
+class Command_InitTablebases : public CheckedCommand {
+  public:
+    Command_InitTablebases(std::string input_line, std::string type, std::string size, std::string path)
+        : CheckedCommand(std::move(input_line)),
+          type_(std::move(type)),
+          size_(std::move(size)),
+          path_(std::move(path)) {}
 
-void Command_InitTablebases::NalimovInitializer::initialize(std::uint64_t size, const std::string& path) {
-    NalimovTablebases::Initialize(size, path, Opener());
-}
-
-void Command_InitTablebases::work(ConnectedGame&) {
-    try {
-        NalimovInitializer().initialize(bytes_, path_);
-    } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
-        throw IgnorableErrorCommand(ErrorCommand::Kind::error,
-                                    std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
+  private:
+    void check(ConnectedGame& game) override {
+        if (type_ != vocabulary::tablebase_type_nalimov) refuse(vocabulary::could_not_parse_type);
+        try {
+            bytes_ = VorkaUtils::ParseSize(size_);
+        } catch (const string_conversion_error&) {
+            refuse(vocabulary::could_not_parse_new_size);
+        }
+        if (game.mode() != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
     }
-}
+
+    void work(ConnectedGame&) override {
+        try {
+            NalimovTablebases::Initialize(bytes_, path_, Opener());
+        } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
+            throw IgnorableErrorCommand(ErrorCommand::Kind::error,
+                                        std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
+        }
+    }
+
+    const std::string type_;
+    const std::string size_;
+    const std::string path_;
+    std::uint64_t bytes_ = 0;
+};
 
 // --- Probing ---
-
-Command_Probe::Command_Probe(std::string input_line, const std::string& fen) : CheckedCommand(std::move(input_line)) {
-    try {
-        position_.SetBoardFromFen(fen);
-    } catch (const UserBoard::invalid_position&) {
-        refuse(vocabulary::illegal_position);
-    } catch (const UserBoard::io_error&) {
-        refuse(vocabulary::input_inconsistent_with_fen_standard);
-    }
-}
-
-namespace {
 
 void WriteTablebaseResult(const BOARD& board) {
     int score = 0;
@@ -98,59 +108,93 @@ void WriteTablebaseResult(const BOARD& board) {
     }
 }
 
-}  // namespace
-
-void Command_Probe::work(ConnectedGame& game) {
-    game.protocol().showBoard(position_, true);
-    vlog << vocabulary::probing_bitbases;
-    if (const std::optional<int> known = VorkaBitbases::ProbeBitbases(position_.board())) {
-        vlog << vocabulary::probe_result << *known;
-    } else {
-        vlog << vocabulary::probe_not_found;
+/// `probe fen`: what the databases know of a position that is not the game's.
+class Command_Probe : public CheckedCommand {
+  public:
+    /// Throws ErrorCommand for a text that is no position.
+    Command_Probe(std::string input_line, const std::string& fen) : CheckedCommand(std::move(input_line)) {
+        try {
+            position_.SetBoardFromFen(fen);
+        } catch (const UserBoard::invalid_position&) {
+            refuse(vocabulary::illegal_position);
+        } catch (const UserBoard::io_error&) {
+            refuse(vocabulary::input_inconsistent_with_fen_standard);
+        }
     }
-    vlog << vocabulary::probing_tablebases;
-    WriteTablebaseResult(position_.board());
-    vlog << '\n';
-    vlog.Flush();
-}
+
+  private:
+    void work(ConnectedGame& game) override {
+        game.protocol().showBoard(position_, true);
+        vlog << vocabulary::probing_bitbases;
+        if (const std::optional<int> known = VorkaBitbases::ProbeBitbases(position_.board())) {
+            vlog << vocabulary::probe_result << *known;
+        } else {
+            vlog << vocabulary::probe_not_found;
+        }
+        vlog << vocabulary::probing_tablebases;
+        WriteTablebaseResult(position_.board());
+        vlog << '\n';
+        vlog.Flush();
+    }
+
+    UserBoard position_;
+};
 
 // --- Jobs ---
 
-void Command_Generate::work(ConnectedGame&) {
-    try {
-        if (jobs_.empty()) {
-            listGenerationJobs();
-        } else {
-            for (const auto& job : generationJobs(jobs_)) job->run();
-            vlog << vocabulary::generation_finished << '\n';
-            VorkaBitbases::InitBitbases();
-        }
-    } catch (const AbstractJob::JobFailedException& error) {
-        refuse(error.text());
-    }
-    vlog.Flush();
-}
+/// `generate [jobs]`
+class Command_Generate : public CheckedCommand {
+  public:
+    Command_Generate(std::string input_line, std::string jobs)
+        : CheckedCommand(std::move(input_line)), jobs_(std::move(jobs)) {}
 
-void Command_Verify::work(ConnectedGame&) {
-    const Timestamp start = Timestamp::Now();
-    try {
-        if (jobs_.empty()) {
-            listVerificationJobs();
-        } else {
-            for (const auto& job : verificationJobs(jobs_)) job->run();
-            vlog << vocabulary::verification_finished
-                 << VorkaUtils::ToString(ElapsedMilliseconds(start, Timestamp::Now()))
-                 << vocabulary::milliseconds_total;
+  private:
+    void work(ConnectedGame&) override {
+        try {
+            if (jobs_.empty()) {
+                listGenerationJobs();
+            } else {
+                for (const auto& job : generationJobs(jobs_)) job->run();
+                vlog << vocabulary::generation_finished << '\n';
+                VorkaBitbases::InitBitbases();
+            }
+        } catch (const AbstractJob::JobFailedException& error) {
+            refuse(error.text());
         }
-    } catch (const AbstractJob::JobFailedException& error) {
-        refuse(error.text());
+        vlog.Flush();
     }
-    vlog.Flush();
-}
+
+    const std::string jobs_;
+};
+
+/// `verify [jobs]`
+class Command_Verify : public CheckedCommand {
+  public:
+    Command_Verify(std::string input_line, std::string jobs)
+        : CheckedCommand(std::move(input_line)), jobs_(std::move(jobs)) {}
+
+  private:
+    void work(ConnectedGame&) override {
+        const Timestamp start = Timestamp::Now();
+        try {
+            if (jobs_.empty()) {
+                listVerificationJobs();
+            } else {
+                for (const auto& job : verificationJobs(jobs_)) job->run();
+                vlog << vocabulary::verification_finished
+                     << VorkaUtils::ToString(ElapsedMilliseconds(start, Timestamp::Now()))
+                     << vocabulary::milliseconds_total;
+            }
+        } catch (const AbstractJob::JobFailedException& error) {
+            refuse(error.text());
+        }
+        vlog.Flush();
+    }
+
+    const std::string jobs_;
+};
 
 // --- The best square of a piece ---
-
-namespace {
 
 /// A move to a worse square than this is no proposal, in centipawns.
 constexpr int tolerated_loss = -10;
@@ -220,21 +264,46 @@ void FindBestSquare(const BOARD& board, Square from, int personality, HashTables
     WriteSquare(vocabulary::optimize_best_square, best, best_value);
 }
 
+/// `optimize_piece`: asks for a square at standard input.
+class Command_OptimizePiece : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
+
+  private:
+    void check(ConnectedGame& game) override {
+        if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
+    }
+
+    void work(ConnectedGame& game) override {
+        vlog << vocabulary::optimize_piece;
+        vlog.Flush();
+        if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
+            FindBestSquare(game.board(), *square, game.protocol().personality, game.engine().tables);
+        } else {
+            vlog << vocabulary::optimize_invalid_square;
+        }
+        vlog.Flush();
+    }
+};
+
+constexpr auto MakeTb = MakeDisplayOrChange<Command_DisplayTablebasesStatus, Command_InitTablebases, Word, Word, Rest>;
+
+// clang-format off
+constexpr Keyword keywords[] = {
+    {"tb",             one_or_at_least_four, MakeTb,                       at_start_in_force_mode, {480, help_texts::tb}},
+    {"probe",          at_least_two,         Make<Command_Probe, Rest>,    at_start,               {210, help_texts::probe}},
+    {"generate",       any,                  Make<Command_Generate, Rest>, at_start_in_force_mode, {80, help_texts::generate}},
+    {"verify",         any,                  Make<Command_Verify, Rest>,   at_start_in_force_mode, {340, help_texts::verify}},
+    {"optimize_piece", any,                  Make<Command_OptimizePiece>},
+};
+// clang-format on
+
 }  // namespace
 
-void Command_OptimizePiece::check(ConnectedGame& game) {
-    if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
-}
+std::span<const Keyword> databaseKeywords() { return keywords; }
 
-void Command_OptimizePiece::work(ConnectedGame& game) {
-    vlog << vocabulary::optimize_piece;
-    vlog.Flush();
-    if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
-        FindBestSquare(game.board(), *square, game.protocol().personality, game.engine().tables);
-    } else {
-        vlog << vocabulary::optimize_invalid_square;
-    }
-    vlog.Flush();
+VorkaTablebases::SourceOpener useTablebaseOpener(VorkaTablebases::SourceOpener opener) {
+    return std::exchange(Opener(), std::move(opener));
 }
 
 }  // namespace VorkaInterfaces

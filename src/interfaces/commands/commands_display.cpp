@@ -1,38 +1,76 @@
-#include "interfaces/commands/commands_display.h"
+#include "interfaces/commands/command_families.h"
 
 #include "evaluation/evaluate.h"
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
+#include "interfaces/commands/command.h"
+#include "interfaces/commands/keyword.h"
 #include "interfaces/protocols/connected_game.h"
 
+/// Commands that show something and change nothing.
 namespace VorkaInterfaces {
 
-void Command_SendSearchStatus::work(ConnectedGame& game) {
-    const bool search_runs = !game.IsGameOver() && game.runningSearch() && game.search().info().valid;
-    game.protocol().sendSearchStatus(search_runs ? &game.search().info() : nullptr);
-}
+namespace {
 
-void Command_Display::work(ConnectedGame& game) { game.protocol().showBoard(game.record(), true); }
+/// `.`: how far the running search is.
+class Command_SendSearchStatus : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
 
-void Command_Eval::check(ConnectedGame& game) {
-    // There is nothing to evaluate on the board that an impossible position leaves behind.
-    if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
-}
+  private:
+    void work(ConnectedGame& game) override {
+        const bool search_runs = !game.IsGameOver() && game.runningSearch() && game.search().info().valid;
+        game.protocol().sendSearchStatus(search_runs ? &game.search().info() : nullptr);
+    }
+};
 
-void Command_Eval::work(ConnectedGame& game) {
-    vlog << vocabulary::eval << ": "
-         << evaluate_for_display(game.board(), game.protocol().personality, game.engine().tables) << '\n';
-    vlog.Flush();
-}
+/// `display`
+class Command_Display : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
 
-void Command_Help::work(ConnectedGame& game) { game.protocol().showHelp(); }
+  private:
+    void work(ConnectedGame& game) override { game.protocol().showBoard(game.record(), true); }
+};
 
-void Command_DisplayHashtableStatus::work(ConnectedGame& game) {
-    game.protocol().showHashtableStatus(game.engine().tables, true);
-}
+/// `eval`: the evaluation of the current position, in centipawns for the side to move.
+class Command_Eval : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
 
-void Command_DisplayPersonality::work(ConnectedGame& game) { game.protocol().showPersonality(); }
+  private:
+    void check(ConnectedGame& game) override {
+        // There is nothing to evaluate on the board that an impossible position leaves behind.
+        if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
+    }
 
-void Command_Version::work(ConnectedGame& game) { game.protocol().showVersion(); }
+    void work(ConnectedGame& game) override {
+        vlog << vocabulary::eval << ": "
+             << evaluate_for_display(game.board(), game.protocol().personality, game.engine().tables) << '\n';
+        vlog.Flush();
+    }
+};
+
+/// `version`
+class Command_Version : public CheckedCommand {
+  public:
+    using CheckedCommand::CheckedCommand;
+
+  private:
+    void work(ConnectedGame& game) override { game.protocol().showVersion(); }
+};
+
+// clang-format off
+constexpr Keyword keywords[] = {
+    {".",       alone, Make<Command_SendSearchStatus>, prompt_only,        {300, help_texts::search_status, "\".\""}},
+    {"display", alone, Make<Command_Display>,          prompt_only,        {30, help_texts::display}},
+    {"eval",    alone, Make<Command_Eval>,             at_start,           {50, help_texts::eval}},
+    {"version", alone, Make<Command_Version>,          at_start_then_exit, {350, help_texts::version}},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Keyword> displayKeywords() { return keywords; }
 
 }  // namespace VorkaInterfaces

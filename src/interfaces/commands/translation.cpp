@@ -1,6 +1,5 @@
 #include "interfaces/commands/translation.h"
 
-#include "interfaces/commands/commands_protocol.h"
 #include "interfaces/commands/keyword_table.h"
 #include "interfaces/protocols/input_line.h"
 

@@ -84,9 +84,9 @@ void BasicProtocol::sendDrawOfferDeferred(bool opponent_is_computer) {
     if (!opponent_is_computer) tellUser(getShortName() + std::string(vocabulary::is_thinking_about_the_draw_offer));
 }
 
-void BasicProtocol::showHelp() { VorkaHelpScreen::FullHelp().print(); }
-
-void BasicProtocol::showStartupHelp() { VorkaHelpScreen::StartupHelp().print(); }
+void BasicProtocol::showHelp(const std::vector<VorkaHelpScreen::HelpText>& commands) {
+    VorkaHelpScreen::SimpleHelpScreenFormatter(commands, true).print();
+}
 
 void BasicProtocol::showEditHelp() { VorkaHelpScreen::EditHelp().print(); }
 

@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "chess/user_board.h"
 #include "frame/game/game_protocol.h"
+#include "interfaces/protocols/help_texts.h"
 #include "search/root/search_host.h"
 #include "search/root/steering.h"
 
@@ -49,8 +51,8 @@ class BasicProtocol : public GameProtocol {
     virtual void sendSearchStatistics(const SearchInfo& info) = 0;
     void sendDrawRejected(bool opponent_is_computer) override;
     virtual void sendDrawOfferDeferred(bool opponent_is_computer);
-    virtual void showHelp();
-    virtual void showStartupHelp();
+    /// A list of commands: all of them, or those that may stand on the command line.
+    virtual void showHelp(const std::vector<VorkaHelpScreen::HelpText>& commands);
     virtual void showEditHelp();
     virtual void showVersion();
     virtual void showBoard(const UserBoard& game, bool with_state);

@@ -99,26 +99,6 @@ void SimpleHelpScreenFormatter::print() const {
     vlog.Flush();
 }
 
-const SimpleHelpScreenFormatter& FullHelp() {
-    static const SimpleHelpScreenFormatter help({std::begin(all_commands), std::end(all_commands)}, true);
-    return help;
-}
-
-const SimpleHelpScreenFormatter& StartupHelp() {
-    static const SimpleHelpScreenFormatter help(
-        [] {
-            std::vector<HelpText> entries;
-            std::copy_if(std::begin(all_commands), std::end(all_commands), std::back_inserter(entries),
-                         [](const HelpText& entry) {
-                             return std::ranges::find(vocabulary::startup_commands, entry.keyword) !=
-                                    vocabulary::startup_commands.end();
-                         });
-            return entries;
-        }(),
-        true);
-    return help;
-}
-
 const SimpleHelpScreenFormatter& EditHelp() {
     static const SimpleHelpScreenFormatter help({std::begin(edit_commands), std::end(edit_commands)}, true);
     return help;

@@ -48,9 +48,7 @@ class SimpleHelpScreenFormatter final : public AbstractHelpScreenFormatter {
     bool paging_;
 };
 
-/// The three lists of the program, each built when it is first asked for.
-[[nodiscard]] const SimpleHelpScreenFormatter& FullHelp();
-[[nodiscard]] const SimpleHelpScreenFormatter& StartupHelp();
+/// The list of edit mode, built when it is first asked for.
 [[nodiscard]] const SimpleHelpScreenFormatter& EditHelp();
 
 }  // namespace VorkaHelpScreen

@@ -1,5 +1,3 @@
-#include "interfaces/commands/commands_clock.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -11,6 +11,7 @@
 #include "bitbases/bitbases.h"
 #include "bitbases/synthetic_file.h"
 #include "bitbases/table_source.h"
+#include "interfaces/commands/jobs.h"
 #include "support/command_bench.h"
 #include "support/log_capture.h"
 #include "support/standard_input.h"
@@ -61,7 +62,7 @@ VorkaTablebases::SourceOpener OpenHere() {
 }
 
 TEST_F(DatabaseCommands, TbTakesTablesIntoUse) {
-    VorkaInterfaces::Command_InitTablebases::useOpener(OpenHere());
+    VorkaInterfaces::useTablebaseOpener(OpenHere());
     EXPECT_EQ(Say("tb nalimov 8M here"), "Initializing Nalimov tablebases... 'here'\n");
     EXPECT_THAT(Say("probe 8/8/8/8/8/2k5/3q4/K7 w - - 0 1"),
                 testing::EndsWith("\nProbing bitbases: not found\nProbing tablebases: result=-32700\n"));
@@ -73,7 +74,7 @@ TEST_F(DatabaseCommands, TbTakesTablesIntoUse) {
                                HasSubstr("Reason: Increase the cache size, because it is too small.")));
     EXPECT_THAT(Say("probe 8/8/8/8/8/2k5/3q4/K7 w - - 0 1"), HasSubstr("disabled (not loaded)"))
         << "a set-up that failed leaves none in use";
-    VorkaInterfaces::Command_InitTablebases::useOpener(NalimovTablebases::OpenNothing);
+    VorkaInterfaces::useTablebaseOpener(NalimovTablebases::OpenNothing);
 }
 
 TEST_F(DatabaseCommands, TbIsAnErrorThatAStartUpOptionSurvives) {

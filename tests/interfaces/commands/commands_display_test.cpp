@@ -1,5 +1,3 @@
-#include "interfaces/commands/commands_display.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,5 +1,3 @@
-#include "interfaces/commands/commands_game.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -726,13 +724,6 @@ TEST(AMove, ThatEndsTheGameLeavesAnalyzeModeInTheConsoleAlone) {
         EXPECT_EQ(outcome.request.has_value(), model == Like::xboard);
         EXPECT_EQ(bench.game.mode(), model == Like::xboard ? EngineMode::analyze : EngineMode::force);
     }
-}
-
-TEST(AMove, KnowsHowItCame) {
-    const VorkaInterfaces::Command_UsermoveNewStyle behind_usermove("usermove e4", "e4");
-    const VorkaInterfaces::Command_UsermoveOldStyle bare("e4", "e4");
-    EXPECT_TRUE(behind_usermove.isNewStyle());
-    EXPECT_FALSE(bare.isNewStyle());
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include "interfaces/commands/commands_protocol.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

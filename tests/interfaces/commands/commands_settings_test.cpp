@@ -1,5 +1,3 @@
-#include "interfaces/commands/commands_settings.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -8,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "search/settings/settings_file.h"
+#include "search/tables/hash.h"
 #include "support/command_bench.h"
 #include "support/log_capture.h"
 

@@ -7,7 +7,6 @@
 #include <random>
 #include <string>
 
-#include "interfaces/commands/commands_protocol.h"
 #include "support/command_bench.h"
 
 namespace {

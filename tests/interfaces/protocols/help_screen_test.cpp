@@ -8,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/base/vocabulary.h"
 #include "interfaces/commands/keyword_table.h"
 #include "support/log_capture.h"
 
@@ -41,6 +40,7 @@ TEST(WrapText, BreaksAtBlanksAndLineEnds) {
         EXPECT_EQ(WrapText(row.text, row.width), row.lines) << row.text << ", " << row.width;
 }
 
+/// The list as without a terminal.
 std::string Printed(const AbstractHelpScreenFormatter& help) {
     const LogCapture log;
     testing::internal::CaptureStdout();
@@ -48,8 +48,10 @@ std::string Printed(const AbstractHelpScreenFormatter& help) {
     return testing::internal::GetCapturedStdout();
 }
 
+std::string PrintedList(const std::vector<HelpText>& list) { return Printed(SimpleHelpScreenFormatter(list, true)); }
+
 TEST(HelpScreen, HasAHeaderAndDottedKeywords) {
-    const std::string full = Printed(FullHelp());
+    const std::string full = PrintedList(VorkaInterfaces::helpOfAllCommands());
     EXPECT_TRUE(full.starts_with("command          description\nanalyze......... Enters analyze mode\n"));
     EXPECT_NE(full.find("\ndisplay_settings Displays the current values"), std::string::npos);
     const std::string edit = Printed(EditHelp());
@@ -59,7 +61,7 @@ TEST(HelpScreen, HasAHeaderAndDottedKeywords) {
 TEST(HelpScreen, WithoutATerminalItIs80ColumnsWide) {
     std::size_t longest = 0;
     std::string line;
-    for (const char c : Printed(FullHelp())) {
+    for (const char c : PrintedList(VorkaInterfaces::helpOfAllCommands())) {
         if (c != '\n') {
             line += c;
             continue;
@@ -72,11 +74,11 @@ TEST(HelpScreen, WithoutATerminalItIs80ColumnsWide) {
 }
 
 TEST(HelpScreen, StartUpListIsTheFullOneWithoutTheRest) {
-    const std::string startup = Printed(StartupHelp());
+    const std::string startup = PrintedList(VorkaInterfaces::helpOfStartupCommands());
     std::size_t at = 0;
-    for (const HelpText& entry : all_commands) {
-        const bool belongs =
-            std::ranges::find(vocabulary::startup_commands, entry.keyword) != vocabulary::startup_commands.end();
+    for (const HelpText& entry : VorkaInterfaces::helpOfAllCommands()) {
+        const VorkaInterfaces::Keyword* const keyword = VorkaInterfaces::FindKeyword(entry.keyword);
+        const bool belongs = keyword != nullptr && keyword->start_up != VorkaInterfaces::StartUp::prompt_only;
         std::string line(1, '\n');
         line.append(entry.keyword);
         std::size_t found = startup.find(line, at);
@@ -93,12 +95,12 @@ TEST(HelpScreen, StartUpListIsTheFullOneWithoutTheRest) {
 /// Every keyword has its entry, but for those that no person needs.
 TEST(HelpScreen, KnowsTheKeywords) {
     const std::set<std::string_view> without{"bk", "ics", "pause", "resume", "variant", "optimize_piece"};
+    const std::vector<HelpText> list = VorkaInterfaces::helpOfAllCommands();
     for (const VorkaInterfaces::Keyword& keyword : VorkaInterfaces::KeywordTable()) {
         std::string quoted(1, '"');
         quoted.append(keyword.word).append(1, '"');
-        const bool listed = std::ranges::any_of(all_commands, [&](const HelpText& entry) {
-            return entry.keyword == keyword.word || entry.keyword == quoted;
-        });
+        const bool listed = std::ranges::any_of(
+            list, [&](const HelpText& entry) { return entry.keyword == keyword.word || entry.keyword == quoted; });
         EXPECT_EQ(listed, !without.contains(keyword.word)) << keyword.word;
     }
 }
