@@ -104,8 +104,8 @@ std::int64_t ToSigned64(std::string_view text) {
 }
 
 std::int32_t ToInteger(std::string_view text) {
-    // The number behind the minus is read by itself, so that the smallest of all, whose magnitude is too large for 32
-    // bits, is refused: deliberate.
+    // The number after the minus is read by itself, so that the smallest of all, whose magnitude is too large for 32
+    // bits, is refused: docs/oddities.md, smallest integer.
     const bool negative = TakeMinus(text);
     const auto magnitude = FromDigits<std::int32_t>(text);
     return negative ? -magnitude : magnitude;
@@ -142,9 +142,9 @@ std::int32_t ParseClockTime(std::string_view text) {
     const std::size_t colon = text.find(':');
     std::int64_t milliseconds = std::int64_t{FromDigits<std::int32_t>(text.substr(0, colon))} * 60000;
     if (colon != std::string_view::npos) {
-        const std::int64_t behind_colon = MillisecondsInSeconds(text.substr(colon + 1));
-        if (behind_colon >= 60000) throw string_conversion_error();
-        milliseconds += behind_colon;
+        const std::int64_t after_colon = MillisecondsInSeconds(text.substr(colon + 1));
+        if (after_colon >= 60000) throw string_conversion_error();
+        milliseconds += after_colon;
     }
     return CheckedMilliseconds(milliseconds, negative);
 }

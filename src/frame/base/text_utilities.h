@@ -39,7 +39,7 @@ inline constexpr std::string_view white_space = " \t\r\n";
 /// Throws string_conversion_error, also for a product beyond 64 bits.
 [[nodiscard]] std::uint64_t ParseSize(std::string_view text);
 /// Bytes in their largest fitting unit, truncated to hundredths; the second decimal has no leading zero, so that
-/// 24 MiB read "24.0 megabyte": deliberate.
+/// 24 MiB read "24.0 megabyte": docs/oddities.md, hundredths.
 [[nodiscard]] std::string SizeToString(std::uint64_t bytes);
 
 /// A time of a time control in milliseconds: minutes ("5"), or minutes and seconds ("0:30"). Seconds are whole, or

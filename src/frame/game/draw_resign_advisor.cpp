@@ -10,8 +10,47 @@ namespace {
 constexpr std::int32_t mate_bound = 31767;
 constexpr std::int32_t mate_value = 32766;
 
-/// Centipawns around the draw value that count as neither above nor below it.
+// Scores and margins are in centipawns, runs in searches of the engine, one after the other.
+
+/// A score so near to the draw value counts as neither above nor below it.
 constexpr std::int32_t draw_value_margin = 14;
+/// A score so near to 0 is drawish. Queens make every score less certain.
+constexpr std::int32_t drawish_margin_with_queens = 17;
+constexpr std::int32_t drawish_margin_without_queens = 25;
+
+/// When a score is hopeless. The keen side gives up a lost game early, the patient one late.
+struct HopelessScores {
+    std::int32_t threshold;     ///< hopeless from here down
+    std::int32_t with_few_men;  ///< added to the threshold: such endings are often drawn all the same
+};
+constexpr HopelessScores keen_scores{-250, -200};
+constexpr HopelessScores patient_scores{-440, -600};
+/// Added while a queen is on the board, which leaves chances.
+constexpr std::int32_t with_queens = -70;
+/// Few men: fewer pawns than this, and at most so many others, kings included.
+constexpr int many_pawns = 3;
+constexpr int few_pieces = 8;
+
+/// When to resign: early or late.
+struct ResignPatience {
+    std::int32_t mated_in;  ///< a forced mate that has come closer, in moves
+    std::int32_t hopeless_run;
+};
+constexpr ResignPatience early_resignation{10, 5};
+constexpr ResignPatience late_resignation{4, 6};
+/// A forced mate further away than this has still to be shown, if the side resigns late.
+constexpr std::int32_t distant_mate = 17;
+
+/// A draw is offered to a person only after so many searches without an offer, and never after the first search.
+constexpr std::int32_t offers_apart = 8;
+constexpr std::int32_t searches_before_an_offer = 2;
+/// Scores that stand on the draw value for so long make a draw.
+constexpr std::int32_t draw_score_run = 2;
+/// So many drawish scores make a draw, unless the last ones have all been above the draw value for so long.
+constexpr std::int32_t drawish_run = 15;
+constexpr std::int32_t promising_run = 7;
+/// An offer is accepted after so many scores below the draw value.
+constexpr std::int32_t worse_run = 6;
 
 bool HasQueens(const BOARD& position) { return (position.white_pieces().queens | position.black_pieces().queens) != 0; }
 
@@ -42,7 +81,8 @@ void DrawResignAdvisor::addSearch(const BOARD& position, std::int32_t score) {
     belowRun = continued(belowRun, score < drawValue - draw_value_margin);
     aboveRun = continued(aboveRun, score > drawValue + draw_value_margin);
     drawScoreRun = continued(drawScoreRun, score == drawValue);
-    const std::int32_t drawish_margin = HasQueens(position) ? 17 : 25;
+    const std::int32_t drawish_margin =
+        HasQueens(position) ? drawish_margin_with_queens : drawish_margin_without_queens;
     drawishRun = continued(drawishRun, std::abs(score) <= drawish_margin);
     hopelessRun = continued(hopelessRun, isHopeless(position, score));
     askTablebases(position);
@@ -76,11 +116,13 @@ void DrawResignAdvisor::setVerdict(std::optional<std::int32_t> tablebase_score) 
 }
 
 bool DrawResignAdvisor::isHopeless(const BOARD& position, std::int32_t score) const {
-    const bool keen = isKeen();
-    std::int32_t threshold = keen ? -250 : -440;
-    if (HasQueens(position)) threshold -= 70;
+    const HopelessScores& scores = isKeen() ? keen_scores : patient_scores;
+    std::int32_t threshold = scores.threshold;
+    if (HasQueens(position)) threshold += with_queens;
     const Bitboard pawns = position.white_pieces().pawns | position.black_pieces().pawns;
-    if (PopCount(pawns) < 3 && PopCount(position.occupied & ~pawns) <= 8) threshold -= keen ? 200 : 600;
+    if (PopCount(pawns) < many_pawns && PopCount(position.occupied & ~pawns) <= few_pieces) {
+        threshold += scores.with_few_men;
+    }
     return score <= threshold;
 }
 
@@ -101,21 +143,24 @@ bool DrawResignAdvisor::shouldResign() const {
         case TablebaseVerdict::unknown:
             break;
     }
-    if (losingMateWorse && matedIn <= (early ? 10 : 4)) return true;
-    if (!early && matedIn > 17) return false;
-    return hopelessRun >= (early ? 5 : 6);
+    const ResignPatience& patience = early ? early_resignation : late_resignation;
+    if (losingMateWorse && matedIn <= patience.mated_in) return true;
+    if (!early && matedIn > distant_mate) return false;
+    return hopelessRun >= patience.hopeless_run;
 }
 
 bool DrawResignAdvisor::shouldOfferDraw() const {
-    if (tablebaseVerdict == TablebaseVerdict::won || drawOfferPending || searches < 2) return false;
-    if (!opponentIsComputer && sinceOffer < 8) return false;
-    return drawScoreRun >= 2 || scoresAreDrawish();
+    if (tablebaseVerdict == TablebaseVerdict::won || drawOfferPending) return false;
+    if (searches < searches_before_an_offer) return false;
+    if (!opponentIsComputer && sinceOffer < offers_apart) return false;
+    return drawScoreRun >= draw_score_run || scoresAreDrawish();
 }
 
 bool DrawResignAdvisor::acceptDraw() const {
     // addSearch has counted the search that answers: an offer that came with the move before it stands at 1.
     const bool offered_with_last_move = sinceOffer <= 1;
-    return offered_with_last_move || hopelessRun > 0 || drawScoreRun >= 2 || belowRun >= 6 || scoresAreDrawish();
+    return offered_with_last_move || hopelessRun > 0 || drawScoreRun >= draw_score_run || belowRun >= worse_run ||
+           scoresAreDrawish();
 }
 
-bool DrawResignAdvisor::scoresAreDrawish() const { return drawishRun >= 15 && aboveRun < 7; }
+bool DrawResignAdvisor::scoresAreDrawish() const { return drawishRun >= drawish_run && aboveRun < promising_run; }

@@ -20,8 +20,8 @@ struct DrawResignAdvisor {
     std::int32_t drawScoreRun = 0;   ///< consecutive scores equal to drawValue
     std::int32_t drawishRun = 0;     ///< within the drawish margin
     std::int32_t hopelessRun = 0;
-    std::int32_t belowRun = 0;  ///< below drawValue - 14
-    std::int32_t aboveRun = 0;  ///< above drawValue + 14
+    std::int32_t belowRun = 0;  ///< clearly below drawValue
+    std::int32_t aboveRun = 0;  ///< clearly above it
     TablebaseVerdict tablebaseVerdict = TablebaseVerdict::unknown;
     bool drawOfferPending = false;
     bool opponentIsComputer = false;
@@ -42,14 +42,15 @@ struct DrawResignAdvisor {
     [[nodiscard]] bool isHopeless(const BOARD& position, std::int32_t score) const;
     [[nodiscard]] bool shouldResign() const;
     [[nodiscard]] bool shouldOfferDraw() const;
-    /// Asked behind addSearch, about an offer that is pending.
+    /// Asked after addSearch, about an offer that is pending.
     [[nodiscard]] bool acceptDraw() const;
 
   private:
     /// A postponed lookup leaves the verdict as it was.
     void askTablebases(const BOARD& position);
     /// The opponent is taken for somebody against whom giving up early is polite. Not the same as `early` in
-    /// shouldResign, which reads the opponent's kind the other way round: deliberate.
+    /// shouldResign, which reads the opponent's kind the other way round: docs/oddities.md, two meanings of the
+    /// opponent.
     [[nodiscard]] bool isKeen() const;
     [[nodiscard]] bool scoresAreDrawish() const;
 };

@@ -41,7 +41,7 @@ class EngineShell : private SearchHost {
     void executeStep();
     /// The one place that starts a search.
     void startSearch(const SearchRequest& request);
-    /// Waits for input in place of an analysis, for interfaces that analyze on behind the end of a game.
+    /// Waits for input in place of an analysis, for interfaces that go on analyzing after the end of a game.
     void analyzeFinishedGame();
     void writeSearchHeader(const SearchRequest& request) const;
 

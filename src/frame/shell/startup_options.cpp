@@ -6,7 +6,7 @@ namespace {
 
 bool BeginsWithDash(const std::string& word) { return !word.empty() && word[0] == '-'; }
 
-/// Where "name=value" is parted. A '=' in the first or the last place parts nothing.
+/// The place of the '=' in "name=value". In the first or the last place it separates nothing.
 std::size_t FindEqualsSign(const std::string& name) {
     const std::size_t at = name.find('=', 1);
     return at + 1 < name.size() ? at : std::string::npos;

@@ -14,7 +14,7 @@
 /// It begins with one or two dashes, and the words up to the next one with a dash are its parameters; so a negative
 /// number has to be joined with '=', as in --contempt=-5.
 
-/// Dashes with nothing behind them.
+/// Dashes with nothing after them.
 class could_not_parse_exception : public VorkaException {
   public:
     explicit could_not_parse_exception(std::string argument) : argument_(std::move(argument)) {}
@@ -30,12 +30,12 @@ struct StartupOption {
     std::string name;
     std::vector<std::string> parameters;
 
-    /// The command line for the prompt: name and parameters, parted by single blanks.
+    /// The command line for the prompt: name and parameters, separated by single blanks.
     [[nodiscard]] std::string line() const;
 
     bool operator==(const StartupOption&) const = default;
 };
 
-/// Reads the option at arguments[next], which must exist, and sets `next` behind its parameters.
+/// Reads the option at arguments[next], which must exist, and sets `next` to the argument after its parameters.
 /// Throws could_not_parse_exception.
 [[nodiscard]] StartupOption TakeStartupOption(const std::vector<std::string>& arguments, std::size_t& next);

@@ -12,8 +12,8 @@ namespace VorkaInterfaces {
 class ConnectedGame;
 
 /// One input line, ready to run. Execute may be unwound by an exception and run again from its top: a command that
-/// can't run beside a search aborts it, and the main loop calls Execute once more. Checks therefore run once, behind a
-/// `checked` flag, while the search is still undisturbed.
+/// can't run beside a search aborts it, and the main loop calls Execute once more. Checks therefore run once, while the
+/// search is still undisturbed, and a flag remembers that they have passed.
 ///
 /// Constructors run while a line is translated, maybe inside a search: they take their arguments and touch no game.
 class Command {

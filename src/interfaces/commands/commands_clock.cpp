@@ -151,8 +151,8 @@ class Command_Level : public Command_SetTimeControl {
     const std::int32_t increment_;
 };
 
-/// `tc spec`: a list of triples (moves, time, increment) for both sides, or two lists, for White and for Black, parted
-/// by ';'. The last triple of a list stands for the rest of the game (moves 0).
+/// `tc spec`: a list of triples (moves, time, increment) for both sides, or two lists, for White and for Black,
+/// separated by ';'. The last triple of a list stands for the rest of the game (moves 0).
 class Command_Tc : public Command_SetTimeControl {
   public:
     Command_Tc(std::string input_line, std::string specification)

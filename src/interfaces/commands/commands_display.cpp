@@ -40,7 +40,7 @@ class Command_Eval : public CheckedCommand {
 
   private:
     void check(ConnectedGame& game) override {
-        // There is nothing to evaluate on the board that an impossible position leaves behind.
+        // An impossible position has left a board with nothing to evaluate.
         if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
     }
 

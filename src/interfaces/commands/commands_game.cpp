@@ -42,12 +42,13 @@ struct MoveCount {
     return GameResult::running;
 }
 
-/// What an interface writes behind a result is free text; some words in it give the reason away.
+/// What an interface writes after a result is free text; some words in it tell the reason.
 [[nodiscard]] GameEndReason ReasonOf(GameResult result, const std::string& comment) {
     const std::string text = VorkaUtils::ToLower(comment);
     const auto holds = [&](std::string_view word) { return text.find(word) != std::string::npos; };
     if (result == GameResult::aborted) return GameEndReason::aborted;
-    // "mutal": the misspelling is what is looked for, so that "mutual" alone tells nothing: deliberate.
+    // "mutal": the misspelling is what is looked for, so that "mutual" alone tells nothing: docs/oddities.md, mutal
+    // agreement.
     if (result == GameResult::draw && (holds("agree") || holds("mutal"))) return GameEndReason::agreed_draw;
     if (holds("time")) return GameEndReason::flag_fell;
     if (holds("resign")) return GameEndReason::resignation;

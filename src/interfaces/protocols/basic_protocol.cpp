@@ -35,7 +35,7 @@ void WriteFilling(const ABSTRACT_HASH_TABLE& table) {
     const std::uint64_t total = table.totalSlots();
     const std::uint64_t free = table.freeSlots();
     const std::uint64_t hundredths = (total - free) * 10000 / total;
-    // The second decimal has no leading zero: deliberate.
+    // The second decimal has no leading zero: docs/oddities.md, hundredths.
     vlog << vocabulary::hash_total_slots << VorkaUtils::ToString(total) << '\n'
          << vocabulary::hash_free_slots << VorkaUtils::ToString(free) << '\n'
          << vocabulary::hash_fill_percentage << VorkaUtils::ToString(hundredths / 100) << '.'

@@ -19,7 +19,7 @@ class ConsoleProtocol : public BasicProtocol {
     void sendPredictedMoveMade(const std::string& move) override;
     void sendCommandIgnored(std::string_view reason) override;
     void sendEditModeAborted() override;
-    /// Comes behind " \r", which overwrites a line that thinking output left open; the log holds the prompt alone.
+    /// Comes after " \r", which overwrites a line that thinking output left open; the log holds the prompt alone.
     void sendPrompt(const UserBoard& game) override;
     void sendEmptyLineReply() override;
     void sendSearchStatus(const SearchInfo* info) override;

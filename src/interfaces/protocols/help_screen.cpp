@@ -47,7 +47,6 @@ std::vector<std::string> WrapText(std::string_view text, std::size_t width) {
 AbstractHelpScreenFormatter::AbstractHelpScreenFormatter(std::vector<HelpText> entries) : entries_(std::move(entries)) {
     for (const HelpText& entry : entries_) {
         longest_keyword_ = std::max(longest_keyword_, static_cast<std::int32_t>(entry.keyword.size()));
-        longest_description_ = std::max(longest_description_, static_cast<std::int32_t>(entry.description.size()));
     }
 }
 

@@ -28,12 +28,10 @@ class AbstractHelpScreenFormatter {
   protected:
     [[nodiscard]] const std::vector<HelpText>& entries() const { return entries_; }
     [[nodiscard]] std::int32_t longest_keyword() const { return longest_keyword_; }
-    [[nodiscard]] std::int32_t longest_description() const { return longest_description_; }
 
   private:
     std::vector<HelpText> entries_;
     std::int32_t longest_keyword_ = 0;
-    std::int32_t longest_description_ = 0;
 };
 
 class SimpleHelpScreenFormatter final : public AbstractHelpScreenFormatter {

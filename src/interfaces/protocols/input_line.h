@@ -18,7 +18,7 @@ struct TokenizedLine {
 
 /// Splits a line; a word may hold blanks between quotes of either kind. Throws ErrorCommand for an open quote.
 [[nodiscard]] TokenizedLine tokenizeLine(const std::string& line);
-/// The tokens of [from, to), parted by single blanks.
+/// The tokens of [from, to), separated by single blanks.
 [[nodiscard]] std::string joinTokens(const std::vector<std::string>& tokens, std::size_t from, std::size_t to);
 
 /// What a line of edit mode asks for.
