@@ -34,7 +34,7 @@ constexpr int all_reckless = 1000;
 constexpr int all_positional = -1000;
 constexpr int full_weight = 16;
 
-/// A clear lead calls for sharper play, the more so behind the opening; near balance for a quieter one.
+/// A clear lead calls for sharper play, the more so after the opening; near balance for a quieter one.
 int material_part(int material_balance, bool is_middle_game) {
     const int base = is_middle_game ? 2 : 0;
     const int lead = std::abs(material_balance);

@@ -11,7 +11,8 @@
 /// lie outside 0 to 16. Needs `openness`, `endgame_weight` and the danger factors.
 [[nodiscard]] int blend_weight(bool is_middle_game, const EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
-/// One score, in centipawns, from the sum of all pairs: the positional value where nothing burns, the reckless one
-/// where a king is in danger, and in between by their weight. `is_middle_game` says that the opening is over.
+/// One score, in centipawns, from the sum of all pairs: the positional value while both kings are safe, the
+/// reckless one while a king is in danger, and in between by their weight. `is_middle_game` says that the opening is
+/// over.
 [[nodiscard]] int blend(SCORE_PAIR sum, bool is_middle_game, const EVALUATION_CONTEXT& context,
                         const BOARD& board) noexcept;

@@ -60,8 +60,8 @@ void assert_evaluation_is_sound(const EVALUATION_CONTEXT& context, const BOARD& 
     }
 }
 
-/// Everything behind the table of scores. Pawn facts are taken from their table; if they are not there the routine
-/// builds them, and a finished evaluation leaves them there. The pawn lists wait until the lazy test has passed.
+/// Everything after the table of scores. Pawn facts are taken from their table; if they are not there the routine
+/// builds them, and a finished evaluation leaves them there.
 EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
     context = {.settings = context.settings, .tables = context.tables};
     const PAWN_HASH_ENTRY* const entry = context.tables->pawn.Probe(board.frame().pawn_key, position_type);

@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "evaluation/blend.h"
+#include "evaluation/context/board_areas.h"
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/pawn_hash_entry.h"
 #include "support/evaluation_builder.h"
@@ -253,7 +254,6 @@ TEST(EvaluationContext, HoldsWhatTheTermsRead) {
     EXPECT_EQ(context.king_wing[white], king_side);
     EXPECT_EQ(context.king_wing[black], centre);
     EXPECT_NEAR(context.endgame_weight, 1.0, 1e-9) << "two rooks and four minor pieces";
-    EXPECT_EQ(context.pawns[white].pawn_count, 7);
     EXPECT_TRUE(Has(context.pawns[white].attacks, d5));
     for (const Colour side : {white, black}) {
         const Bitboard around_king = bitboard_tables.king_attacks[position.board.side(side).king_square];
@@ -264,14 +264,14 @@ TEST(EvaluationContext, HoldsWhatTheTermsRead) {
     }
 }
 
-TEST(EvaluationContext, HasThePawnListsOnAHitToo) {
+TEST(EvaluationContext, HasTheFactsOfThePawnsOnAHitToo) {
     EvaluationBuilder position(opening_position);
     position.Ask(0);
     position.board = BoardFromFen("rnbqkbnr/pppppppp/8/8/8/5N2/PPPPPPPP/RNBQKB1R b KQkq - 1 1");
     position.Ask(0);
     EXPECT_TRUE(position.context.pawn_entry_from_table);
-    EXPECT_EQ(position.context.pawns[white].pawn_count, 8);
-    EXPECT_EQ(position.context.pawns[black].squares[0], h7);
+    EXPECT_EQ(position.context.pawns[white].attacks, ranks<white>(2, 2));
+    EXPECT_EQ(position.context.pawns[white].file_count[0], 1);
 }
 
 // --- Personality ---

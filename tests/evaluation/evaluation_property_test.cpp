@@ -77,7 +77,6 @@ void ExpectSameFacts(const EVALUATION_CONTEXT& restored, const EVALUATION_CONTEX
         const PAWN_INFO& a = restored.pawns[side];
         const PAWN_INFO& b = fresh.pawns[side];
         EXPECT_EQ(a.passed, b.passed);
-        EXPECT_EQ(a.passed_count, b.passed_count);
         EXPECT_EQ(a.front_passed, b.front_passed);
         EXPECT_EQ(a.passed_rank, b.passed_rank);
         EXPECT_EQ(a.isolated, b.isolated);

@@ -27,7 +27,6 @@ namespace {
 void FindPlaces(EVALUATION_CONTEXT& context, const BOARD& board) {
     find_bishop_pairs(context, board);
     find_passed_pawns(context, board);
-    build_pawn_lists(context, board);
     find_open_files(context, board);
     place_kings(context, board);
     find_pawn_attacks(context, board);

@@ -53,7 +53,6 @@ struct EvaluationBuilder {
         find_bishop_pairs(context, board);
         find_passed_pawns(context, board);
         static_cast<void>(passed_pawns(context, board));
-        build_pawn_lists(context, board);
         find_open_files(context, board);
         place_kings(context, board);
         context.endgame_weight = endgame_weight(board);

@@ -38,9 +38,6 @@ constexpr void add_points(std::int16_t& counter, int points) noexcept {
 
 /// What is known about the pawns of one side. "Ahead" and ranks are seen from that side.
 struct PAWN_INFO {
-    std::int16_t pawn_count;
-    std::array<std::uint8_t, 16> squares;  ///< the first pawn_count entries, from h8 to a1
-
     // Found on every evaluation.
     Bitboard attacks;                        ///< squares attacked by own pawns
     Bitboard attacked_once;                  ///< by exactly one of them
@@ -58,8 +55,7 @@ struct PAWN_INFO {
     std::array<std::int16_t, 8> passed_rank;  ///< by file its rank index (1 is where a pawn starts), 0 if there is none
 
     // Kept in the pawn hash table.
-    Bitboard passed;  ///< no enemy pawn ahead on its file or a neighbouring one
-    std::int16_t passed_count;
+    Bitboard passed;           ///< no enemy pawn ahead on its file or a neighbouring one
     Bitboard isolated;         ///< no own pawn on a neighbouring file
     Bitboard backward;         ///< can't advance without loss, nor be supported from behind
     Bitboard backward_stuck;   ///< of these, the ones still at home that have no neighbour

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "chess/bits.h"
+#include "chess/position_keys.h"
 #include "evaluation/context/evaluation_context.h"
 
 namespace {
@@ -19,7 +20,7 @@ Development DevelopmentOf(const BOARD& board) {
     const SIDE_PIECES& own = board.side(Us);
     constexpr Bitboard knight_homes = Bit(Seen<Us>(b1)) | Bit(Seen<Us>(g1));
     constexpr Bitboard bishop_homes = Bit(Seen<Us>(c1)) | Bit(Seen<Us>(f1));
-    constexpr unsigned castling_rights = Us == white ? white_short | white_long : black_short | black_long;
+    constexpr unsigned castling_rights = castling_rights_of[Us];
 
     if ((own.knights & knight_homes) != 0) return Development::at_home;
     const int bishops_at_home = PopCount(own.bishops & bishop_homes);

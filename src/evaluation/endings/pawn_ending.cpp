@@ -12,7 +12,7 @@
 
 namespace {
 
-/// What the terms behind the lazy test are taken to add at most, in centipawns.
+/// What the terms after the lazy test are taken to add at most, in centipawns.
 constexpr int lazy_margin = 3000;
 /// Pawns are all there is: everything about them counts three times.
 constexpr int weight = 3;

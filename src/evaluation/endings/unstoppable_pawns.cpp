@@ -7,6 +7,7 @@
 #include "bitbases/bitbases.h"
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
+#include "evaluation/context/sided_squares.h"
 
 namespace {
 
@@ -55,7 +56,7 @@ bool stops_all_pawns(const EVALUATION_CONTEXT& context, const BOARD& board) {
     const Bitboard watched = context.attacks[Us] & ~bitboard_tables.king_attacks[board.side(Us).king_square];
     for (Bitboard pawns = context.pawns[Opponent(Us)].front_passed; pawns != 0;) {
         const Square s = TakeNextBit(pawns);
-        const Bitboard path = Us == white ? bitboard_tables.ray_south[s] : bitboard_tables.ray_north[s];
+        const Bitboard path = file_ahead<Opponent(Us)>(s);
         if ((path & (board.side(Us).all | watched)) == 0) return false;
     }
     return true;

@@ -5,9 +5,8 @@
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/pawn_structure.h"
 
-/// What every routine looks up behind its lazy test, before its terms: pawns, open files and kings.
+/// What every routine looks up after its lazy test, before its terms: pawns, open files and kings.
 inline void find_places(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
-    build_pawn_lists(context, board);
     find_open_files(context, board);
     place_kings(context, board);
     find_pawn_attacks(context, board);

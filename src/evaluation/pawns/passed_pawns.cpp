@@ -22,7 +22,6 @@ void find_passed(EVALUATION_CONTEXT& context, const BOARD& board) {
         const Square s = TakeNextBit(pawns);
         if ((front_span<Us>(s) & enemy_pawns) == 0) info.passed |= Bit(s);
     }
-    info.passed_count = static_cast<std::int16_t>(PopCount(info.passed));
 }
 
 template <Colour Us>

@@ -116,7 +116,6 @@ void restore_pawn_entry(const PAWN_HASH_ENTRY& entry, EVALUATION_CONTEXT& contex
         const Bitboard pawns = board.side(side).pawns;
         PAWN_INFO& info = context.pawns[side];
         info.passed = entry.passed & pawns;
-        info.passed_count = static_cast<std::int16_t>(PopCount(info.passed));
         info.isolated = entry.isolated & pawns;
         info.backward = entry.backward & pawns;
         info.backward_stuck = entry.backward_stuck & pawns;

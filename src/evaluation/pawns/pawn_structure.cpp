@@ -19,16 +19,6 @@ constexpr Bitboard centre_files = files(2, 5);  // c to f
 
 Bitboard all_pawns(const BOARD& board) { return board.side(white).pawns | board.side(black).pawns; }
 
-template <Colour Us>
-void build_pawn_list(EVALUATION_CONTEXT& context, const BOARD& board) {
-    PAWN_INFO& info = context.pawns[Us];
-    std::size_t count = 0;
-    for (Bitboard pawns = board.side(Us).pawns; pawns != 0; ++count) {
-        info.squares[count] = static_cast<std::uint8_t>(TakeNextBit(pawns));
-    }
-    info.pawn_count = static_cast<std::int16_t>(count);
-}
-
 std::uint8_t files_of(Bitboard squares) {
     squares |= squares >> 32;
     squares |= squares >> 16;
@@ -178,11 +168,6 @@ MAJORITY_INFO find_majority(const BOARD& board, int rim, int step) {
 }
 
 }  // namespace
-
-void build_pawn_lists(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
-    build_pawn_list<white>(context, board);
-    build_pawn_list<black>(context, board);
-}
 
 void find_open_files(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     for (const Colour side : {white, black}) {

@@ -359,8 +359,8 @@ TEST(PawnEntry, SplitsTheColours) {
     const PAWN_INFO& of_black = position.context.pawns[black];
     EXPECT_EQ(NamesOf(of_white.passed), "g2");
     EXPECT_EQ(NamesOf(of_black.passed), "b5");
-    EXPECT_EQ(of_white.passed_count, 1);
-    EXPECT_EQ(of_black.passed_count, 1);
+    EXPECT_EQ(PopCount(of_white.passed), 1);
+    EXPECT_EQ(PopCount(of_black.passed), 1);
     EXPECT_EQ(NamesOf(of_white.isolated), "a4 g2");
     EXPECT_EQ(NamesOf(of_black.isolated), "");
     EXPECT_EQ(NamesOf(of_white.backward), "a4");

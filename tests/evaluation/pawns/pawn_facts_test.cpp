@@ -139,7 +139,7 @@ TEST(PawnFacts, PassedRankIsThatOfTheForemost) {
     ForBothColours("4k3/8/P7/8/P6P/8/8/4K3", [](EvaluationBuilder& builder, Colour own) {
         const PAWN_INFO& info = builder.context.pawns[own];
         EXPECT_EQ(info.passed_rank, (std::array<std::int16_t, 8>{5, 0, 0, 0, 0, 0, 0, 3}));
-        EXPECT_EQ(info.passed_count, 3);
+        EXPECT_EQ(PopCount(info.passed), 3);
         EXPECT_EQ(info.file_count, (std::array<std::int16_t, 8>{2, 0, 0, 0, 0, 0, 0, 1}));
     });
 }

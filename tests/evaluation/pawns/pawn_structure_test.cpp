@@ -45,24 +45,6 @@ INSTANTIATE_TEST_SUITE_P(
                     FilesRow{"doubled pawns", "4k3/p7/p7/8/8/7P/7P/4K3 w - - 0 1", 0b01111111, 0b11111110, -1}),
     RowName<FilesRow>);
 
-TEST(PawnLists, HoldThePawnsFromH8ToA1) {
-    EvaluationBuilder position("4k3/p6p/8/3pP3/8/8/PP6/4K3 w - - 0 1");
-    build_pawn_lists(position.context, position.board);
-    const auto list = [&](Colour side) {
-        const PAWN_INFO& info = position.context.pawns[side];
-        return std::vector<int>(info.squares.begin(), info.squares.begin() + info.pawn_count);
-    };
-    EXPECT_EQ(list(white), (std::vector<int>{e5, b2, a2}));
-    EXPECT_EQ(list(black), (std::vector<int>{h7, a7, d5}));
-}
-
-TEST(PawnLists, HaveRoomForAllPawnsThatABoardMayHave) {
-    EvaluationBuilder position("4k3/8/8/8/8/PP4PP/PPPPPPPP/4K3 w - - 0 1");
-    build_pawn_lists(position.context, position.board);
-    EXPECT_EQ(position.context.pawns[white].pawn_count, 12);
-    EXPECT_EQ(position.context.pawns[black].pawn_count, 0);
-}
-
 TEST(PawnAttacks, AreThoseOfEveryPawn) {
     ForEachRandomPosition(7, 28, 60, [](BOARD& board, const std::vector<Move>& /*moves*/) {
         EVALUATION_CONTEXT context;
