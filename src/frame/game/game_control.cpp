@@ -36,25 +36,22 @@ Budget TimeBudget(std::int64_t left, std::int32_t moves_left) {
 
 }  // namespace
 
-PlayerDefaults& playerDefaults() {
-    static PlayerDefaults defaults{.opponentName = std::string(vocabulary::default_opponent_name)};
-    return defaults;
-}
-
-PlayerInfo defaultHuman() {
-    const PlayerDefaults& defaults = playerDefaults();
-    return {.name = defaults.opponentName, .rating = defaults.opponentRating, .isEngine = false, .active = false};
-}
-
-PlayerInfo defaultEngine(bool active) {
-    return {.name = std::string(vocabulary::program_name),
-            .rating = playerDefaults().engineRating,
-            .isEngine = true,
-            .active = active};
-}
-
 GameControl::GameControl(Engine& its_engine, GameProtocol& protocol) : engine(its_engine), protocol_(&protocol) {
     setPlayers(defaultHuman(), defaultEngine(true), false);
+}
+
+PlayerInfo GameControl::defaultHuman() const {
+    return {.name = playerDefaults.opponentName,
+            .rating = playerDefaults.opponentRating,
+            .isEngine = false,
+            .active = false};
+}
+
+PlayerInfo GameControl::defaultEngine(bool active) const {
+    return {.name = std::string(vocabulary::program_name),
+            .rating = playerDefaults.engineRating,
+            .isEngine = true,
+            .active = active};
 }
 
 GameControl::~GameControl() = default;
@@ -141,7 +138,7 @@ void GameControl::onSearchFinished(bool discard) {
 }
 
 void GameControl::onThinkingFinished() {
-    advisor.addSearch(board(), search.score());
+    advisor.addSearch(board(), search.score(), engine.tablebases);
     if (advisor.drawOfferPending && answerDrawOffer()) return;
 
     const Move move = search.best_move() & move_bits;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "chess/user_board.h"
+#include "frame/base/vocabulary.h"
 #include "frame/game/chess_clock.h"
 #include "frame/game/draw_resign_advisor.h"
 #include "frame/game/game_protocol.h"
@@ -18,15 +19,12 @@ struct PlayerInfo {
     bool active = false;  ///< the engine really plays this side now
 };
 
-/// What `name` and `rating` change for the whole program.
+/// What `name` and `rating` change for all games to come.
 struct PlayerDefaults {
-    std::string opponentName;
+    std::string opponentName{vocabulary::default_opponent_name};
     std::int32_t opponentRating = 0;
     std::int32_t engineRating = 0;
 };
-[[nodiscard]] PlayerDefaults& playerDefaults();
-[[nodiscard]] PlayerInfo defaultHuman();
-[[nodiscard]] PlayerInfo defaultEngine(bool active);
 
 enum class SearchPurpose { think, ponder, analyze, hint };
 
@@ -50,6 +48,7 @@ class GameControl : public UserBoard {
 
     Engine& engine;
     ChessClock clock;
+    PlayerDefaults playerDefaults;
     PlayerInfo players[2];  ///< by colour
     bool pondering = false;
     SearchStatus searchStatus = SearchStatus::none;
@@ -61,6 +60,8 @@ class GameControl : public UserBoard {
     DrawResignAdvisor advisor;
     std::uint32_t prediction = no_prediction;
 
+    [[nodiscard]] PlayerInfo defaultHuman() const;
+    [[nodiscard]] PlayerInfo defaultEngine(bool active) const;
     /// Stores the records of the side on move and its opponent, and the engine mode that follows from them.
     void setPlayers(PlayerInfo onMove, PlayerInfo notOnMove, bool analyze);
     /// The engine plays no side: the given mode, both `active` flags off.

@@ -4,7 +4,6 @@
 #include <optional>
 #include <utility>
 
-#include "bitbases/bitbases.h"
 #include "chess/exchange.h"
 #include "chess/notation.h"
 #include "evaluation/evaluate.h"
@@ -24,19 +23,13 @@ namespace {
 
 std::string_view LoadedOrNot(bool is_loaded) { return is_loaded ? std::string_view{} : vocabulary::bitbase_not; }
 
-/// Opens the tables of a directory. There is no reader of the format in this build: it finds none.
-VorkaTablebases::SourceOpener& Opener() {
-    static VorkaTablebases::SourceOpener opener = NalimovTablebases::OpenNothing;
-    return opener;
-}
-
 }  // namespace
 
-void Command_DisplayTablebasesStatus::work(ConnectedGame&) {
+void Command_DisplayTablebasesStatus::work(ConnectedGame& game) {
+    const VorkaBitbases::Bitbases& bitbases = game.engine.bitbases;
     vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
-         << vocabulary::two_pawns_bitbases << LoadedOrNot(VorkaBitbases::TwoPawnsLoaded()) << vocabulary::bitbase_loaded
-         << vocabulary::rammed_pawn_bitbases << LoadedOrNot(VorkaBitbases::RammedPawnsLoaded())
-         << vocabulary::bitbase_loaded;
+         << vocabulary::two_pawns_bitbases << LoadedOrNot(bitbases.TwoPawnsLoaded()) << vocabulary::bitbase_loaded
+         << vocabulary::rammed_pawn_bitbases << LoadedOrNot(bitbases.RammedPawnsLoaded()) << vocabulary::bitbase_loaded;
     vlog.Flush();
 }
 
@@ -50,17 +43,14 @@ void Command_InitTablebases::check(ConnectedGame& game) {
     if (game.engineMode != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
 }
 
-VorkaTablebases::SourceOpener Command_InitTablebases::useOpener(VorkaTablebases::SourceOpener opener) {
-    return std::exchange(Opener(), std::move(opener));
+void Command_InitTablebases::NalimovInitializer::initialize(Engine& engine, std::uint64_t size,
+                                                            const std::string& path) {
+    NalimovTablebases::Initialize(engine.tablebases, size, path, engine.open_tablebases);
 }
 
-void Command_InitTablebases::NalimovInitializer::initialize(std::uint64_t size, const std::string& path) {
-    NalimovTablebases::Initialize(size, path, Opener());
-}
-
-void Command_InitTablebases::work(ConnectedGame&) {
+void Command_InitTablebases::work(ConnectedGame& game) {
     try {
-        NalimovInitializer().initialize(bytes_, path_);
+        NalimovInitializer().initialize(game.engine, bytes_, path_);
     } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
         throw IgnorableErrorCommand(ErrorCommand::Kind::error,
                                     std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
@@ -81,9 +71,9 @@ Command_Probe::Command_Probe(std::string input_line, const std::string& fen) : C
 
 namespace {
 
-void WriteTablebaseResult(const BOARD& board) {
+void WriteTablebaseResult(const VorkaTablebases::Tablebases& tablebases, const BOARD& board) {
     int score = 0;
-    switch (VorkaTablebases::ProbeTablebases(board, score)) {
+    switch (tablebases.Probe(board, score)) {
         case VorkaTablebases::ProbeResult::found:
             vlog << vocabulary::probe_result << score;
             break;
@@ -103,27 +93,27 @@ void WriteTablebaseResult(const BOARD& board) {
 void Command_Probe::work(ConnectedGame& game) {
     game.protocol().showBoard(position_, true);
     vlog << vocabulary::probing_bitbases;
-    if (const std::optional<int> known = VorkaBitbases::ProbeBitbases(position_.board())) {
+    if (const std::optional<int> known = game.engine.bitbases.Probe(position_.board())) {
         vlog << vocabulary::probe_result << *known;
     } else {
         vlog << vocabulary::probe_not_found;
     }
     vlog << vocabulary::probing_tablebases;
-    WriteTablebaseResult(position_.board());
+    WriteTablebaseResult(game.engine.tablebases, position_.board());
     vlog << '\n';
     vlog.Flush();
 }
 
 // --- Jobs ---
 
-void Command_Generate::work(ConnectedGame&) {
+void Command_Generate::work(ConnectedGame& game) {
     try {
         if (jobs_.empty()) {
             listGenerationJobs();
         } else {
-            for (const auto& job : generationJobs(jobs_)) job->run();
+            for (const auto& job : generationJobs(jobs_)) job->run(game.engine);
             vlog << vocabulary::generation_finished << '\n';
-            VorkaBitbases::InitBitbases();
+            game.engine.bitbases.Init();
         }
     } catch (const AbstractJob::JobFailedException& error) {
         refuse(error.text());
@@ -131,13 +121,13 @@ void Command_Generate::work(ConnectedGame&) {
     vlog.Flush();
 }
 
-void Command_Verify::work(ConnectedGame&) {
+void Command_Verify::work(ConnectedGame& game) {
     const Timestamp start = Timestamp::Now();
     try {
         if (jobs_.empty()) {
             listVerificationJobs();
         } else {
-            for (const auto& job : verificationJobs(jobs_)) job->run();
+            for (const auto& job : verificationJobs(jobs_)) job->run(game.engine);
             vlog << vocabulary::verification_finished
                  << VorkaUtils::ToString(ElapsedMilliseconds(start, Timestamp::Now()))
                  << vocabulary::milliseconds_total;
@@ -203,7 +193,7 @@ void WriteSquare(std::string_view text, Square square, int value) {
     vlog << text << SquareToString(square) << vocabulary::optimize_value << value << ")\n";
 }
 
-void FindBestSquare(const BOARD& board, Square from, int personality, HashTables& tables) {
+void FindBestSquare(const BOARD& board, Square from, int personality, Engine& engine) {
     const Colour side = board.squares[from] > 0 ? white : black;
     int best_value = -infinity_bound;
     Square best = from;
@@ -211,7 +201,7 @@ void FindBestSquare(const BOARD& board, Square from, int personality, HashTables
         const Square to = TakeNextBit(left);
         const std::optional<BOARD> changed = WithManOn(board, from, to);
         if (!changed || IsLostOn(board, from, to, side)) continue;
-        const int value = evaluate_for_display(*changed, personality, tables);
+        const int value = evaluate_for_display(*changed, personality, engine.tables, engine.bitbases);
         if (value <= best_value) continue;
         best_value = value;
         best = to;
@@ -230,7 +220,7 @@ void Command_OptimizePiece::work(ConnectedGame& game) {
     vlog << vocabulary::optimize_piece;
     vlog.Flush();
     if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
-        FindBestSquare(game.board(), *square, game.protocol().personality, game.engine.tables);
+        FindBestSquare(game.board(), *square, game.protocol().personality, game.engine);
     } else {
         vlog << vocabulary::optimize_invalid_square;
     }

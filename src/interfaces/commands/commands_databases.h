@@ -4,7 +4,6 @@
 #include <string>
 #include <utility>
 
-#include "bitbases/tablebases.h"
 #include "chess/user_board.h"
 #include "interfaces/commands/command.h"
 #include "interfaces/commands/jobs.h"
@@ -30,7 +29,7 @@ class Command_InitTablebases : public CheckedCommand {
           size_(std::move(size)),
           path_(std::move(path)) {}
 
-    /// Takes the tables of one format into use.
+    /// Takes the tables of one format into use, opened by the engine's opener.
     class Initializer {
       public:
         Initializer() = default;
@@ -38,14 +37,12 @@ class Command_InitTablebases : public CheckedCommand {
         Initializer(const Initializer&) = delete;
         Initializer& operator=(const Initializer&) = delete;
         /// `size` is that of the cache, in bytes. Throws TB_Exception with the reason.
-        virtual void initialize(std::uint64_t size, const std::string& path) = 0;
+        virtual void initialize(Engine& engine, std::uint64_t size, const std::string& path) = 0;
     };
     class NalimovInitializer : public Initializer {
       public:
-        void initialize(std::uint64_t size, const std::string& path) override;
+        void initialize(Engine& engine, std::uint64_t size, const std::string& path) override;
     };
-    /// What opens the tables of a directory from now on; returns the opener before. The first one finds none.
-    static VorkaTablebases::SourceOpener useOpener(VorkaTablebases::SourceOpener opener);
 
   private:
     void check(ConnectedGame& game) override;

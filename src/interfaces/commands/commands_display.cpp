@@ -21,7 +21,8 @@ void Command_Eval::check(ConnectedGame& game) {
 
 void Command_Eval::work(ConnectedGame& game) {
     vlog << vocabulary::eval << ": "
-         << evaluate_for_display(game.board(), game.protocol().personality, game.engine.tables) << '\n';
+         << evaluate_for_display(game.board(), game.protocol().personality, game.engine.tables, game.engine.bitbases)
+         << '\n';
     vlog.Flush();
 }
 

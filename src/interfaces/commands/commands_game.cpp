@@ -49,10 +49,10 @@ void Command_New::work(ConnectedGame& game) {
     game.maxTime = 0;
     game.protocol().onBoardChanged(game);
     if (game.engineMode == EngineMode::analyze) {
-        game.setPlayers(defaultHuman(), defaultEngine(false), true);
+        game.setPlayers(game.defaultHuman(), game.defaultEngine(false), true);
         finishWithSearch(game, SearchPurpose::analyze);
     }
-    game.setPlayers(defaultHuman(), defaultEngine(true), false);
+    game.setPlayers(game.defaultHuman(), game.defaultEngine(true), false);
 }
 
 void Command_Force::work(ConnectedGame& game) {
@@ -69,7 +69,7 @@ void Command_Go::check(ConnectedGame& game) {
 
 void Command_Go::work(ConnectedGame& game) {
     game.abortSearch(true);
-    game.setPlayers(defaultEngine(true), defaultHuman(), false);
+    game.setPlayers(game.defaultEngine(true), game.defaultHuman(), false);
     game.clock.startClock();
     game.advisor.reset();
     finishWithSearch(game, SearchPurpose::think);
@@ -81,7 +81,7 @@ void Command_Playother::check(ConnectedGame& game) {
 
 void Command_Playother::work(ConnectedGame& game) {
     game.abortSearch(true);
-    game.setPlayers(defaultHuman(), defaultEngine(true), false);
+    game.setPlayers(game.defaultHuman(), game.defaultEngine(true), false);
     game.clock.startClock();
     game.advisor.reset();
     finished = true;

@@ -32,7 +32,7 @@ void Command_Ping::work(ConnectedGame&) {
 void Command_Id::work(ConnectedGame& game) { game.protocol().id = id_; }
 
 void Command_Name::work(ConnectedGame& game) {
-    playerDefaults().opponentName = name_;
+    game.playerDefaults.opponentName = name_;
     for (PlayerInfo& player : game.players) {
         if (!player.isEngine) player.name = name_;
     }
@@ -43,8 +43,8 @@ void Command_Rating::check(ConnectedGame&) {
 }
 
 void Command_Rating::work(ConnectedGame& game) {
-    playerDefaults().engineRating = engine_;
-    playerDefaults().opponentRating = opponent_;
+    game.playerDefaults.engineRating = engine_;
+    game.playerDefaults.opponentRating = opponent_;
     if (game.players[white].active == game.players[black].active) return;
     for (PlayerInfo& player : game.players) player.rating = player.active ? engine_ : opponent_;
 }

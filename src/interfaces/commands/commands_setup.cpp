@@ -25,7 +25,7 @@ void Command_SetSide::work(ConnectedGame& game) {
         game.prediction = no_prediction;
     }
     game.clock.stopClock();
-    game.setPlayers(defaultHuman(), defaultEngine(true), false);
+    game.setPlayers(game.defaultHuman(), game.defaultEngine(true), false);
 }
 
 void Command_SetupBoardCommands::check(ConnectedGame& game) {

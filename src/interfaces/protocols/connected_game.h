@@ -20,7 +20,7 @@ class ConnectedGame : public GameControl {
         protocol->copyStateFrom(*protocol_);
         speakThrough(*protocol);
         protocol_ = std::move(protocol);
-        protocol_->start();
+        protocol_->start(playerDefaults.opponentName);
     }
 
   private:

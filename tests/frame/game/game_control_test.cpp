@@ -24,11 +24,10 @@ using Like = ProtocolLike;
 class Game {
   public:
     explicit Game(Like model = Like::console, const std::string& fen = start_fen)
-        : protocol(model, calls),
-          control(engine, (playerDefaults() = PlayerDefaults{.opponentName = "Incognito"}, protocol)) {
+        : protocol(model, calls), control(engine, protocol) {
         control.SetBoardFromFen(fen);
         control.clock.resetClock(control.side_to_move());
-        control.setPlayers(defaultEngine(true), defaultHuman(), false);
+        control.setPlayers(control.defaultEngine(true), control.defaultHuman(), false);
     }
 
     /// Runs a real search over so many iterations, and then the end-of-search handler as for `status`.
@@ -70,7 +69,6 @@ const std::string two_knights = "7k/8/8/8/8/8/8/KNN5 w - - 0 1";
 // --- The state at the start ---
 
 TEST(GameControl, BeginsWithTheEngineAsBlack) {
-    playerDefaults() = PlayerDefaults{.opponentName = "Incognito"};
     std::vector<std::string> calls;
     RecordingGameProtocol protocol(Like::console, calls);
     Engine engine;
@@ -90,17 +88,18 @@ TEST(GameControl, BeginsWithTheEngineAsBlack) {
 }
 
 TEST(GameControl, DefaultsMakeTheRecordsOfPlayers) {
-    playerDefaults() = {.opponentName = "Anna", .opponentRating = 1900, .engineRating = 2400};
-    EXPECT_EQ(defaultHuman().name, "Anna");
-    EXPECT_EQ(defaultHuman().rating, 1900);
-    EXPECT_FALSE(defaultHuman().isEngine);
-    EXPECT_FALSE(defaultHuman().active);
-    EXPECT_EQ(defaultEngine(false).name, "Vorka");
-    EXPECT_EQ(defaultEngine(false).rating, 2400);
-    EXPECT_TRUE(defaultEngine(false).isEngine);
-    EXPECT_FALSE(defaultEngine(false).active);
-    EXPECT_TRUE(defaultEngine(true).active);
-    playerDefaults() = PlayerDefaults{.opponentName = "Incognito"};
+    Game game;
+    GameControl& control = game.control;
+    control.playerDefaults = {.opponentName = "Anna", .opponentRating = 1900, .engineRating = 2400};
+    EXPECT_EQ(control.defaultHuman().name, "Anna");
+    EXPECT_EQ(control.defaultHuman().rating, 1900);
+    EXPECT_FALSE(control.defaultHuman().isEngine);
+    EXPECT_FALSE(control.defaultHuman().active);
+    EXPECT_EQ(control.defaultEngine(false).name, "Vorka");
+    EXPECT_EQ(control.defaultEngine(false).rating, 2400);
+    EXPECT_TRUE(control.defaultEngine(false).isEngine);
+    EXPECT_FALSE(control.defaultEngine(false).active);
+    EXPECT_TRUE(control.defaultEngine(true).active);
 }
 
 struct PlayersRow {
@@ -114,7 +113,8 @@ class Players : public testing::TestWithParam<PlayersRow> {};
 TEST_P(Players, SetTheEngineMode) {
     Game game(Like::console, "7k/8/8/8/8/8/q7/7K b - - 0 1");
     const PlayersRow& row = GetParam();
-    game.control.setPlayers(defaultEngine(row.on_move), defaultEngine(row.not_on_move), row.analyze);
+    game.control.setPlayers(game.control.defaultEngine(row.on_move), game.control.defaultEngine(row.not_on_move),
+                            row.analyze);
     EXPECT_EQ(game.control.engineMode, row.mode);
     EXPECT_EQ(game.control.players[black].active, row.on_move);
     EXPECT_EQ(game.control.players[white].active, row.not_on_move);
@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(GameControl, Players,
 
 TEST(GameControl, LeavingPlayClearsBothSides) {
     Game game;
-    game.control.setPlayers(defaultEngine(true), defaultEngine(true), false);
+    game.control.setPlayers(game.control.defaultEngine(true), game.control.defaultEngine(true), false);
     game.control.leavePlay(EngineMode::analyze);
     EXPECT_EQ(game.control.engineMode, EngineMode::analyze);
     EXPECT_FALSE(game.control.players[white].active);

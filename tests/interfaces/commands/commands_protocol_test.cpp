@@ -140,7 +140,7 @@ TEST(Name, IsTheOpponentsNowAndInGamesToCome) {
     EXPECT_TRUE(bench.Send("name Some  Body").finished);
     EXPECT_EQ(bench.game.players[white].name, "Some Body");
     EXPECT_EQ(bench.game.players[black].name, "Vorka");
-    EXPECT_EQ(defaultHuman().name, "Some Body");
+    EXPECT_EQ(bench.game.defaultHuman().name, "Some Body");
     bench.Prepare({"go"});
     EXPECT_EQ(bench.game.players[white].name, "Vorka");
     EXPECT_EQ(bench.game.players[black].name, "Some Body");
@@ -155,8 +155,8 @@ TEST(Rating, IsEnginesThenOpponents) {
     EXPECT_TRUE(bench.Send("rating 2500 1800").finished);
     EXPECT_EQ(bench.game.players[black].rating, 2500);
     EXPECT_EQ(bench.game.players[white].rating, 1800);
-    EXPECT_EQ(defaultEngine(true).rating, 2500);
-    EXPECT_EQ(defaultHuman().rating, 1800);
+    EXPECT_EQ(bench.game.defaultEngine(true).rating, 2500);
+    EXPECT_EQ(bench.game.defaultHuman().rating, 1800);
 }
 
 TEST(Rating, ChangesTheDefaultsAloneUnlessTheEnginePlaysOneSide) {
@@ -165,7 +165,7 @@ TEST(Rating, ChangesTheDefaultsAloneUnlessTheEnginePlaysOneSide) {
     bench.Send("rating 2500 1800");
     EXPECT_EQ(bench.game.players[black].rating, 0);
     EXPECT_EQ(bench.game.players[white].rating, 0);
-    EXPECT_EQ(defaultEngine(true).rating, 2500);
+    EXPECT_EQ(bench.game.defaultEngine(true).rating, 2500);
     bench.Prepare({"new"});
     EXPECT_EQ(bench.game.players[black].rating, 2500);
     EXPECT_EQ(bench.game.players[white].rating, 1800);
@@ -175,7 +175,7 @@ TEST(Rating, IsNotNegative) {
     CommandBench bench;
     EXPECT_EQ(bench.Send("rating -1 1800").error, "Error (argument out of bounds): rating -1 1800");
     EXPECT_EQ(bench.Send("rating 2500 -1").error, "Error (argument out of bounds): rating 2500 -1");
-    EXPECT_EQ(defaultEngine(true).rating, 0);
+    EXPECT_EQ(bench.game.defaultEngine(true).rating, 0);
     EXPECT_EQ(bench.Send("rating 0 0").error, "");
 }
 
