@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t boards_probed = 48;
 
 /// Legal random positions of so many pawns; with three of them a white one blocks a black one.
-std::vector<BOARD> Boards(int pawns) {
+std::vector<BOARD> Boards(int pawns, const VorkaBitbases::Bitbases& bitbases) {
     std::mt19937 random(1);
     const auto any = [&](int first, int last) {
         return first + static_cast<int>(random() % static_cast<unsigned>(last - first + 1));
@@ -35,32 +35,31 @@ std::vector<BOARD> Boards(int pawns) {
         squares[any(a1, h8)] = -king;
         BOARD board;
         if (!board.SetPosition(squares, any(0, 1), 0, 0)) continue;
-        if (VorkaBitbases::ProbeBitbases(board)) boards.push_back(board);
+        if (bitbases.Probe(board)) boards.push_back(board);
     }
     return boards;
 }
 
-bool LoadFiles() {
-    static const bool loaded = [] {
-        const char* const folder = std::getenv("VORKA_BITBASES");
-        if (folder == nullptr) return false;
-        VorkaBitbases::LoadTwoPawnsBitbases((std::string(folder) + '/').append(vocabulary::two_pawns_file));
-        VorkaBitbases::LoadRammedPawnBitbases((std::string(folder) + '/').append(vocabulary::rammed_pawn_file));
-        return true;
-    }();
-    return loaded;
+VorkaBitbases::Bitbases LoadedFiles() {
+    VorkaBitbases::Bitbases bitbases;
+    if (const char* const folder = std::getenv("VORKA_BITBASES")) {
+        bitbases.LoadTwoPawns((std::string(folder) + '/').append(vocabulary::two_pawns_file));
+        bitbases.LoadRammedPawns((std::string(folder) + '/').append(vocabulary::rammed_pawn_file));
+    }
+    return bitbases;
 }
 
 void Probe(benchmark::State& state) {
     const auto pawns = static_cast<int>(state.range(0));
-    if (!LoadFiles() && pawns > 1) {
+    const VorkaBitbases::Bitbases bitbases = LoadedFiles();
+    if (!bitbases.TwoPawnsLoaded() && pawns > 1) {
         state.SkipWithError("VORKA_BITBASES names no folder with files");
         return;
     }
-    const std::vector<BOARD> boards = Boards(pawns);
+    const std::vector<BOARD> boards = Boards(pawns, bitbases);
     for (auto _ : state) {
         int sum = 0;
-        for (const BOARD& board : boards) sum += *VorkaBitbases::ProbeBitbases(board);
+        for (const BOARD& board : boards) sum += *bitbases.Probe(board);
         benchmark::DoNotOptimize(sum);
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(boards.size()));

@@ -34,7 +34,7 @@ function(vorka_test name)
   target_link_libraries(${name} PRIVATE ${test_LINK} GTest::gmock GTest::gtest GTest::gtest_main)
   target_precompile_headers(${name} REUSE_FROM vorka_test_headers)
   vorka_test_options(${name})
-  if(VORKA_SANITIZE)
+  if(VORKA_SANITIZE OR VORKA_SANITIZE_THREAD)
     # A start costs more than most tests: each program is run once, with all of its tests.
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}")

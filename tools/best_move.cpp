@@ -12,7 +12,6 @@
 #include <sstream>
 #include <string>
 
-#include "bitbases/bitbases.h"
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "frame/base/vocabulary.h"
@@ -86,16 +85,16 @@ int main(int argc, char** argv) {
         }
     }
     if (optind != argc || limits.max_time_limit + limits.max_depth <= 0) return Usage(std::cerr, EXIT_FAILURE);
+    Engine engine;
     try {
         if (!bitbases.empty()) {
-            VorkaBitbases::LoadTwoPawnsBitbases((bitbases + '/').append(vocabulary::two_pawns_file));
-            VorkaBitbases::LoadRammedPawnBitbases((bitbases + '/').append(vocabulary::rammed_pawn_file));
+            engine.bitbases.LoadTwoPawns((bitbases + '/').append(vocabulary::two_pawns_file));
+            engine.bitbases.LoadRammedPawns((bitbases + '/').append(vocabulary::rammed_pawn_file));
         }
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
         std::cerr << "best_move: " << error.what() << '\n';
         return EXIT_FAILURE;
     }
-    Engine engine;
     if (!engine.tables.Resize(32U << 20U, 4U << 20U)) {
         std::cerr << "best_move: no memory for the tables\n";
         return EXIT_FAILURE;

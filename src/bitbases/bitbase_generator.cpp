@@ -4,9 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include "bitbases/bitbases.h"
 #include "bitbases/memory_mapped_file.h"
-#include "bitbases/tablebases.h"
 #include "chess/board_text.h"
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
@@ -19,7 +17,7 @@ namespace VorkaGenerator {
 namespace {
 
 using VorkaTablebases::ProbeResult;
-using VorkaTablebases::ProbeTablebases;
+using VorkaTablebases::Tablebases;
 
 struct Man {
     Square square;
@@ -106,8 +104,8 @@ void ForEachRammedPawns(Visit visit) {
 }
 
 /// Why the tables don't know a position that they should.
-std::string_view ReasonOfNotFound(std::string_view not_available) {
-    switch (VorkaTablebases::LastFailure()) {
+std::string_view ReasonOfNotFound(const Tablebases& tablebases, std::string_view not_available) {
+    switch (tablebases.LastFailure()) {
         case VorkaTablebases::SourceFailure::corrupted:
             return vocabulary::tablebase_corruption;
         case VorkaTablebases::SourceFailure::unreadable:
@@ -119,30 +117,31 @@ std::string_view ReasonOfNotFound(std::string_view not_available) {
 
 /// The texts for a probe without an answer, where it is asked for: `Failure` is thrown.
 template <class Failure>
-int ProbeOrThrow(const BOARD& board, std::string_view not_available, std::string_view queued) {
+int ProbeOrThrow(const Tablebases& tablebases, const BOARD& board, std::string_view not_available,
+                 std::string_view queued) {
     int score = 0;
-    switch (ProbeTablebases(board, score)) {
+    switch (tablebases.Probe(board, score)) {
         case ProbeResult::found:
             return score;
         case ProbeResult::disabled:
             throw Failure(std::string(vocabulary::tablebases_not_loaded));
         case ProbeResult::not_found:
-            throw Failure(std::string(ReasonOfNotFound(not_available)));
+            throw Failure(std::string(ReasonOfNotFound(tablebases, not_available)));
         default:
             throw Failure(std::string(queued));
     }
 }
 
-int ProbeToGenerate(const BOARD& board, std::string_view not_available) {
-    return ProbeOrThrow<GenerationFailed>(board, not_available, vocabulary::generation_lookup_queued);
+int ProbeToGenerate(const Tablebases& tablebases, const BOARD& board, std::string_view not_available) {
+    return ProbeOrThrow<GenerationFailed>(tablebases, board, not_available, vocabulary::generation_lookup_queued);
 }
 
 /// Whether the tables know the material, before a file is touched.
-void TestTables(std::initializer_list<Man> men, std::string_view not_available) {
+void TestTables(const Tablebases& tablebases, std::initializer_list<Man> men, std::string_view not_available) {
     BOARD board;
     for (const Colour to_move : {white, black}) {
         SetUp(board, men, to_move);
-        ProbeToGenerate(board, not_available);
+        ProbeToGenerate(tablebases, board, not_available);
     }
 }
 
@@ -159,11 +158,12 @@ int StoredResult(int score_of_white) {
 
 /// Fills a new file by `walk`, which calls `visit(board, cell)`.
 template <class Walk>
-void WriteFile(const std::string& path, std::uint32_t size, std::string_view not_available, Walk walk) {
+void WriteFile(const Tablebases& tablebases, const std::string& path, std::uint32_t size,
+               std::string_view not_available, Walk walk) {
     try {
         VorkaUtils::MemoryMappedFile file(path, size);
         walk([&](const BOARD& board, const VorkaBitbases::Cell& cell) {
-            const int score = ProbeToGenerate(board, not_available);
+            const int score = ProbeToGenerate(tablebases, board, not_available);
             Store(file, cell, StoredResult(board.side_to_move == white ? score : -score));
         });
         if (!file.Flush()) throw VorkaUtils::MemoryMappedFile::IOException();
@@ -174,10 +174,12 @@ void WriteFile(const std::string& path, std::uint32_t size, std::string_view not
 
 int Sign(int score) { return (score > 0) - (score < 0); }
 
-void Compare(VerificationHandler& handler, const BOARD& board, std::string_view not_available) {
-    const int score = ProbeOrThrow<VerificationFailed>(board, not_available, vocabulary::verification_lookup_queued);
+void Compare(const Databases& databases, VerificationHandler& handler, const BOARD& board,
+             std::string_view not_available) {
+    const int score = ProbeOrThrow<VerificationFailed>(databases.tablebases, board, not_available,
+                                                       vocabulary::verification_lookup_queued);
     handler.positionChecked();
-    const std::optional<int> known = VorkaBitbases::ProbeBitbases(board);
+    const std::optional<int> known = databases.bitbases.Probe(board);
     if (!known)
         handler.positionNotFound(board);
     else if (Sign(score) != Sign(*known))
@@ -193,15 +195,16 @@ void Compare(VerificationHandler& handler, const BOARD& board, std::string_view 
 
 }  // namespace
 
-void GenerateTwoPawnsBitbases(const std::string& path) {
-    TestTables({{e1, king}, {e2, pawn}, {e8, -king}, {e7, -pawn}}, vocabulary::two_pawns_not_available);
-    WriteFile(path, VorkaBitbases::two_pawns_size, vocabulary::two_pawns_not_available,
+void GenerateTwoPawnsBitbases(const Tablebases& tablebases, const std::string& path) {
+    TestTables(tablebases, {{e1, king}, {e2, pawn}, {e8, -king}, {e7, -pawn}}, vocabulary::two_pawns_not_available);
+    WriteFile(tablebases, path, VorkaBitbases::two_pawns_size, vocabulary::two_pawns_not_available,
               [](auto visit) { ForEachTwoPawns(visit); });
 }
 
-void GenerateRammedPawnBitbases(const std::string& path) {
-    TestTables({{e1, king}, {d2, pawn}, {e4, pawn}, {e8, -king}, {e5, -pawn}}, vocabulary::three_pawns_not_available);
-    WriteFile(path, VorkaBitbases::rammed_pawn_size, vocabulary::three_pawns_not_available,
+void GenerateRammedPawnBitbases(const Tablebases& tablebases, const std::string& path) {
+    TestTables(tablebases, {{e1, king}, {d2, pawn}, {e4, pawn}, {e8, -king}, {e5, -pawn}},
+               vocabulary::three_pawns_not_available);
+    WriteFile(tablebases, path, VorkaBitbases::rammed_pawn_size, vocabulary::three_pawns_not_available,
               [](auto visit) { ForEachRammedPawns(visit); });
 }
 
@@ -240,27 +243,28 @@ void DefaultVerificationHandler::positionNotFound(const BOARD& board) {
 
 void DefaultVerificationHandler::aborted() { vlog << vocabulary::job_aborted; }
 
-void VerifySinglePawnBitbases(VerificationHandler& handler) {
+void VerifySinglePawnBitbases(const Databases& databases, VerificationHandler& handler) {
     handler.started(vocabulary::job_single_pawn);
-    ForEachSinglePawn([&](const BOARD& board) { Compare(handler, board, vocabulary::single_pawn_not_available); });
+    ForEachSinglePawn(
+        [&](const BOARD& board) { Compare(databases, handler, board, vocabulary::single_pawn_not_available); });
     handler.finished();
 }
 
-void VerifyTwoPawnsBitbases(VerificationHandler& handler) {
+void VerifyTwoPawnsBitbases(const Databases& databases, VerificationHandler& handler) {
     handler.started(vocabulary::job_two_pawns);
-    if (VorkaBitbases::TwoPawnsLoaded()) {
+    if (databases.bitbases.TwoPawnsLoaded()) {
         ForEachTwoPawns([&](const BOARD& board, const VorkaBitbases::Cell&) {
-            Compare(handler, board, vocabulary::two_pawns_not_available);
+            Compare(databases, handler, board, vocabulary::two_pawns_not_available);
         });
     }
     handler.finished();
 }
 
-void VerifyRammedPawnBitbases(VerificationHandler& handler) {
+void VerifyRammedPawnBitbases(const Databases& databases, VerificationHandler& handler) {
     handler.started(vocabulary::job_rammed_pawn);
-    if (VorkaBitbases::RammedPawnsLoaded()) {
+    if (databases.bitbases.RammedPawnsLoaded()) {
         ForEachRammedPawns([&](const BOARD& board, const VorkaBitbases::Cell&) {
-            Compare(handler, board, vocabulary::three_pawns_not_available);
+            Compare(databases, handler, board, vocabulary::three_pawns_not_available);
         });
     }
     handler.finished();

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "bitbases/bitbases.h"
+#include "bitbases/tablebases.h"
 #include "chess/board.h"
 #include "frame/base/vorka_exception.h"
 
@@ -21,8 +23,8 @@ class VerificationFailed : public TextException {
 
 /// Write one file. Throw GenerationFailed; nothing is written if the tablebases lack the material, and what was written
 /// so far stays if they fail later.
-void GenerateTwoPawnsBitbases(const std::string& path);
-void GenerateRammedPawnBitbases(const std::string& path);
+void GenerateTwoPawnsBitbases(const VorkaTablebases::Tablebases& tablebases, const std::string& path);
+void GenerateRammedPawnBitbases(const VorkaTablebases::Tablebases& tablebases, const std::string& path);
 
 /// What a verification finds, as it finds it.
 class VerificationHandler {
@@ -66,10 +68,16 @@ class DefaultVerificationHandler : public VerificationHandler {
     bool has_failed_ = false;
 };
 
+/// The bitbases to be verified, and the tables that know better.
+struct Databases {
+    const VorkaBitbases::Bitbases& bitbases;
+    const VorkaTablebases::Tablebases& tablebases;
+};
+
 /// Walk all positions of one class and compare their results by sign. A bitbase that is not loaded has no positions.
 /// Throw VerificationFailed when the tablebases give no answer.
-void VerifySinglePawnBitbases(VerificationHandler& handler);
-void VerifyTwoPawnsBitbases(VerificationHandler& handler);
-void VerifyRammedPawnBitbases(VerificationHandler& handler);
+void VerifySinglePawnBitbases(const Databases& databases, VerificationHandler& handler);
+void VerifyTwoPawnsBitbases(const Databases& databases, VerificationHandler& handler);
+void VerifyRammedPawnBitbases(const Databases& databases, VerificationHandler& handler);
 
 }  // namespace VorkaGenerator

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <memory>
 
-#include "bitbases/memory_mapped_file.h"
 #include "bitbases/single_pawn_bitbases_data.h"
 #include "chess/bitboard_tables.h"
 #include "frame/base/checked_assert.h"
@@ -20,32 +19,17 @@ namespace VorkaBitbases {
 
 namespace {
 
-// The probes read these; null while a file is not loaded.
-const std::uint8_t* two_pawns_bitbase = nullptr;
-const std::uint8_t* rammed_pawn_bitbase = nullptr;
+using Mapping = VorkaUtils::ReadOnlyMemoryMappedFile;
 
-using Mapping = std::unique_ptr<VorkaUtils::ReadOnlyMemoryMappedFile>;
-
-Mapping& TwoPawnsMapping() {
-    static Mapping mapping;
-    return mapping;
-}
-Mapping& RammedPawnMapping() {
-    static Mapping mapping;
-    return mapping;
-}
-
-void Load(const std::string& path, std::uint32_t size, Mapping& mapping, const std::uint8_t*& bitbase) {
+std::unique_ptr<Mapping> Map(const std::string& path, std::uint32_t size) {
     try {
-        auto file = std::make_unique<VorkaUtils::ReadOnlyMemoryMappedFile>(path, size);
-        bitbase = file->address();
-        mapping = std::move(file);
-    } catch (const VorkaUtils::ReadOnlyMemoryMappedFile::IOException&) {
+        return std::make_unique<Mapping>(path, size);
+    } catch (const Mapping::IOException&) {
         throw CouldNotOpenFileException(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'');
     }
 }
 
-int Read(const std::uint8_t* bitbase, const Cell& cell) { return bitbase[cell.offset] >> cell.shift & 3; }
+int Read(const Mapping& bitbase, const Cell& cell) { return bitbase.address()[cell.offset] >> cell.shift & 3; }
 
 bool IsOnRightHalf(Square s) { return FileOf(s) > 3; }
 
@@ -70,23 +54,23 @@ void CheckNumbering() {
 /// One file of the executable's directory: what the log says when it is there, missing, or unusable.
 struct BitbaseFile {
     std::string_view name, found, not_found, not_found_end, failed;
-    void (*load)(const std::string& path);
+    void (Bitbases::*load)(const std::string& path);
 };
 constexpr BitbaseFile bitbase_files[] = {
     {vocabulary::two_pawns_file, vocabulary::two_pawns_found, vocabulary::two_pawns_not_found,
-     vocabulary::two_pawns_not_found_end, vocabulary::failed_to_open_two_pawns, LoadTwoPawnsBitbases},
+     vocabulary::two_pawns_not_found_end, vocabulary::failed_to_open_two_pawns, &Bitbases::LoadTwoPawns},
     {vocabulary::rammed_pawn_file, vocabulary::rammed_pawn_found, vocabulary::rammed_pawn_not_found,
-     vocabulary::rammed_pawn_not_found_end, vocabulary::failed_to_open_rammed_pawn, LoadRammedPawnBitbases},
+     vocabulary::rammed_pawn_not_found_end, vocabulary::failed_to_open_rammed_pawn, &Bitbases::LoadRammedPawns},
 };
 
-void LoadFrom(const std::string& directory, const BitbaseFile& file) {
+void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& bitbases) {
     const std::string path = directory + '/' + std::string(file.name);
     if (!FileExists(path)) {
         vlog << file.not_found << path << file.not_found_end;
         return;
     }
     try {
-        file.load(path);
+        (bitbases.*file.load)(path);
         vlog << file.found;
     } catch (const CouldNotOpenFileException&) {
         vlog << file.failed;
@@ -95,32 +79,20 @@ void LoadFrom(const std::string& directory, const BitbaseFile& file) {
 
 }  // namespace
 
-void InitBitbases() {
+void Bitbases::Init() {
     CheckNumbering();
     {
         const EchoScope file_only(vlog, Echo::off);
         const std::string& directory = ExecutableDirectory();
         vlog << vocabulary::loading_bitbases << directory << vocabulary::loading_bitbases_end;
-        for (const BitbaseFile& file : bitbase_files) LoadFrom(directory, file);
+        for (const BitbaseFile& file : bitbase_files) LoadFrom(directory, file, *this);
         vlog << vocabulary::generic_bitbases_disabled;
     }
     vlog.Flush();
 }
 
-void LoadTwoPawnsBitbases(const std::string& path) { Load(path, two_pawns_size, TwoPawnsMapping(), two_pawns_bitbase); }
-void LoadRammedPawnBitbases(const std::string& path) {
-    Load(path, rammed_pawn_size, RammedPawnMapping(), rammed_pawn_bitbase);
-}
-
-void UnloadBitbases() noexcept {
-    two_pawns_bitbase = nullptr;
-    rammed_pawn_bitbase = nullptr;
-    TwoPawnsMapping().reset();
-    RammedPawnMapping().reset();
-}
-
-bool TwoPawnsLoaded() noexcept { return two_pawns_bitbase != nullptr; }
-bool RammedPawnsLoaded() noexcept { return rammed_pawn_bitbase != nullptr; }
+void Bitbases::LoadTwoPawns(const std::string& path) { two_pawns_ = Map(path, two_pawns_size); }
+void Bitbases::LoadRammedPawns(const std::string& path) { rammed_pawns_ = Map(path, rammed_pawn_size); }
 
 bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king, Square black_king) noexcept {
     const int turn = pawn_side == white ? 0 : 56;
@@ -143,17 +115,17 @@ int ProbeSinglePawn(const BOARD& board) noexcept {
     return to_move == pawn_side ? score : -score;
 }
 
-int ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
-                     Square black_pawn) noexcept {
+int Bitbases::ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
+                               Square black_pawn) const noexcept {
     const bool is_white = to_move == white;
     const Square own_pawn = is_white ? white_pawn : black_pawn;
     const int turn = (is_white ? 0 : 56) + (IsOnRightHalf(own_pawn) ? 7 : 0);
-    return Read(two_pawns_bitbase,
+    return Read(*two_pawns_,
                 TwoPawnsCell(own_pawn ^ turn, (is_white ? black_pawn : white_pawn) ^ turn,
                              (is_white ? white_king : black_king) ^ turn, (is_white ? black_king : white_king) ^ turn));
 }
 
-int ProbeTwoPawns(const BOARD& board) noexcept {
+int Bitbases::ProbeTwoPawns(const BOARD& board) const noexcept {
     const auto to_move = static_cast<Colour>(board.side_to_move);
     const int result = ProbeTwoPawnsRaw(to_move, board.side(white).king_square, board.side(black).king_square,
                                         OnlyPawn(board, white), OnlyPawn(board, black));
@@ -163,7 +135,7 @@ int ProbeTwoPawns(const BOARD& board) noexcept {
     return result == stored_win ? points_for_rank * rank + pawns_win : 0;
 }
 
-int ProbeRammedPawns(const BOARD& board) noexcept {
+int Bitbases::ProbeRammedPawns(const BOARD& board) const noexcept {
     const Colour strong = PopCount(board.side(black).pawns) == 1 ? white : black;
     const Colour weak = Opponent(strong);
     int turn = strong == white ? 0 : 56;
@@ -177,14 +149,14 @@ int ProbeRammedPawns(const BOARD& board) noexcept {
     const Square weak_king = board.side(weak).king_square ^ turn;
     const bool strong_to_move = board.side_to_move == strong;
     const int result =
-        Read(rammed_pawn_bitbase, RammedPawnsCell(front, other, strong_king, weak_king, strong_to_move ? 0 : 1));
+        Read(*rammed_pawns_, RammedPawnsCell(front, other, strong_king, weak_king, strong_to_move ? 0 : 1));
     int score = 0;
     if (result == stored_loss) score = points_for_rank * bitboard_tables.distance[weak_king][front] - rammed_pawns_loss;
     if (result == stored_win) score = points_for_rank * RankOf(other) + pawns_win;
     return strong_to_move ? score : -score;
 }
 
-std::optional<int> ProbeBitbases(const BOARD& board) noexcept {
+std::optional<int> Bitbases::Probe(const BOARD& board) const noexcept {
     if (board.total_material != 0 || board.frame().castling != 0) return std::nullopt;
     const int of_white = PopCount(board.side(white).pawns);
     const int of_black = PopCount(board.side(black).pawns);

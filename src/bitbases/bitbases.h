@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
+#include "bitbases/memory_mapped_file.h"
 #include "chess/board.h"
 #include "frame/base/vorka_exception.h"
 
@@ -32,39 +34,45 @@ class CouldNotOpenFileException : public TextException {
     using TextException::TextException;
 };
 
-/// Checks the numbering above and maps the files of the executable's directory, telling the log what it found. May be
-/// called again: a file that was generated since comes into use, an old mapping is released.
-void InitBitbases();
-
-/// Map one file. Throw CouldNotOpenFileException, with the old file still in use.
-void LoadTwoPawnsBitbases(const std::string& path);
-void LoadRammedPawnBitbases(const std::string& path);
-/// Forget the files again: for tests and for files that are gone.
-void UnloadBitbases() noexcept;
-
-[[nodiscard]] bool TwoPawnsLoaded() noexcept;
-[[nodiscard]] bool RammedPawnsLoaded() noexcept;
-
 /// A stored result, in the view of the side that the table names.
 enum StoredResult : int { stored_draw = 0, stored_loss = 1, stored_draw_too = 2, stored_win = 3 };
 
 /// Whether a lone pawn on `pawn` wins, whatever else is on the board. Impossible positions count as wins.
 [[nodiscard]] bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king,
                                    Square black_king) noexcept;
-/// The stored result for the side to move. The file must be loaded.
-[[nodiscard]] int ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
-                                   Square black_pawn) noexcept;
-
 /// One pawn in all.
 [[nodiscard]] int ProbeSinglePawn(const BOARD& board) noexcept;
-/// One pawn on each side. The file must be loaded.
-[[nodiscard]] int ProbeTwoPawns(const BOARD& board) noexcept;
-/// Three pawns in all, the one of a side directly in front of one of the other. The file must be loaded.
-[[nodiscard]] int ProbeRammedPawns(const BOARD& board) noexcept;
 
-/// Whatever is known of a position: nothing if there are pieces, castling rights, other numbers of pawns, or the file
-/// is not loaded.
-[[nodiscard]] std::optional<int> ProbeBitbases(const BOARD& board) noexcept;
+/// The files that an engine has in use; none at first.
+class Bitbases {
+  public:
+    /// Checks the numbering above and maps the files of the executable's directory, telling the log what it found. May
+    /// be called again: a file that was generated since comes into use, an old mapping is released.
+    void Init();
+
+    /// Map one file. Throw CouldNotOpenFileException, with the old file still in use.
+    void LoadTwoPawns(const std::string& path);
+    void LoadRammedPawns(const std::string& path);
+
+    [[nodiscard]] bool TwoPawnsLoaded() const noexcept { return two_pawns_ != nullptr; }
+    [[nodiscard]] bool RammedPawnsLoaded() const noexcept { return rammed_pawns_ != nullptr; }
+
+    /// The stored result for the side to move. The file must be loaded.
+    [[nodiscard]] int ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
+                                       Square black_pawn) const noexcept;
+    /// One pawn on each side. The file must be loaded.
+    [[nodiscard]] int ProbeTwoPawns(const BOARD& board) const noexcept;
+    /// Three pawns in all, the one of a side directly in front of one of the other. The file must be loaded.
+    [[nodiscard]] int ProbeRammedPawns(const BOARD& board) const noexcept;
+    /// Whatever is known of a position: nothing if there are pieces, castling rights, other numbers of pawns, or the
+    /// file is not loaded.
+    [[nodiscard]] std::optional<int> Probe(const BOARD& board) const noexcept;
+
+  private:
+    using Mapping = std::unique_ptr<VorkaUtils::ReadOnlyMemoryMappedFile>;
+    Mapping two_pawns_;
+    Mapping rammed_pawns_;
+};
 
 /// Whether a white pawn stands directly below a black one.
 [[nodiscard]] constexpr bool HasRam(const BOARD& board) noexcept {

@@ -7,24 +7,15 @@
 
 namespace VorkaTablebases {
 
-namespace {
-
-std::unique_ptr<TableSource>& Source() {
-    static std::unique_ptr<TableSource> source;
-    return source;
-}
-
-}  // namespace
-
-void UseSource(std::unique_ptr<TableSource> source) noexcept { Source() = std::move(source); }
-
-ProbeResult ProbeTablebases(const BOARD& board, int& score) noexcept {
-    if (!Source()) return ProbeResult::disabled;
+ProbeResult Tablebases::Probe(const BOARD& board, int& score) const noexcept {
+    if (!source_) return ProbeResult::disabled;
     if (board.frame().castling != 0 || board.frame().en_passant_square != 0) return ProbeResult::not_found;
-    return Source()->Probe(board, score);
+    return source_->Probe(board, score);
 }
 
-SourceFailure LastFailure() noexcept { return Source() ? Source()->last_failure() : SourceFailure::none; }
+SourceFailure Tablebases::LastFailure() const noexcept {
+    return source_ ? source_->last_failure() : SourceFailure::none;
+}
 
 bool IsLossFarAway(int score) noexcept {
     constexpr int mate_value = 32767;
@@ -32,9 +23,9 @@ bool IsLossFarAway(int score) noexcept {
     return score < 0 && mate_value + score >= far_away_plies;
 }
 
-bool IsTablebaseLossFarAway(const BOARD& board) noexcept {
+bool Tablebases::IsLossFarAway(const BOARD& board) const noexcept {
     int score = 0;
-    return ProbeTablebases(board, score) == ProbeResult::found && IsLossFarAway(score);
+    return Probe(board, score) == ProbeResult::found && VorkaTablebases::IsLossFarAway(score);
 }
 
 }  // namespace VorkaTablebases
@@ -53,10 +44,11 @@ std::int32_t CacheSize(std::uint64_t size) {
 
 }  // namespace
 
-void Initialize(std::uint64_t size, const std::string& path, const VorkaTablebases::SourceOpener& open) {
+void Initialize(VorkaTablebases::Tablebases& tablebases, std::uint64_t size, const std::string& path,
+                const VorkaTablebases::SourceOpener& open) {
     const std::int32_t cache = CacheSize(size);
     vlog << vocabulary::initializing_nalimov << path << "'\n";
-    VorkaTablebases::UseSource(nullptr);
+    tablebases.Use(nullptr);
     std::unique_ptr<VorkaTablebases::TableSource> source = open(path);
     if (!source) {
         vlog << vocabulary::could_not_initialize_tablebases << '\n';
@@ -66,7 +58,7 @@ void Initialize(std::uint64_t size, const std::string& path, const VorkaTablebas
         vlog << vocabulary::increase_the_cache_size << '\n';
         throw NalimovException(std::string(vocabulary::cache_size_too_small));
     }
-    VorkaTablebases::UseSource(std::move(source));
+    tablebases.Use(std::move(source));
 }
 
 std::unique_ptr<VorkaTablebases::TableSource> OpenNothing(const std::string& /*path*/) { return nullptr; }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "chess/board.h"
 #include "frame/base/vorka_exception.h"
@@ -44,18 +45,25 @@ class TableSource {
     [[nodiscard]] virtual bool UseCache(std::int32_t bytes) noexcept = 0;
 };
 
-/// Takes the tables into use, instead of those before. Null puts tablebases out of use.
-void UseSource(std::unique_ptr<TableSource> source) noexcept;
-
-/// Probes what is loaded. A position with a castling right or an en passant square is not looked up.
-[[nodiscard]] ProbeResult ProbeTablebases(const BOARD& board, int& score) noexcept;
-/// What went wrong in the last probe that found nothing.
-[[nodiscard]] SourceFailure LastFailure() noexcept;
-
 /// Whether a score of the tables is a loss that is 30 plies away or more.
 [[nodiscard]] bool IsLossFarAway(int score) noexcept;
-/// The same of a position; false for what is not found.
-[[nodiscard]] bool IsTablebaseLossFarAway(const BOARD& board) noexcept;
+
+/// The tables that an engine has in use; none at first.
+class Tablebases {
+  public:
+    /// Takes the tables into use, instead of those before. Null puts tablebases out of use.
+    void Use(std::unique_ptr<TableSource> source) noexcept { source_ = std::move(source); }
+
+    /// Probes what is loaded. A position with a castling right or an en passant square is not looked up.
+    [[nodiscard]] ProbeResult Probe(const BOARD& board, int& score) const noexcept;
+    /// What went wrong in the last probe that found nothing.
+    [[nodiscard]] SourceFailure LastFailure() const noexcept;
+    /// Whether a position is a loss that is 30 plies away or more; false for what is not found.
+    [[nodiscard]] bool IsLossFarAway(const BOARD& board) const noexcept;
+
+  private:
+    std::unique_ptr<TableSource> source_;
+};
 
 /// Opens the tables of a directory; null if there are none.
 using SourceOpener = std::function<std::unique_ptr<TableSource>(const std::string& path)>;
@@ -72,7 +80,8 @@ class NalimovException : public VorkaTablebases::TB_Exception {
 
 /// Opens the tables at `path` with `open` and takes them into use with a cache of `size` bytes, telling the log. Throws
 /// NalimovException with the reason; then no tablebases are in use.
-void Initialize(std::uint64_t size, const std::string& path, const VorkaTablebases::SourceOpener& open);
+void Initialize(VorkaTablebases::Tablebases& tablebases, std::uint64_t size, const std::string& path,
+                const VorkaTablebases::SourceOpener& open);
 
 /// Finds no tables anywhere: this build has no reader of the format.
 [[nodiscard]] std::unique_ptr<VorkaTablebases::TableSource> OpenNothing(const std::string& path);

@@ -63,7 +63,7 @@ void assert_evaluation_is_sound(const EVALUATION_CONTEXT& context, const BOARD& 
 /// Everything after the table of scores. Pawn facts are taken from their table; if they are not there the routine
 /// builds them, and a finished evaluation leaves them there.
 EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
-    context = {.settings = context.settings, .tables = context.tables};
+    context = {.settings = context.settings, .tables = context.tables, .bitbases = context.bitbases};
     const PAWN_HASH_ENTRY* const entry = context.tables->pawn.Probe(board.frame().pawn_key, position_type);
     if (entry != nullptr)
         restore_pawn_entry(*entry, context, board);
@@ -116,9 +116,10 @@ int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int positi
     return bisect([&](int bound) { return evaluate(context, board, bound, position_type); });
 }
 
-int evaluate_for_display(const BOARD& board, int personality, HashTables& tables) noexcept {
+int evaluate_for_display(const BOARD& board, int personality, HashTables& tables,
+                         const VorkaBitbases::Bitbases& bitbases) noexcept {
     const EVALUATION_SETTINGS settings{.draw_score = 0, .personality = static_cast<std::int16_t>(personality)};
-    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
+    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables, .bitbases = &bitbases};
     const int position_type = classify_position(board, no_position_type);
     if (position_type == pawnless) return evaluate_pawnless(board);
     // The one full answer settles all later questions, as the table of scores would: asked again farther away, the

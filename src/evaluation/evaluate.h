@@ -15,4 +15,5 @@
 
 /// The score with no contempt and the given personality, for the `eval` command. Of `tables`, that of the evaluation
 /// holds the scores of the search's own settings: it is neither read nor written.
-[[nodiscard]] int evaluate_for_display(const BOARD& board, int personality, HashTables& tables) noexcept;
+[[nodiscard]] int evaluate_for_display(const BOARD& board, int personality, HashTables& tables,
+                                       const VorkaBitbases::Bitbases& bitbases) noexcept;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "bitbases/bitbases.h"
 #include "evaluation/blend.h"
 #include "evaluation/endings/ending_walk.h"
 #include "evaluation/endings/scaling.h"
@@ -96,7 +97,7 @@ EVALUATION_TRACE trace_evaluation(const BOARD& board, int personality) {
     trace.position_type = classify_position(board, no_position_type);
     trace.material = board.frame().material_balance;
     HashTables tables;
-    trace.score = evaluate_for_display(board, personality, tables);
+    trace.score = evaluate_for_display(board, personality, tables, VorkaBitbases::Bitbases{});
     TRACED_CONTEXT context;
     context.settings = &settings;
     find_passed_pawns(context, board);

@@ -29,6 +29,7 @@ namespace {
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using VorkaTablebases::ProbeResult;
+using VorkaTablebases::Tablebases;
 
 /// A score that any two positions of the walks may differ in: -1, 0 or 1 times a mate far away.
 int MadeUpScore(const BOARD& board) {
@@ -56,14 +57,13 @@ std::string TextOfFailure(Action action) {
 
 class Generator : public testing::Test {
   protected:
-    ~Generator() override { VorkaBitbases::UnloadBitbases(); }
     std::string File(const std::string& name) const { return directory_.File(name); }
     /// What a verification writes, and the text that it fails with.
     template <class Verify>
-    std::string Verification(Verify verify) {
+    std::string Verification(Verify verify, const Tablebases& tablebases) {
         VorkaGenerator::DefaultVerificationHandler handler;
         testing::internal::CaptureStdout();
-        const std::string failure = TextOfFailure([&] { verify(handler); });
+        const std::string failure = TextOfFailure([&] { verify({bitbases_, tablebases}, handler); });
         vlog.Flush();
         return testing::internal::GetCapturedStdout() + failure;
     }
@@ -78,20 +78,22 @@ class Generator : public testing::Test {
     }
 
     TemporaryDirectory directory_;
+    VorkaBitbases::Bitbases bitbases_;
     LogCapture log_;
 };
 
 TEST_F(Generator, FailsWithoutTablesAndLeavesNoFile) {
     for (const auto generate : {VorkaGenerator::GenerateTwoPawnsBitbases, VorkaGenerator::GenerateRammedPawnBitbases}) {
-        const auto failure = [&] { return TextOfFailure([&] { generate(File("x")); }); };
-        EXPECT_EQ(failure(), "tablebases not loaded");
-        const TablesScope queued(Always(ProbeResult::queued));
-        EXPECT_EQ(failure(), "internal error: lookup queued");
+        const auto failure = [&](const Tablebases& tables) {
+            return TextOfFailure([&] { generate(tables, File("x")); });
+        };
+        EXPECT_EQ(failure({}), "tablebases not loaded");
+        EXPECT_EQ(failure(TablebasesOf(Always(ProbeResult::queued))), "internal error: lookup queued");
     }
-    const TablesScope unknown(Always(ProbeResult::not_found));
-    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("x")); }),
+    const Tablebases unknown = TablebasesOf(Always(ProbeResult::not_found));
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(unknown, File("x")); }),
               "endgame king+pawn vs king+pawn not available");
-    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateRammedPawnBitbases(File("x")); }),
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateRammedPawnBitbases(unknown, File("x")); }),
               "endgame king+pawn+pawn vs king+pawn not available");
     EXPECT_FALSE(std::filesystem::exists(File("x")));
 }
@@ -100,11 +102,11 @@ TEST_F(Generator, TablesMustKnowBothSidesToMoveBeforeAFileIsTouched) {
     for (const Colour known : {white, black}) {
         for (const auto& [unknown, text] : {std::pair{ProbeResult::queued, "internal error: lookup queued"},
                                             std::pair{ProbeResult::disabled, "tablebases not loaded"}}) {
-            const TablesScope tables([known = known, unknown = unknown](const BOARD& board, int& score) {
+            const Tablebases tables = TablebasesOf([known = known, unknown = unknown](const BOARD& board, int& score) {
                 return board.side_to_move == known ? MadeUp(board, score) : unknown;
             });
-            EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("two")); }), text);
-            EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateRammedPawnBitbases(File("ram")); }), text);
+            EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(tables, File("two")); }), text);
+            EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateRammedPawnBitbases(tables, File("ram")); }), text);
         }
         EXPECT_TRUE(std::filesystem::is_empty(directory_.path()))
             << "known with " << (known == white ? "white" : "black");
@@ -115,12 +117,12 @@ TEST_F(Generator, TablesMustKnowBothSidesToMoveBeforeAFileIsTouched) {
 template <class Generate>
 std::vector<std::string> AskedBeforeTheFile(Generate generate, const std::string& path) {
     std::vector<std::string> asked;
-    const TablesScope tables([&](const BOARD& board, int& score) {
+    const Tablebases tables = TablebasesOf([&](const BOARD& board, int& score) {
         if (std::filesystem::exists(path)) return ProbeResult::not_found;
         asked.push_back(FenOf(board));
         return MadeUp(board, score);
     });
-    EXPECT_NE(TextOfFailure([&] { generate(path); }), "");
+    EXPECT_NE(TextOfFailure([&] { generate(tables, path); }), "");
     return asked;
 }
 
@@ -143,9 +145,9 @@ TEST_F(Generator, TablesThatFailAreToldFromTablesThatAreNotThere) {
     for (const auto& [failure, text] :
          {std::pair{VorkaTablebases::SourceFailure::corrupted, "Tablebase corruption detected"},
           std::pair{VorkaTablebases::SourceFailure::unreadable, "IO error"}}) {
-        const TablesScope tables(Always(ProbeResult::not_found), failure);
-        EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("x")); }), text);
-        EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+        const Tablebases tables = TablebasesOf(Always(ProbeResult::not_found), failure);
+        EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(tables, File("x")); }), text);
+        EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases, tables),
                   std::string("Verifying bitbase 'single_pawn'...") + text);
     }
 }
@@ -153,9 +155,9 @@ TEST_F(Generator, TablesThatFailAreToldFromTablesThatAreNotThere) {
 // --- Files that can't be finished ---
 
 TEST_F(Generator, AFileThatCantBeWrittenIsAFailure) {
-    const TablesScope tables(MadeUp);
+    const Tablebases tables = TablebasesOf(MadeUp);
     for (const std::string& path : {File("no/x"), std::string("/proc/x")}) {
-        EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(path); }),
+        EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(tables, path); }),
                   "Could not open file '" + path + "'");
     }
 }
@@ -174,9 +176,9 @@ int GenerateInMount(const std::string& directory, unsigned long flags, const cha
     const pid_t child = fork();
     if (child == 0) {
         if (!MountAt(directory, flags, options)) _exit(not_allowed);
-        const TablesScope tables(MadeUp);
+        const Tablebases tables = TablebasesOf(MadeUp);
         const std::string path = directory + "/x";
-        const std::string text = TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(path); });
+        const std::string text = TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(tables, path); });
         _exit(text == "Could not open file '" + path + "'" ? refused : something_else);
     }
     int status = 0;
@@ -197,10 +199,10 @@ TEST_F(Generator, AReadOnlyFolderIsAFailure) {
 
 TEST_F(Generator, AFailureOnTheWayLeavesTheFileAsItStands) {
     int probes = 0;
-    const TablesScope tables([&](const BOARD& board, int& score) {
+    const Tablebases tables = TablebasesOf([&](const BOARD& board, int& score) {
         return ++probes > 1000 ? ProbeResult::not_found : MadeUp(board, score);
     });
-    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(File("x")); }),
+    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::GenerateTwoPawnsBitbases(tables, File("x")); }),
               "endgame king+pawn vs king+pawn not available");
     const std::string text = TextOf(File("x"));
     ASSERT_EQ(text.size(), VorkaBitbases::two_pawns_size);
@@ -210,11 +212,11 @@ TEST_F(Generator, AFailureOnTheWayLeavesTheFileAsItStands) {
 
 TEST_F(Generator, AKilledGenerationLeavesTheFileAsItStands) {
     int probes = 0;
-    const TablesScope tables([&](const BOARD& board, int& score) {
+    const Tablebases tables = TablebasesOf([&](const BOARD& board, int& score) {
         if (++probes > 1000) raise(SIGKILL);
         return MadeUp(board, score);
     });
-    EXPECT_EXIT(VorkaGenerator::GenerateTwoPawnsBitbases(File("x")), testing::KilledBySignal(SIGKILL), "");
+    EXPECT_EXIT(VorkaGenerator::GenerateTwoPawnsBitbases(tables, File("x")), testing::KilledBySignal(SIGKILL), "");
     EXPECT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::two_pawns_size);
 }
 
@@ -251,25 +253,27 @@ constexpr std::string_view blocked_c4_with_g4 =
     "side on move: black; en-passant square: none\n";
 
 TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
-    const TablesScope tables(MadeUp);
-    VorkaGenerator::GenerateTwoPawnsBitbases(File("x"));
+    const Tablebases tables = TablebasesOf(MadeUp);
+    VorkaGenerator::GenerateTwoPawnsBitbases(tables, File("x"));
     ASSERT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::two_pawns_size);
-    VorkaBitbases::LoadTwoPawnsBitbases(File("x"));
+    bitbases_.LoadTwoPawns(File("x"));
     const BOARD board = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
     const int wanted = MadeUpScore(board);
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawns(board) > 0, wanted > 0);
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawns(board) < 0, wanted < 0);
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e2, b4, g6), 0) << "no legal position";
-    EXPECT_THAT(Verification(VorkaGenerator::VerifyTwoPawnsBitbases),
+    EXPECT_EQ(bitbases_.ProbeTwoPawns(board) > 0, wanted > 0);
+    EXPECT_EQ(bitbases_.ProbeTwoPawns(board) < 0, wanted < 0);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e2, b4, g6), 0) << "no legal position";
+    EXPECT_THAT(Verification(VorkaGenerator::VerifyTwoPawnsBitbases, tables),
                 MatchesRegex("Verifying bitbase 'two_pawns'...passed \\([0-9]+ positions\\)\n"));
 
     Flip(File("x"), VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8));
-    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases),
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases, tables),
               "Verifying bitbase 'two_pawns'...Error in two_pawns bitbase.\nPosition reports wrong result.\n" +
                   std::string(b4_against_g6) + "failed\n");
     VorkaGenerator::SilentVerificationHandler silent;
     testing::internal::CaptureStdout();
-    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::VerifyTwoPawnsBitbases(silent); }),
+    EXPECT_EQ(TextOfFailure([&] {
+                  VorkaGenerator::VerifyTwoPawnsBitbases({bitbases_, tables}, silent);
+              }),
               "Verification failed (reason: invalid result):\n");
     vlog.Flush();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Corrupted position found:\n" + std::string(b4_against_g6))
@@ -277,27 +281,27 @@ TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
 }
 
 TEST_F(Generator, RammedPawnsAreCopiedAndVerified) {
-    const TablesScope tables(MadeUp);
-    VorkaGenerator::GenerateRammedPawnBitbases(File("x"));
+    const Tablebases tables = TablebasesOf(MadeUp);
+    VorkaGenerator::GenerateRammedPawnBitbases(tables, File("x"));
     ASSERT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::rammed_pawn_size);
     Flip(File("x"), VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1));
-    VorkaBitbases::LoadRammedPawnBitbases(File("x"));
+    bitbases_.LoadRammedPawns(File("x"));
     // With White's pawn giving check only Black can be on move.
     for (const char* const fen : {"8/8/2k5/1P1p4/3P4/8/8/4K3 b - - 0 1", "8/8/k7/1P1p4/3P4/8/8/5K2 b - - 0 1",
                                   "8/8/2k5/1P1p4/3P4/8/8/6K1 b - - 0 1"}) {
         const BOARD board = BoardFromFen(fen);
-        const int probed = VorkaBitbases::ProbeRammedPawns(board);
+        const int probed = bitbases_.ProbeRammedPawns(board);
         const int wanted = MadeUpScore(board);
         EXPECT_EQ((probed > 0) - (probed < 0), (wanted > 0) - (wanted < 0)) << fen;
     }
-    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases),
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases, tables),
               "Verifying bitbase 'rammed_pawn'...Error in rammed_pawn bitbase.\nPosition reports wrong result.\n" +
                   std::string(blocked_c4_with_g4) + "failed\n")
         << "one bit, one position";
 }
 
 TEST_F(Generator, TheBuiltInTableIsVerified) {
-    const TablesScope tables([](const BOARD& board, int& score) {
+    const Tablebases tables = TablebasesOf([](const BOARD& board, int& score) {
         const Colour strong = board.side(white).pawns != 0 ? white : black;
         const bool wins = VorkaBitbases::IsSinglePawnWin(static_cast<Colour>(board.side_to_move), strong,
                                                          FindLowestBit(board.side(strong).pawns),
@@ -305,45 +309,49 @@ TEST_F(Generator, TheBuiltInTableIsVerified) {
         score = !wins ? 0 : board.side_to_move == strong ? 32700 : -32700;
         return ProbeResult::found;
     });
-    EXPECT_THAT(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+    EXPECT_THAT(Verification(VorkaGenerator::VerifySinglePawnBitbases, tables),
                 MatchesRegex("Verifying bitbase 'single_pawn'...passed \\([0-9]+ positions\\)\n"));
 }
 
 TEST_F(Generator, AMissingFileIsSkippedAndMissingTablesEndIt) {
-    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases), "Verifying bitbase 'two_pawns'...skipped\n");
-    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases), "Verifying bitbase 'rammed_pawn'...skipped\n");
-    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+    const Tablebases none;
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases, none), "Verifying bitbase 'two_pawns'...skipped\n");
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases, none),
+              "Verifying bitbase 'rammed_pawn'...skipped\n");
+    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases, none),
               "Verifying bitbase 'single_pawn'...tablebases not loaded");
-    const TablesScope unknown(Always(ProbeResult::not_found));
-    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+    const Tablebases unknown = TablebasesOf(Always(ProbeResult::not_found));
+    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases, unknown),
               "Verifying bitbase 'single_pawn'...endgame king+pawn vs king not available");
-    const TablesScope queued(Always(ProbeResult::queued));
-    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases),
+    const Tablebases queued = TablebasesOf(Always(ProbeResult::queued));
+    EXPECT_EQ(Verification(VorkaGenerator::VerifySinglePawnBitbases, queued),
               "Verifying bitbase 'single_pawn'...Internal error: lookup queued");
 }
 
 TEST_F(Generator, TablesThatLackAClassEndItsVerification) {
-    const BitbasesScope bitbases;
-    bitbases.LoadTwoPawns();
-    bitbases.LoadRammedPawn();
-    const TablesScope unknown(Always(ProbeResult::not_found));
-    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases),
+    const BitbaseFiles files;
+    files.LoadTwoPawns(bitbases_);
+    files.LoadRammedPawn(bitbases_);
+    const Tablebases unknown = TablebasesOf(Always(ProbeResult::not_found));
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases, unknown),
               "Verifying bitbase 'two_pawns'...endgame king+pawn vs king+pawn not available");
-    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases),
+    EXPECT_EQ(Verification(VorkaGenerator::VerifyRammedPawnBitbases, unknown),
               "Verifying bitbase 'rammed_pawn'...endgame king+pawn+pawn vs king+pawn not available");
 }
 
 TEST_F(Generator, ABitbaseThatGoesAwayKnowsNothing) {
-    const BitbasesScope bitbases;
-    bitbases.LoadTwoPawns();
-    const TablesScope tables([](const BOARD& /*board*/, int& score) {
-        VorkaBitbases::UnloadBitbases();
+    const BitbaseFiles files;
+    files.LoadTwoPawns(bitbases_);
+    const Tablebases tables = TablebasesOf([this](const BOARD& /*board*/, int& score) {
+        bitbases_ = {};
         score = 0;
         return ProbeResult::found;
     });
     VorkaGenerator::SilentVerificationHandler silent;
     testing::internal::CaptureStdout();
-    EXPECT_EQ(TextOfFailure([&] { VorkaGenerator::VerifyTwoPawnsBitbases(silent); }),
+    EXPECT_EQ(TextOfFailure([&] {
+                  VorkaGenerator::VerifyTwoPawnsBitbases({bitbases_, tables}, silent);
+              }),
               "Verification failed (reason: position not found):\n");
     vlog.Flush();
     EXPECT_THAT(testing::internal::GetCapturedStdout(), testing::StartsWith("Corrupted position found:\n"));

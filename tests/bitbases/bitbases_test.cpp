@@ -27,9 +27,9 @@ using VorkaBitbases::HelperFunctions::CompactAntiMirroredSquare;
 
 class Bitbases : public testing::Test {
   protected:
-    ~Bitbases() override { VorkaBitbases::UnloadBitbases(); }
     std::string File(const std::string& name) const { return directory_.File(name); }
     TemporaryDirectory directory_;
+    VorkaBitbases::Bitbases bitbases_;
 };
 
 TEST(CompactSquares, NumberTheLeftHalf) {
@@ -87,12 +87,12 @@ class TwoPawns : public Bitbases, public testing::WithParamInterface<TwoPawnsRow
 TEST_P(TwoPawns, AreReadInTheViewOfTheSideToMove) {
     const TwoPawnsRow& row = GetParam();
     SyntheticFile(VorkaBitbases::two_pawns_size).Set(row.cell, row.value).Write(File("x"));
-    VorkaBitbases::LoadTwoPawnsBitbases(File("x"));
-    EXPECT_TRUE(VorkaBitbases::TwoPawnsLoaded());
-    EXPECT_FALSE(VorkaBitbases::RammedPawnsLoaded());
+    bitbases_.LoadTwoPawns(File("x"));
+    EXPECT_TRUE(bitbases_.TwoPawnsLoaded());
+    EXPECT_FALSE(bitbases_.RammedPawnsLoaded());
     const BOARD board = BoardFromFen(std::string(row.fen));
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawns(board), row.score);
-    EXPECT_EQ(VorkaBitbases::ProbeBitbases(board), row.score);
+    EXPECT_EQ(bitbases_.ProbeTwoPawns(board), row.score);
+    EXPECT_EQ(bitbases_.Probe(board), row.score);
 }
 
 // clang-format off
@@ -111,10 +111,10 @@ TEST_F(Bitbases, RawResultsNeedNoPosition) {
         .Set(VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), 3)
         .Set(VorkaBitbases::TwoPawnsCell(b3, g5, d1, d8), 1)
         .Write(File("x"));
-    VorkaBitbases::LoadTwoPawnsBitbases(File("x"));
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 3);
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(black, e1, e8, b4, g6), 1);
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e7, b4, g6), 0);
+    bitbases_.LoadTwoPawns(File("x"));
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 3);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(black, e1, e8, b4, g6), 1);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e7, b4, g6), 0);
 }
 
 // --- Rammed pawns ---
@@ -124,10 +124,10 @@ class RammedPawns : public Bitbases, public testing::WithParamInterface<TwoPawns
 TEST_P(RammedPawns, AreReadInTheViewOfTheSideWithTwo) {
     const TwoPawnsRow& row = GetParam();
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(row.cell, row.value).Write(File("x"));
-    VorkaBitbases::LoadRammedPawnBitbases(File("x"));
+    bitbases_.LoadRammedPawns(File("x"));
     const BOARD board = BoardFromFen(std::string(row.fen));
-    EXPECT_EQ(VorkaBitbases::ProbeRammedPawns(board), row.score);
-    EXPECT_EQ(VorkaBitbases::ProbeBitbases(board), row.score);
+    EXPECT_EQ(bitbases_.ProbeRammedPawns(board), row.score);
+    EXPECT_EQ(bitbases_.Probe(board), row.score);
 }
 
 // clang-format off
@@ -208,19 +208,19 @@ TEST_F(Bitbases, ATurnedBoardHasTheSameScore) {
     };
     write_random(File("two"), VorkaBitbases::two_pawns_size);
     write_random(File("ram"), VorkaBitbases::rammed_pawn_size);
-    VorkaBitbases::LoadTwoPawnsBitbases(File("two"));
-    VorkaBitbases::LoadRammedPawnBitbases(File("ram"));
+    bitbases_.LoadTwoPawns(File("two"));
+    bitbases_.LoadRammedPawns(File("ram"));
     std::set<int> scores;
     for (int positions = 0; positions < 4000;) {
         const std::optional<BOARD> board = RandomPosition(random, positions % 2 == 0);
         if (!board) continue;
         ++positions;
-        const std::optional<int> score = VorkaBitbases::ProbeBitbases(*board);
+        const std::optional<int> score = bitbases_.Probe(*board);
         ASSERT_TRUE(score) << FenOf(*board);
         scores.insert(*score);
         for (const int turn : {7, 56, 63}) {
             const BOARD turned = Turned(*board, turn);
-            ASSERT_EQ(VorkaBitbases::ProbeBitbases(turned), score) << FenOf(*board) << " turned " << FenOf(turned);
+            ASSERT_EQ(bitbases_.Probe(turned), score) << FenOf(*board) << " turned " << FenOf(turned);
         }
     }
     EXPECT_EQ(scores.size(), 13U + 14U) << "draws, six ranks of either side, seven distances of either side";
@@ -228,10 +228,10 @@ TEST_F(Bitbases, ATurnedBoardHasTheSameScore) {
 
 TEST_F(Bitbases, OtherPositionsAreNotLookedUp) {
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(File("ram"));
-    VorkaBitbases::LoadRammedPawnBitbases(File("ram"));
+    bitbases_.LoadRammedPawns(File("ram"));
     SyntheticFile(VorkaBitbases::two_pawns_size).Write(File("two"));
-    VorkaBitbases::LoadTwoPawnsBitbases(File("two"));
-    const auto known = [](const std::string& fen) { return VorkaBitbases::ProbeBitbases(BoardFromFen(fen)); };
+    bitbases_.LoadTwoPawns(File("two"));
+    const auto known = [this](const std::string& fen) { return bitbases_.Probe(BoardFromFen(fen)); };
     EXPECT_EQ(known("4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1"), 0);
     EXPECT_EQ(known("4k3/8/8/2p5/8/2P3P1/8/4K3 w - - 0 1"), std::nullopt) << "no ram";
     EXPECT_EQ(known("4k3/8/8/8/2p3Pp/2P5/8/4K3 b - g3 0 1"), std::nullopt) << "four pawns";
@@ -248,28 +248,28 @@ TEST_F(Bitbases, FilesOfAnotherSizeAreRefused) {
     const std::string path = File("x");
     SyntheticFile(VorkaBitbases::two_pawns_size - 1).Write(path);
     try {
-        VorkaBitbases::LoadTwoPawnsBitbases(path);
+        bitbases_.LoadTwoPawns(path);
         FAIL();
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
         EXPECT_EQ(error.what(), "Could not open file '" + path + "'");
     }
-    EXPECT_FALSE(VorkaBitbases::TwoPawnsLoaded());
-    EXPECT_THROW(VorkaBitbases::LoadRammedPawnBitbases(path), VorkaBitbases::CouldNotOpenFileException);
-    EXPECT_THROW(VorkaBitbases::LoadTwoPawnsBitbases(File("nothing")), VorkaBitbases::CouldNotOpenFileException);
+    EXPECT_FALSE(bitbases_.TwoPawnsLoaded());
+    EXPECT_THROW(bitbases_.LoadRammedPawns(path), VorkaBitbases::CouldNotOpenFileException);
+    EXPECT_THROW(bitbases_.LoadTwoPawns(File("nothing")), VorkaBitbases::CouldNotOpenFileException);
     std::filesystem::create_directory(File("folder"));
-    EXPECT_THROW(VorkaBitbases::LoadTwoPawnsBitbases(File("folder")), VorkaBitbases::CouldNotOpenFileException);
+    EXPECT_THROW(bitbases_.LoadTwoPawns(File("folder")), VorkaBitbases::CouldNotOpenFileException);
 }
 
 TEST_F(Bitbases, ASecondFileReplacesTheFirst) {
     const Cell cell = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
     SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, 3).Write(File("one"));
     SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, 1).Write(File("two"));
-    VorkaBitbases::LoadTwoPawnsBitbases(File("one"));
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 3);
-    VorkaBitbases::LoadTwoPawnsBitbases(File("two"));
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 1);
-    EXPECT_THROW(VorkaBitbases::LoadTwoPawnsBitbases(File("none")), VorkaBitbases::CouldNotOpenFileException);
-    EXPECT_EQ(VorkaBitbases::ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 1) << "the old file is still in use";
+    bitbases_.LoadTwoPawns(File("one"));
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 3);
+    bitbases_.LoadTwoPawns(File("two"));
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 1);
+    EXPECT_THROW(bitbases_.LoadTwoPawns(File("none")), VorkaBitbases::CouldNotOpenFileException);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 1) << "the old file is still in use";
 }
 
 // --- The folder of the program ---
@@ -310,7 +310,7 @@ TemporaryDirectory* InitBitbases::folder_ = nullptr;
 TEST_F(InitBitbases, TellsTheLogAndNotTheScreen) {
     const std::string folder = folder_->path();
     testing::internal::CaptureStdout();
-    VorkaBitbases::InitBitbases();
+    bitbases_.Init();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     const std::string head = "Loading bitbases (executables directory='" + folder + "'):\n";
     const std::string none = head + "- two pawns bitbases not found ('" + folder + "/kp_kp.vbb')\n" +
@@ -320,22 +320,22 @@ TEST_F(InitBitbases, TellsTheLogAndNotTheScreen) {
 
     SyntheticFile(VorkaBitbases::two_pawns_size).Write(two_pawns_);
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(rammed_pawn_);
-    VorkaBitbases::InitBitbases();
+    bitbases_.Init();
     const std::string found =
         head + "- two pawns bitbases found\n- rammed pawn bitbases found\n- generic bitbases disabled\n";
     EXPECT_EQ(log_.text(), none + found);
-    EXPECT_TRUE(VorkaBitbases::TwoPawnsLoaded());
-    EXPECT_TRUE(VorkaBitbases::RammedPawnsLoaded());
+    EXPECT_TRUE(bitbases_.TwoPawnsLoaded());
+    EXPECT_TRUE(bitbases_.RammedPawnsLoaded());
 
-    VorkaBitbases::UnloadBitbases();
+    bitbases_ = {};
     SyntheticFile(VorkaBitbases::two_pawns_size - 1).Write(two_pawns_);
     SyntheticFile(VorkaBitbases::rammed_pawn_size + 1).Write(rammed_pawn_);
-    VorkaBitbases::InitBitbases();
+    bitbases_.Init();
     EXPECT_EQ(log_.text(), none + found + head +
                                "Warning: Failed to open two pawns bitbases.\n"
                                "Warning: Failed to open rammed pawn bitbases\n- generic bitbases disabled\n");
-    EXPECT_FALSE(VorkaBitbases::TwoPawnsLoaded());
-    EXPECT_FALSE(VorkaBitbases::RammedPawnsLoaded());
+    EXPECT_FALSE(bitbases_.TwoPawnsLoaded());
+    EXPECT_FALSE(bitbases_.RammedPawnsLoaded());
 }
 
 TEST_F(InitBitbases, ANewFileIsUsedAndTheOldOneReleased) {
@@ -345,20 +345,20 @@ TEST_F(InitBitbases, ANewFileIsUsedAndTheOldOneReleased) {
     const BOARD rammed_pawn = BoardFromFen("4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1");
     SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 3).Write(two_pawns_);
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, 3).Write(rammed_pawn_);
-    VorkaBitbases::InitBitbases();
-    EXPECT_GT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0);
-    EXPECT_GT(VorkaBitbases::ProbeRammedPawns(rammed_pawn), 0);
+    bitbases_.Init();
+    EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0);
+    EXPECT_GT(bitbases_.ProbeRammedPawns(rammed_pawn), 0);
     EXPECT_EQ(MappingsOf(two_pawns_), 1);
     EXPECT_EQ(MappingsOf(rammed_pawn_), 1);
 
     Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 1));
     Replace(rammed_pawn_, SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, 1));
-    EXPECT_GT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0) << "not before the files are looked for again";
+    EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0) << "not before the files are looked for again";
     EXPECT_EQ(MappingsOf(two_pawns_ + " (deleted)"), 1);
     EXPECT_EQ(MappingsOf(rammed_pawn_ + " (deleted)"), 1);
-    VorkaBitbases::InitBitbases();
-    EXPECT_LT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0);
-    EXPECT_LT(VorkaBitbases::ProbeRammedPawns(rammed_pawn), 0);
+    bitbases_.Init();
+    EXPECT_LT(bitbases_.ProbeTwoPawns(two_pawns), 0);
+    EXPECT_LT(bitbases_.ProbeRammedPawns(rammed_pawn), 0);
     for (const std::string& path : {two_pawns_, rammed_pawn_}) {
         EXPECT_EQ(MappingsOf(path), 1) << path;
         EXPECT_EQ(MappingsOf(path + " (deleted)"), 0) << path;
@@ -369,17 +369,17 @@ TEST_F(InitBitbases, AFileThatCantBeUsedLeavesTheOneInUse) {
     const Cell two = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
     const BOARD two_pawns = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
     SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 3).Write(two_pawns_);
-    VorkaBitbases::InitBitbases();
+    bitbases_.Init();
     Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size - 1));
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(rammed_pawn_);
-    VorkaBitbases::InitBitbases();
+    bitbases_.Init();
     EXPECT_THAT(log_.text(), testing::EndsWith("Warning: Failed to open two pawns bitbases.\n"
                                                "- rammed pawn bitbases found\n- generic bitbases disabled\n"));
-    ASSERT_TRUE(VorkaBitbases::TwoPawnsLoaded());
-    EXPECT_GT(VorkaBitbases::ProbeTwoPawns(two_pawns), 0);
+    ASSERT_TRUE(bitbases_.TwoPawnsLoaded());
+    EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0);
     EXPECT_EQ(MappingsOf(two_pawns_), 0) << "the file that was refused";
     EXPECT_EQ(MappingsOf(two_pawns_ + " (deleted)"), 1);
-    EXPECT_TRUE(VorkaBitbases::RammedPawnsLoaded()) << "the other file is looked for all the same";
+    EXPECT_TRUE(bitbases_.RammedPawnsLoaded()) << "the other file is looked for all the same";
 }
 
 }  // namespace

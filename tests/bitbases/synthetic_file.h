@@ -26,21 +26,18 @@ class SyntheticFile {
     std::vector<char> bytes_;
 };
 
-/// Bitbase files for a scope. All is drawn in them but for one position.
-class BitbasesScope {
+/// Makes up bitbase files. All is drawn in them but for one position.
+class BitbaseFiles {
   public:
-    BitbasesScope() = default;
-    ~BitbasesScope() { VorkaBitbases::UnloadBitbases(); }
-    BitbasesScope(const BitbasesScope&) = delete;
-    BitbasesScope& operator=(const BitbasesScope&) = delete;
-
-    void LoadTwoPawns(const VorkaBitbases::Cell& cell = {}, int value = VorkaBitbases::stored_draw) const {
+    void LoadTwoPawns(VorkaBitbases::Bitbases& bitbases, const VorkaBitbases::Cell& cell = {},
+                      int value = VorkaBitbases::stored_draw) const {
         SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, value).Write(directory_.File("two"));
-        VorkaBitbases::LoadTwoPawnsBitbases(directory_.File("two"));
+        bitbases.LoadTwoPawns(directory_.File("two"));
     }
-    void LoadRammedPawn(const VorkaBitbases::Cell& cell = {}, int value = VorkaBitbases::stored_draw) const {
+    void LoadRammedPawn(VorkaBitbases::Bitbases& bitbases, const VorkaBitbases::Cell& cell = {},
+                        int value = VorkaBitbases::stored_draw) const {
         SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(cell, value).Write(directory_.File("ram"));
-        VorkaBitbases::LoadRammedPawnBitbases(directory_.File("ram"));
+        bitbases.LoadRammedPawns(directory_.File("ram"));
     }
 
   private:

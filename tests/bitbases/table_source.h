@@ -25,19 +25,15 @@ class FakeTables : public VorkaTablebases::TableSource {
     std::int32_t smallest_cache_;
 };
 
-/// Tables in use for a scope.
-class TablesScope {
-  public:
-    explicit TablesScope(FakeTables::Answer answer,
-                         VorkaTablebases::SourceFailure failure = VorkaTablebases::SourceFailure::none) {
-        auto tables = std::make_unique<FakeTables>(std::move(answer));
-        tables->failure = failure;
-        VorkaTablebases::UseSource(std::move(tables));
-    }
-    ~TablesScope() { VorkaTablebases::UseSource(nullptr); }
-    TablesScope(const TablesScope&) = delete;
-    TablesScope& operator=(const TablesScope&) = delete;
-};
+/// Tablebases with such tables.
+inline VorkaTablebases::Tablebases TablebasesOf(
+    FakeTables::Answer answer, VorkaTablebases::SourceFailure failure = VorkaTablebases::SourceFailure::none) {
+    auto tables = std::make_unique<FakeTables>(std::move(answer));
+    tables->failure = failure;
+    VorkaTablebases::Tablebases tablebases;
+    tablebases.Use(std::move(tables));
+    return tablebases;
+}
 
 /// Tables that know one score for everything, or have one answer.
 inline FakeTables::Answer Always(VorkaTablebases::ProbeResult result, int score = 0) {

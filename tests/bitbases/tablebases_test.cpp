@@ -14,37 +14,37 @@ namespace {
 using NalimovTablebases::NalimovException;
 using testing::HasSubstr;
 using VorkaTablebases::ProbeResult;
-using VorkaTablebases::ProbeTablebases;
 
 const std::string rook_ending = "4k3/8/8/8/8/8/8/4K2R w - - 0 1";
 
 TEST(Tablebases, AnswerZeroBeforeTheyAreLoaded) {
+    const VorkaTablebases::Tablebases tables;
     int score = 7;
-    EXPECT_EQ(ProbeTablebases(BoardFromFen(rook_ending), score), ProbeResult::disabled);
+    EXPECT_EQ(tables.Probe(BoardFromFen(rook_ending), score), ProbeResult::disabled);
     EXPECT_EQ(score, 7);
-    EXPECT_FALSE(VorkaTablebases::IsTablebaseLossFarAway(BoardFromFen(rook_ending)));
+    EXPECT_FALSE(tables.IsLossFarAway(BoardFromFen(rook_ending)));
 }
 
 TEST(Tablebases, NeverSeeCastlingOrEnPassant) {
-    const TablesScope tables(Always(ProbeResult::found, 32740));
+    const VorkaTablebases::Tablebases tables = TablebasesOf(Always(ProbeResult::found, 32740));
     int score = 0;
-    EXPECT_EQ(ProbeTablebases(BoardFromFen(rook_ending), score), ProbeResult::found);
+    EXPECT_EQ(tables.Probe(BoardFromFen(rook_ending), score), ProbeResult::found);
     EXPECT_EQ(score, 32740);
-    EXPECT_EQ(ProbeTablebases(BoardFromFen("4k3/8/8/8/8/8/8/4K2R w K - 0 1"), score), ProbeResult::not_found);
-    EXPECT_EQ(ProbeTablebases(BoardFromFen("4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"), score), ProbeResult::not_found);
+    EXPECT_EQ(tables.Probe(BoardFromFen("4k3/8/8/8/8/8/8/4K2R w K - 0 1"), score), ProbeResult::not_found);
+    EXPECT_EQ(tables.Probe(BoardFromFen("4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"), score), ProbeResult::not_found);
 }
 
 TEST(Tablebases, ALossIsFarAwayFromThirtyPliesOn) {
     const auto far_away = [](int score) {
-        const TablesScope tables(Always(ProbeResult::found, score));
-        return VorkaTablebases::IsTablebaseLossFarAway(BoardFromFen(rook_ending));
+        const VorkaTablebases::Tablebases tables = TablebasesOf(Always(ProbeResult::found, score));
+        return tables.IsLossFarAway(BoardFromFen(rook_ending));
     };
     EXPECT_TRUE(far_away(-(32767 - 30)));
     EXPECT_FALSE(far_away(-(32767 - 29)));
     EXPECT_FALSE(far_away(32767 - 40));
     EXPECT_FALSE(far_away(0));
-    const TablesScope tables(Always(ProbeResult::not_found, -32000));
-    EXPECT_FALSE(VorkaTablebases::IsTablebaseLossFarAway(BoardFromFen(rook_ending)));
+    const VorkaTablebases::Tablebases tables = TablebasesOf(Always(ProbeResult::not_found, -32000));
+    EXPECT_FALSE(tables.IsLossFarAway(BoardFromFen(rook_ending)));
 }
 
 /// Opens tables that need a cache of so many bytes.
@@ -57,19 +57,19 @@ VorkaTablebases::SourceOpener Opening(std::int32_t smallest_cache) {
 
 class Initialising : public testing::Test {
   protected:
-    ~Initialising() override { VorkaTablebases::UseSource(nullptr); }
-    static bool IsLoaded() {
+    bool IsLoaded() const {
         int score = 0;
-        return ProbeTablebases(BoardFromFen(rook_ending), score) != ProbeResult::disabled;
+        return tablebases_.Probe(BoardFromFen(rook_ending), score) != ProbeResult::disabled;
     }
-    static std::string Failure(std::uint64_t size, const std::string& path, std::int32_t smallest_cache) {
+    std::string Failure(std::uint64_t size, const std::string& path, std::int32_t smallest_cache) {
         try {
-            NalimovTablebases::Initialize(size, path, Opening(smallest_cache));
+            NalimovTablebases::Initialize(tablebases_, size, path, Opening(smallest_cache));
         } catch (const NalimovException& error) {
             return error.what();
         }
         return "";
     }
+    VorkaTablebases::Tablebases tablebases_;
     LogCapture log_;
 };
 
@@ -84,7 +84,8 @@ TEST_F(Initialising, FindsNoTables) {
     EXPECT_EQ(Failure(8 << 20, "there", 0), "Could not open tablebases. Is the path correct?");
     EXPECT_FALSE(IsLoaded());
     EXPECT_THAT(log_.text(), HasSubstr("Error! Could not initialize tablebases!\nIs the path correct?\n"));
-    EXPECT_THROW(NalimovTablebases::Initialize(0, "here", NalimovTablebases::OpenNothing), NalimovException);
+    EXPECT_THROW(NalimovTablebases::Initialize(tablebases_, 0, "here", NalimovTablebases::OpenNothing),
+                 NalimovException);
 }
 
 TEST_F(Initialising, NeedsEnoughCacheOrNone) {

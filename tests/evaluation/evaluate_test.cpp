@@ -1,4 +1,5 @@
 #include "evaluation/evaluate.h"
+#include "bitbases/bitbases.h"
 
 #include <gtest/gtest.h>
 
@@ -288,11 +289,14 @@ TEST(Evaluate, PersonalityChoosesBetweenTheTwoValues) {
 
 // --- Display ---
 
+const VorkaBitbases::Bitbases no_bitbases;
+
 TEST(Evaluate, DisplayedScoreIsTheExactOneWithoutContempt) {
     for (const std::string_view fen : positions) {
         for (const int personality : {0, 7, 1000, -1000}) {
             EvaluationBuilder position(fen, {.personality = static_cast<std::int16_t>(personality)});
-            EXPECT_EQ(evaluate_for_display(position.board, personality, position.tables), position.Score()) << fen;
+            EXPECT_EQ(evaluate_for_display(position.board, personality, position.tables, no_bitbases), position.Score())
+                << fen;
         }
     }
 }
@@ -301,7 +305,7 @@ TEST(Evaluate, DisplayedScoreIsNotBentByLazyAnswers) {
     // Its terms add more than the lazy margin: once the score is known, questions from far away must not answer anew.
     EvaluationBuilder position("r2qr1k1/1p3ppp/2n2n2/p2ppbN1/N3p3/1P2P3/P1PP1PPP/R1BQKB1R w KQ a6 0 1");
     EXPECT_EQ(position.FullScore(), 246);
-    EXPECT_EQ(evaluate_for_display(position.board, 0, position.tables), 246);
+    EXPECT_EQ(evaluate_for_display(position.board, 0, position.tables, no_bitbases), 246);
 }
 
 TEST(Evaluate, DisplayLeavesTheScoresOfTheSearchAlone) {
@@ -309,7 +313,7 @@ TEST(Evaluate, DisplayLeavesTheScoresOfTheSearchAlone) {
     const int score = position.Score();
     const auto entries = Entries(position);
     const auto probes = position.tables.evaluation.probes();
-    EXPECT_NE(evaluate_for_display(position.board, 0, position.tables), score);
+    EXPECT_NE(evaluate_for_display(position.board, 0, position.tables, no_bitbases), score);
     EXPECT_EQ(Entries(position), entries);
     EXPECT_EQ(position.tables.evaluation.probes(), probes);
     EXPECT_EQ(position.Ask(score), score);

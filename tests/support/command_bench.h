@@ -30,8 +30,7 @@ struct CommandOutcome {
 class CommandBench {
   public:
     explicit CommandBench(RecordingProtocol::Like model = RecordingProtocol::Like::console)
-        : game(engine, (playerDefaults() = PlayerDefaults{.opponentName = "Incognito"},
-                        std::make_unique<RecordingProtocol>(model, calls))) {}
+        : game(engine, std::make_unique<RecordingProtocol>(model, calls)) {}
 
     std::vector<std::string> calls;  ///< what the protocol was told, in order
     Engine engine;

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "bitbases/bitbases.h"
 #include "evaluation/blend.h"
 #include "evaluation/context/evaluation_context.h"
 #include "evaluation/evaluate.h"
@@ -49,7 +50,7 @@ struct EvaluationBuilder {
     /// Brings the context to where the terms of the opening and middle game begin: all pawn facts found, the `attacks`
     /// of both sides hold the squares next to their kings, every counter is zero.
     void PrepareTerms() {
-        context = {.settings = &settings, .tables = &tables};
+        context = {.settings = &settings, .tables = &tables, .bitbases = &bitbases};
         find_bishop_pairs(context, board);
         find_passed_pawns(context, board);
         static_cast<void>(passed_pawns(context, board));
@@ -72,7 +73,8 @@ struct EvaluationBuilder {
     BOARD board;
     EVALUATION_SETTINGS settings;
     HashTables tables;
-    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
+    VorkaBitbases::Bitbases bitbases;
+    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables, .bitbases = &bitbases};
 };
 
 /// The position with the board turned upside down and the colours exchanged.

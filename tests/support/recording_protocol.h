@@ -14,7 +14,7 @@ class RecordingProtocol : public RecordsGame<VorkaInterfaces::BasicProtocol> {
 
     [[nodiscard]] bool analyzesFinishedGames() const override { return model() == Like::xboard; }
 
-    void start() override { Note("start"); }
+    void start(const std::string&) override { Note("start"); }
     void sendHint(const std::string& move) override { Note("sendHint", move); }
     void sendPredictedMoveMade(const std::string& move) override { Note("sendPredictedMoveMade", move); }
     void sendCommandIgnored(std::string_view reason) override { Note("sendCommandIgnored", reason); }

@@ -77,10 +77,11 @@ class ExactBitbases : public testing::Test {
         for (std::string& word : words) arguments.push_back(word.data());
         arguments.push_back(nullptr);
         ASSERT_EQ(bitbase_builder::run_program(static_cast<int>(words.size()), arguments.data(), *library_), 0);
-        VorkaBitbases::InitBitbases();
+        bench_ = new CommandBench;
+        bench_->engine.bitbases.Init();
     }
     static void TearDownTestSuite() {
-        VorkaBitbases::UnloadBitbases();
+        delete bench_;
         delete library_;
         delete folder_;
     }
@@ -107,9 +108,8 @@ class ExactBitbases : public testing::Test {
 
     /// What a line says on the screen, an error behind it.
     static std::string Say(const std::string& line) {
-        CommandBench bench;
         testing::internal::CaptureStdout();
-        const CommandOutcome outcome = bench.Send(line);
+        const CommandOutcome outcome = bench_->Send(line);
         return testing::internal::GetCapturedStdout() + outcome.error;
     }
     /// Changes one bit of a file beside the program.
@@ -121,10 +121,15 @@ class ExactBitbases : public testing::Test {
         file.put(static_cast<char>(byte ^ 1 << cell.shift));
     }
 
+    ~ExactBitbases() override { bench_->engine.tablebases = {}; }
+    static void UseTables(FakeTables::Answer answer) { bench_->engine.tablebases = TablebasesOf(std::move(answer)); }
+
+    static CommandBench* bench_;
     static Library* library_;
     static TemporaryDirectory* folder_;
     LogCapture log_;
 };
+CommandBench* ExactBitbases::bench_ = nullptr;
 Library* ExactBitbases::library_ = nullptr;
 TemporaryDirectory* ExactBitbases::folder_ = nullptr;
 
@@ -132,14 +137,11 @@ TEST_F(ExactBitbases, GeneratedFilesAreThoseOfTheBuilder) {
     const std::string two_pawns = FileText(vocabulary::two_pawns_file);
     const std::string rammed_pawn = FileText(vocabulary::rammed_pawn_file);
     ASSERT_TRUE(RemoveFiles());
-    {
-        const TablesScope tables(Solved());
-        EXPECT_THAT(
-            Say("generate all"),
-            MatchesRegex("Generating king\\+pawn vs king\\+pawn bitbases data file\\.\\.\\. done \\([0-9]+ sec\\)\n"
-                         "Generating rammed pawn bitbases data file\\.\\.\\. done \\([0-9]+ sec\\)\n"
-                         "Generation finished\\. Reloading bitbases\\.\n"));
-    }
+    UseTables(Solved());
+    EXPECT_THAT(Say("generate all"),
+                MatchesRegex("Generating king\\+pawn vs king\\+pawn bitbases data file\\.\\.\\. done \\([0-9]+ sec\\)\n"
+                             "Generating rammed pawn bitbases data file\\.\\.\\. done \\([0-9]+ sec\\)\n"
+                             "Generation finished\\. Reloading bitbases\\.\n"));
     EXPECT_TRUE(FileText(vocabulary::two_pawns_file) == two_pawns);
     EXPECT_TRUE(FileText(vocabulary::rammed_pawn_file) == rammed_pawn);
     EXPECT_THAT(Say("tb"), HasSubstr("King+pawn vs king+pawn bitbases (loaded)\n"
@@ -165,7 +167,7 @@ TEST_F(ExactBitbases, AGenerationThatFailsOnTheWayIsSkippedNextTime) {
     std::filesystem::remove(folder_->File(vocabulary::two_pawns_file));
     int probes = 0;
     const FakeTables::Answer solved = Solved();
-    const TablesScope tables([&](const BOARD& board, int& score) {
+    UseTables([&](const BOARD& board, int& score) {
         return ++probes > 1000 ? ProbeResult::not_found : solved(board, score);
     });
     EXPECT_EQ(Say("generate two_pawns"),
@@ -174,13 +176,13 @@ TEST_F(ExactBitbases, AGenerationThatFailsOnTheWayIsSkippedNextTime) {
     EXPECT_EQ(Say("generate two_pawns"),
               "Generating king+pawn vs king+pawn bitbases data file... skipped (file already exists)\n"
               "Generation finished. Reloading bitbases.\n");
-    VorkaBitbases::UnloadBitbases();
+    bench_->engine.bitbases = {};
     std::ofstream(folder_->File(vocabulary::two_pawns_file), std::ios::binary) << sound;
-    VorkaBitbases::InitBitbases();
+    bench_->engine.bitbases.Init();
 }
 
 TEST_F(ExactBitbases, SoundFilesAreVerified) {
-    const TablesScope tables(Solved());
+    UseTables(Solved());
     EXPECT_THAT(Say("verify all"),
                 MatchesRegex("Verifying bitbase 'single_pawn'\\.\\.\\.passed \\(331352 positions\\)\n"
                              "Verifying bitbase 'two_pawns'\\.\\.\\.passed \\(3718044 positions\\)\n"
@@ -197,7 +199,7 @@ TEST_F(ExactBitbases, AFlippedBitIsFoundInEveryClass) {
     const VorkaBitbases::Cell rammed_pawn_cell = VorkaBitbases::RammedPawnsCell(d5, b4, e1, f7, 1);
     FlipLowBit(vocabulary::two_pawns_file, two_pawns_cell);
     FlipLowBit(vocabulary::rammed_pawn_file, rammed_pawn_cell);
-    const TablesScope tables(Solved(single_pawn));
+    UseTables(Solved(single_pawn));
     const std::string text = Say("verify 'single_pawn' two_pawns rammed_pawn");
     const auto report = [](const std::string& name, const BOARD& board) {
         testing::internal::CaptureStdout();

@@ -7,6 +7,9 @@
 #include "chess/bits.h"
 
 struct HashTables;
+namespace VorkaBitbases {
+class Bitbases;
+}
 
 inline constexpr Bitboard light_squares = 0x55AA55AA55AA55AA;  // b1, d1, ..
 
@@ -77,7 +80,8 @@ struct MAJORITY_INFO {
 struct EVALUATION_CONTEXT {
     // What the caller sets, and all that is kept. Not owned.
     const EVALUATION_SETTINGS* settings = nullptr;
-    HashTables* tables = nullptr;  ///< needed by evaluate, not by the terms
+    HashTables* tables = nullptr;                       ///< needed by evaluate, not by the terms
+    const VorkaBitbases::Bitbases* bitbases = nullptr;  ///< null: none is loaded
 
     PAWN_INFO pawns[2] = {};
     Bitboard rams = 0;                   ///< pawns of both sides with a pawn directly in front

@@ -70,12 +70,12 @@ int checked_bonus(const EVALUATION_CONTEXT& context, const BOARD& board) {
 /// Both sides have passed pawns: the pawn by pawn results of their race, as the table of two pawns knows them. Of
 /// White's pawns the least counts, of Black's the greatest.
 int race_of_both(const EVALUATION_CONTEXT& context, const BOARD& board) {
-    if (!VorkaBitbases::TwoPawnsLoaded()) return 0;
+    if (context.bitbases == nullptr || !context.bitbases->TwoPawnsLoaded()) return 0;
     const auto to_move = static_cast<Colour>(board.side_to_move);
     constexpr int won = 150;
     const auto result_of = [&](Square white_pawn, Square black_pawn) {
-        const int result = VorkaBitbases::ProbeTwoPawnsRaw(to_move, board.side(white).king_square,
-                                                           board.side(black).king_square, white_pawn, black_pawn);
+        const int result = context.bitbases->ProbeTwoPawnsRaw(to_move, board.side(white).king_square,
+                                                              board.side(black).king_square, white_pawn, black_pawn);
         if (result == 1) return to_move == white ? won : -won;
         if (result == 3) return to_move == white ? -won : won;
         return result;

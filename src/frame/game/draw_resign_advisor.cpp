@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 
-#include "bitbases/tablebases.h"
-
 namespace {
 
 /// Scores beyond the bound announce a mate; a side that is mated at once scores the negated value.
@@ -70,7 +68,8 @@ void DrawResignAdvisor::setDrawValue(std::int32_t value) {
     reset();
 }
 
-void DrawResignAdvisor::addSearch(const BOARD& position, std::int32_t score) {
+void DrawResignAdvisor::addSearch(const BOARD& position, std::int32_t score,
+                                  const VorkaTablebases::Tablebases& tablebases) {
     const auto continued = [](std::int32_t run, bool goes_on) { return goes_on ? run + 1 : 0; };
 
     ++searches;
@@ -85,13 +84,13 @@ void DrawResignAdvisor::addSearch(const BOARD& position, std::int32_t score) {
         HasQueens(position) ? drawish_margin_with_queens : drawish_margin_without_queens;
     drawishRun = continued(drawishRun, std::abs(score) <= drawish_margin);
     hopelessRun = continued(hopelessRun, isHopeless(position, score));
-    askTablebases(position);
+    askTablebases(position, tablebases);
     lastScore = score;
 }
 
-void DrawResignAdvisor::askTablebases(const BOARD& position) {
+void DrawResignAdvisor::askTablebases(const BOARD& position, const VorkaTablebases::Tablebases& tablebases) {
     int score = 0;
-    switch (VorkaTablebases::ProbeTablebases(position, score)) {
+    switch (tablebases.Probe(position, score)) {
         case VorkaTablebases::ProbeResult::found:
             setVerdict(score);
             break;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "bitbases/tablebases.h"
 #include "chess/board.h"
 
 /// What a tablebase says of the position that was searched.
@@ -33,7 +34,7 @@ struct DrawResignAdvisor {
     /// A new value resets the rest.
     void setDrawValue(std::int32_t value);
     /// Takes the score of a finished search, in centipawns for the engine, which is on move in `position`.
-    void addSearch(const BOARD& position, std::int32_t score);
+    void addSearch(const BOARD& position, std::int32_t score, const VorkaTablebases::Tablebases& tablebases);
     /// What a tablebase found for the side on move: 0 a draw, otherwise a score whose distance to 32767 is that to the
     /// mate, in plies. None if the position is in no table.
     void setVerdict(std::optional<std::int32_t> tablebase_score);
@@ -47,7 +48,7 @@ struct DrawResignAdvisor {
 
   private:
     /// A postponed lookup leaves the verdict as it was.
-    void askTablebases(const BOARD& position);
+    void askTablebases(const BOARD& position, const VorkaTablebases::Tablebases& tablebases);
     /// The opponent is taken for somebody against whom giving up early is polite. Not the same as `early` in
     /// shouldResign, which reads the opponent's kind the other way round: docs/oddities.md, two meanings of the
     /// opponent.

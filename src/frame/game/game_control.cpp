@@ -47,25 +47,22 @@ Budget TimeBudget(std::int64_t left, std::int32_t moves_left) {
 
 }  // namespace
 
-PlayerDefaults& playerDefaults() {
-    static PlayerDefaults defaults{.opponentName = std::string(vocabulary::default_opponent_name)};
-    return defaults;
-}
-
-PlayerInfo defaultHuman() {
-    const PlayerDefaults& defaults = playerDefaults();
-    return {.name = defaults.opponentName, .rating = defaults.opponentRating, .isEngine = false, .active = false};
-}
-
-PlayerInfo defaultEngine(bool active) {
-    return {.name = std::string(vocabulary::program_name),
-            .rating = playerDefaults().engineRating,
-            .isEngine = true,
-            .active = active};
-}
-
 GameControl::GameControl(Engine& engine, GameProtocol& protocol) : engine_(engine), protocol_(&protocol) {
     setPlayers(defaultHuman(), defaultEngine(true), false);
+}
+
+PlayerInfo GameControl::defaultHuman() const {
+    return {.name = playerDefaults_.opponentName,
+            .rating = playerDefaults_.opponentRating,
+            .isEngine = false,
+            .active = false};
+}
+
+PlayerInfo GameControl::defaultEngine(bool active) const {
+    return {.name = std::string(vocabulary::program_name),
+            .rating = playerDefaults_.engineRating,
+            .isEngine = true,
+            .active = active};
 }
 
 GameControl::~GameControl() = default;
@@ -209,15 +206,15 @@ void GameControl::setContempt(std::int32_t value) {
 }
 
 void GameControl::nameOpponent(const std::string& name) {
-    playerDefaults().opponentName = name;
+    playerDefaults_.opponentName = name;
     for (PlayerInfo& player : players_) {
         if (!player.isEngine) player.name = name;
     }
 }
 
 void GameControl::ratePlayers(std::int32_t engine, std::int32_t opponent) {
-    playerDefaults().engineRating = engine;
-    playerDefaults().opponentRating = opponent;
+    playerDefaults_.engineRating = engine;
+    playerDefaults_.opponentRating = opponent;
     // Who is who shows only where the engine plays one side.
     if (players_[white].active == players_[black].active) return;
     for (PlayerInfo& player : players_) player.rating = player.active ? engine : opponent;
@@ -307,7 +304,7 @@ void GameControl::onSearchFinished(bool discard) {
 }
 
 void GameControl::onThinkingFinished() {
-    advisor_.addSearch(board(), search_.score());
+    advisor_.addSearch(board(), search_.score(), engine_.tablebases);
     if (advisor_.drawOfferPending && answerDrawOffer()) return;
 
     const Move move = search_.best_move() & move_bits;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "chess/user_board.h"
+#include "frame/base/vocabulary.h"
 #include "frame/game/chess_clock.h"
 #include "frame/game/draw_resign_advisor.h"
 #include "frame/game/forecast.h"
@@ -22,15 +23,12 @@ struct PlayerInfo {
     bool active = false;  ///< the engine really plays this side now
 };
 
-/// What `name` and `rating` change for the whole program.
+/// What `name` and `rating` change for all games to come.
 struct PlayerDefaults {
-    std::string opponentName;
+    std::string opponentName{vocabulary::default_opponent_name};
     std::int32_t opponentRating = 0;
     std::int32_t engineRating = 0;
 };
-[[nodiscard]] PlayerDefaults& playerDefaults();
-[[nodiscard]] PlayerInfo defaultHuman();
-[[nodiscard]] PlayerInfo defaultEngine(bool active);
 
 /// The one object with the state of the game: what makes a game out of a position. Who plays, the clocks, the search
 /// and what it expects, and the advice on draws and resignation.
@@ -50,8 +48,7 @@ struct PlayerDefaults {
 /// 6. The advisor knows the searches of one stretch of play: it starts anew with a new game or position, when the
 ///    engine takes a side, and when the worth of a draw changes.
 /// 7. The protocol is told of every change of the moves or the position, once, after it; but not of a change of the
-/// side
-///    on move alone, and not of a position that has become invalid.
+///    side on move alone, and not of a position that has become invalid.
 class GameControl : private UserBoard {
   public:
     /// `engine` must outlive the game. `protocol` is told of what happens; it must live as long as the game, or until
@@ -80,6 +77,10 @@ class GameControl : private UserBoard {
     [[nodiscard]] Engine& engine() const { return engine_; }
     [[nodiscard]] EngineMode mode() const { return mode_; }
     [[nodiscard]] const PlayerInfo& player(Colour side) const { return players_[side]; }
+    /// The players of a new game.
+    [[nodiscard]] const PlayerDefaults& playerDefaults() const { return playerDefaults_; }
+    [[nodiscard]] PlayerInfo defaultHuman() const;
+    [[nodiscard]] PlayerInfo defaultEngine(bool active) const;
     [[nodiscard]] const ChessClock& clock() const { return clock_; }
     [[nodiscard]] const DrawResignAdvisor& advisor() const { return advisor_; }
     [[nodiscard]] const Forecast& forecast() const { return forecast_; }
@@ -209,6 +210,7 @@ class GameControl : private UserBoard {
     Engine& engine_;
     ChessClock clock_;
     PlayerInfo players_[2];  ///< by colour
+    PlayerDefaults playerDefaults_;
     EngineMode mode_ = EngineMode::one_side;
     bool pondering_ = false;
     std::int32_t maxTime_ = 0;   ///< milliseconds, 0 for none

@@ -29,7 +29,7 @@ constexpr int waiting_interval = 125;
 
 EngineShell::EngineShell(Engine& engine, const std::vector<std::string>& arguments)
     : game_(std::make_unique<ConnectedGame>(engine, std::make_unique<VorkaInterfaces::ConsoleProtocol>())) {
-    game_->protocol().start();
+    game_->protocol().start(game_->playerDefaults().opponentName);
     carryOutOptions(arguments);
 }
 

@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "bitbases/bitbases.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
@@ -40,7 +39,7 @@ int main(int argc, char* argv[]) {
     WriteBitAlgorithms();
     engine.tables.Resize(transposition_table_bytes, evaluation_table_bytes);
     ExecutableDirectory(argc > 0 ? argv[0] : "");
-    VorkaBitbases::InitBitbases();
+    engine.bitbases.Init();
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::erase(arguments, "");

@@ -1,5 +1,3 @@
-#include "interfaces/commands/commands_databases.h"
-
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
@@ -33,23 +31,18 @@ namespace {
 
 std::string_view LoadedOrNot(bool is_loaded) { return is_loaded ? std::string_view{} : vocabulary::bitbase_not; }
 
-/// Opens the tables of a directory. There is no reader of the format in this build: it finds none.
-VorkaTablebases::SourceOpener& Opener() {
-    static VorkaTablebases::SourceOpener opener = NalimovTablebases::OpenNothing;
-    return opener;
-}
-
 /// `tb`
 class Command_DisplayTablebasesStatus : public CheckedCommand {
   public:
     using CheckedCommand::CheckedCommand;
 
   private:
-    void work(ConnectedGame&) override {
+    void work(ConnectedGame& game) override {
+        const VorkaBitbases::Bitbases& bitbases = game.engine().bitbases;
         vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
-             << vocabulary::two_pawns_bitbases << LoadedOrNot(VorkaBitbases::TwoPawnsLoaded())
-             << vocabulary::bitbase_loaded << vocabulary::rammed_pawn_bitbases
-             << LoadedOrNot(VorkaBitbases::RammedPawnsLoaded()) << vocabulary::bitbase_loaded;
+             << vocabulary::two_pawns_bitbases << LoadedOrNot(bitbases.TwoPawnsLoaded()) << vocabulary::bitbase_loaded
+             << vocabulary::rammed_pawn_bitbases << LoadedOrNot(bitbases.RammedPawnsLoaded())
+             << vocabulary::bitbase_loaded;
         vlog.Flush();
     }
 };
@@ -74,9 +67,10 @@ class Command_InitTablebases : public CheckedCommand {
         if (game.mode() != EngineMode::force) refuse(vocabulary::must_be_in_force_mode);
     }
 
-    void work(ConnectedGame&) override {
+    void work(ConnectedGame& game) override {
         try {
-            NalimovTablebases::Initialize(bytes_, path_, Opener());
+            Engine& engine = game.engine();
+            NalimovTablebases::Initialize(engine.tablebases, bytes_, path_, engine.open_tablebases);
         } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
             throw IgnorableErrorCommand(ErrorCommand::Kind::error,
                                         std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
@@ -91,9 +85,9 @@ class Command_InitTablebases : public CheckedCommand {
 
 // --- Probing ---
 
-void WriteTablebaseResult(const BOARD& board) {
+void WriteTablebaseResult(const VorkaTablebases::Tablebases& tablebases, const BOARD& board) {
     int score = 0;
-    switch (VorkaTablebases::ProbeTablebases(board, score)) {
+    switch (tablebases.Probe(board, score)) {
         case VorkaTablebases::ProbeResult::found:
             vlog << vocabulary::probe_result << score;
             break;
@@ -126,13 +120,13 @@ class Command_Probe : public CheckedCommand {
     void work(ConnectedGame& game) override {
         game.protocol().showBoard(position_, true);
         vlog << vocabulary::probing_bitbases;
-        if (const std::optional<int> known = VorkaBitbases::ProbeBitbases(position_.board())) {
+        if (const std::optional<int> known = game.engine().bitbases.Probe(position_.board())) {
             vlog << vocabulary::probe_result << *known;
         } else {
             vlog << vocabulary::probe_not_found;
         }
         vlog << vocabulary::probing_tablebases;
-        WriteTablebaseResult(position_.board());
+        WriteTablebaseResult(game.engine().tablebases, position_.board());
         vlog << '\n';
         vlog.Flush();
     }
@@ -149,14 +143,14 @@ class Command_Generate : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), jobs_(std::move(jobs)) {}
 
   private:
-    void work(ConnectedGame&) override {
+    void work(ConnectedGame& game) override {
         try {
             if (jobs_.empty()) {
                 listGenerationJobs();
             } else {
-                for (const auto& job : generationJobs(jobs_)) job->run();
+                for (const auto& job : generationJobs(jobs_)) job->run(game.engine());
                 vlog << vocabulary::generation_finished << '\n';
-                VorkaBitbases::InitBitbases();
+                game.engine().bitbases.Init();
             }
         } catch (const AbstractJob::JobFailedException& error) {
             refuse(error.text());
@@ -174,13 +168,13 @@ class Command_Verify : public CheckedCommand {
         : CheckedCommand(std::move(input_line)), jobs_(std::move(jobs)) {}
 
   private:
-    void work(ConnectedGame&) override {
+    void work(ConnectedGame& game) override {
         const Timestamp start = Timestamp::Now();
         try {
             if (jobs_.empty()) {
                 listVerificationJobs();
             } else {
-                for (const auto& job : verificationJobs(jobs_)) job->run();
+                for (const auto& job : verificationJobs(jobs_)) job->run(game.engine());
                 vlog << vocabulary::verification_finished
                      << VorkaUtils::ToString(ElapsedMilliseconds(start, Timestamp::Now()))
                      << vocabulary::milliseconds_total;
@@ -247,7 +241,7 @@ void WriteSquare(std::string_view text, Square square, int value) {
     vlog << text << SquareToString(square) << vocabulary::optimize_value << value << ")\n";
 }
 
-void FindBestSquare(const BOARD& board, Square from, int personality, HashTables& tables) {
+void FindBestSquare(const BOARD& board, Square from, int personality, Engine& engine) {
     const Colour side = board.squares[from] > 0 ? white : black;
     int best_value = -infinity_bound;
     Square best = from;
@@ -255,7 +249,7 @@ void FindBestSquare(const BOARD& board, Square from, int personality, HashTables
         const Square to = TakeNextBit(left);
         const std::optional<BOARD> changed = WithManOn(board, from, to);
         if (!changed || IsLostOn(board, from, to, side)) continue;
-        const int value = evaluate_for_display(*changed, personality, tables);
+        const int value = evaluate_for_display(*changed, personality, engine.tables, engine.bitbases);
         if (value <= best_value) continue;
         best_value = value;
         best = to;
@@ -278,7 +272,7 @@ class Command_OptimizePiece : public CheckedCommand {
         vlog << vocabulary::optimize_piece;
         vlog.Flush();
         if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
-            FindBestSquare(game.board(), *square, game.protocol().personality, game.engine().tables);
+            FindBestSquare(game.board(), *square, game.protocol().personality, game.engine());
         } else {
             vlog << vocabulary::optimize_invalid_square;
         }
@@ -301,9 +295,5 @@ constexpr Keyword keywords[] = {
 }  // namespace
 
 std::span<const Keyword> databaseKeywords() { return keywords; }
-
-VorkaTablebases::SourceOpener useTablebaseOpener(VorkaTablebases::SourceOpener opener) {
-    return std::exchange(Opener(), std::move(opener));
-}
 
 }  // namespace VorkaInterfaces

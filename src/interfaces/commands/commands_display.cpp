@@ -46,7 +46,9 @@ class Command_Eval : public CheckedCommand {
 
     void work(ConnectedGame& game) override {
         vlog << vocabulary::eval << ": "
-             << evaluate_for_display(game.board(), game.protocol().personality, game.engine().tables) << '\n';
+             << evaluate_for_display(game.board(), game.protocol().personality, game.engine().tables,
+                                     game.engine().bitbases)
+             << '\n';
         vlog.Flush();
     }
 };

@@ -18,7 +18,7 @@ namespace {
 /// Writes one file beside the executable. A file that stands there is kept, whatever is in it.
 class GenerateBitbasesJob : public AbstractJob {
   public:
-    void run() override {
+    void run(Engine& engine) override {
         vlog << name() << vocabulary::job_dots;
         vlog.Flush();
         const std::string path = ExecutableDirectory() + '/' + std::string(file());
@@ -28,7 +28,7 @@ class GenerateBitbasesJob : public AbstractJob {
         }
         const Timestamp start = Timestamp::Now();
         try {
-            generate(path);
+            generate(engine.tablebases, path);
         } catch (const VorkaGenerator::GenerationFailed& error) {
             vlog << vocabulary::job_failed;
             throw JobFailedException(error.text());
@@ -39,7 +39,7 @@ class GenerateBitbasesJob : public AbstractJob {
 
   private:
     [[nodiscard]] virtual std::string_view file() const = 0;
-    virtual void generate(const std::string& path) const = 0;
+    virtual void generate(const VorkaTablebases::Tablebases& tablebases, const std::string& path) const = 0;
 };
 
 class GenerateTwoPawnsBitbasesJob final : public GenerateBitbasesJob {
@@ -48,7 +48,9 @@ class GenerateTwoPawnsBitbasesJob final : public GenerateBitbasesJob {
 
   private:
     [[nodiscard]] std::string_view file() const override { return vocabulary::two_pawns_file; }
-    void generate(const std::string& path) const override { VorkaGenerator::GenerateTwoPawnsBitbases(path); }
+    void generate(const VorkaTablebases::Tablebases& tablebases, const std::string& path) const override {
+        VorkaGenerator::GenerateTwoPawnsBitbases(tablebases, path);
+    }
 };
 
 class GenerateRammedPawnBitbasesJob final : public GenerateBitbasesJob {
@@ -57,7 +59,9 @@ class GenerateRammedPawnBitbasesJob final : public GenerateBitbasesJob {
 
   private:
     [[nodiscard]] std::string_view file() const override { return vocabulary::rammed_pawn_file; }
-    void generate(const std::string& path) const override { VorkaGenerator::GenerateRammedPawnBitbases(path); }
+    void generate(const VorkaTablebases::Tablebases& tablebases, const std::string& path) const override {
+        VorkaGenerator::GenerateRammedPawnBitbases(tablebases, path);
+    }
 };
 
 // --- Verification ---
@@ -65,9 +69,9 @@ class GenerateRammedPawnBitbasesJob final : public GenerateBitbasesJob {
 /// Compares one bitbase with the tablebases. One that is not loaded is skipped.
 class VerifyBitbasesJob : public AbstractJob {
   public:
-    void run() override {
+    void run(Engine& engine) override {
         try {
-            verify(*handler_);
+            verify({.bitbases = engine.bitbases, .tablebases = engine.tablebases}, *handler_);
         } catch (const VorkaGenerator::VerificationFailed& error) {
             handler_->aborted();
             throw JobFailedException(error.text());
@@ -75,7 +79,8 @@ class VerifyBitbasesJob : public AbstractJob {
     }
 
   private:
-    virtual void verify(VorkaGenerator::VerificationHandler& handler) const = 0;
+    virtual void verify(const VorkaGenerator::Databases& databases,
+                        VorkaGenerator::VerificationHandler& handler) const = 0;
     const std::unique_ptr<VorkaGenerator::DefaultVerificationHandler> handler_ =
         std::make_unique<VorkaGenerator::DefaultVerificationHandler>();
 };
@@ -85,8 +90,9 @@ class VerifySinglePawnBitbasesJob final : public VerifyBitbasesJob {
     [[nodiscard]] std::string_view name() const override { return vocabulary::job_single_pawn; }
 
   private:
-    void verify(VorkaGenerator::VerificationHandler& handler) const override {
-        VorkaGenerator::VerifySinglePawnBitbases(handler);
+    void verify(const VorkaGenerator::Databases& databases,
+                VorkaGenerator::VerificationHandler& handler) const override {
+        VorkaGenerator::VerifySinglePawnBitbases(databases, handler);
     }
 };
 
@@ -95,8 +101,9 @@ class VerifyTwoPawnsBitbasesJob final : public VerifyBitbasesJob {
     [[nodiscard]] std::string_view name() const override { return vocabulary::job_two_pawns; }
 
   private:
-    void verify(VorkaGenerator::VerificationHandler& handler) const override {
-        VorkaGenerator::VerifyTwoPawnsBitbases(handler);
+    void verify(const VorkaGenerator::Databases& databases,
+                VorkaGenerator::VerificationHandler& handler) const override {
+        VorkaGenerator::VerifyTwoPawnsBitbases(databases, handler);
     }
 };
 
@@ -105,8 +112,9 @@ class VerifyRammedPawnBitbasesJob final : public VerifyBitbasesJob {
     [[nodiscard]] std::string_view name() const override { return vocabulary::job_rammed_pawn; }
 
   private:
-    void verify(VorkaGenerator::VerificationHandler& handler) const override {
-        VorkaGenerator::VerifyRammedPawnBitbases(handler);
+    void verify(const VorkaGenerator::Databases& databases,
+                VorkaGenerator::VerificationHandler& handler) const override {
+        VorkaGenerator::VerifyRammedPawnBitbases(databases, handler);
     }
 };
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/base/vorka_exception.h"
+#include "search/engine/engine.h"
 
 /// The generation and verification of bitbases, as jobs that `generate` and `verify` name by words.
 namespace VorkaInterfaces {
@@ -24,7 +25,7 @@ class AbstractJob {
     AbstractJob& operator=(const AbstractJob&) = delete;
 
     /// Throws JobFailedException.
-    virtual void run() = 0;
+    virtual void run(Engine& engine) = 0;
     [[nodiscard]] virtual std::string_view name() const = 0;
 };
 

@@ -35,7 +35,7 @@ class BasicProtocol : public GameProtocol {
     /// Whether `analyze` is allowed after the end of a game.
     [[nodiscard]] virtual bool analyzesFinishedGames() const = 0;
     /// Called as soon as the protocol is in force.
-    virtual void start() = 0;
+    virtual void start(const std::string& opponent_name) = 0;
     virtual void sendHint(const std::string& move) = 0;  ///< empty: no move exists
     virtual void sendPredictedMoveMade(const std::string& move) = 0;
     virtual void sendCommandIgnored(std::string_view reason) = 0;

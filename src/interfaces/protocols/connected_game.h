@@ -21,7 +21,7 @@ class ConnectedGame : public GameControl {
         protocol->copyStateFrom(*protocol_);
         speakThrough(*protocol);
         protocol_ = std::move(protocol);
-        protocol_->start();
+        protocol_->start(playerDefaults().opponentName);
     }
     /// The search plays in the style of this personality, and the protocol tells it.
     void setPersonality(std::int16_t value) {

@@ -54,12 +54,12 @@ std::string GreetingText(int number, const std::string& opponent_name) {
     return text + '!';
 }
 
-std::string ConsoleProtocol::greetingText() const {
+std::string ConsoleProtocol::greetingText(const std::string& opponent_name) const {
     const int number = NonDeterministicRand_16bit() % static_cast<int>(greetings.size());
-    return GreetingText(number, playerDefaults().opponentName);
+    return GreetingText(number, opponent_name);
 }
 
-void ConsoleProtocol::start() { Say(greetingText()); }
+void ConsoleProtocol::start(const std::string& opponent_name) { Say(greetingText(opponent_name)); }
 
 void ConsoleProtocol::sendHint(const std::string& move) {
     if (move.empty()) {

@@ -12,7 +12,7 @@ class ConsoleProtocol : public BasicProtocol {
 
     [[nodiscard]] bool claimsResultItself() const override { return true; }
     [[nodiscard]] bool analyzesFinishedGames() const override { return false; }
-    void start() override;
+    void start(const std::string& opponent_name) override;
     void sendHint(const std::string& move) override;
     void sendEngineMove(const std::string& move) override;
     void sendGameResult(const UserBoard& game, GameResult result, GameEndReason reason, EngineMode mode) override;
@@ -39,7 +39,7 @@ class ConsoleProtocol : public BasicProtocol {
     /// Leaves the line open on the screen for the thinking line.
     void writeDepthLine(int depth) override;
     /// One of several words of welcome, by chance, with the opponent's name if it is known.
-    [[nodiscard]] virtual std::string greetingText() const;
+    [[nodiscard]] virtual std::string greetingText(const std::string& opponent_name) const;
 };
 
 /// "-#3" for a mate in three moves against the side on move, centipawns for any other score.

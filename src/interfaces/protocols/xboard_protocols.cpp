@@ -114,13 +114,13 @@ void BasicXBoardProtocol::writeThinkingLine(const SearchInfo& info) {
     vlog << '\n';
 }
 
-void XBoardProtocol_1::start() {
+void XBoardProtocol_1::start(const std::string& /*opponent_name*/) {
     SetStdinRawMode();
     IgnoreTerminationSignals();
 }
 
-void XBoardProtocol_2::start() {
-    XBoardProtocol_1::start();
+void XBoardProtocol_2::start(const std::string& opponent_name) {
+    XBoardProtocol_1::start(opponent_name);
     for (const Feature& feature : features) {
         vlog << vocabulary::feature << ' ' << feature.name << '=';
         if (feature.value.empty()) {

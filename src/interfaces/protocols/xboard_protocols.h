@@ -42,14 +42,14 @@ class BasicXBoardProtocol : public BasicProtocol {
 class XBoardProtocol_1 : public BasicXBoardProtocol {
   public:
     /// Takes standard input out of the terminal's line mode, and ignores the signals that interfaces send.
-    void start() override;
+    void start(const std::string& opponent_name) override;
 };
 
 /// Protocol version 2.
 class XBoardProtocol_2 : public XBoardProtocol_1 {
   public:
     /// Tells the interface the engine's features. Their acceptance is not waited for.
-    void start() override;
+    void start(const std::string& opponent_name) override;
 };
 
 /// Selected by `fritz`; not really supported, and the same as protocol version 1.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bitbases/bitbases.h"
+#include "bitbases/tablebases.h"
 #include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
 
@@ -8,4 +10,8 @@
 struct Engine {
     SearchSettings settings;
     HashTables tables{};
+    VorkaBitbases::Bitbases bitbases{};
+    VorkaTablebases::Tablebases tablebases{};
+    /// What opens the tablebases of a directory. There is no reader of the format in this build: it finds none.
+    VorkaTablebases::SourceOpener open_tablebases = NalimovTablebases::OpenNothing;
 };

@@ -1,7 +1,5 @@
 #include "search/node/endgame_knowledge.h"
 
-#include "bitbases/bitbases.h"
-#include "bitbases/tablebases.h"
 #include "evaluation/context/position_type.h"
 
 namespace {
@@ -10,7 +8,7 @@ constexpr std::uint32_t first_ply_of_bitbases = 3;
 
 std::optional<Score> AskBitbases(const Node& node) {
     if (node.ply < first_ply_of_bitbases) return std::nullopt;
-    const std::optional<int> known = VorkaBitbases::ProbeBitbases(node.board());
+    const std::optional<int> known = node.search.engine.bitbases.Probe(node.board());
     if (!known) return std::nullopt;
     const auto ply = static_cast<Score>(node.ply);
     if (*known == 0) return AsAnswer(node.draw_score(), node.beta);
@@ -23,7 +21,7 @@ std::optional<Score> AskBitbases(const Node& node) {
 /// Distances to the mate count from the node.
 std::optional<Score> AskTablebases(const Node& node) {
     int known = 0;
-    if (VorkaTablebases::ProbeTablebases(node.board(), known) != VorkaTablebases::ProbeResult::found) {
+    if (node.search.engine.tablebases.Probe(node.board(), known) != VorkaTablebases::ProbeResult::found) {
         return std::nullopt;
     }
     const auto ply = static_cast<Score>(node.ply);

@@ -44,7 +44,10 @@ inline constexpr std::uint64_t first_poll_countdown = 100;
 /// alone: an exception that unwinds the tree leaves it anyhow, and StartSearch sets it up again.
 struct SearchBoard {
     /// `its_engine` must outlive the board.
-    explicit SearchBoard(Engine& its_engine) : engine(its_engine) { evaluation.tables = &engine.tables; }
+    explicit SearchBoard(Engine& its_engine) : engine(its_engine) {
+        evaluation.tables = &engine.tables;
+        evaluation.bitbases = &engine.bitbases;
+    }
 
     Engine& engine;
     BOARD board;

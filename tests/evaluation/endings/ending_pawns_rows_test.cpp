@@ -353,14 +353,11 @@ TEST(PawnEnding, DrawScoreDoesNotLimitItsScore) {
 
 // --- Races with the file of two pawns ---
 
-/// A file of results in which every pair of pawns has a result of its own. It is in use until the end of its scope.
+/// A file of results in which every pair of pawns has a result of its own.
 class TwoPawnsFile {
   public:
     explicit TwoPawnsFile(int everywhere)
         : bytes_(VorkaBitbases::two_pawns_size, static_cast<char>(everywhere * 0x55)) {}
-    ~TwoPawnsFile() { VorkaBitbases::UnloadBitbases(); }
-    TwoPawnsFile(const TwoPawnsFile&) = delete;
-    TwoPawnsFile& operator=(const TwoPawnsFile&) = delete;
 
     /// For the side to move, which is the one that the squares are own to.
     void Set(Colour to_move, Square own_pawn, Square enemy_pawn, Square own_king, Square enemy_king, int value) {
@@ -370,10 +367,10 @@ class TwoPawnsFile {
         auto& byte = bytes_.at(cell.offset);
         byte = static_cast<char>((byte & ~(3 << cell.shift)) | value << cell.shift);
     }
-    void Use() {
+    void LoadInto(VorkaBitbases::Bitbases& bitbases) {
         const std::string path = directory_.File("two_pawns");
         std::ofstream(path, std::ios::binary).write(bytes_.data(), static_cast<std::streamsize>(bytes_.size()));
-        VorkaBitbases::LoadTwoPawnsBitbases(path);
+        bitbases.LoadTwoPawns(path);
     }
 
   private:
@@ -401,9 +398,9 @@ TEST_P(Races, TakeTheBestOfBlacksPawnsAgainstTheWorstOfWhites) {
             if (to_move == white) file.Set(white, white_pawn, black_pawn, e1, e8, value);
             if (to_move == black) file.Set(black, black_pawn, white_pawn, e8, e1, value);
         }
-        file.Use();
         EvaluationBuilder position(to_move == white ? "4k3/8/8/P6P/8/3p1p2/8/4K3 w - - 0 1"
                                                     : "4k3/8/8/P6P/8/3p1p2/8/4K3 b - - 0 1");
+        file.LoadInto(position.bitbases);
         position.PrepareTerms();
         EXPECT_EQ(race(position.context, position.board), to_move == white ? row.white_to_move : row.black_to_move);
     }
@@ -429,8 +426,9 @@ TEST(Races, CountOnceInThePawnEnding) {
     for (const std::string_view fen : to_move) {
         const int without = EvaluationBuilder(fen).AskAfresh(0);
         TwoPawnsFile file(1);
-        file.Use();
-        EXPECT_EQ(EvaluationBuilder(fen).AskAfresh(0), without + 150) << fen;
+        EvaluationBuilder position(fen);
+        file.LoadInto(position.bitbases);
+        EXPECT_EQ(position.AskAfresh(0), without + 150) << fen;
     }
 }
 

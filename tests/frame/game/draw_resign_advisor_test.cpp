@@ -67,10 +67,11 @@ INSTANTIATE_TEST_SUITE_P(
 class Advisor : public testing::Test {
   protected:
     void Add(std::int32_t score, int times = 1) {
-        for (int i = 0; i < times; ++i) advisor.addSearch(board, score);
+        for (int i = 0; i < times; ++i) advisor.addSearch(board, score, tables);
     }
 
     DrawResignAdvisor advisor;
+    VorkaTablebases::Tablebases tables;
     BOARD board = BoardFromFen(with_queens);
 };
 
@@ -105,7 +106,7 @@ class LosingMate : public testing::TestWithParam<MateRow> {};
 TEST_P(LosingMate, IsNotedWithItsDistance) {
     DrawResignAdvisor advisor;
     advisor.lastScore = GetParam().last_score;
-    advisor.addSearch(BoardFromFen(with_queens), GetParam().score);
+    advisor.addSearch(BoardFromFen(with_queens), GetParam().score, {});
     EXPECT_EQ(advisor.losingMateWorse, GetParam().losing_mate_worse);
     EXPECT_EQ(advisor.matedIn, GetParam().mated_in);
 }
@@ -134,7 +135,7 @@ TEST_P(Runs, GoOnOrBeginAnew) {
     DrawResignAdvisor advisor;
     advisor.drawValue = row.draw_value;
     advisor.belowRun = advisor.aboveRun = advisor.drawScoreRun = advisor.drawishRun = 5;
-    advisor.addSearch(BoardFromFen(row.fen), row.score);
+    advisor.addSearch(BoardFromFen(row.fen), row.score, {});
     EXPECT_EQ(advisor.belowRun, row.below);
     EXPECT_EQ(advisor.aboveRun, row.above);
     EXPECT_EQ(advisor.drawScoreRun, row.draw_score);
@@ -208,7 +209,7 @@ TEST_P(VerdictOfASearch, ComesFromTheTablesAlone) {
     const TablesRow& row = GetParam();
     const std::string fen = "4k3/8/8/8/8/8/4q3/K7 w - - 0 1";
     std::vector<std::string> asked;
-    const TablesScope tables([&](const BOARD& board, int& score) {
+    const VorkaTablebases::Tablebases tables = TablebasesOf([&](const BOARD& board, int& score) {
         asked.push_back(FenOf(board));
         score = row.score;
         return row.result;
@@ -216,7 +217,7 @@ TEST_P(VerdictOfASearch, ComesFromTheTablesAlone) {
     for (const TablebaseVerdict before : all) {
         DrawResignAdvisor advisor;
         advisor.tablebaseVerdict = before;
-        advisor.addSearch(BoardFromFen(fen), 12);
+        advisor.addSearch(BoardFromFen(fen), 12, tables);
         EXPECT_EQ(advisor.tablebaseVerdict, row.verdict.value_or(before)) << "before: " << static_cast<int>(before);
     }
     EXPECT_EQ(asked, std::vector<std::string>(all.size(), fen)) << "one question for each search";
@@ -239,17 +240,17 @@ TEST_F(VerdictOfASearch, IsUnknownWithoutTables) {
     for (const TablebaseVerdict before : all) {
         DrawResignAdvisor advisor;
         advisor.tablebaseVerdict = before;
-        advisor.addSearch(BoardFromFen("4k3/8/8/8/8/8/4q3/K7 w - - 0 1"), 12);
+        advisor.addSearch(BoardFromFen("4k3/8/8/8/8/8/4q3/K7 w - - 0 1"), 12, {});
         EXPECT_EQ(advisor.tablebaseVerdict, TablebaseVerdict::unknown);
     }
 }
 
 TEST_F(VerdictOfASearch, IsUnknownWhereTablesAreNotAsked) {
-    const TablesScope tables(Always(found, -(32767 - 2)));
+    const VorkaTablebases::Tablebases tables = TablebasesOf(Always(found, -(32767 - 2)));
     for (const std::string fen : {"r3k3/8/8/8/8/8/8/4K3 w q - 0 1", "4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"}) {
         DrawResignAdvisor advisor;
         advisor.tablebaseVerdict = TablebaseVerdict::drawn;
-        advisor.addSearch(BoardFromFen(fen), 12);
+        advisor.addSearch(BoardFromFen(fen), 12, tables);
         EXPECT_EQ(advisor.tablebaseVerdict, TablebaseVerdict::unknown) << fen;
     }
 }
@@ -257,7 +258,7 @@ TEST_F(VerdictOfASearch, IsUnknownWhereTablesAreNotAsked) {
 TEST_F(Advisor, ResignsWithTheSearchThatTheTablesShowLost) {
     board = BoardFromFen("4k3/8/8/8/8/8/4q3/K7 w - - 0 1");
     const auto resigns = [&](VorkaTablebases::ProbeResult result, int plies) {
-        const TablesScope tables(Always(result, -(32767 - plies)));
+        tables = TablebasesOf(Always(result, -(32767 - plies)));
         Add(0);
         return advisor.shouldResign();
     };

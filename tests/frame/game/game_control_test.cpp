@@ -26,11 +26,10 @@ using Like = ProtocolLike;
 class Game {
   public:
     explicit Game(Like model = Like::console, const std::string& fen = start_fen)
-        : protocol(model, calls),
-          control(engine, (playerDefaults() = PlayerDefaults{.opponentName = "Incognito"}, protocol)) {
+        : protocol(model, calls), control(engine, protocol) {
         GameAccess::record(control).SetBoardFromFen(fen);
         GameAccess::clock(control).resetClock(control.side_to_move());
-        GameAccess::setPlayers(control, defaultEngine(true), defaultHuman(), false);
+        GameAccess::setPlayers(control, control.defaultEngine(true), control.defaultHuman(), false);
     }
 
     /// Runs a real search over so many iterations, and then the end-of-search handler as for `kind`.
@@ -76,7 +75,6 @@ const std::string two_knights = "7k/8/8/8/8/8/8/KNN5 w - - 0 1";
 // --- The state at the start ---
 
 TEST(GameControl, BeginsWithTheEngineAsBlack) {
-    playerDefaults() = PlayerDefaults{.opponentName = "Incognito"};
     std::vector<std::string> calls;
     RecordingGameProtocol protocol(Like::console, calls);
     Engine engine;
@@ -96,17 +94,19 @@ TEST(GameControl, BeginsWithTheEngineAsBlack) {
 }
 
 TEST(GameControl, DefaultsMakeTheRecordsOfPlayers) {
-    playerDefaults() = {.opponentName = "Anna", .opponentRating = 1900, .engineRating = 2400};
-    EXPECT_EQ(defaultHuman().name, "Anna");
-    EXPECT_EQ(defaultHuman().rating, 1900);
-    EXPECT_FALSE(defaultHuman().isEngine);
-    EXPECT_FALSE(defaultHuman().active);
-    EXPECT_EQ(defaultEngine(false).name, "Vorka");
-    EXPECT_EQ(defaultEngine(false).rating, 2400);
-    EXPECT_TRUE(defaultEngine(false).isEngine);
-    EXPECT_FALSE(defaultEngine(false).active);
-    EXPECT_TRUE(defaultEngine(true).active);
-    playerDefaults() = PlayerDefaults{.opponentName = "Incognito"};
+    Game game;
+    GameControl& control = game.control;
+    control.nameOpponent("Anna");
+    control.ratePlayers(2400, 1900);
+    EXPECT_EQ(control.defaultHuman().name, "Anna");
+    EXPECT_EQ(control.defaultHuman().rating, 1900);
+    EXPECT_FALSE(control.defaultHuman().isEngine);
+    EXPECT_FALSE(control.defaultHuman().active);
+    EXPECT_EQ(control.defaultEngine(false).name, "Vorka");
+    EXPECT_EQ(control.defaultEngine(false).rating, 2400);
+    EXPECT_TRUE(control.defaultEngine(false).isEngine);
+    EXPECT_FALSE(control.defaultEngine(false).active);
+    EXPECT_TRUE(control.defaultEngine(true).active);
 }
 
 struct PlayersRow {
@@ -120,7 +120,8 @@ class Players : public testing::TestWithParam<PlayersRow> {};
 TEST_P(Players, SetTheEngineMode) {
     Game game(Like::console, "7k/8/8/8/8/8/q7/7K b - - 0 1");
     const PlayersRow& row = GetParam();
-    GameAccess::setPlayers(game.control, defaultEngine(row.on_move), defaultEngine(row.not_on_move), row.analyze);
+    GameAccess::setPlayers(game.control, game.control.defaultEngine(row.on_move),
+                           game.control.defaultEngine(row.not_on_move), row.analyze);
     EXPECT_EQ(game.control.mode(), row.mode);
     EXPECT_EQ(game.control.player(black).active, row.on_move);
     EXPECT_EQ(game.control.player(white).active, row.not_on_move);
@@ -136,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(GameControl, Players,
 
 TEST(GameControl, AnalysisTakesBothSidesFromTheEngine) {
     Game game;
-    GameAccess::setPlayers(game.control, defaultEngine(true), defaultEngine(true), false);
+    GameAccess::setPlayers(game.control, game.control.defaultEngine(true), game.control.defaultEngine(true), false);
     game.control.startAnalysis();
     EXPECT_EQ(game.control.mode(), EngineMode::analyze);
     EXPECT_FALSE(game.control.player(white).active);

@@ -1,4 +1,4 @@
-#include "interfaces/commands/commands_databases.h"
+#include "interfaces/commands/jobs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ VorkaTablebases::SourceOpener OpenHere() {
 }
 
 TEST_F(DatabaseCommands, TbTakesTablesIntoUse) {
-    VorkaInterfaces::useTablebaseOpener(OpenHere());
+    bench_.engine.open_tablebases = OpenHere();
     EXPECT_EQ(Say("tb nalimov 8M here"), "Initializing Nalimov tablebases... 'here'\n");
     EXPECT_THAT(Say("probe 8/8/8/8/8/2k5/3q4/K7 w - - 0 1"),
                 testing::EndsWith("\nProbing bitbases: not found\nProbing tablebases: result=-32700\n"));
@@ -74,7 +74,6 @@ TEST_F(DatabaseCommands, TbTakesTablesIntoUse) {
                                HasSubstr("Reason: Increase the cache size, because it is too small.")));
     EXPECT_THAT(Say("probe 8/8/8/8/8/2k5/3q4/K7 w - - 0 1"), HasSubstr("disabled (not loaded)"))
         << "a set-up that failed leaves none in use";
-    VorkaInterfaces::useTablebaseOpener(NalimovTablebases::OpenNothing);
 }
 
 TEST_F(DatabaseCommands, TbIsAnErrorThatAStartUpOptionSurvives) {
@@ -104,7 +103,7 @@ TEST_F(DatabaseCommands, ProbeSaysWhatIsKnown) {
 TEST_F(DatabaseCommands, ProbeTellsEachAnswerOfTheTables) {
     using enum VorkaTablebases::ProbeResult;
     const auto answer = [&](VorkaTablebases::ProbeResult result, int score, const std::string& fen) {
-        const TablesScope tables(Always(result, score));
+        bench_.engine.tablebases = TablebasesOf(Always(result, score));
         return Say("probe " + fen);
     };
     const std::string rooks = "4k2r/8/8/8/8/8/8/4K2R w - - 0 1";
@@ -122,20 +121,21 @@ TEST_F(DatabaseCommands, ProbeTellsEachAnswerOfTheTables) {
 }
 
 TEST_F(DatabaseCommands, ProbeReadsTheLoadedFiles) {
-    const BitbasesScope files;
+    const BitbaseFiles files;
+    VorkaBitbases::Bitbases& bitbases = bench_.engine.bitbases;
     const std::string two = "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1";
     const std::string three = "4k3/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1";
     const auto probe = [&](const std::string& fen) { return Say("probe " + fen); };
     const auto known = [](const std::string& answer) {
         return "\nProbing bitbases: " + answer + "\nProbing tablebases: disabled (not loaded)\n";
     };
-    files.LoadTwoPawns(VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), VorkaBitbases::stored_win);
+    files.LoadTwoPawns(bitbases, VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), VorkaBitbases::stored_win);
     EXPECT_EQ(probe(two), known("result=32679"));
     EXPECT_EQ(probe(three), known("not found")) << "the other file is missing";
     EXPECT_EQ(probe("4k3/8/8/8/1P4P1/8/8/4K3 w - - 0 1"), known("not found")) << "both pawns are White's";
     EXPECT_EQ(probe("4k3/8/6p1/8/1P6/8/8/4KN2 w - - 0 1"), known("not found")) << "a knight";
-    VorkaBitbases::UnloadBitbases();
-    files.LoadRammedPawn(VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), VorkaBitbases::stored_loss);
+    bitbases = {};
+    files.LoadRammedPawn(bitbases, VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), VorkaBitbases::stored_loss);
     EXPECT_EQ(probe(three), known("result=32621")) << "Black wins";
     EXPECT_EQ(probe(two), known("not found"));
     EXPECT_EQ(probe("4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1"), known("result=0")) << "drawn with White to move";
@@ -159,13 +159,14 @@ TEST_F(DatabaseCommands, TbTellsTheFilesApart) {
         return testing::EndsWith("King+pawn vs king bitbases (built-in)\nKing+pawn vs king+pawn bitbases (" + two +
                                  ")\nKing+pawn+pawn vs king+pawn with pawn ram bitbases (" + three + ")\n");
     };
-    const BitbasesScope files;
-    files.LoadTwoPawns();
+    const BitbaseFiles files;
+    VorkaBitbases::Bitbases& bitbases = bench_.engine.bitbases;
+    files.LoadTwoPawns(bitbases);
     EXPECT_THAT(Say("tb"), status("loaded", "not loaded"));
-    files.LoadRammedPawn();
+    files.LoadRammedPawn(bitbases);
     EXPECT_THAT(Say("tb"), status("loaded", "loaded"));
-    VorkaBitbases::UnloadBitbases();
-    files.LoadRammedPawn();
+    bitbases = {};
+    files.LoadRammedPawn(bitbases);
     EXPECT_THAT(Say("tb"), status("not loaded", "loaded"));
 }
 

@@ -32,7 +32,8 @@ TEST(Eval, PrintsTheScoreOfThePosition) {
     bench.Prepare({"force", "setboard 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"});
     for (const int personality : {0, 20}) {
         bench.game.protocol().personality = static_cast<std::int16_t>(personality);
-        const int value = evaluate_for_display(bench.game.board(), personality, bench.engine.tables);
+        const int value =
+            evaluate_for_display(bench.game.board(), personality, bench.engine.tables, bench.engine.bitbases);
         const LogCapture log;
         testing::internal::CaptureStdout();
         EXPECT_TRUE(bench.Send("eval").finished);

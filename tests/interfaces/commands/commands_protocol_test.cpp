@@ -138,7 +138,7 @@ TEST(Name, IsTheOpponentsNowAndInGamesToCome) {
     EXPECT_TRUE(bench.Send("name Some  Body").finished);
     EXPECT_EQ(bench.game.player(white).name, "Some Body");
     EXPECT_EQ(bench.game.player(black).name, "Vorka");
-    EXPECT_EQ(defaultHuman().name, "Some Body");
+    EXPECT_EQ(bench.game.defaultHuman().name, "Some Body");
     bench.Prepare({"go"});
     EXPECT_EQ(bench.game.player(white).name, "Vorka");
     EXPECT_EQ(bench.game.player(black).name, "Some Body");
@@ -153,8 +153,8 @@ TEST(Rating, IsEnginesThenOpponents) {
     EXPECT_TRUE(bench.Send("rating 2500 1800").finished);
     EXPECT_EQ(bench.game.player(black).rating, 2500);
     EXPECT_EQ(bench.game.player(white).rating, 1800);
-    EXPECT_EQ(defaultEngine(true).rating, 2500);
-    EXPECT_EQ(defaultHuman().rating, 1800);
+    EXPECT_EQ(bench.game.defaultEngine(true).rating, 2500);
+    EXPECT_EQ(bench.game.defaultHuman().rating, 1800);
 }
 
 TEST(Rating, ChangesTheDefaultsAloneUnlessTheEnginePlaysOneSide) {
@@ -163,7 +163,7 @@ TEST(Rating, ChangesTheDefaultsAloneUnlessTheEnginePlaysOneSide) {
     bench.Send("rating 2500 1800");
     EXPECT_EQ(bench.game.player(black).rating, 0);
     EXPECT_EQ(bench.game.player(white).rating, 0);
-    EXPECT_EQ(defaultEngine(true).rating, 2500);
+    EXPECT_EQ(bench.game.defaultEngine(true).rating, 2500);
     bench.Prepare({"new"});
     EXPECT_EQ(bench.game.player(black).rating, 2500);
     EXPECT_EQ(bench.game.player(white).rating, 1800);
@@ -173,7 +173,7 @@ TEST(Rating, IsNotNegative) {
     CommandBench bench;
     EXPECT_EQ(bench.Send("rating -1 1800").error, "Error (argument out of bounds): rating -1 1800");
     EXPECT_EQ(bench.Send("rating 2500 -1").error, "Error (argument out of bounds): rating 2500 -1");
-    EXPECT_EQ(defaultEngine(true).rating, 0);
+    EXPECT_EQ(bench.game.defaultEngine(true).rating, 0);
     EXPECT_EQ(bench.Send("rating 0 0").error, "");
 }
 

@@ -13,7 +13,6 @@
 #include <typeinfo>
 #include <vector>
 
-#include "interfaces/commands/commands_databases.h"
 #include "support/command_bench.h"
 #include "support/log_capture.h"
 

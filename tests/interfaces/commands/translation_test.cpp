@@ -60,7 +60,7 @@ TEST(Translation, SurvivesWordsOfAMegabyte) {
     while (many_words.size() < megabyte) many_words += " a";
     EXPECT_EQ(bench.Send(many_words).error, "Error (unrecognized command): " + many_words);
     EXPECT_EQ(bench.Send("name " + many_words).error, "");
-    EXPECT_EQ(playerDefaults().opponentName, many_words);
+    EXPECT_EQ(bench.game.playerDefaults().opponentName, many_words);
     EXPECT_EQ(bench.Send("draw " + many_words).error, "Error (too many parameters): draw " + many_words);
 }
 

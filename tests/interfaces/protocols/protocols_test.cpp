@@ -388,12 +388,10 @@ TEST(Greeting, NamesTheOpponentIfHeIsKnown) {
 }
 
 TEST(Greeting, StartsTheConsole) {
-    playerDefaults().opponentName = "Anna";
     ConsoleProtocol protocol;
-    const Said said = Capture([&] { protocol.start(); });
+    const Said said = Capture([&] { protocol.start("Anna"); });
     EXPECT_TRUE(std::regex_match(said.screen, std::regex("[A-Za-z ]+, Anna!\n"))) << said.screen;
     EXPECT_EQ(said.log, said.screen);
-    playerDefaults().opponentName = "Incognito";
 }
 
 // --- The statistics of a search ---
@@ -567,15 +565,15 @@ TEST(Protocol, ShowsItsVersionEverywhere) {
 TEST(XBoardStart, FirstVersionAndAdapterWriteNothing) {
     XBoardProtocol_1 first;
     XBoardFritzAdapter adapter;
-    EXPECT_EQ(Capture([&] { first.start(); }).screen, "");
-    EXPECT_EQ(Capture([&] { adapter.start(); }).screen, "");
+    EXPECT_EQ(Capture([&] { first.start(""); }).screen, "");
+    EXPECT_EQ(Capture([&] { adapter.start(""); }).screen, "");
 }
 
 TEST(XBoardStart, SecondVersionTellsItsFeatures) {
     XBoardProtocol_2 protocol;
     protocol.id = "##Foo";
-    (void)Capture([&] { protocol.start(); });  // raw mode is logged by the first start alone
-    const Said said = Capture([&] { protocol.start(); });
+    (void)Capture([&] { protocol.start(""); });  // raw mode is logged by the first start alone
+    const Said said = Capture([&] { protocol.start(""); });
     EXPECT_EQ(said.screen,
               "feature analyze=1\n"
               "feature colors=0\n"

@@ -10,8 +10,10 @@
 #include "bitbases/synthetic_file.h"
 #include "bitbases/table_source.h"
 #include "bitbases/tablebases.h"
+#include "search/state/node.h"
+#include "search/state/search_board.h"
+#include "support/board_builder.h"
 #include "support/row_name.h"
-#include "support/search_builder.h"
 
 namespace {
 
@@ -19,69 +21,80 @@ constexpr std::string_view won = "4k3/8/4K3/4P3/8/8/8/8 w - - 0 1";
 constexpr std::string_view lost = "4k3/8/4K3/4P3/8/8/8/8 b - - 0 1";
 constexpr std::string_view drawn = "4k3/4P3/4K3/8/8/8/8/8 b - - 0 1";
 
-/// The node of a position as if it stood at a ply.
-std::optional<Score> Ask(const SearchBuilder& search, std::uint32_t ply, Score beta, int position_class = 15) {
-    const Node node{.search = *search.board,
-                    .ply = ply,
-                    .beta = beta,
-                    .distance = 64,
-                    .in_check = search.board->board.in_check(),
-                    .type = NodeType::principal,
-                    .parent_class = position_class,
-                    .position_class = position_class,
-                    .child_flags = root_child,
-                    .moves = search.board->move_buffer,
-                    .moves_end = search.board->move_buffer};
-    return EndgameKnowledge(node);
-}
-std::optional<Score> Ask(std::string_view fen, std::uint32_t ply, Score beta, int position_class = 15) {
-    return Ask(SearchBuilder{fen}, ply, beta, position_class);
-}
-
-/// The score of a draw that the node stands for: the highest bound that it reaches, found by asking.
-std::optional<Score> DrawScoreOf(const SearchBuilder& search, std::uint32_t ply) {
-    for (const Score score : {-30, 0, 30}) {
-        if (Ask(search, ply, score) == score && Ask(search, ply, score + 1) == score) return score;
+class EndgameKnowledge : public testing::Test {
+  protected:
+    [[nodiscard]] std::unique_ptr<SearchBoard> At(std::string_view fen, Score contempt = 0) {
+        auto search = std::make_unique<SearchBoard>(engine_);
+        search->StartSearch(BoardFromFen(std::string(fen)), contempt);
+        return search;
     }
-    return std::nullopt;
-}
+    /// Asks a node of a position as if it stood at a ply.
+    [[nodiscard]] static std::optional<Score> Ask(SearchBoard& search, std::uint32_t ply, Score beta,
+                                                  int position_class = 15) {
+        const Node node{.search = search,
+                        .ply = ply,
+                        .beta = beta,
+                        .distance = 64,
+                        .in_check = search.board.in_check(),
+                        .type = NodeType::principal,
+                        .parent_class = position_class,
+                        .position_class = position_class,
+                        .child_flags = root_child,
+                        .moves = search.move_buffer,
+                        .moves_end = search.move_buffer};
+        return ::EndgameKnowledge(node);
+    }
+    [[nodiscard]] std::optional<Score> Ask(std::string_view fen, std::uint32_t ply, Score beta,
+                                           int position_class = 15) {
+        return Ask(*At(fen), ply, beta, position_class);
+    }
+    /// The score of a draw that the node stands for: the highest bound that it reaches, found by asking.
+    [[nodiscard]] static std::optional<Score> DrawScoreOf(SearchBoard& search, std::uint32_t ply) {
+        for (const Score score : {-30, 0, 30}) {
+            if (Ask(search, ply, score) == score && Ask(search, ply, score + 1) == score) return score;
+        }
+        return std::nullopt;
+    }
 
-TEST(EndgameKnowledge, AWinIsTheBetterTheSoonerItIsReached) {
+    Engine engine_;
+};
+
+TEST_F(EndgameKnowledge, AWinIsTheBetterTheSoonerItIsReached) {
     EXPECT_EQ(Ask(won, 3, 32703 + 1 - 3), 32703 + 1 - 3);
     EXPECT_EQ(Ask(won, 3, 32703 + 2 - 3), 32703 + 1 - 3) << "one below the bound";
     EXPECT_EQ(Ask(won, 5, 32703 + 1 - 5), 32703 + 1 - 5);
 }
 
-TEST(EndgameKnowledge, ALossIsAnsweredOnlyBelowTheBound) {
+TEST_F(EndgameKnowledge, ALossIsAnsweredOnlyBelowTheBound) {
     EXPECT_EQ(Ask(lost, 3, 0), -1);
     EXPECT_EQ(Ask(lost, 3, -32703 + 4), -32703 + 3);
     EXPECT_EQ(Ask(lost, 3, -32703 + 3), std::nullopt) << "good enough: it is searched";
 }
 
-TEST(EndgameKnowledge, ADrawIsWorthTheDrawScore) {
+TEST_F(EndgameKnowledge, ADrawIsWorthTheDrawScore) {
     EXPECT_EQ(Ask(drawn, 3, 0), 0);
     EXPECT_EQ(Ask(drawn, 3, 1), 0);
 }
 
-TEST(EndgameKnowledge, ADrawIsWorthTheContemptOfTheSideOnMove) {
-    const TablesScope tables(Always(VorkaTablebases::ProbeResult::found, 0));
+TEST_F(EndgameKnowledge, ADrawIsWorthTheContemptOfTheSideOnMove) {
+    engine_.tablebases = TablebasesOf(Always(VorkaTablebases::ProbeResult::found, 0));
     for (const Score contempt : {30, 0, -30}) {
         // A bitbase answers from the third ply on, the tables before.
         for (const std::uint32_t ply : {1U, 3U}) {
-            EXPECT_EQ(DrawScoreOf(SearchBuilder{drawn, contempt}, ply), contempt);
-            SearchBuilder with_move{"4k3/4P3/8/5K2/8/8/8/8 w - - 0 1", contempt};
-            with_move.Make("f5e6");
-            EXPECT_EQ(DrawScoreOf(with_move, ply), -contempt) << "to the opponent";
+            EXPECT_EQ(DrawScoreOf(*At(drawn, contempt), ply), contempt);
+            const auto behind_move = At("4k3/4P3/8/5K2/8/8/8/8 w - - 0 1", contempt);
+            behind_move->board.MakeMove(MoveOf(behind_move->board, "f5e6"));
+            EXPECT_EQ(DrawScoreOf(*behind_move, ply), -contempt) << "to the opponent";
         }
     }
 }
 
-TEST(EndgameKnowledge, TheFirstPliesAreSearched) {
+TEST_F(EndgameKnowledge, TheFirstPliesAreSearched) {
     EXPECT_EQ(Ask(won, 2, 0), std::nullopt);
     EXPECT_EQ(Ask(won, 1, 0), std::nullopt);
 }
 
-TEST(EndgameKnowledge, OnlyEndingsAreLookedUp) {
+TEST_F(EndgameKnowledge, OnlyEndingsAreLookedUp) {
     EXPECT_EQ(Ask(won, 3, 0, 2), 0);
     EXPECT_EQ(Ask(won, 3, 0, 1), std::nullopt);
     EXPECT_EQ(Ask("4k3/8/4K3/4P3/8/8/8/7N w - - 0 1", 3, 0, 17), std::nullopt);
@@ -94,15 +107,15 @@ constexpr std::string_view rammed_pawn = "4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1";
 constexpr auto two_pawns_cell = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
 constexpr auto rammed_pawn_cell = VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0);
 
-TEST(EndgameKnowledge, FilesAreReadWhereTheyAreLoaded) {
+TEST_F(EndgameKnowledge, FilesAreReadWhereTheyAreLoaded) {
     EXPECT_EQ(Ask(two_pawns, 3, 0), std::nullopt);
     EXPECT_EQ(Ask(rammed_pawn, 3, 0), std::nullopt);
-    const BitbasesScope files;
-    files.LoadTwoPawns();
+    const BitbaseFiles files;
+    files.LoadTwoPawns(engine_.bitbases);
     EXPECT_EQ(Ask(two_pawns, 3, 0), 0);
     EXPECT_EQ(Ask(rammed_pawn, 3, 0), std::nullopt);
-    VorkaBitbases::UnloadBitbases();
-    files.LoadRammedPawn();
+    engine_.bitbases = {};
+    files.LoadRammedPawn(engine_.bitbases);
     EXPECT_EQ(Ask(two_pawns, 3, 0), std::nullopt);
     EXPECT_EQ(Ask(rammed_pawn, 3, 0), 0);
 }
@@ -111,19 +124,23 @@ TEST(EndgameKnowledge, FilesAreReadWhereTheyAreLoaded) {
 struct FileRow {
     std::string_view name;
     std::string_view fen;
-    void (*load)(const BitbasesScope& files, int value);
+    void (*load)(const BitbaseFiles& files, VorkaBitbases::Bitbases& bitbases, int value);
     Score win;
     Score loss;
 };
 std::ostream& operator<<(std::ostream& out, const FileRow& row) { return out << row.name; }
-class FilesInSearch : public testing::TestWithParam<FileRow> {
+class FilesInSearch : public EndgameKnowledge, public testing::WithParamInterface<FileRow> {
   protected:
-    BitbasesScope files_;
+    /// Puts a file in use where the position has such a result.
+    void Load(int value) { GetParam().load(files_, engine_.bitbases, value); }
+
+  private:
+    BitbaseFiles files_;
 };
 
 TEST_P(FilesInSearch, AnswerFromTheThirdPlyOn) {
     const FileRow& row = GetParam();
-    row.load(files_, VorkaBitbases::stored_win);
+    Load(VorkaBitbases::stored_win);
     for (const std::uint32_t ply : {3U, 6U}) {
         const Score score = row.win + 1 - static_cast<Score>(ply);
         EXPECT_EQ(Ask(row.fen, ply, score), score);
@@ -135,7 +152,7 @@ TEST_P(FilesInSearch, AnswerFromTheThirdPlyOn) {
 
 TEST_P(FilesInSearch, SearchALossThatIsGoodEnough) {
     const FileRow& row = GetParam();
-    row.load(files_, VorkaBitbases::stored_loss);
+    Load(VorkaBitbases::stored_loss);
     for (const std::uint32_t ply : {3U, 6U}) {
         const Score score = row.loss + static_cast<Score>(ply);
         EXPECT_EQ(Ask(row.fen, ply, score + 1), score);
@@ -145,37 +162,36 @@ TEST_P(FilesInSearch, SearchALossThatIsGoodEnough) {
 
 TEST_P(FilesInSearch, AnswerADrawWithTheDrawScore) {
     for (const int value : {0, 2}) {
-        GetParam().load(files_, value);
-        EXPECT_EQ(DrawScoreOf(SearchBuilder{GetParam().fen, 30}, 3), 30) << value;
+        Load(value);
+        EXPECT_EQ(DrawScoreOf(*At(GetParam().fen, 30), 3), 30) << value;
     }
 }
 
 TEST_P(FilesInSearch, AreAskedBeforeTheTables) {
-    const TablesScope tables(Always(VorkaTablebases::ProbeResult::found, 32767 - 20));
+    engine_.tablebases = TablebasesOf(Always(VorkaTablebases::ProbeResult::found, 32767 - 20));
     EXPECT_EQ(Ask(GetParam().fen, 3, 32767 - 23), 32767 - 23) << "no file yet";
-    GetParam().load(files_, VorkaBitbases::stored_draw);
+    Load(VorkaBitbases::stored_draw);
     EXPECT_EQ(Ask(GetParam().fen, 3, 32767 - 23), 32767 - 24) << "drawn";
     EXPECT_EQ(Ask(GetParam().fen, 2, 32767 - 22), 32767 - 22) << "at the first plies there are tables alone";
-    GetParam().load(files_, VorkaBitbases::stored_loss);
+    Load(VorkaBitbases::stored_loss);
     EXPECT_EQ(Ask(GetParam().fen, 3, -32767), -32767) << "lost, good enough, and the tables know it as won";
 }
 
 INSTANTIATE_TEST_SUITE_P(EndgameKnowledge, FilesInSearch,
                          testing::Values(FileRow{"two pawns", two_pawns,
-                                                 [](const BitbasesScope& files, int value) {
-                                                     files.LoadTwoPawns(two_pawns_cell, value);
-                                                 },
+                                                 [](const BitbaseFiles& files, VorkaBitbases::Bitbases& bitbases,
+                                                    int value) { files.LoadTwoPawns(bitbases, two_pawns_cell, value); },
                                                  4 * 3 + 32667, -(4 * 4 + 32667)},
-                                         FileRow{"rammed pawn", rammed_pawn,
-                                                 [](const BitbasesScope& files, int value) {
-                                                     files.LoadRammedPawn(rammed_pawn_cell, value);
-                                                 },
-                                                 4 * 3 + 32667, 4 * 4 - 32637}),
+                                         FileRow{
+                                             "rammed pawn", rammed_pawn,
+                                             [](const BitbaseFiles& files, VorkaBitbases::Bitbases& bitbases,
+                                                int value) { files.LoadRammedPawn(bitbases, rammed_pawn_cell, value); },
+                                             4 * 3 + 32667, 4 * 4 - 32637}),
                          RowName<FileRow>);
 
-TEST(EndgameKnowledge, EnPassantRulesTheBlockedPawnsOut) {
-    const BitbasesScope files;
-    files.LoadRammedPawn();
+TEST_F(EndgameKnowledge, EnPassantRulesTheBlockedPawnsOut) {
+    const BitbaseFiles files;
+    files.LoadRammedPawn(engine_.bitbases);
     EXPECT_EQ(Ask("4k3/8/8/6p1/5pP1/8/8/4K3 b - - 0 1", 3, 0), 0);
     EXPECT_EQ(Ask("4k3/8/8/6p1/5pP1/8/8/4K3 b - g3 0 1", 3, 0), std::nullopt);
     EXPECT_EQ(Ask("4k3/8/8/2p5/8/2P3P1/8/4K3 w - - 0 1", 3, 0), std::nullopt) << "no pawn is blocked";
@@ -183,12 +199,11 @@ TEST(EndgameKnowledge, EnPassantRulesTheBlockedPawnsOut) {
 
 // --- Tables ---
 
-class TablesInSearch : public testing::Test {
+class TablesInSearch : public EndgameKnowledge {
   protected:
-    ~TablesInSearch() override { VorkaTablebases::UseSource(nullptr); }
-    static void Load(int score) { Answer(VorkaTablebases::ProbeResult::found, score); }
-    static void Answer(VorkaTablebases::ProbeResult result, int score) {
-        VorkaTablebases::UseSource(std::make_unique<FakeTables>(Always(result, score)));
+    void Load(int score) { Answer(VorkaTablebases::ProbeResult::found, score); }
+    void Answer(VorkaTablebases::ProbeResult result, int score) {
+        engine_.tablebases = TablebasesOf(Always(result, score));
     }
     static constexpr std::string_view rooks = "4k3/8/4K3/4P3/8/8/8/r6R w - - 0 1";
 };

@@ -22,7 +22,7 @@ constexpr std::string_view rook_ending_up = "4k1r1/pppp4/8/8/8/8/PPPPP3/R3K3 w -
 
 TEST(StandPatStep, ReturnsBetaWhenTheScoreReachesIt) {
     SearchBuilder search(rook_ending_up);
-    const int score = evaluate_for_display(search.board->board, 0, search.tables);
+    const int score = evaluate_for_display(search.board->board, 0, search.tables, search.engine.bitbases);
     Node node = search.NodeAt(score, 0);
     EXPECT_EQ(StandPat(node), score);
     Node above = search.NodeAt(score + 1, 0);
