@@ -20,6 +20,7 @@ ALLOWED = {
     "VorkaHelpScreen::FullHelp()::help": "const, built by the first call",
     "VorkaHelpScreen::StartupHelp()::help": "const, built by the first call",
     "VorkaHelpScreen::EditHelp()::help": "const, built by the first call",
+    "VorkaInterfaces::KeywordTable()::rows": "const, joined by the first call",
     # Of the process, which has one of each.
     "vlog": "the log",
     "(anonymous namespace)::StandardInput()::reader": "standard input, with what was read ahead",

@@ -11,10 +11,12 @@
 #include <string_view>
 #include <vector>
 
+#include "bitbases/bitbases.h"
 #include "chess/exchange.h"
 #include "evaluation/context/position_type.h"
 #include "evaluation/evaluate.h"
 #include "search/node/search_node.h"
+#include "search/tables/hash.h"
 #include "support/board_builder.h"
 #include "support/mode_filter.h"
 #include "support/plain_settings.h"
@@ -26,7 +28,12 @@ namespace {
 /// "Worth at least beta?", by the rules of the full-width search and of the quiescence search.
 class SlowSearch {
   public:
-    SlowSearch(Colour root_side, Score contempt) : root_side_(root_side), contempt_(contempt) {}
+    /// A score that is known answers every question; one that is not may be answered lazily. So both searches share the
+    /// tables.
+    SlowSearch(Colour root_side, Score contempt, HashTables& tables)
+        : root_side_(root_side),
+          contempt_(contempt),
+          evaluation_{.settings = &evaluation_settings_, .tables = &tables, .bitbases = &bitbases_} {}
 
     bool IsAtLeast(const BOARD& board, Move last_move, Score beta, Distance distance, int parent_class) {
         const auto ply = static_cast<Score>(board.ply);
@@ -101,7 +108,8 @@ class SlowSearch {
     Colour root_side_;
     Score contempt_;
     EVALUATION_SETTINGS evaluation_settings_;
-    EVALUATION_CONTEXT evaluation_{.settings = &evaluation_settings_};
+    VorkaBitbases::Bitbases bitbases_;
+    EVALUATION_CONTEXT evaluation_;
 };
 
 TEST(SearchNodeModel, GivesTheSameAnswers) {
@@ -121,7 +129,7 @@ TEST(SearchNodeModel, GivesTheSameAnswers) {
         const Distance distance = static_cast<Distance>(random() % 130) - 64;
         for (const Score beta : {material, material + 40, material - 330, material + 700, Score{0}, contempt, -contempt,
                                  Score{32760}, Score{-32760}, Score{31767}, Score{31766}, Score{-31767}}) {
-            SlowSearch slow(Opponent(static_cast<Colour>(board.side_to_move)), contempt);
+            SlowSearch slow(Opponent(static_cast<Colour>(board.side_to_move)), contempt, search.tables);
             const bool expected = slow.IsAtLeast(board, move, beta, distance, root_class);
             ASSERT_EQ(search.Ask(beta, distance), expected ? beta : beta - 1)
                 << "seed " << seed << ", " << FenOf(board) << ", beta " << beta << ", distance " << distance
