@@ -14,8 +14,9 @@ namespace {
 
 using vocabulary::no_error_description;
 
-/// Bounds go to the infinity bound; that of a child, 1 - beta, one point further.
-constexpr Score largest_bound = infinity_bound + 1;
+/// Bounds go to the infinity bound, and a little further: a candidate is asked first about ten points above the best
+/// score, which may be a mate already, and the bound of a child is 1 - beta.
+constexpr Score largest_bound = infinity_bound + 20;
 
 bool IsInBuffer(const Node& node, const Move* place) {
     const auto& buffer = node.search.move_buffer;
