@@ -13,8 +13,8 @@
 #include <string_view>
 
 #include "chess/user_board.h"
+#include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
-#include "search/root/search_controller.h"
 #include "silent_host.h"
 
 namespace {

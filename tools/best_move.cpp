@@ -15,8 +15,8 @@
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "frame/base/vocabulary.h"
+#include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
-#include "search/root/search_controller.h"
 #include "silent_host.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "search/root/search_host.h"
+#include "search/driver/search_host.h"
 
 /// A search that nobody listens to. Who wants to hear something overrides it.
 class SilentHost : public SearchHost {

@@ -17,7 +17,7 @@ from pathlib import Path, PurePosixPath
 BASE = "frame/base"
 TABLES = "search/tables"
 # What those above the search see of it.
-SEARCH = (TABLES, "search/settings", "search/engine", "search/root")
+SEARCH = (TABLES, "search/settings", "search/engine", "search/driver")
 FOLDERS = {
     BASE: (),
     "chess": (BASE,),
@@ -36,7 +36,7 @@ FOLDERS = {
     "search/state": (BASE, "chess", TABLES, "bitbases", "evaluation/context", "search/settings", "search/engine"),
     "search/ordering": (BASE, "chess", TABLES, "evaluation/", "search/settings", "search/state"),
     "search/node": (BASE, "chess", TABLES, "bitbases", "evaluation", "evaluation/context", "search/"),
-    "search/root": (BASE, "chess", TABLES, "bitbases", "evaluation", "evaluation/context", "search/"),
+    "search/driver": (BASE, "chess", TABLES, "bitbases", "evaluation", "evaluation/context", "search/"),
     "frame/game": (BASE, "chess", "bitbases", *SEARCH),
     "interfaces/protocols": (BASE, "chess", "evaluation", *SEARCH, "frame/game"),
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "search/root/search_host.h"
+#include "search/driver/search_host.h"
 
 /// A world for a search: notes what it is told, and does what the test wants when it is polled.
 struct FakeSearchHost : SearchHost {

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-/// Base of every exception that reports a failure. The exceptions that steer the search (search/root/steering.h) stand
-/// apart: they report nothing and share no base, so that no handler of failures can swallow them.
+/// Base of every exception that reports a failure. The exceptions that steer the search (search/driver/steering.h)
+/// stand apart: they report nothing and share no base, so that no handler of failures can swallow them.
 class VorkaException : public std::exception {};
 
 /// A failure that is told by its text.

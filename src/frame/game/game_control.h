@@ -12,9 +12,9 @@
 #include "frame/game/draw_resign_advisor.h"
 #include "frame/game/forecast.h"
 #include "frame/game/game_protocol.h"
+#include "search/driver/search_controller.h"
+#include "search/driver/steering.h"
 #include "search/engine/engine.h"
-#include "search/root/search_controller.h"
-#include "search/root/steering.h"
 
 struct PlayerInfo {
     std::string name;

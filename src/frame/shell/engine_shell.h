@@ -9,8 +9,8 @@
 #include "frame/shell/startup_options.h"
 #include "interfaces/commands/command.h"
 #include "interfaces/protocols/connected_game.h"
-#include "search/root/search_host.h"
-#include "search/root/steering.h"
+#include "search/driver/search_host.h"
+#include "search/driver/steering.h"
 
 /// The top object: the queues, the main loop, and what a search asks of the world. main owns it.
 ///

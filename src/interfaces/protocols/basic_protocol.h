@@ -8,8 +8,8 @@
 #include "chess/user_board.h"
 #include "frame/game/game_protocol.h"
 #include "interfaces/protocols/help_texts.h"
-#include "search/root/search_host.h"
-#include "search/root/steering.h"
+#include "search/driver/search_host.h"
+#include "search/driver/steering.h"
 
 struct HashTables;
 

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "bitbases/synthetic_file.h"
+#include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
-#include "search/root/search_controller.h"
 #include "support/fake_search_host.h"
 
 namespace {

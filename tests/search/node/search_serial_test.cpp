@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "evaluation/context/position_type.h"
-#include "search/root/steering.h"
+#include "search/driver/steering.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"
 #include "support/search_builder.h"

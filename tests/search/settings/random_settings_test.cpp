@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "search/driver/bound_search.h"
 #include "search/engine/engine.h"
-#include "search/root/bound_search.h"
 #include "search/settings/search_settings.h"
 #include "support/board_builder.h"
 #include "support/row_name.h"

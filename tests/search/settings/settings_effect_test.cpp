@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "chess/user_board.h"
-#include "search/root/search_controller.h"
+#include "search/driver/search_controller.h"
 #include "search/settings/search_settings.h"
 #include "support/fake_search_host.h"
 

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "evaluation/context/evaluation_context.h"
+#include "search/driver/bound_search.h"
+#include "search/driver/principal_variation.h"
+#include "search/driver/search_clock.h"
+#include "search/driver/search_host.h"
+#include "search/driver/steering.h"
 #include "search/engine/engine.h"
-#include "search/root/bound_search.h"
-#include "search/root/principal_variation.h"
-#include "search/root/search_clock.h"
-#include "search/root/search_host.h"
-#include "search/root/steering.h"
 #include "search/state/node_poll.h"
 
 struct SearchBoard;

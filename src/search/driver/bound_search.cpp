@@ -5,7 +5,7 @@
 // at least 56? yes, and the step is a quarter of the gap, halved: 7; at least 63? no. 56 and 62 are less than 21 apart,
 // and so 59 is good enough.
 
-#include "search/root/bound_search.h"
+#include "search/driver/bound_search.h"
 
 #include <algorithm>
 #include <cstdlib>

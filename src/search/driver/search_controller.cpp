@@ -1,4 +1,4 @@
-#include "search/root/search_controller.h"
+#include "search/driver/search_controller.h"
 
 #include <algorithm>
 #include <iterator>

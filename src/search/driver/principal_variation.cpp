@@ -1,4 +1,4 @@
-#include "search/root/principal_variation.h"
+#include "search/driver/principal_variation.h"
 
 #include "chess/attacks.h"
 #include "chess/move_generator.h"

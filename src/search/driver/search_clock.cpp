@@ -1,4 +1,4 @@
-#include "search/root/search_clock.h"
+#include "search/driver/search_clock.h"
 
 #include <cstdlib>
 

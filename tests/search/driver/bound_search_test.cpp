@@ -1,4 +1,4 @@
-#include "search/root/bound_search.h"
+#include "search/driver/bound_search.h"
 
 #include <gtest/gtest.h>
 

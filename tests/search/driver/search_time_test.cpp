@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "chess/move_generator.h"
-#include "search/root/search_controller.h"
+#include "search/driver/search_controller.h"
 #include "support/board_builder.h"
 #include "support/fake_search_host.h"
 

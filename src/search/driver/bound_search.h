@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "search/root/search_clock.h"
+#include "search/driver/search_clock.h"
 #include "search/state/search_board.h"
 #include "search/tables/score.h"
 

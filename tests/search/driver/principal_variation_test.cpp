@@ -1,4 +1,4 @@
-#include "search/root/principal_variation.h"
+#include "search/driver/principal_variation.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "chess/user_board.h"
-#include "search/root/search_controller.h"
+#include "search/driver/search_controller.h"
 #include "support/fake_search_host.h"
 #include "support/mate_solver.h"
 #include "support/search_builder.h"
