@@ -125,7 +125,7 @@ struct RunRow {
     std::string fen;
     std::int32_t draw_value;
     std::int32_t score;
-    std::int32_t below, above, draw_score, drawish;  ///< runs behind one search that began with 5 each
+    std::int32_t below, above, draw_score, drawish;  ///< runs after one search that began with 5 each
 };
 
 class Runs : public testing::TestWithParam<RunRow> {};
@@ -420,6 +420,16 @@ INSTANTIATE_TEST_SUITE_P(
                                 true}),
     RowName<QuestionRow>);
 
+/// Scores that make a draw whoever asks for it.
+const QuestionRow draw_scores[] = {
+    {"OneDrawScore", [](auto& a) { a.drawScoreRun = 1; }, false},
+    {"TwoDrawScores", [](auto& a) { a.drawScoreRun = 2; }, true},
+    {"FourteenDrawishScores", [](auto& a) { a.drawishRun = 14; }, false},
+    {"FifteenDrawishScores", [](auto& a) { a.drawishRun = 15; }, true},
+    {"SixOfThemAbove", [](auto& a) { a.drawishRun = 15, a.aboveRun = 6; }, true},
+    {"SevenOfThemAbove", [](auto& a) { a.drawishRun = 15, a.aboveRun = 7; }, false},
+};
+
 class ShouldOfferDraw : public testing::TestWithParam<QuestionRow> {};
 
 TEST_P(ShouldOfferDraw, Answers) {
@@ -431,8 +441,6 @@ TEST_P(ShouldOfferDraw, Answers) {
 
 INSTANTIATE_TEST_SUITE_P(Advisor, ShouldOfferDraw,
                          testing::Values(QuestionRow{"NoDrawishScores", [](auto&) {}, false},
-                                         QuestionRow{"OneDrawScore", [](auto& a) { a.drawScoreRun = 1; }, false},
-                                         QuestionRow{"TwoDrawScores", [](auto& a) { a.drawScoreRun = 2; }, true},
                                          QuestionRow{"OneSearch",
                                                      [](auto& a) {
                                                          a.drawScoreRun = 2;
@@ -457,13 +465,13 @@ INSTANTIATE_TEST_SUITE_P(Advisor, ShouldOfferDraw,
                                                          a.tablebaseVerdict = TablebaseVerdict::drawn;
                                                      },
                                                      true},
-                                         QuestionRow{"SevenSearchesBehindTheLastOffer",
+                                         QuestionRow{"SevenSearchesAfterTheLastOffer",
                                                      [](auto& a) {
                                                          a.drawScoreRun = 2;
                                                          a.sinceOffer = 7;
                                                      },
                                                      false},
-                                         QuestionRow{"EightSearchesBehindTheLastOffer",
+                                         QuestionRow{"EightSearchesAfterTheLastOffer",
                                                      [](auto& a) {
                                                          a.drawScoreRun = 2;
                                                          a.sinceOffer = 8;
@@ -475,23 +483,9 @@ INSTANTIATE_TEST_SUITE_P(Advisor, ShouldOfferDraw,
                                                          a.sinceOffer = 1;
                                                          a.opponentIsComputer = true;
                                                      },
-                                                     true},
-                                         QuestionRow{"FourteenDrawishScores", [](auto& a) { a.drawishRun = 14; },
-                                                     false},
-                                         QuestionRow{"FifteenDrawishScores", [](auto& a) { a.drawishRun = 15; }, true},
-                                         QuestionRow{"SixOfThemAbove",
-                                                     [](auto& a) {
-                                                         a.drawishRun = 15;
-                                                         a.aboveRun = 6;
-                                                     },
-                                                     true},
-                                         QuestionRow{"SevenOfThemAbove",
-                                                     [](auto& a) {
-                                                         a.drawishRun = 15;
-                                                         a.aboveRun = 7;
-                                                     },
-                                                     false}),
+                                                     true}),
                          RowName<QuestionRow>);
+INSTANTIATE_TEST_SUITE_P(DrawScores, ShouldOfferDraw, testing::ValuesIn(draw_scores), RowName<QuestionRow>);
 
 class AcceptDraw : public testing::TestWithParam<QuestionRow> {};
 
@@ -502,34 +496,19 @@ TEST_P(AcceptDraw, Answers) {
     EXPECT_EQ(advisor.acceptDraw(), GetParam().answer);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Advisor, AcceptDraw,
-    testing::Values(QuestionRow{"Fresh", [](auto&) {}, false},
-                    // The search that answers has been counted by then.
-                    QuestionRow{"OfferedWithTheLastMove", [](auto& a) { a.sinceOffer = 1; }, true},
-                    QuestionRow{"OfferedWithTheMoveBefore", [](auto& a) { a.sinceOffer = 2; }, false},
-                    QuestionRow{"OneHopelessScore", [](auto& a) { a.hopelessRun = 1; }, true},
-                    QuestionRow{"OneDrawScore", [](auto& a) { a.drawScoreRun = 1; }, false},
-                    QuestionRow{"TwoDrawScores", [](auto& a) { a.drawScoreRun = 2; }, true},
-                    QuestionRow{"FiveScoresBelow", [](auto& a) { a.belowRun = 5; }, false},
-                    QuestionRow{"SixScoresBelow", [](auto& a) { a.belowRun = 6; }, true},
-                    QuestionRow{"FourteenDrawishScores", [](auto& a) { a.drawishRun = 14; }, false},
-                    QuestionRow{"FifteenDrawishScores", [](auto& a) { a.drawishRun = 15; }, true},
-                    QuestionRow{"SixOfThemAbove",
-                                [](auto& a) {
-                                    a.drawishRun = 15;
-                                    a.aboveRun = 6;
-                                },
-                                true},
-                    QuestionRow{"SevenOfThemAbove",
-                                [](auto& a) {
-                                    a.drawishRun = 15;
-                                    a.aboveRun = 7;
-                                },
-                                false}),
-    RowName<QuestionRow>);
+INSTANTIATE_TEST_SUITE_P(Advisor, AcceptDraw,
+                         testing::Values(QuestionRow{"Fresh", [](auto&) {}, false},
+                                         // The search that answers has been counted by then.
+                                         QuestionRow{"OfferedWithTheLastMove", [](auto& a) { a.sinceOffer = 1; }, true},
+                                         QuestionRow{"OfferedWithTheMoveBefore", [](auto& a) { a.sinceOffer = 2; },
+                                                     false},
+                                         QuestionRow{"OneHopelessScore", [](auto& a) { a.hopelessRun = 1; }, true},
+                                         QuestionRow{"FiveScoresBelow", [](auto& a) { a.belowRun = 5; }, false},
+                                         QuestionRow{"SixScoresBelow", [](auto& a) { a.belowRun = 6; }, true}),
+                         RowName<QuestionRow>);
+INSTANTIATE_TEST_SUITE_P(DrawScores, AcceptDraw, testing::ValuesIn(draw_scores), RowName<QuestionRow>);
 
-TEST_F(Advisor, OffersBehindTheSecondScoreOnTheDrawValue) {
+TEST_F(Advisor, OffersAfterTheSecondScoreOnTheDrawValue) {
     Add(0);
     EXPECT_FALSE(advisor.shouldOfferDraw());
     Add(0);
