@@ -24,6 +24,7 @@ namespace {
 
 using VorkaBitbases::Cell;
 using VorkaBitbases::HelperFunctions::CompactAntiMirroredSquare;
+using enum VorkaBitbases::StoredResult;
 
 class Bitbases : public testing::Test {
   protected:
@@ -97,24 +98,24 @@ TEST_P(TwoPawns, AreReadInTheViewOfTheSideToMove) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Files, TwoPawns, testing::Values(
-    TwoPawnsRow{"a win", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), 3, 4 * 3 + 32667},
-    TwoPawnsRow{"a loss", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), 1, -(4 * 4 + 32667)},
-    TwoPawnsRow{"a draw", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), 0, 0},
-    TwoPawnsRow{"two is a draw as well", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), 2, 0},
-    TwoPawnsRow{"from the right half", "4k3/8/6p1/8/5P2/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(c4, b6, d1, d8), 3, 4 * 3 + 32667},
-    TwoPawnsRow{"of Black", "4k3/8/1p6/8/6P1/8/8/4K3 b - - 0 1", VorkaBitbases::TwoPawnsCell(b3, g5, e1, e8), 3, 4 * 2 + 32667},
-    TwoPawnsRow{"of Black from the right half", "4k3/8/6p1/8/1P6/8/8/4K3 b - - 0 1", VorkaBitbases::TwoPawnsCell(b3, g5, d1, d8), 1, -(4 * 5 + 32667)}), RowName<TwoPawnsRow>);
+    TwoPawnsRow{"a win", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), stored_win, 4 * 3 + 32667},
+    TwoPawnsRow{"a loss", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), stored_loss, -(4 * 4 + 32667)},
+    TwoPawnsRow{"a draw", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), stored_draw, 0},
+    TwoPawnsRow{"two is a draw as well", "4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), stored_draw_too, 0},
+    TwoPawnsRow{"from the right half", "4k3/8/6p1/8/5P2/8/8/4K3 w - - 0 1", VorkaBitbases::TwoPawnsCell(c4, b6, d1, d8), stored_win, 4 * 3 + 32667},
+    TwoPawnsRow{"of Black", "4k3/8/1p6/8/6P1/8/8/4K3 b - - 0 1", VorkaBitbases::TwoPawnsCell(b3, g5, e1, e8), stored_win, 4 * 2 + 32667},
+    TwoPawnsRow{"of Black from the right half", "4k3/8/6p1/8/1P6/8/8/4K3 b - - 0 1", VorkaBitbases::TwoPawnsCell(b3, g5, d1, d8), stored_loss, -(4 * 5 + 32667)}), RowName<TwoPawnsRow>);
 // clang-format on
 
 TEST_F(Bitbases, RawResultsNeedNoPosition) {
     SyntheticFile(VorkaBitbases::two_pawns_size)
-        .Set(VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), 3)
-        .Set(VorkaBitbases::TwoPawnsCell(b3, g5, d1, d8), 1)
+        .Set(VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8), stored_win)
+        .Set(VorkaBitbases::TwoPawnsCell(b3, g5, d1, d8), stored_loss)
         .Write(File("x"));
     bitbases_.LoadTwoPawns(File("x"));
-    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 3);
-    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(black, e1, e8, b4, g6), 1);
-    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e7, b4, g6), 0);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), stored_win);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(black, e1, e8, b4, g6), stored_loss);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e7, b4, g6), stored_draw);
 }
 
 // --- Rammed pawns ---
@@ -132,38 +133,38 @@ TEST_P(RammedPawns, AreReadInTheViewOfTheSideWithTwo) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Files, RammedPawns, testing::Values(
-    TwoPawnsRow{"a win", "4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0), 3, 4 * 3 + 32667},
-    TwoPawnsRow{"a win of the side not to move", "4k3/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), 3, -(4 * 3 + 32667)},
-    TwoPawnsRow{"a loss", "4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0), 1, 4 * 4 - 32637},
-    TwoPawnsRow{"a loss of the side not to move", "4k3/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), 1, 32637 - 4 * 4},
-    TwoPawnsRow{"from the right half", "4k3/8/8/5p2/1P3P2/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, d8, 0), 3, 4 * 3 + 32667},
-    TwoPawnsRow{"behind the ram", "4k3/8/8/2p5/2P5/8/2P5/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c2, e1, e8, 0), 3, 4 * 1 + 32667},
-    TwoPawnsRow{"of Black", "4k3/8/8/2p3p1/2P5/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0), 3, 4 * 3 + 32667},
-    TwoPawnsRow{"of Black, White to move", "4k3/8/8/2p3p1/2P5/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), 3, -(4 * 3 + 32667)}), RowName<TwoPawnsRow>);
+    TwoPawnsRow{"a win", "4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0), stored_win, 4 * 3 + 32667},
+    TwoPawnsRow{"a win of the side not to move", "4k3/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), stored_win, -(4 * 3 + 32667)},
+    TwoPawnsRow{"a loss", "4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0), stored_loss, 4 * 4 - 32637},
+    TwoPawnsRow{"a loss of the side not to move", "4k3/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), stored_loss, 32637 - 4 * 4},
+    TwoPawnsRow{"from the right half", "4k3/8/8/5p2/1P3P2/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, d8, 0), stored_win, 4 * 3 + 32667},
+    TwoPawnsRow{"behind the ram", "4k3/8/8/2p5/2P5/8/2P5/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c2, e1, e8, 0), stored_win, 4 * 1 + 32667},
+    TwoPawnsRow{"of Black", "4k3/8/8/2p3p1/2P5/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0), stored_win, 4 * 3 + 32667},
+    TwoPawnsRow{"of Black, White to move", "4k3/8/8/2p3p1/2P5/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 1), stored_win, -(4 * 3 + 32667)}), RowName<TwoPawnsRow>);
 // clang-format on
 
 // A loss counts the way of the weak king to the blocked pawn, which is not that to the free one in any of these rows.
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(KingsAndColours, RammedPawns, testing::Values(
-    TwoPawnsRow{"a loss, far from the blocked pawn", "7k/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), 1, 4 * 5 - 32637},
-    TwoPawnsRow{"and of the side not to move", "7k/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 1), 1, 32637 - 4 * 5},
-    TwoPawnsRow{"a loss, near the blocked pawn", "8/8/1k6/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, b6, 0), 1, 4 * 2 - 32637},
-    TwoPawnsRow{"a loss, the weak king on the lower half", "8/8/8/2p5/2P3P1/4K3/8/7k w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e3, h1, 0), 1, 4 * 5 - 32637},
-    TwoPawnsRow{"a win, the weak king on the lower half", "8/8/8/2p5/2P3P1/4K3/8/7k b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e3, h1, 1), 3, -(4 * 3 + 32667)},
-    TwoPawnsRow{"a loss from the right half", "k7/8/8/5p2/1P3P2/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 0), 1, 4 * 5 - 32637},
-    TwoPawnsRow{"a loss of Black", "4k3/8/8/2p3p1/2P5/8/8/7K b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), 1, 4 * 5 - 32637},
-    TwoPawnsRow{"a loss of Black, White to move", "4k3/8/8/2p3p1/2P5/8/8/7K w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 1), 1, 32637 - 4 * 5},
-    TwoPawnsRow{"a loss of Black from the right half", "4k3/8/8/1p3p2/5P2/8/8/K7 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 0), 1, 4 * 5 - 32637},
-    TwoPawnsRow{"and White to move", "4k3/8/8/1p3p2/5P2/8/8/K7 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 1), 1, 32637 - 4 * 5},
-    TwoPawnsRow{"a loss of Black, the weak king on the lower half", "K7/4k3/8/1p3p2/5P2/8/8/8 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d2, h1, 0), 1, 4 * 5 - 32637},
-    TwoPawnsRow{"a win of Black from the right half", "4k3/8/8/5p2/5P2/1p6/8/K7 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g6, d1, h8, 0), 3, 4 * 5 + 32667},
-    TwoPawnsRow{"a win of Black, White to move", "4k3/8/8/5p2/5P2/1p6/8/K7 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g6, d1, h8, 1), 3, -(4 * 5 + 32667)},
-    TwoPawnsRow{"a win of Black, blocked on the h file", "4k3/8/7p/6pP/8/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(a3, b4, d1, d8, 0), 3, 4 * 3 + 32667},
-    TwoPawnsRow{"a win of Black, blocked on the e file", "6k1/8/8/p3p3/4P3/8/8/6K1 b - - 0 1", VorkaBitbases::RammedPawnsCell(d4, h4, b1, b8, 0), 3, 4 * 3 + 32667},
-    TwoPawnsRow{"of Black, behind the ram", "4k3/5p2/8/5p2/5P2/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c2, d1, d8, 0), 3, 4 * 1 + 32667},
-    TwoPawnsRow{"of Black, ahead of the ram", "4k3/8/8/5p2/5P2/8/5p2/7K b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c7, d1, a8, 0), 3, 4 * 6 + 32667},
-    TwoPawnsRow{"ahead of the ram", "7k/2P5/8/2p5/2P5/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c7, e1, h8, 0), 3, 4 * 6 + 32667},
-    TwoPawnsRow{"two is a draw as well", "7k/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), 2, 0}), RowName<TwoPawnsRow>);
+    TwoPawnsRow{"a loss, far from the blocked pawn", "7k/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), stored_loss, 4 * 5 - 32637},
+    TwoPawnsRow{"and of the side not to move", "7k/8/8/2p5/2P3P1/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 1), stored_loss, 32637 - 4 * 5},
+    TwoPawnsRow{"a loss, near the blocked pawn", "8/8/1k6/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, b6, 0), stored_loss, 4 * 2 - 32637},
+    TwoPawnsRow{"a loss, the weak king on the lower half", "8/8/8/2p5/2P3P1/4K3/8/7k w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e3, h1, 0), stored_loss, 4 * 5 - 32637},
+    TwoPawnsRow{"a win, the weak king on the lower half", "8/8/8/2p5/2P3P1/4K3/8/7k b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e3, h1, 1), stored_win, -(4 * 3 + 32667)},
+    TwoPawnsRow{"a loss from the right half", "k7/8/8/5p2/1P3P2/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 0), stored_loss, 4 * 5 - 32637},
+    TwoPawnsRow{"a loss of Black", "4k3/8/8/2p3p1/2P5/8/8/7K b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), stored_loss, 4 * 5 - 32637},
+    TwoPawnsRow{"a loss of Black, White to move", "4k3/8/8/2p3p1/2P5/8/8/7K w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 1), stored_loss, 32637 - 4 * 5},
+    TwoPawnsRow{"a loss of Black from the right half", "4k3/8/8/1p3p2/5P2/8/8/K7 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 0), stored_loss, 4 * 5 - 32637},
+    TwoPawnsRow{"and White to move", "4k3/8/8/1p3p2/5P2/8/8/K7 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d1, h8, 1), stored_loss, 32637 - 4 * 5},
+    TwoPawnsRow{"a loss of Black, the weak king on the lower half", "K7/4k3/8/1p3p2/5P2/8/8/8 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, d2, h1, 0), stored_loss, 4 * 5 - 32637},
+    TwoPawnsRow{"a win of Black from the right half", "4k3/8/8/5p2/5P2/1p6/8/K7 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g6, d1, h8, 0), stored_win, 4 * 5 + 32667},
+    TwoPawnsRow{"a win of Black, White to move", "4k3/8/8/5p2/5P2/1p6/8/K7 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g6, d1, h8, 1), stored_win, -(4 * 5 + 32667)},
+    TwoPawnsRow{"a win of Black, blocked on the h file", "4k3/8/7p/6pP/8/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(a3, b4, d1, d8, 0), stored_win, 4 * 3 + 32667},
+    TwoPawnsRow{"a win of Black, blocked on the e file", "6k1/8/8/p3p3/4P3/8/8/6K1 b - - 0 1", VorkaBitbases::RammedPawnsCell(d4, h4, b1, b8, 0), stored_win, 4 * 3 + 32667},
+    TwoPawnsRow{"of Black, behind the ram", "4k3/5p2/8/5p2/5P2/8/8/4K3 b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c2, d1, d8, 0), stored_win, 4 * 1 + 32667},
+    TwoPawnsRow{"of Black, ahead of the ram", "4k3/8/8/5p2/5P2/8/5p2/7K b - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c7, d1, a8, 0), stored_win, 4 * 6 + 32667},
+    TwoPawnsRow{"ahead of the ram", "7k/2P5/8/2p5/2P5/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, c7, e1, h8, 0), stored_win, 4 * 6 + 32667},
+    TwoPawnsRow{"two is a draw as well", "7k/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1", VorkaBitbases::RammedPawnsCell(c4, g4, e1, h8, 0), stored_draw_too, 0}), RowName<TwoPawnsRow>);
 // clang-format on
 
 // --- Turned boards ---
@@ -262,12 +263,12 @@ TEST_F(Bitbases, FilesOfAnotherSizeAreRefused) {
 
 TEST_F(Bitbases, ASecondFileReplacesTheFirst) {
     const Cell cell = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
-    SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, 3).Write(File("one"));
-    SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, 1).Write(File("two"));
+    SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, stored_win).Write(File("one"));
+    SyntheticFile(VorkaBitbases::two_pawns_size).Set(cell, stored_loss).Write(File("two"));
     bitbases_.LoadTwoPawns(File("one"));
-    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 3);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), stored_win);
     bitbases_.LoadTwoPawns(File("two"));
-    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 1);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), stored_loss);
     EXPECT_THROW(bitbases_.LoadTwoPawns(File("none")), VorkaBitbases::CouldNotOpenFileException);
     EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), 1) << "the old file is still in use";
 }
@@ -343,16 +344,16 @@ TEST_F(InitBitbases, ANewFileIsUsedAndTheOldOneReleased) {
     const Cell ram = VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0);
     const BOARD two_pawns = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
     const BOARD rammed_pawn = BoardFromFen("4k3/8/8/2p5/2P3P1/8/8/4K3 w - - 0 1");
-    SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 3).Write(two_pawns_);
-    SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, 3).Write(rammed_pawn_);
+    SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, stored_win).Write(two_pawns_);
+    SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, stored_win).Write(rammed_pawn_);
     bitbases_.Init();
     EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0);
     EXPECT_GT(bitbases_.ProbeRammedPawns(rammed_pawn), 0);
     EXPECT_EQ(MappingsOf(two_pawns_), 1);
     EXPECT_EQ(MappingsOf(rammed_pawn_), 1);
 
-    Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 1));
-    Replace(rammed_pawn_, SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, 1));
+    Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, stored_loss));
+    Replace(rammed_pawn_, SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, stored_loss));
     EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0) << "not before the files are looked for again";
     EXPECT_EQ(MappingsOf(two_pawns_ + " (deleted)"), 1);
     EXPECT_EQ(MappingsOf(rammed_pawn_ + " (deleted)"), 1);
@@ -368,7 +369,7 @@ TEST_F(InitBitbases, ANewFileIsUsedAndTheOldOneReleased) {
 TEST_F(InitBitbases, AFileThatCantBeUsedLeavesTheOneInUse) {
     const Cell two = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
     const BOARD two_pawns = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
-    SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, 3).Write(two_pawns_);
+    SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, stored_win).Write(two_pawns_);
     bitbases_.Init();
     Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size - 1));
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(rammed_pawn_);
