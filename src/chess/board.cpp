@@ -55,7 +55,7 @@ void BOARD::ResetPly() {
         key_history = key_store;
     } else {
         key_history += ply;
-        // A game that goes on beyond the fifty moves drops its oldest keys: the search needs the room behind.
+        // A game that goes on beyond the fifty moves drops its oldest keys: the search needs the room after it.
         if (const std::ptrdiff_t surplus = key_history - key_store - max_keys_before_ply_0; surplus > 0) {
             std::copy(key_store + surplus, key_history + 1, key_store);
             key_history -= surplus;

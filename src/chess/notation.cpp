@@ -102,8 +102,8 @@ constexpr bool HasCastlingForm(std::string_view text) {
 
 Move ParseCastlingForm(std::string_view text, const std::vector<Move>& moves, MoveParseError& error) {
     const bool is_long = At(text, 3) == '-';
-    const char behind = At(text, is_long ? 5 : 3);
-    const bool ends_well = behind == '\0' || behind == ' ' || behind == '#' || behind == '+';
+    const char after = At(text, is_long ? 5 : 3);
+    const bool ends_well = after == '\0' || after == ' ' || after == '#' || after == '+';
     if ((is_long && At(text, 4) != text[0]) || !ends_well) {
         error = MoveParseError::syntax;
         return INVALID;

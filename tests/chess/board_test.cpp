@@ -218,7 +218,7 @@ TEST(Repetition, OneEarlierOccurrenceIsADraw) {
 TEST(Repetition, IsNotSeenAcrossAPawnMove) {
     BOARD board = BoardFromFen("4k1n1/8/8/8/8/8/P7/4K1N1 w - - 0 1");
     MakeMoves(board, {"g1f3", "g8f6", "a2a3", "f6g8", "f3g1", "g8f6", "g1f3"});
-    EXPECT_TRUE(board.IsDraw()) << "the position behind a2a3 came back";
+    EXPECT_TRUE(board.IsDraw()) << "the position after a2a3 came back";
     board = BoardFromFen("4k1n1/8/8/8/8/8/P7/4K1N1 w - - 0 1");
     MakeMoves(board, {"g1f3", "g8f6", "a2a3", "f6g8", "f3g1"});
     EXPECT_FALSE(board.IsDraw());
@@ -233,7 +233,7 @@ TEST(Repetition, IsNotSeenAcrossANullMove) {
     EXPECT_FALSE(board.IsDraw());
 }
 
-TEST(Repetition, IsSeenBehindResetPly) {
+TEST(Repetition, IsSeenAfterResetPly) {
     BOARD board = BoardFromFen(start_fen);
     for (const std::string_view move : {"g1f3", "g8f6", "f3g1", "f6g8"}) {
         MakeMoves(board, {move});
@@ -244,7 +244,7 @@ TEST(Repetition, IsSeenBehindResetPly) {
     EXPECT_TRUE(board.IsDraw());
 }
 
-TEST(ResetPly, ForgetsTheHistoryBehindAPawnMove) {
+TEST(ResetPly, ForgetsTheHistoryAfterAPawnMove) {
     BOARD board = BoardFromFen(start_fen);
     MakeMoves(board, {"g1f3", "g8f6"});
     board.ResetPly();

@@ -79,7 +79,7 @@ std::string FaultInNullMove(BOARD& board) {
     expected.en_passant_square = 0;
     std::string fault;
     if (!(SlowFromBoard(board) == expected)) fault += "null move\n";
-    if (board.frame().fifty_counter != 0) fault += "fifty_counter behind the null move\n";
+    if (board.frame().fifty_counter != 0) fault += "fifty_counter after the null move\n";
     fault += Disagreements(board);
     board.UnmakeNullMove();
     return fault + Differences(board, before);
