@@ -10,6 +10,7 @@
 #include "evaluation/endings/ending.h"
 #include "evaluation/endings/scaling.h"
 #include "evaluation/endings/unstoppable_pawns.h"
+#include "evaluation/endings/wrong_bishop.h"
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/passed_pawns.h"
 #include "evaluation/pawns/pawn_structure.h"
@@ -75,7 +76,7 @@ int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, Position
 
 int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
     EVALUATION_CONTEXT context{.settings = &settings};
-    if (const auto value = wrong_bishop_rule(board)) return *value;
+    if (const auto value = wrong_bishop_rule(context, board)) return *value;
     FindPlaces(context, board);
     find_pawn_facts(context, board);
     int sum = ForSideToMove(board, board.frame().material_balance);
@@ -92,7 +93,7 @@ int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
     sum += queens_ending<white>(context, board) - queens_ending<black>(context, board);
     sum += king_placement_ending(context, board);
     sum += checked_unstoppable_bonus(context, board, unstoppable.check);
-    if (is_near_balance) sum = scale_ending(sum, has_opposite_bishops(board), board);
+    if (is_near_balance) sum = scale_ending(context, sum, has_opposite_bishops(board), board);
     return ForSideToMove(board, limit_to_draw_score(sum, settings.draw_score, board));
 }
 

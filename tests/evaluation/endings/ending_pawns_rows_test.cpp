@@ -69,8 +69,8 @@ int PawnEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
 
 /// King, bishop and pawns against a bare king; -1 if the rule does not apply.
 template <Colour Us>
-int WrongBishop(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    const std::optional<int> value = wrong_bishop_rule(board);
+int WrongBishop(EVALUATION_CONTEXT& context, const BOARD& board) {
+    const std::optional<int> value = wrong_bishop_rule(context, board);
     if (!value) return -1;
     return board.side_to_move == Us ? *value : -*value;
 }

@@ -453,7 +453,8 @@ struct Placement {
     [[nodiscard]] int Score() const {
         BOARD board;
         EXPECT_TRUE(board.SetPosition(squares, 1, 0, 0));
-        return -evaluate_pawnless(board);
+        EVALUATION_CONTEXT context;
+        return -evaluate_pawnless(context, board);
     }
 };
 
@@ -528,8 +529,9 @@ TEST(EndingPieces, TheWrongBishopNeedsABishopWithPawnsAgainstABareKing) {
           "k1b5/8/8/8/8/8/P7/4K3 w - - 0 1", "k7/7p/8/8/8/8/P7/2B1K3 w - - 0 1", "k7/8/8/8/8/8/P7/BB2K3 w - - 0 1",
           "k1n5/8/8/8/8/8/P7/2B1K3 w - - 0 1", "k7/8/8/8/8/8/P7/2R1K3 w - - 0 1"}) {
         const BOARD board = BoardFromFen(fen);
-        EXPECT_FALSE(wrong_bishop_rule(board).has_value()) << fen;
-        EXPECT_FALSE(wrong_bishop_rule(WithColoursExchanged(board)).has_value()) << fen;
+        EVALUATION_CONTEXT context;
+        EXPECT_FALSE(wrong_bishop_rule(context, board).has_value()) << fen;
+        EXPECT_FALSE(wrong_bishop_rule(context, WithColoursExchanged(board)).has_value()) << fen;
     }
 }
 

@@ -168,7 +168,10 @@ INSTANTIATE_TEST_SUITE_P(Pawnless, EndingTerms, testing::Values(
 // clang-format on
 
 TEST(EndingTerms, ABareKingIsDrivenToTheRim) {
-    const auto score = [](std::string_view fen) { return evaluate_pawnless(BoardFromFen(std::string(fen))); };
+    const auto score = [](std::string_view fen) {
+        EVALUATION_CONTEXT context;
+        return evaluate_pawnless(context, BoardFromFen(std::string(fen)));
+    };
     EXPECT_GT(score("7k/8/5K2/8/8/8/8/Q7 w - - 0 1"), score("8/8/3k4/8/3K4/8/8/Q7 w - - 0 1"));
     EXPECT_GT(score("7k/8/5K2/8/8/8/8/R7 w - - 0 1"), score("8/8/3k4/8/3K4/8/8/R7 w - - 0 1"));
     EXPECT_GT(score("k7/8/1K6/8/8/8/8/2NB4 w - - 0 1"), score("7k/8/6K1/8/8/8/8/2NB4 w - - 0 1")) << "a light corner";
