@@ -77,9 +77,11 @@ void ExpectStepsEndAt(int wanted, const EVALUATION_TRACE& trace, const BOARD& bo
     int score = ForSideToMove(board, trace.sum.positional());
     for (const STEP_RECORD& step : trace.steps) {
         SCOPED_TRACE(name_of(step.rule));
-        if (step.effect == Effect::scales) EXPECT_EQ(step.score, step.share.of(score));
+        if (step.effect == Effect::scales) {
+            EXPECT_EQ(step.score, step.share.of(score));
+        }
         EXPECT_EQ(step.score, score + step.change);
-        EXPECT_NE(step.effect == Effect::adds && step.change == 0, true) << "what adds nothing is left out";
+        EXPECT_FALSE(step.effect == Effect::adds && step.change == 0) << "what adds nothing is left out";
         score = step.score;
     }
     EXPECT_EQ(score, trace.full_score);

@@ -14,6 +14,7 @@
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/passed_pawns.h"
 #include "evaluation/pawns/pawn_structure.h"
+#include "evaluation/pawns/pawn_structure_walk.h"
 #include "evaluation/pieces/bishops.h"
 #include "evaluation/pieces/knights.h"
 #include "evaluation/pieces/material_terms.h"
@@ -53,7 +54,9 @@ int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, Position
     sum += material_imbalance(context, board);
     sum += bishop_pair(context, board);
     find_pawn_facts(context, board);
-    sum += pawn_structure(context, board, type);
+    TermSum<SCORE_PAIR> pawns;
+    pawn_structure(context, board, type, pawns);
+    sum += pawns.sum();
     if (board.side(white).knights != 0) sum += Knights<white>(context, board, is_opening);
     if (board.side(black).knights != 0) sum -= Knights<black>(context, board, is_opening);
     if (board.side(white).bishops != 0) sum += bishops<white>(context, board);
@@ -86,7 +89,9 @@ int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
     const UNSTOPPABLE_BONUS unstoppable = unstoppable_bonus(context, board);
     sum += unstoppable.score;
     sum += bishop_pair_ending(context, board);
-    sum += pawn_structure_ending(context, board);
+    TermSum<int> pawns;
+    pawn_structure_ending(context, board, pawns);
+    sum += pawns.sum();
     sum += knights_ending<white>(context, board) - knights_ending<black>(context, board);
     sum += bishops_ending<white>(context, board) - bishops_ending<black>(context, board);
     sum += rooks_ending<white>(context, board) - rooks_ending<black>(context, board);

@@ -49,7 +49,7 @@ int queens_ending_if_any(Context& context, const BOARD& board) {
 /// The terms after the lazy test.
 template <class Context, class Visitor>
 void walk_other_ending_terms(Context& context, const BOARD& board, RunnerCheck check, Visitor& visitor) {
-    walk_pawn_structure_ending(context, board, visitor);
+    pawn_structure_ending(context, board, visitor);
     visitor.OfSides(Term::knights,
                     {knights_ending_if_any<white>(context, board), knights_ending_if_any<black>(context, board)});
     visitor.OfSides(Term::bishops,

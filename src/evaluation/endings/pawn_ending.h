@@ -36,7 +36,7 @@ void walk_first_pawn_ending_terms(Context& context, const BOARD& board, Visitor&
 
 template <class Context, class Visitor>
 void walk_other_pawn_ending_terms(Context& context, const BOARD& board, Visitor& visitor) {
-    walk_pawn_structure_ending(context, board, visitor, times_in_pawn_ending);
+    pawn_structure_ending(context, board, visitor, times_in_pawn_ending);
     visitor.OfSides(Term::spare_pawn_moves, spare_pawn_moves(context, board));
     visitor.OfSides(Term::passed_pawns_on_both_rims, passed_pawns_on_both_rims(context));
     visitor.OfSides(Term::reach_of_kings, reach_of_kings(context, board));

@@ -47,8 +47,10 @@ inline void add_to(WingCounters& counters, const WingCounters& others) {
     for (const Wing wing : {queen_side, king_side, centre}) add_points(counters[wing], others[wing]);
 }
 
+/// The pawn structure of the opening or middle game: `type` chooses the values by square. Facts from the pawn hash
+/// table bring the cached part with them. Changes `pressure`, `cover` and `activity`.
 template <class Context, class Visitor>
-void walk_pawn_structure(Context& context, const BOARD& board, PositionType type, Visitor& visitor) {
+void pawn_structure(Context& context, const BOARD& board, PositionType type, Visitor& visitor) {
     if (!context.pawn_entry_from_table) {
         TermSum<SCORE_PAIR> pawns_alone;
         walk_pawns_alone(context, board, type, [&](Term term, const SIDE_PAIRS& pairs) {
@@ -90,9 +92,9 @@ void walk_pawns_alone_ending(Context& context, const BOARD& board, Count count) 
           {centre_patterns_ending<white>(context, board), centre_patterns_ending<black>(context, board)});
 }
 
-/// Every term counts `times` over.
+/// The pawn structure of an ending. Every term counts `times` over.
 template <class Context, class Visitor>
-void walk_pawn_structure_ending(Context& context, const BOARD& board, Visitor& visitor, int times = 1) {
+void pawn_structure_ending(Context& context, const BOARD& board, Visitor& visitor, int times = 1) {
     if (!context.pawn_entry_from_table) {
         TermSum<int> pawns_alone;
         walk_pawns_alone_ending(context, board, [&](Term term, const SIDE_VALUES& values) {

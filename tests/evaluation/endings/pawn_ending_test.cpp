@@ -5,7 +5,7 @@
 
 #include "evaluation/endings/pawn_ending.h"
 #include "evaluation/pawns/passed_pawns.h"
-#include "evaluation/pawns/pawn_structure.h"
+#include "evaluation/pawns/pawn_structure_walk.h"
 #include "support/row_name.h"
 #include "support/sided_terms.h"
 #include "support/term_rows.h"
@@ -26,7 +26,9 @@ int PawnEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
     const EVALUATION_RESULT result = evaluate_pawn_ending(fresh, board, 0);
     EXPECT_FALSE(result.lazy);
     const int for_us = board.side_to_move == Us ? result.score : -result.score;
-    return for_us - 3 * sign(Us) * pawn_structure_ending(context, board);
+    TermSum<int> structure;
+    pawn_structure_ending(context, board, structure);
+    return for_us - 3 * sign(Us) * structure.sum();
 }
 
 constexpr SidedTerm<int> pawn_endings{PawnEnding<white>, PawnEnding<black>};
