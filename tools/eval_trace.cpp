@@ -1,6 +1,7 @@
 // Prints what the evaluation sees in a position: each term with its positional and reckless value for both sides and
 // the counters of pressure and cover as it leaves them; below it each rule of the term with its side, its squares and
-// what it added to the counters; and how the sum becomes the score. The terms and rules are those of the engine.
+// what it added to the counters; and how the sum becomes the score: the blend, or in an ending step by step. The terms
+// and rules are those of the engine.
 
 #include <getopt.h>
 
@@ -59,6 +60,7 @@ std::string CountersText(const COUNTER_POINTS& counters) {
 void PrintTerm(const TERM_RECORD& record) {
     std::string name = (record.is_part ? "  " : "") + std::string(name_of(record.term));
     std::replace(name.begin(), name.end(), '_', ' ');
+    if (record.times != 1) name += " x " + std::to_string(record.times);
     const std::string activity = record.is_part ? "" : ' ' + std::to_string(record.counters.activity);
     PrintRow(name, record.has_sides ? Pair(record.of_white) : "", record.has_sides ? Pair(record.of_black) : "",
              Pair(record.sum), CountersText(record.counters) + activity);
@@ -128,6 +130,39 @@ void PrintBlend(const EVALUATION_TRACE& trace) {
     std::printf("blend weight    %d of 16\nblended         %d\n", trace.blend_weight, trace.blended);
 }
 
+/// "adds 24", "scales to 5/8", "limits to 0".
+std::string EffectText(const STEP_RECORD& step) {
+    switch (step.effect) {
+        case Effect::adds:
+            return std::string(step.change < 0 ? "takes " : "adds ") + std::to_string(std::abs(step.change));
+        case Effect::scales:
+            return "scales to " + std::to_string(step.share.part) + '/' + std::to_string(step.share.whole);
+        case Effect::limits:
+            return "limits to " + std::to_string(step.score);
+        case Effect::sets:
+            return "sets to " + std::to_string(step.score);
+    }
+    return {};
+}
+
+void PrintStep(std::string_view name, std::string_view side, const std::string& effect, int score, Bitboard squares) {
+    std::printf("    %-38s %-5s %-15s %7d%s%s\n", std::string(name).c_str(), std::string(side).c_str(), effect.c_str(),
+                score, squares == 0 ? "" : "  ", SquaresText(squares).c_str());
+}
+
+/// The way from the sum of the terms to the score of an ending.
+void PrintSteps(const EVALUATION_TRACE& trace) {
+    std::printf("%sfor the side to move\n", trace.terms.empty() ? "" : "\n");
+    if (!trace.terms.empty()) {
+        const int sum = trace.steps.empty() ? trace.full_score : trace.steps.front().score - trace.steps.front().change;
+        PrintStep("sum of the terms", "", "", sum, 0);
+    }
+    for (const STEP_RECORD& step : trace.steps) {
+        PrintStep(name_of(step.rule), step.side == white ? "White" : "Black", EffectText(step), step.score,
+                  step.squares);
+    }
+}
+
 constexpr std::array<std::string_view, 18> type_names = {
     "opening",          "middle game",  "balanced ending",  "rook ending",   "queen ending",  "knight ending",
     "knight vs bishop", "same bishops", "opposite bishops", "rook vs minor", "queen vs rook", "lone knight",
@@ -139,8 +174,15 @@ void Print(const EVALUATION_TRACE& trace) {
     std::printf("position type %d: %s\n\n", trace.position_type, std::string(type_names[type]).c_str());
     if (!trace.terms.empty()) {
         PrintTerms(trace);
-        if (trace.is_blended) PrintBlend(trace);
+    }
+    if (trace.is_blended) {
+        PrintBlend(trace);
         std::printf("material        %d (side to move)\n", trace.material);
+    } else {
+        PrintSteps(trace);
+    }
+    if (trace.full_score != trace.score) {
+        std::printf("full score      %d (side to move), to which the lazy test answers early\n", trace.full_score);
     }
     std::printf("score           %d (side to move)\n", trace.score);
 }

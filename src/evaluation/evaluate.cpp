@@ -99,7 +99,7 @@ int bisect(BoundTest ask) {
 
 int evaluate(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) noexcept {
     if (is_near_mate(bound)) return answer_near_mate(bound);
-    if (position_type == pawnless) return evaluate_pawnless(board);
+    if (position_type == pawnless) return evaluate_pawnless(context, board);
 
     const EvaluationAnswer stored = context.tables->evaluation.Probe(board.key(), bound);
     if (stored != EvaluationAnswer::not_found) {
@@ -121,7 +121,7 @@ int evaluate_for_display(const BOARD& board, int personality, HashTables& tables
     const EVALUATION_SETTINGS settings{.draw_score = 0, .personality = static_cast<std::int16_t>(personality)};
     EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables, .bitbases = &bitbases};
     const int position_type = classify_position(board, no_position_type);
-    if (position_type == pawnless) return evaluate_pawnless(board);
+    if (position_type == pawnless) return evaluate_pawnless(context, board);
     // The one full answer settles all later questions, as the table of scores would: asked again farther away, the
     // routine would stop at its lazy test and could contradict it.
     std::optional<int> known;

@@ -6,6 +6,7 @@
 #include "evaluation/blend.h"
 #include "evaluation/context/position_type.h"
 #include "evaluation/context/score_pair.h"
+#include "evaluation/context/view.h"
 #include "evaluation/king/places.h"
 #include "evaluation/middle_game_walk.h"
 #include "evaluation/rules/term_visitor.h"
@@ -19,7 +20,7 @@ constexpr int lazy_margin = Type == opening ? 285 : 275;
 /// Stops when both values, on top of the material, are far from the bound and on the same side of it.
 std::optional<EVALUATION_RESULT> lazy_test(const BOARD& board, SCORE_PAIR sum, int bound, int margin) {
     const int material = board.frame().material_balance;
-    const SCORE_PAIR own_sum = board.side_to_move == white ? sum : -sum;
+    const SCORE_PAIR own_sum = turned(board, sum);
     const int positional_gap = bound - (material + own_sum.positional());
     if (std::abs(positional_gap) <= margin) return std::nullopt;
     const int reckless_gap = bound - (material + own_sum.reckless());
@@ -36,8 +37,7 @@ EVALUATION_RESULT evaluate_with_pairs(EVALUATION_CONTEXT& context, const BOARD& 
     walk_other_terms<Type>(context, board, terms);
 
     const int value = blend(terms.sum(), Type == middle_game, context, board);
-    const int material = board.frame().material_balance;
-    return {.score = board.side_to_move == white ? material + value : material - value};
+    return {.score = board.frame().material_balance + turned(board, value)};
 }
 
 }  // namespace

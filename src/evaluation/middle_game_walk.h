@@ -60,7 +60,7 @@ SCORE_PAIR knight_mobility_if_any(Context& context, const BOARD& board) {
 template <PositionType Type, class Context, class Visitor>
 void walk_other_terms(Context& context, const BOARD& board, Visitor& visitor) {
     context.endgame_weight = endgame_weight(board);
-    walk_pawn_structure(context, board, Type, visitor);
+    pawn_structure(context, board, Type, visitor);
     visitor.OfSides(Term::knights,
                     {knights_if_any<Type, white>(context, board), knights_if_any<Type, black>(context, board)});
     visitor.OfSides(Term::bishops, {bishops_if_any<white>(context, board), bishops_if_any<black>(context, board)});

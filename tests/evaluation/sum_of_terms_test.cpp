@@ -10,9 +10,11 @@
 #include "evaluation/endings/ending.h"
 #include "evaluation/endings/scaling.h"
 #include "evaluation/endings/unstoppable_pawns.h"
+#include "evaluation/endings/wrong_bishop.h"
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/passed_pawns.h"
 #include "evaluation/pawns/pawn_structure.h"
+#include "evaluation/pawns/pawn_structure_walk.h"
 #include "evaluation/pieces/bishops.h"
 #include "evaluation/pieces/knights.h"
 #include "evaluation/pieces/material_terms.h"
@@ -52,7 +54,9 @@ int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, Position
     sum += material_imbalance(context, board);
     sum += bishop_pair(context, board);
     find_pawn_facts(context, board);
-    sum += pawn_structure(context, board, type);
+    TermSum<SCORE_PAIR> pawns;
+    pawn_structure(context, board, type, pawns);
+    sum += pawns.sum();
     if (board.side(white).knights != 0) sum += Knights<white>(context, board, is_opening);
     if (board.side(black).knights != 0) sum -= Knights<black>(context, board, is_opening);
     if (board.side(white).bishops != 0) sum += bishops<white>(context, board);
@@ -75,7 +79,7 @@ int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, Position
 
 int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
     EVALUATION_CONTEXT context{.settings = &settings};
-    if (const auto value = wrong_bishop_rule(board)) return *value;
+    if (const auto value = wrong_bishop_rule(context, board)) return *value;
     FindPlaces(context, board);
     find_pawn_facts(context, board);
     int sum = ForSideToMove(board, board.frame().material_balance);
@@ -85,14 +89,16 @@ int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
     const UNSTOPPABLE_BONUS unstoppable = unstoppable_bonus(context, board);
     sum += unstoppable.score;
     sum += bishop_pair_ending(context, board);
-    sum += pawn_structure_ending(context, board);
+    TermSum<int> pawns;
+    pawn_structure_ending(context, board, pawns);
+    sum += pawns.sum();
     sum += knights_ending<white>(context, board) - knights_ending<black>(context, board);
     sum += bishops_ending<white>(context, board) - bishops_ending<black>(context, board);
     sum += rooks_ending<white>(context, board) - rooks_ending<black>(context, board);
     sum += queens_ending<white>(context, board) - queens_ending<black>(context, board);
     sum += king_placement_ending(context, board);
     sum += checked_unstoppable_bonus(context, board, unstoppable.check);
-    if (is_near_balance) sum = scale_ending(sum, has_opposite_bishops(board), board);
+    if (is_near_balance) sum = scale_ending(context, sum, has_opposite_bishops(board), board);
     return ForSideToMove(board, limit_to_draw_score(sum, settings.draw_score, board));
 }
 

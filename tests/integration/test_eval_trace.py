@@ -102,10 +102,47 @@ def test_personality_moves_the_blend():
     assert number(text, "blended") == dict(rows(text))["sum"][2][1]
 
 
-def test_endings_have_a_type_and_a_score():
-    text = trace(ENDING)
-    assert text.startswith("position type 2: balanced ending\n")
-    number(text, "score")
+def steps(text):
+    """The steps of an ending to its score, as (name, what it does, the number or the share, the score after it)."""
+    found = []
+    for line in text.splitlines():
+        step = re.match(r"    ([\w ]+?) +(?:White|Black)? +(?:(adds|takes|scales to|limits to|sets to) ([\d/-]+) +)?(-?\d+)(  |$)",
+                        line)
+        if step and not re.match(r"    \w+ +(White|Black) +-?\d+ +-?\d+", line):
+            found.append((step[1], step[2], step[3], int(step[4])))
+    return found
+
+
+@pytest.mark.parametrize("fen, kind", [
+    (ENDING, "position type 2: balanced ending"),
+    ("2b1k3/p7/8/8/8/8/PPPP4/2B1K3 b - - 0 1", "position type 8: opposite bishops"),
+    ("1r4k1/6pp/8/8/8/1P6/6PP/1R4K1 w - - 0 1", "position type 3: rook ending"),
+    ("8/7k/4P3/4K3/8/8/2r5/5R2 b - - 0 1", "position type 3: rook ending"),
+    ("6k1/5p2/8/8/3q4/8/8/1Q4K1 w - - 0 1", "position type 4: queen ending"),
+    ("4k3/8/8/P6P/8/8/8/4K3 b - - 0 1", "position type 15: pawn ending"),
+    ("7k/8/8/8/8/8/P7/2B1K3 b - - 0 1", "position type 17: unbalanced ending"),
+    ("7k/8/5K2/8/8/8/8/1N6 b - - 0 1", "position type 16: pawnless"),
+])
+def test_endings_go_step_by_step_to_their_score(fen, kind, tmp_path):
+    text = trace(fen)
+    assert text.startswith(kind + "\n")
+    score = 0
+    if rows(text):
+        positional, reckless = dict(rows(text))["sum"][2]
+        assert positional == reckless
+        score = positional if " w " in fen else -positional
+    told = steps(text)
+    assert told
+    for name, effect, amount, after in told:
+        if effect in ("adds", "takes"):
+            score += int(amount) if effect == "adds" else -int(amount)
+        elif effect == "scales to":
+            part, whole = map(int, amount.split("/"))
+            score = int(part * score / whole)
+        elif effect:
+            score = int(amount)
+        assert after == score, name
+    assert number(text, "score") == score == eval_of(fen, tmp_path)
 
 
 def test_bad_words_are_refused():

@@ -5,6 +5,7 @@
 #include "evaluation/endings/ending.h"
 #include "evaluation/endings/pawnless.h"
 #include "evaluation/endings/scaling.h"
+#include "evaluation/endings/wrong_bishop.h"
 #include "evaluation/king/king_safety.h"
 #include "evaluation/pawns/passed_pawns.h"
 #include "evaluation/pawns/pawn_structure.h"
@@ -36,18 +37,19 @@ SCORE_PAIR PawnSquares(EVALUATION_CONTEXT& context, const BOARD& board) {
     return pawn_squares<Us>(context, board, Type);
 }
 template <Colour Us>
-int Pawnless(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    return FromSideToMove<Us>(board, evaluate_pawnless(board));
+int Pawnless(EVALUATION_CONTEXT& context, const BOARD& board) {
+    return FromSideToMove<Us>(board, evaluate_pawnless(context, board));
 }
 template <Colour Us>
-int WrongBishop(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    const std::optional<int> value = wrong_bishop_rule(board);
+int WrongBishop(EVALUATION_CONTEXT& context, const BOARD& board) {
+    const std::optional<int> value = wrong_bishop_rule(context, board);
     EXPECT_TRUE(value.has_value());
     return FromSideToMove<Us>(board, value.value_or(0));
 }
 template <int Score, bool OppositeBishops, Colour Us>
-int Scaled(EVALUATION_CONTEXT& /*context*/, const BOARD& board) {
-    return Us == white ? scale_ending(Score, OppositeBishops, board) : -scale_ending(-Score, OppositeBishops, board);
+int Scaled(EVALUATION_CONTEXT& context, const BOARD& board) {
+    return Us == white ? scale_ending(context, Score, OppositeBishops, board)
+                       : -scale_ending(context, -Score, OppositeBishops, board);
 }
 
 // --- Pawns ---

@@ -62,10 +62,10 @@ struct PAWN_INFO {
     Bitboard isolated;         ///< no own pawn on a neighbouring file
     Bitboard backward;         ///< can't advance without loss, nor be supported from behind
     Bitboard backward_stuck;   ///< of these, the ones still at home that have no neighbour
-    Bitboard covered;          ///< pawns with a front_distance
+    Bitboard covered;          ///< pawns with a front_distance; no term reads them
     Bitboard advance_squares;  ///< where pawns can go as far as pawns are concerned
     Bitboard attack_span;      ///< squares diagonally ahead of own pawns and of their advance_squares
-    Bitboard centre_gaps;      ///< d4, e4, d5, e5 where no pawn stands, outside the attack_span
+    Bitboard centre_gaps;      ///< d4, e4, d5, e5 without a pawn, outside the attack_span; no term reads them
 };
 
 /// More pawns on a wing than the enemy has there.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
 
@@ -19,4 +21,12 @@ template <Colour Us>
 template <Colour Us>
 [[nodiscard]] inline Bitboard front_span(Square s) noexcept {
     return Us == white ? bitboard_tables.white_pawn_front_span[s] : bitboard_tables.black_pawn_front_span[s];
+}
+
+/// The squares from which a pawn of `Us` runs to its promotion before a king on `king` catches it.
+template <Colour Us>
+[[nodiscard]] inline Bitboard pawns_out_of_reach(Square king, std::uint32_t side_to_move) noexcept {
+    const auto& outside =
+        Us == white ? bitboard_tables.outside_white_pawn_square : bitboard_tables.outside_black_pawn_square;
+    return outside[king][side_to_move];
 }

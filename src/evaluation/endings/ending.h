@@ -7,6 +7,10 @@
 /// It needs a cleared context on which the pawn hash table was tried.
 [[nodiscard]] EVALUATION_RESULT evaluate_ending(EVALUATION_CONTEXT& context, const BOARD& board, int bound) noexcept;
 
+/// From the sum of all terms to the score: material, scaling, and who can win at all. White's view, both.
+template <class Context>
+[[nodiscard]] int score_of_ending(Context& context, const BOARD& board, int sum) noexcept;
+
 /// Whether this side has enough to win with: a pawn, a rook or queen, three minor pieces, or two with a bishop.
 [[nodiscard]] bool can_win(const SIDE_PIECES& side) noexcept;
 

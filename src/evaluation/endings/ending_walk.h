@@ -11,7 +11,6 @@
 #include "evaluation/pieces/material_terms.h"
 #include "evaluation/pieces/queens.h"
 #include "evaluation/pieces/rooks.h"
-#include "evaluation/rules/tell.h"
 #include "evaluation/rules/term_visitor.h"
 
 /// The walk over the terms of a plain ending, as in the middle game: first `walk_first_ending_terms`, whose sum may
@@ -24,9 +23,7 @@ RunnerCheck walk_first_ending_terms(Context& context, const BOARD& board, Visito
     visitor.OfBoth(Term::passed_pawns, passed_pawns_ending(context, board));
     visitor.OfBoth(Term::material_imbalance, material_imbalance(context, board).positional());
     const UNSTOPPABLE_BONUS unstoppable = unstoppable_bonus(context, board);
-    visitor.OfBoth(Term::unstoppable_pawns,
-                   tell<white>(context, Rule::runner_against_king,
-                               context.pawns[white].passed | context.pawns[black].passed, unstoppable.score));
+    visitor.OfBoth(Term::unstoppable_pawns, unstoppable.score);
     visitor.OfBoth(Term::bishop_pair, bishop_pair_ending(context, board));
     return unstoppable.check;
 }
@@ -52,7 +49,7 @@ int queens_ending_if_any(Context& context, const BOARD& board) {
 /// The terms after the lazy test.
 template <class Context, class Visitor>
 void walk_other_ending_terms(Context& context, const BOARD& board, RunnerCheck check, Visitor& visitor) {
-    walk_pawn_structure_ending(context, board, visitor);
+    pawn_structure_ending(context, board, visitor);
     visitor.OfSides(Term::knights,
                     {knights_ending_if_any<white>(context, board), knights_ending_if_any<black>(context, board)});
     visitor.OfSides(Term::bishops,
@@ -63,8 +60,5 @@ void walk_other_ending_terms(Context& context, const BOARD& board, RunnerCheck c
                     {queens_ending_if_any<white>(context, board), queens_ending_if_any<black>(context, board)});
     visitor.OfBoth(Term::king_placement, king_placement_ending(context, board));
     if (check == RunnerCheck::none) return;
-    visitor.OfBoth(Term::checked_unstoppable_pawns,
-                   tell<white>(context, Rule::race_after_all_pawns_are_stopped,
-                               context.pawns[white].passed | context.pawns[black].passed,
-                               checked_unstoppable_bonus(context, board, check)));
+    visitor.OfBoth(Term::checked_unstoppable_pawns, checked_unstoppable_bonus(context, board, check));
 }

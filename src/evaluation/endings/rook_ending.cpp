@@ -6,11 +6,15 @@
 
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
+#include "evaluation/context/view.h"
 #include "evaluation/endings/ending.h"
+#include "evaluation/rules/tell.h"
 
 namespace {
 
-/// Rook and pawn against rook, told from the pawn's side, its pawn going up.
+// --- Rook and pawn against rook ---
+
+/// The men, told from the pawn's side, its pawn going up.
 struct SinglePawn {
     Square pawn, own_rook, enemy_rook, own_king, enemy_king;
 
@@ -27,14 +31,20 @@ struct SinglePawn {
     [[nodiscard]] bool is_ahead_of_pawn(Square s) const { return Has(bitboard_tables.white_pawn_front_span[pawn], s); }
 };
 
+/// On the pawn's file or the next one.
+bool is_on_file_beside(int files_from_pawn) { return files_from_pawn < 2 && files_from_pawn >= -1; }
+
 bool lies_between(int file, int one_end, int other_end) {
     return file >= std::min(one_end, other_end) && file <= std::max(one_end, other_end);
 }
 
+/// By how many ranks the enemy king has stayed behind the pawn.
+int ranks_passed(const SinglePawn& men) { return RankOf(men.pawn) - RankOf(men.enemy_king); }
+
 /// By how many files the rook cuts the enemy king off; 0 if it does not.
 int files_cut_off(const SinglePawn& men) {
     const int away = men.files_from_pawn(men.enemy_king);
-    if (away < 2 && away >= -1) return 0;
+    if (is_on_file_beside(away)) return 0;
     if (!lies_between(FileOf(men.own_rook), FileOf(men.pawn), FileOf(men.enemy_king))) return 0;
     return men.is_alone_on_file(men.own_rook) ? std::abs(away) : 0;
 }
@@ -47,38 +57,42 @@ bool can_build_bridge(const SinglePawn& men, int cut_off) {
            std::abs(men.files_from_pawn(men.enemy_rook)) == 1;
 }
 
-int value_with_king_aside(const SinglePawn& men, int value) {
-    const int lead = RankOf(men.pawn) - RankOf(men.enemy_king);
-    const int with_lead = lead > 0 ? value + 8 * lead : value;
-    const int king_aside = men.files_from_pawn(men.own_king);
-    const bool on_file_beside = king_aside < 2 && king_aside >= -1;
-    const bool rook_in_the_way = lies_between(FileOf(men.enemy_rook), FileOf(men.pawn), FileOf(men.own_king));
-    if (!on_file_beside && rook_in_the_way && men.is_alone_on_file(men.enemy_rook)) {
-        return std::max(value - 8 * std::abs(king_aside) - 16, 0);
-    }
-    return std::max(with_lead, 0);
+/// The pawn is far and the enemy king too far away.
+bool is_far_and_king_cut_off(const SinglePawn& men, int cut_off) { return cut_off > 2 && RankOf(men.pawn) >= 5; }
+
+/// The own king stands aside of the pawn and the enemy rook between them keeps it there.
+bool is_kept_aside(const SinglePawn& men) {
+    return !is_on_file_beside(men.files_from_pawn(men.own_king)) &&
+           lies_between(FileOf(men.enemy_rook), FileOf(men.pawn), FileOf(men.own_king)) &&
+           men.is_alone_on_file(men.enemy_rook);
 }
 
-int value_with_king_ahead(const SinglePawn& men, int value, int cut_off) {
-    const int lead = RankOf(men.pawn) - RankOf(men.enemy_king);
-    if (cut_off > 0)
-        value += 220;
-    else
-        value += lead <= 0 ? 60 : std::max(32 * lead + 100, 220);
-    return std::max(value, 0);
-}
+// What the score is, by itself.
+constexpr int king_on_queening_square = 10;
+constexpr int bridge_before_king = 350;
+int bridge_by_files_cut_off(int cut_off) { return 4 * cut_off; }
+/// Eight for each rank.
+int bridge_rook_off_fourth_rank(Square rook) { return -std::abs(8 * RankOf(rook) - 24); }
+constexpr int far_pawn_and_king_cut_off = 250;
+int far_pawn_by_files_cut_off(int cut_off) { return 8 * cut_off; }
 
-int value_for_pawn_side(const SinglePawn& men) {
-    if (men.enemy_king == men.queening_square()) return 10;
-    const int cut_off = files_cut_off(men);
-    if (can_build_bridge(men, cut_off)) return 350 + 4 * cut_off - std::abs(8 * RankOf(men.own_rook) - 24);
-    if (cut_off > 2 && RankOf(men.pawn) >= 5) return 250 + 8 * cut_off;
-
-    int value = 15 - bitboard_tables.distance[men.enemy_rook][men.own_king] + 4 * RankOf(men.pawn);
-    if (!men.is_ahead_of_pawn(men.enemy_king)) value += 32 * (cut_off + RankOf(men.pawn) - 6) + 45;
-    return men.is_ahead_of_pawn(men.own_king) ? value_with_king_ahead(men, value, cut_off)
-                                              : value_with_king_aside(men, value);
+// Or a sum.
+constexpr int rook_and_pawn = 15;
+int enemy_rook_far_from_king(const SinglePawn& men) { return -bitboard_tables.distance[men.enemy_rook][men.own_king]; }
+int pawn_by_rank(Square pawn) { return 4 * RankOf(pawn); }
+int enemy_king_not_ahead(const SinglePawn& men, int cut_off) { return 32 * (cut_off + RankOf(men.pawn) - 6) + 45; }
+int enemy_king_passed_by_pawn(const SinglePawn& men) { return 8 * std::max(ranks_passed(men), 0); }
+/// The own king beside the pawn's way.
+int king_kept_aside_by_rook(const SinglePawn& men) { return -8 * std::abs(men.files_from_pawn(men.own_king)) - 16; }
+/// And on it.
+int king_before_pawn(const SinglePawn& men, int cut_off) {
+    constexpr int enemy_king_cut_off = 220;
+    constexpr int enemy_king_level_or_ahead = 60;
+    if (cut_off > 0) return enemy_king_cut_off;
+    const int passed = ranks_passed(men);
+    return passed <= 0 ? enemy_king_level_or_ahead : std::max(32 * passed + 100, enemy_king_cut_off);
 }
+constexpr int rook_and_pawn_is_no_less = 0;
 
 template <Colour Us>
 SinglePawn seen_from(const BOARD& board) {
@@ -91,36 +105,90 @@ SinglePawn seen_from(const BOARD& board) {
             .enemy_king = Seen<Us>(enemy.king_square)};
 }
 
-/// The value of rook and pawn against rook, for the side to move.
-std::optional<int> single_rook_and_pawn(const BOARD& board) {
-    constexpr int two_rooks = 10;  // material units
-    const Bitboard pawns = board.side(white).pawns | board.side(black).pawns;
-    if (board.total_material != two_rooks || PopCount(pawns) != 1) return std::nullopt;
-    const Colour owner = board.side(white).pawns != 0 ? white : black;
-    const int value = value_for_pawn_side(owner == white ? seen_from<white>(board) : seen_from<black>(board));
-    return board.side_to_move == owner ? value : -value;
+/// The value for the side of the pawn.
+template <Colour Us, class Context>
+int value_for_pawn_side(Context& context, const BOARD& board) {
+    const SinglePawn men = seen_from<Us>(board);
+    int sum = 0;
+    const auto count = [&](Rule rule, int value, auto... squares) {
+        sum += tell<Us>(context, rule, squares_seen<Us>(squares...), value);
+    };
+    if (men.enemy_king == men.queening_square()) {
+        count(Rule::king_on_queening_square, king_on_queening_square, men.pawn, men.enemy_king);
+        return sum;
+    }
+    const int cut_off = files_cut_off(men);
+    if (can_build_bridge(men, cut_off)) {
+        count(Rule::bridge_before_king, bridge_before_king, men.pawn, men.own_king);
+        count(Rule::bridge_by_files_cut_off, bridge_by_files_cut_off(cut_off), men.own_rook, men.enemy_king);
+        count(Rule::bridge_rook_off_fourth_rank, bridge_rook_off_fourth_rank(men.own_rook), men.own_rook);
+        return sum;
+    }
+    if (is_far_and_king_cut_off(men, cut_off)) {
+        count(Rule::far_pawn_and_king_cut_off, far_pawn_and_king_cut_off, men.pawn, men.enemy_king);
+        count(Rule::far_pawn_by_files_cut_off, far_pawn_by_files_cut_off(cut_off), men.own_rook, men.enemy_king);
+        return sum;
+    }
+
+    count(Rule::rook_and_pawn, rook_and_pawn, men.own_rook, men.pawn);
+    count(Rule::enemy_rook_far_from_king, enemy_rook_far_from_king(men), men.enemy_rook, men.own_king);
+    count(Rule::pawn_by_rank, pawn_by_rank(men.pawn), men.pawn);
+    if (!men.is_ahead_of_pawn(men.enemy_king))
+        count(Rule::enemy_king_not_ahead, enemy_king_not_ahead(men, cut_off), men.pawn, men.enemy_king);
+
+    if (men.is_ahead_of_pawn(men.own_king))
+        count(Rule::king_before_pawn, king_before_pawn(men, cut_off), men.pawn, men.own_king);
+    else if (is_kept_aside(men))
+        count(Rule::king_kept_aside_by_rook, king_kept_aside_by_rook(men), men.own_king, men.enemy_rook);
+    else
+        count(Rule::enemy_king_passed_by_pawn, enemy_king_passed_by_pawn(men), men.pawn, men.enemy_king);
+    return tell_limited(context, Us, Rule::rook_and_pawn_is_no_less, sum, std::max(sum, rook_and_pawn_is_no_less));
 }
 
-/// Pawns that only a rook protects against a rook, away from their king.
-template <Colour Us>
-int tied_rooks(const EVALUATION_CONTEXT& context, const BOARD& board) {
+// --- Rooks and pawns ---
+
+/// A pawn that only a rook protects against a rook, away from its king.
+constexpr int rook_tied_to_pawn = -30;
+
+template <Colour Us, class Context>
+int rooks_tied_to_pawns_of(Context& context, const BOARD& board) {
     const SIDE_PIECES& own = board.side(Us);
+    int sum = 0;
     Bitboard pawns = own.pawns & ~bitboard_tables.king_attacks[own.king_square] & ~context.pawns[Us].attacks;
-    int count = 0;
     while (pawns != 0) {
-        const Bitboard seen = board.RookAttacks(TakeNextBit(pawns));
-        if ((seen & own.rooks) != 0 && (seen & board.side(Opponent(Us)).rooks) != 0) ++count;
+        const Square s = TakeNextBit(pawns);
+        const Bitboard seen = board.RookAttacks(s);
+        if ((seen & own.rooks) != 0 && (seen & board.side(Opponent(Us)).rooks) != 0)
+            sum += tell<Us>(context, Rule::rook_tied_to_pawn, Bit(s), rook_tied_to_pawn);
     }
-    return -30 * count;
+    return sum;
 }
 
 }  // namespace
 
+template <class Context>
+std::optional<int> single_rook_and_pawn(Context& context, const BOARD& board) noexcept {
+    constexpr int two_rooks = 10;  // material units
+    const Bitboard pawns = board.side(white).pawns | board.side(black).pawns;
+    if (board.total_material != two_rooks || PopCount(pawns) != 1) return std::nullopt;
+    return board.side(white).pawns != 0 ? turned_from(white, board, value_for_pawn_side<white>(context, board))
+                                        : turned_from(black, board, value_for_pawn_side<black>(context, board));
+}
+
+template <class Context>
+int rooks_tied_to_pawns(Context& context, const BOARD& board) noexcept {
+    const int of_white = rooks_tied_to_pawns_of<white>(context, board);
+    return of_white - rooks_tied_to_pawns_of<black>(context, board);
+}
+
 EVALUATION_RESULT evaluate_rook_ending(EVALUATION_CONTEXT& context, const BOARD& board, int bound) noexcept {
-    if (const auto value = single_rook_and_pawn(board)) return {.score = *value};
+    if (const auto value = single_rook_and_pawn(context, board)) return {.score = *value};
     EVALUATION_RESULT result = evaluate_ending(context, board, bound);
-    if (result.lazy) return result;
-    const int tied = tied_rooks<white>(context, board) - tied_rooks<black>(context, board);
-    result.score += board.side_to_move == white ? tied : -tied;
+    if (!result.lazy) result.score += turned(board, rooks_tied_to_pawns(context, board));
     return result;
 }
+
+template std::optional<int> single_rook_and_pawn(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template std::optional<int> single_rook_and_pawn(TRACED_CONTEXT& context, const BOARD& board) noexcept;
+template int rooks_tied_to_pawns(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template int rooks_tied_to_pawns(TRACED_CONTEXT& context, const BOARD& board) noexcept;

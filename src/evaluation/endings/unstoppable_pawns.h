@@ -14,11 +14,12 @@ struct UNSTOPPABLE_BONUS {
 };
 
 /// A pawn that a side without pieces can't catch.
-[[nodiscard]] UNSTOPPABLE_BONUS unstoppable_bonus(const EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <class Context>
+[[nodiscard]] UNSTOPPABLE_BONUS unstoppable_bonus(Context& context, const BOARD& board) noexcept;
 /// The second look that `unstoppable_bonus` asked for, White minus Black: whether the side with pieces stops all pawns
 /// that `check` names, so that its own race counts. Needs its `attacks`.
-[[nodiscard]] int checked_unstoppable_bonus(const EVALUATION_CONTEXT& context, const BOARD& board,
-                                            RunnerCheck check) noexcept;
+template <class Context>
+[[nodiscard]] int checked_unstoppable_bonus(Context& context, const BOARD& board, RunnerCheck check) noexcept;
 
 /// What the foremost passed pawns of `Us` are worth that would win if they alone stood on the board with the kings.
 /// 400 at most.
@@ -26,4 +27,5 @@ template <Colour Us>
 [[nodiscard]] int race_value(const EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 
 /// Who wins the race of the passed pawns in an ending of kings and pawns, White minus Black.
-[[nodiscard]] int race(const EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
+template <class Context>
+[[nodiscard]] int race(Context& context, const BOARD& board) noexcept;

@@ -49,8 +49,7 @@ void for_each_defender(const PAWN_INFO& info, Bitboard pawns, Found found) {
     walk(one_right(behind) & pawns);
 }
 
-template <Colour Us>
-inline constexpr Majority majority_of = Us == white ? Majority::white : Majority::black;
+inline constexpr Majority majority_of[2] = {Majority::white, Majority::black};  // by Colour
 
 /// The half of the board that a wing's majority plays on.
 [[nodiscard]] constexpr Bitboard half_of_wing(Wing wing) noexcept {

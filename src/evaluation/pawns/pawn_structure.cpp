@@ -6,11 +6,9 @@
 #include "chess/bitboard_tables.h"
 #include "evaluation/context/board_areas.h"
 #include "evaluation/pawns/front_distance.h"
-#include "evaluation/pawns/pawn_structure_walk.h"
-#include "evaluation/pawns/pawn_terms.h"
-#include "evaluation/pawns/pawns_and_pieces.h"
+#include "evaluation/pawns/pawn_groups.h"
 
-// Facts first, by whole sets of squares: nearly all of them are two or three shifts. Then the sums of the terms.
+// By whole sets of squares: nearly all facts are two or three shifts.
 
 namespace {
 
@@ -159,7 +157,7 @@ MAJORITY_INFO find_majority(const BOARD& board, int rim, int step) {
         for (const Colour side : {white, black}) {
             const int against = pawns[Opponent(side)] + pawns_on(Opponent(side), file + step);
             if (files_with_pawn[side] <= against) continue;
-            return {.kind = side == white ? Majority::white : Majority::black,
+            return {.kind = majority_of[side],
                     .count_a = static_cast<std::uint8_t>(files_with_pawn[side]),
                     .count_b = static_cast<std::uint8_t>(against)};
         }
@@ -200,16 +198,4 @@ void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     find_covered<black>(context, board);
     context.majority[queen_side] = find_majority(board, 0, +1);
     context.majority[king_side] = find_majority(board, 7, -1);
-}
-
-SCORE_PAIR pawn_structure(EVALUATION_CONTEXT& context, const BOARD& board, PositionType type) noexcept {
-    TermSum<SCORE_PAIR> sum;
-    walk_pawn_structure(context, board, type, sum);
-    return sum.sum();
-}
-
-int pawn_structure_ending(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
-    TermSum<int> sum;
-    walk_pawn_structure_ending(context, board, sum);
-    return sum.sum();
 }

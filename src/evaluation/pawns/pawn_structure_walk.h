@@ -9,7 +9,7 @@
 #include "evaluation/pawns/pawns_and_pieces.h"
 #include "evaluation/rules/term_visitor.h"
 
-/// The walk over the terms of the pawn structure, for `pawn_structure` and for whoever wants to see them one by one.
+/// The walk over the terms of the pawn structure, which the routines add up and the trace writes down.
 
 /// The terms that depend on nothing but the pawns.
 template <class Context, class Count>
@@ -47,8 +47,10 @@ inline void add_to(WingCounters& counters, const WingCounters& others) {
     for (const Wing wing : {queen_side, king_side, centre}) add_points(counters[wing], others[wing]);
 }
 
+/// The pawn structure of the opening or middle game: `type` chooses the values by square. Facts from the pawn hash
+/// table bring the cached part with them. Changes `pressure`, `cover` and `activity`.
 template <class Context, class Visitor>
-void walk_pawn_structure(Context& context, const BOARD& board, PositionType type, Visitor& visitor) {
+void pawn_structure(Context& context, const BOARD& board, PositionType type, Visitor& visitor) {
     if (!context.pawn_entry_from_table) {
         TermSum<SCORE_PAIR> pawns_alone;
         walk_pawns_alone(context, board, type, [&](Term term, const SIDE_PAIRS& pairs) {
@@ -90,17 +92,19 @@ void walk_pawns_alone_ending(Context& context, const BOARD& board, Count count) 
           {centre_patterns_ending<white>(context, board), centre_patterns_ending<black>(context, board)});
 }
 
+/// The pawn structure of an ending. Every term counts `times` over.
 template <class Context, class Visitor>
-void walk_pawn_structure_ending(Context& context, const BOARD& board, Visitor& visitor) {
+void pawn_structure_ending(Context& context, const BOARD& board, Visitor& visitor, int times = 1) {
     if (!context.pawn_entry_from_table) {
         TermSum<int> pawns_alone;
         walk_pawns_alone_ending(context, board, [&](Term term, const SIDE_VALUES& values) {
             pawns_alone.OfSides(term, values);
-            visitor.OfPawnsAlone(term, values);
+            visitor.OfPawnsAlone(term, values, times);
         });
         context.pawn_ending = static_cast<std::int16_t>(pawns_alone.sum());
     }
-    visitor.OfBoth(Term::pawns_alone, int{context.pawn_ending});
-    visitor.OfSides(Term::majority_and_king, SIDE_VALUES{majority_and_king_ending<white>(context, board),
-                                                         majority_and_king_ending<black>(context, board)});
+    visitor.OfBoth(Term::pawns_alone, int{context.pawn_ending}, times);
+    visitor.OfSides(Term::majority_and_king,
+                    {majority_and_king_ending<white>(context, board), majority_and_king_ending<black>(context, board)},
+                    times);
 }

@@ -304,7 +304,7 @@ template <Colour Us, class Context>
 SCORE_PAIR pawn_majorities(Context& context, const BOARD& board) noexcept {
     SCORE_PAIR sum;
     for (const Wing wing : {queen_side, king_side}) {
-        if (context.majority[wing].kind != majority_of<Us>) continue;
+        if (context.majority[wing].kind != majority_of[Us]) continue;
         sum += tell<Us>(context, Rule::majority_on_wing, board.side(Us).pawns & half_of_wing(wing),
                         majority_on_wing<Us>(context, wing));
         for (Bitboard pawns = majority_pawns<Us>(context, board, wing); pawns != 0;) {

@@ -176,7 +176,7 @@ template <Colour Us, class Context>
 int pawn_majorities_ending(Context& context, const BOARD& board) noexcept {
     int sum = 0;
     for (const Wing wing : {queen_side, king_side}) {
-        if (context.majority[wing].kind != majority_of<Us>) continue;
+        if (context.majority[wing].kind != majority_of[Us]) continue;
         sum += tell<Us>(context, Rule::majority_on_wing, board.side(Us).pawns & half_of_wing(wing),
                         majority_on_wing_ending);
         for (Bitboard pawns = majority_pawns<Us>(context, board, wing); pawns != 0;) {

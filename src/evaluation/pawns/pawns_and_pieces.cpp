@@ -133,7 +133,7 @@ SCORE_PAIR majority_and_king(Context& context, const BOARD& board) noexcept {
     SCORE_PAIR sum;
     for (const Wing wing : {queen_side, king_side}) {
         const MAJORITY_INFO& majority = context.majority[wing];
-        if (majority.kind != majority_of<Us>) continue;
+        if (majority.kind != majority_of[Us]) continue;
         const Bitboard pawns = board.side(Us).pawns & half_of_wing(wing);
         if (is_on_other_half(enemy_king, wing))
             sum += tell<Us>(context, Rule::majority_away_from_king, pawns | Bit(enemy_king),
@@ -151,7 +151,7 @@ int majority_and_king_ending(Context& context, const BOARD& board) noexcept {
     int sum = 0;
     for (const Wing wing : {queen_side, king_side}) {
         const MAJORITY_INFO& majority = context.majority[wing];
-        if (majority.kind != majority_of<Us>) continue;
+        if (majority.kind != majority_of[Us]) continue;
         const Bitboard pawns = board.side(Us).pawns & half_of_wing(wing);
         if (is_on_other_half(enemy_king, wing))
             sum += tell<Us>(context, Rule::majority_away_from_king, pawns | Bit(enemy_king),

@@ -7,6 +7,7 @@
 #include "evaluation/context/board_areas.h"
 #include "evaluation/context/rule_values.h"
 #include "evaluation/context/table_lookup.h"
+#include "evaluation/context/view.h"
 #include "evaluation/rules/tell.h"
 
 namespace {
@@ -200,7 +201,7 @@ template <class Context>
 SCORE_PAIR activity(Context& context, const BOARD& board) noexcept {
     constexpr int most_material = 150;  // centipawns
     const int material = std::clamp<int>(board.frame().material_balance, -most_material, most_material);
-    add_points(context.activity, (board.side_to_move == white ? material : -material) / 2);
+    add_points(context.activity, turned(board, material) / 2);
     const int weighed = static_cast<int>(std::round(context.activity * context.endgame_weight));
     return tell<white>(context, Rule::weighed_activity, 0, SCORE_PAIR{weighed, weighed / 8});
 }

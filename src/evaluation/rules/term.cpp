@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::array<std::string_view, static_cast<std::size_t>(Term::checked_unstoppable_pawns) + 1> names = {
+constexpr std::array<std::string_view, static_cast<std::size_t>(Term::reach_of_kings) + 1> names = {
     "passed_pawns",
     "material_imbalance",
     "unstoppable_pawns",
@@ -39,8 +39,12 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Term::checked_un
     "pawn_balance",
     "king_placement",
     "checked_unstoppable_pawns",
+    "pawn_race",
+    "spare_pawn_moves",
+    "passed_pawns_on_both_rims",
+    "reach_of_kings",
 };
-static_assert(names.back() == "checked_unstoppable_pawns");
+static_assert(names.back() == "reach_of_kings");
 
 }  // namespace
 

@@ -43,6 +43,11 @@ enum class Term : std::uint8_t {
     // Endings.
     king_placement,
     checked_unstoppable_pawns,
+    // Kings and pawns alone.
+    pawn_race,
+    spare_pawn_moves,
+    passed_pawns_on_both_rims,
+    reach_of_kings,
 };
 
 /// The name as it stands above.

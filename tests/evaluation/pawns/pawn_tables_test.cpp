@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "evaluation/pawns/pawn_structure_walk.h"
 #include "evaluation/pawns/pawn_terms.h"
 #include "evaluation/pawns/pawns_and_pieces.h"
 #include "support/row_name.h"
@@ -21,7 +22,9 @@ using namespace sided;
 
 template <Colour Us, PositionType Type>
 SCORE_PAIR Whole(EVALUATION_CONTEXT& context, const BOARD& board) {
-    const SCORE_PAIR sum = pawn_structure(context, board, Type);
+    TermSum<SCORE_PAIR> terms;
+    pawn_structure(context, board, Type, terms);
+    const SCORE_PAIR sum = terms.sum();
     for (const Colour side : {white, black}) {  // their points are in `pressure` and `cover` by now
         context.pawn_pressure[side] = {};
         context.pawn_cover[side] = {};
@@ -30,8 +33,9 @@ SCORE_PAIR Whole(EVALUATION_CONTEXT& context, const BOARD& board) {
 }
 template <Colour Us>
 int WholeInEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
-    const int sum = pawn_structure_ending(context, board);
-    return Us == white ? sum : -sum;
+    TermSum<int> terms;
+    pawn_structure_ending(context, board, terms);
+    return Us == white ? terms.sum() : -terms.sum();
 }
 
 constexpr SidedTerm<SCORE_PAIR> whole_opening{Whole<white, opening>, Whole<black, opening>};
