@@ -19,6 +19,7 @@
 #include <string_view>
 #include <vector>
 
+#include "options/number_option.h"
 #include "support/board_builder.h"
 #include "support/perft_file.h"
 
@@ -63,6 +64,12 @@ Options ReadOptions(const std::vector<std::string>& words) {
             if (++i == words.size()) throw std::invalid_argument("value missing after " + words[i - 1]);
             return words[i];
         };
+        const auto number = [&](std::uint64_t least) {
+            const std::string& option = words[i];
+            const auto found = NumberIn<std::uint64_t>(value(), least, std::numeric_limits<std::int64_t>::max());
+            if (!found) throw std::invalid_argument(option + " takes a number, not \"" + words[i] + '"');
+            return *found;
+        };
         if (words[i] == "--help")
             options.help = true;
         else if (words[i] == "--uci")
@@ -74,9 +81,9 @@ Options ReadOptions(const std::vector<std::string>& words) {
         else if (words[i] == "--beside")
             options.beside = value();
         else if (words[i] == "--first")
-            options.first = std::stoull(value());
+            options.first = number(1);
         else if (words[i] == "--largest")
-            options.largest = std::stoull(value());
+            options.largest = number(0);
         else
             throw std::invalid_argument("unknown option " + words[i]);
     }

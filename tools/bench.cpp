@@ -4,15 +4,27 @@
 #include <getopt.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iomanip>
 #include <iostream>
+#include <iterator>
+#include <limits>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "bench_run/bench_run.h"
 #include "chess/user_board.h"
+#include "frame/base/whole_file.h"
+#include "options/number_option.h"
 #include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
 #include "silent_host.h"
@@ -50,67 +62,134 @@ constexpr std::string_view positions[] = {
 struct Options {
     int depth = default_depth;
     int milliseconds = 0;  ///< for each position, instead of a depth
+    std::uint64_t hash_megabytes = 16;
+    std::string save;     ///< keep the run in this file
+    std::string compare;  ///< set the run beside the one in this file
     bool is_quiet = false;
+    bool is_help = false;
 };
+
+std::uint64_t MicrosecondsSince(std::chrono::steady_clock::time_point start) {
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    return static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(elapsed).count());
+}
 
 /// Listens to a search.
 class Listener : public SilentHost {
   public:
-    void sendDepthStarted(int depth) override { last_depth_ = depth; }
-    void sendSearchStatistics(const SearchInfo& info) override { info_ = info; }
+    void sendDepthStarted(int depth) override {
+        last_depth_ = depth;
+        microseconds_before_it_ = MicrosecondsSince(start_);
+    }
+    void sendSearchStatistics(const SearchInfo& info) override {
+        info_ = info;
+        microseconds_ = MicrosecondsSince(start_);
+    }
 
     [[nodiscard]] const SearchInfo& info() const { return info_; }
-    /// Completed iterations.
-    [[nodiscard]] int completed(bool by_time) const { return by_time ? last_depth_ - 1 : last_depth_; }
+    [[nodiscard]] BenchRow Row(std::string_view fen, bool is_by_time) const {
+        BenchRow row{.fen = std::string(fen),
+                     .nodes = info_.nodes,
+                     .microseconds = microseconds_,
+                     .depth = static_cast<std::uint64_t>(last_depth_),
+                     .microseconds_to_depth = microseconds_,
+                     .statistics = info_.statistics,
+                     .transposition = info_.transposition_table,
+                     .scores = info_.evaluation_hash_table,
+                     .pawns = info_.pawn_hash_table};
+        if (is_by_time && last_depth_ > 0) {
+            --row.depth;  // the last iteration was cut off
+            row.microseconds_to_depth = microseconds_before_it_;
+        }
+        return row;
+    }
 
   private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     SearchInfo info_;
     int last_depth_ = 0;
+    std::uint64_t microseconds_before_it_ = 0;
+    std::uint64_t microseconds_ = 0;
 };
 
-struct Totals {
-    std::uint64_t nodes = 0;
-    std::int64_t milliseconds = 0;
-    int depth = 0;
-    double log_branching = 0;
-};
-
-void SearchPosition(Engine& engine, std::string_view fen, const Options& options, Totals& totals) {
+BenchRow SearchPosition(Engine& engine, std::string_view fen, const Options& options) {
     engine.tables.Clear();
     UserBoard game;
     game.SetBoardFromFen(std::string(fen));
     SearchController controller(engine);
-    Listener listener;
     SearchLimits limits;
     if (options.milliseconds > 0) {
         limits.max_time_limit = options.milliseconds;
     } else {
         limits.max_depth = options.depth;
     }
+    Listener listener;
     controller.Run(limits, game, listener);
+    const BenchRow row = listener.Row(fen, options.milliseconds > 0);
+    if (options.is_quiet) return row;
     const SearchInfo& info = listener.info();
-    const int depth = listener.completed(options.milliseconds > 0);
-    const std::int64_t milliseconds = info.Milliseconds();
-    totals.nodes += info.nodes;
-    totals.milliseconds += milliseconds;
-    totals.depth += depth;
-    if (depth > 0) totals.log_branching += std::log(static_cast<double>(info.nodes)) / depth;
-    if (options.is_quiet) return;
     const std::string best = info.principal_variation.empty() ? "-" : info.principal_variation.front().second;
-    std::printf("%12llu nodes %7lld ms  depth %2d  %6d  %-8s %s\n", static_cast<unsigned long long>(info.nodes),
-                static_cast<long long>(milliseconds), depth, info.score, best.c_str(), std::string(fen).c_str());
+    std::cout << TableRow(row) << std::setw(7) << info.score << "  " << std::left << std::setw(8) << best << std::right
+              << ' ' << fen << std::endl;
+    return row;
 }
 
-/// `name=value` with a search setting and a number, or true or false. False, with a message, if there is none such.
+void PrintTotals(const std::vector<BenchRow>& run, const Options& options) {
+    BenchRow total;
+    double log_branching = 0;
+    for (const BenchRow& row : run) {
+        total += row;
+        if (row.depth > 0) log_branching += std::log(static_cast<double>(row.nodes)) / static_cast<double>(row.depth);
+    }
+    if (!options.is_quiet) std::cout << '\n' << TotalsText(total) << '\n';
+    const double count = static_cast<double>(run.size());
+    std::printf("Nodes:     %llu\n", static_cast<unsigned long long>(total.nodes));
+    std::printf("Time:      %llu ms\n", static_cast<unsigned long long>(total.microseconds / 1000));
+    std::printf("Nodes/s:   %.0f\n", Speed(total));
+    std::printf("Depth:     %.2f on average\n", static_cast<double>(total.depth) / count);
+    std::printf("Branching: %.2f\n", std::exp(log_branching / count));
+    std::printf("Bench: %llu\n", static_cast<unsigned long long>(total.nodes));
+}
+
+// --- Files ---
+
+/// Throws std::runtime_error with the name of the file.
+std::vector<BenchRow> ReadRun(const std::string& path) {
+    std::ifstream file(path);
+    if (!file) throw std::runtime_error("can't open " + path);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    try {
+        std::vector<BenchRow> run = ReadFileText(text);
+        RequireSamePositions(run, {std::begin(positions), std::end(positions)});
+        return run;
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
+}
+
+/// Throws std::runtime_error with the name of the file.
+void SaveRun(const std::string& path, const std::vector<BenchRow>& run) {
+    if (ReplaceFile(path, FileText(run)) != FileOutcome::written) throw std::runtime_error("can't write " + path);
+}
+
+// --- Options ---
+
+/// A number, or true or false for a setting that is one or the other.
+std::optional<std::int32_t> ValueOf(const search_settings::SettingRow& row, std::string_view text) {
+    if (row.is_boolean() && (text == "true" || text == "false")) return text == "true" ? 1 : 0;
+    return NumberIn(text, row.lower_bound, row.upper_bound);
+}
+
+/// `name=value` with a search setting. False, with a message, if there is none such.
 bool Set(SearchSettings& settings, std::string_view assignment) {
     const std::size_t sign = std::min(assignment.find('='), assignment.size());
     const std::string_view name = assignment.substr(0, sign);
-    const std::string value(assignment.substr(std::min(sign + 1, assignment.size())));
+    const std::string_view text = assignment.substr(std::min(sign + 1, assignment.size()));
     for (const search_settings::SettingRow& row : search_settings::Table()) {
         if (row.name != name || row.size != 1) continue;
-        const int number = value == "true" ? 1 : std::atoi(value.c_str());
-        if (number < row.lower_bound || number > row.upper_bound) break;
-        row.Set(settings, 0, number);
+        const std::optional<std::int32_t> value = ValueOf(row, text);
+        if (!value) break;
+        row.Set(settings, 0, *value);
         return true;
     }
     std::cerr << "bench: no such setting or value: " << assignment << '\n';
@@ -119,11 +198,78 @@ bool Set(SearchSettings& settings, std::string_view assignment) {
 
 int Usage(std::ostream& out, int status) {
     out << "usage: bench [--depth N | --time MILLISECONDS] [--hash MEGABYTES] [--set NAME=VALUE].. [--quiet]\n"
+           "             [--save FILE] [--compare FILE]\n"
            "Searches "
         << std::size(positions) << " fixed positions from cleared tables, to depth " << default_depth
         << " if nothing is told.\nPrints nodes, time, and nodes per second; the node total at the default depth is the "
-           "signature of the search.\n";
+           "signature of the search.\nFor each position and in all: the depth that was reached, and after how many ms; "
+           "the share of quiescence nodes; how many\ncuts were made by the first move; how often the transposition "
+           "table, the table of scores, and that of pawns knew the\nanswer; extended moves, reduced moves, and "
+           "verifications of reduced ones, for each node.\n"
+           "--save keeps the run in a file, --compare sets it beside a kept one.\n";
     return status;
+}
+
+/// False, with a message, if the command line can't be understood.
+bool ReadOptions(int argc, char** argv, Options& options, SearchSettings& settings) {
+    constexpr int most_milliseconds = std::numeric_limits<std::int32_t>::max();
+    constexpr int deepest = std::numeric_limits<std::int16_t>::max();
+    constexpr std::uint64_t most_megabytes = 1U << 24;
+    const option long_options[] = {{"depth", required_argument, nullptr, 'd'},
+                                   {"time", required_argument, nullptr, 't'},
+                                   {"hash", required_argument, nullptr, 'h'},
+                                   {"set", required_argument, nullptr, 's'},
+                                   {"save", required_argument, nullptr, 'w'},
+                                   {"compare", required_argument, nullptr, 'c'},
+                                   {"quiet", no_argument, nullptr, 'q'},
+                                   {"help", no_argument, nullptr, 'H'},
+                                   {nullptr, 0, nullptr, 0}};
+    for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
+        bool is_good = true;
+        switch (letter) {
+            case 'd':
+                is_good = ReadNumberOption("bench", "--depth", optarg, 1, deepest, options.depth);
+                break;
+            case 't':
+                is_good = ReadNumberOption("bench", "--time", optarg, 1, most_milliseconds, options.milliseconds);
+                break;
+            case 'h':
+                is_good = ReadNumberOption("bench", "--hash", optarg, std::uint64_t{0}, most_megabytes,
+                                           options.hash_megabytes);
+                break;
+            case 's':
+                is_good = Set(settings, optarg);
+                break;
+            case 'w':
+                options.save = optarg;
+                break;
+            case 'c':
+                options.compare = optarg;
+                break;
+            case 'q':
+                options.is_quiet = true;
+                break;
+            case 'H':
+                options.is_help = true;
+                break;
+            default:
+                is_good = false;
+        }
+        if (!is_good) return false;
+    }
+    return optind == argc;
+}
+
+/// Throws std::runtime_error for a file that can't be read or written.
+void RunAll(Engine& engine, const Options& options) {
+    std::vector<BenchRow> kept;
+    if (!options.compare.empty()) kept = ReadRun(options.compare);
+    if (!options.is_quiet) std::cout << TableHead() << "  score  move     position" << std::endl;
+    std::vector<BenchRow> run;
+    for (const std::string_view fen : positions) run.push_back(SearchPosition(engine, fen, options));
+    if (!options.save.empty()) SaveRun(options.save, run);
+    if (!kept.empty()) std::cout << '\n' << ComparisonText(run, kept, !options.is_quiet) << std::flush;
+    PrintTotals(run, options);
 }
 
 }  // namespace
@@ -131,52 +277,17 @@ int Usage(std::ostream& out, int status) {
 int main(int argc, char** argv) {
     Engine engine;
     Options options;
-    std::uint64_t hash_megabytes = 16;
-    const option long_options[] = {{"depth", required_argument, nullptr, 'd'},
-                                   {"time", required_argument, nullptr, 't'},
-                                   {"hash", required_argument, nullptr, 'h'},
-                                   {"set", required_argument, nullptr, 's'},
-                                   {"quiet", no_argument, nullptr, 'q'},
-                                   {"help", no_argument, nullptr, 'H'},
-                                   {nullptr, 0, nullptr, 0}};
-    for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
-        switch (letter) {
-            case 'd':
-                options.depth = std::atoi(optarg);
-                break;
-            case 't':
-                options.milliseconds = std::atoi(optarg);
-                break;
-            case 'h':
-                hash_megabytes = std::strtoull(optarg, nullptr, 10);
-                break;
-            case 's':
-                if (!Set(engine.settings, optarg)) return EXIT_FAILURE;
-                break;
-            case 'q':
-                options.is_quiet = true;
-                break;
-            case 'H':
-                return Usage(std::cout, EXIT_SUCCESS);
-            default:
-                return Usage(std::cerr, EXIT_FAILURE);
-        }
-    }
-    if (optind != argc || options.depth < 1 || options.milliseconds < 0) return Usage(std::cerr, EXIT_FAILURE);
-    if (!engine.tables.Resize(hash_megabytes * mebibyte, usual_evaluation_bytes)) {
+    if (!ReadOptions(argc, argv, options, engine.settings)) return Usage(std::cerr, EXIT_FAILURE);
+    if (options.is_help) return Usage(std::cout, EXIT_SUCCESS);
+    if (!engine.tables.Resize(options.hash_megabytes * mebibyte, usual_evaluation_bytes)) {
         std::cerr << "bench: no memory for the tables\n";
         return EXIT_FAILURE;
     }
-
-    Totals totals;
-    for (const std::string_view fen : positions) SearchPosition(engine, fen, options, totals);
-    const double count = static_cast<double>(std::size(positions));
-    const double seconds = static_cast<double>(totals.milliseconds > 0 ? totals.milliseconds : 1) / 1000;
-    std::printf("Nodes:     %llu\n", static_cast<unsigned long long>(totals.nodes));
-    std::printf("Time:      %lld ms\n", static_cast<long long>(totals.milliseconds));
-    std::printf("Nodes/s:   %.0f\n", static_cast<double>(totals.nodes) / seconds);
-    std::printf("Depth:     %.2f on average\n", totals.depth / count);
-    std::printf("Branching: %.2f\n", std::exp(totals.log_branching / count));
-    std::printf("Bench: %llu\n", static_cast<unsigned long long>(totals.nodes));
+    try {
+        RunAll(engine, options);
+    } catch (const std::runtime_error& error) {
+        std::cerr << "bench: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
     return EXIT_SUCCESS;
 }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <limits>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -15,6 +16,7 @@
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "frame/base/vocabulary.h"
+#include "options/number_option.h"
 #include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
 #include "silent_host.h"
@@ -60,6 +62,7 @@ int Usage(std::ostream& out, int status) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
     SearchLimits limits{.max_time_limit = 100};
     std::string bitbases;
     const option long_options[] = {{"time", required_argument, nullptr, 't'},
@@ -70,10 +73,13 @@ int main(int argc, char** argv) {
     for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
         switch (letter) {
             case 't':
-                limits = {.max_time_limit = std::atoi(optarg)};
+                limits = {};
+                if (!ReadNumberOption("best_move", "--time", optarg, 1, most, limits.max_time_limit))
+                    return EXIT_FAILURE;
                 break;
             case 'd':
-                limits = {.max_depth = std::atoi(optarg)};
+                limits = {};
+                if (!ReadNumberOption("best_move", "--depth", optarg, 1, most, limits.max_depth)) return EXIT_FAILURE;
                 break;
             case 'b':
                 bitbases = optarg;
@@ -84,7 +90,7 @@ int main(int argc, char** argv) {
                 return Usage(std::cerr, EXIT_FAILURE);
         }
     }
-    if (optind != argc || limits.max_time_limit + limits.max_depth <= 0) return Usage(std::cerr, EXIT_FAILURE);
+    if (optind != argc) return Usage(std::cerr, EXIT_FAILURE);
     Engine engine;
     try {
         if (!bitbases.empty()) {

@@ -18,6 +18,7 @@
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "evaluation/evaluation_trace.h"
+#include "options/number_option.h"
 
 namespace {
 
@@ -187,15 +188,6 @@ void Print(const EVALUATION_TRACE& trace) {
     std::printf("score           %d (side to move)\n", trace.score);
 }
 
-/// Whether the text is a personality; sets it.
-bool ReadPersonality(const char* text, int& personality) {
-    char* end = nullptr;
-    const long value = std::strtol(text, &end, 10);
-    if (*text == '\0' || *end != '\0' || value < -1000 || value > 1000) return false;
-    personality = static_cast<int>(value);
-    return true;
-}
-
 int Usage(std::ostream& out, int status) {
     out << usage;
     return status;
@@ -209,7 +201,9 @@ int main(int argc, char** argv) {
     int personality = 0;
     for (int letter = 0; (letter = getopt_long(argc, argv, "", options.data(), nullptr)) != -1;) {
         if (letter == 'h') return Usage(std::cout, EXIT_SUCCESS);
-        if (letter != 'p' || !ReadPersonality(optarg, personality)) return Usage(std::cerr, EXIT_FAILURE);
+        if (letter != 'p' || !ReadNumberOption("eval_trace", "--personality", optarg, -1000, 1000, personality)) {
+            return Usage(std::cerr, EXIT_FAILURE);
+        }
     }
     if (optind == argc) return Usage(std::cerr, EXIT_FAILURE);
     std::string fen = argv[optind];

@@ -10,12 +10,14 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "chess/notation.h"
 #include "chess/user_board.h"
+#include "options/number_option.h"
 #include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
 #include "silent_host.h"
@@ -132,6 +134,8 @@ int Usage(std::ostream& out, int status) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    constexpr std::uint64_t most_megabytes = 1U << 24;
     SearchLimits limits{.max_time_limit = 1000};
     std::uint64_t hash_megabytes = 32;
     const option long_options[] = {{"time", required_argument, nullptr, 't'},
@@ -142,13 +146,19 @@ int main(int argc, char** argv) {
     for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
         switch (letter) {
             case 't':
-                limits.max_time_limit = std::atoi(optarg);
+                limits = {};
+                if (!ReadNumberOption("solve_epd", "--time", optarg, 1, most, limits.max_time_limit))
+                    return EXIT_FAILURE;
                 break;
             case 'd':
-                limits = {.max_depth = std::atoi(optarg)};
+                limits = {};
+                if (!ReadNumberOption("solve_epd", "--depth", optarg, 1, most, limits.max_depth)) return EXIT_FAILURE;
                 break;
             case 'h':
-                hash_megabytes = std::strtoull(optarg, nullptr, 10);
+                if (!ReadNumberOption("solve_epd", "--hash", optarg, std::uint64_t{0}, most_megabytes,
+                                      hash_megabytes)) {
+                    return EXIT_FAILURE;
+                }
                 break;
             case 'H':
                 return Usage(std::cout, EXIT_SUCCESS);
@@ -156,7 +166,7 @@ int main(int argc, char** argv) {
                 return Usage(std::cerr, EXIT_FAILURE);
         }
     }
-    if (optind + 1 != argc || limits.max_time_limit + limits.max_depth <= 0) return Usage(std::cerr, EXIT_FAILURE);
+    if (optind + 1 != argc) return Usage(std::cerr, EXIT_FAILURE);
     std::ifstream file(argv[optind]);
     if (!file) {
         std::cerr << "solve_epd: can't open " << argv[optind] << '\n';

@@ -41,10 +41,12 @@ FOLDERS = {
     "interfaces/protocols": (BASE, "chess", "evaluation", *SEARCH, "frame/game"),
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),
     "frame/shell": (BASE, "chess", "bitbases", *SEARCH, "frame/game", "interfaces/"),
-    "tools/bitbase_builder": (BASE, "chess", "bitbases"),
-    "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH),
+    "tools/options": (BASE,),
+    "tools/bench_run": (BASE, *SEARCH, "tools/options"),
+    "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
+    "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options", "tools/bench_run"),
     "tests/support": (BASE, "chess", "bitbases", "evaluation", "evaluation/", "search/", "frame/game", "interfaces/"),
-    "benchmarks": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "tests/support"),
+    "benchmarks": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "tests/support", "tools/options"),
 }
 
 # Where the compiler looks for a quoted name, beside the folder of the file.

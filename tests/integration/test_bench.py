@@ -12,7 +12,7 @@ TOTALS = pathlib.Path(__file__).resolve().parent.parent / "data" / "bench_total.
 
 def nodes(*options, depth="4"):
     out = subprocess.run([BENCH, "--depth", depth, *options], capture_output=True, text=True, check=True).stdout
-    return [int(line) for line in re.findall(r"^ *(\d+) nodes", out, re.MULTILINE)], int(re.search(r"^Bench: (\d+)$", out, re.MULTILINE)[1])
+    return [int(line) for line in re.findall(r"^ *(\d+) +\d+ +\d+ ", out, re.MULTILINE)], int(re.search(r"^Bench: (\d+)$", out, re.MULTILINE)[1])
 
 
 def test_two_runs_visit_the_same_nodes():
@@ -33,8 +33,42 @@ def test_a_setting_changes_them():
     assert nodes("--set", "enable_search_extensions=false") != nodes()
 
 
+def test_quiet_says_the_totals_alone():
+    out = subprocess.run([BENCH, "--depth", "2", "--quiet"], capture_output=True, text=True, check=True).stdout
+    assert re.fullmatch(r"Nodes: +\d+\nTime: +\d+ ms\nNodes/s: +\d+\nDepth: +2.00 on average\nBranching: [0-9.]+\nBench: \d+\n", out)
+
+
+def test_a_run_is_set_beside_a_kept_one(tmp_path):
+    kept = tmp_path / "kept"
+    subprocess.run([BENCH, "--depth", "2", "--save", kept], capture_output=True, check=True)
+    assert len(kept.read_text().splitlines()) > 16
+    out = subprocess.run([BENCH, "--depth", "3", "--compare", kept], capture_output=True, text=True, check=True).stdout
+    ratios = re.findall(r"^ *([0-9.]+) +[0-9.]+ +[0-9.]+  (\S+ [wb] .*|in all)$", out, re.MULTILINE)
+    assert len(ratios) == len(kept.read_text().splitlines())
+    assert all(float(nodes) > 1 for nodes, _ in ratios)
+    assert out.splitlines()[-1].startswith("Bench: ")
+
+
+def test_what_is_no_kept_run_is_refused_before_the_search(tmp_path):
+    other = tmp_path / "other"
+    other.write_text("Nodes: 5\n")
+    for path in (other, tmp_path / "none"):
+        run = subprocess.run([BENCH, "--compare", path], capture_output=True, text=True)
+        assert run.returncode == 1 and run.stdout == "" and str(path) in run.stderr
+
+
 def test_bad_words_are_refused():
-    for options in (["--set", "foo=1"], ["--set", "root_distance_multiplier=0"], ["--depth", "0"], ["--nonsense"], ["x"]):
+    for options in (["--set", "foo=1"], ["--set", "root_distance_multiplier=0"], ["--set", "enable_ettc=yes"],
+                    ["--set", "enable_ettc="], ["--set", "enable_ettc"], ["--set", "root_distance_multiplier=true"],
+                    ["--depth", "0"], ["--depth", "3x"], ["--depth", "-1"], ["--time", "abc"], ["--time", "0"],
+                    ["--hash", "1M"], ["--nonsense"], ["x"]):
         run = subprocess.run([BENCH, *options], capture_output=True, text=True)
-        assert run.returncode == 1 and run.stdout == "" and run.stderr
+        assert run.returncode == 1 and run.stdout == "" and run.stderr, options
     assert "usage:" in subprocess.run([BENCH, "--help"], capture_output=True, text=True, check=True).stdout
+
+
+def test_numbers_of_other_tools_are_read_strictly():
+    tool = os.environ["VORKA_BEST_MOVE"]
+    for options in (["--time", "abc"], ["--depth", "2x"], ["--time", "0"]):
+        run = subprocess.run([tool, *options], input="", capture_output=True, text=True)
+        assert run.returncode == 1 and run.stdout == "" and "takes a number" in run.stderr

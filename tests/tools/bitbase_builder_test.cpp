@@ -246,8 +246,12 @@ TEST(BitbaseBuilderProgram, TellsItsUsage) {
 }
 
 TEST(BitbaseBuilderProgram, RefusesBadWordsBeforeItWorks) {
-    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
-             {"--only", "kpp_kp"}, {"--threads", "0"}, {"--threads", "257"}, {"--nonsense"}, {"word"}}) {
+    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{{"--only", "kpp_kp"},
+                                                                                       {"--threads", "0"},
+                                                                                       {"--threads", "257"},
+                                                                                       {"--threads", "2x"},
+                                                                                       {"--nonsense"},
+                                                                                       {"word"}}) {
         const Outcome outcome = RunProgram(words);
         EXPECT_EQ(outcome.status, 1) << words.back();
         EXPECT_EQ(outcome.output, "");

@@ -17,6 +17,7 @@
 #include "bitbase_builder/endings.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/whole_file.h"
+#include "options/number_option.h"
 
 namespace bitbase_builder {
 
@@ -99,8 +100,9 @@ int run_program(int argc, char** argv, Library& library) {
                 two_pawns_alone = true;
                 break;
             case 't':
-                threads = std::atoi(optarg);
-                if (threads < 1 || threads > most_threads) return Usage(std::cerr, EXIT_FAILURE);
+                if (!ReadNumberOption("bitbase_builder", "--threads", optarg, 1, most_threads, threads)) {
+                    return Usage(std::cerr, EXIT_FAILURE);
+                }
                 break;
             case 'q':
                 quiet = true;

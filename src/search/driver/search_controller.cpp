@@ -81,6 +81,7 @@ void SearchController::Run(const SearchLimits& limits, const UserBoard& position
         discard = aborted.discard;
     }
     NoteTableUse();
+    info_.statistics = search_->statistics;
     host.sendSearchStatistics(info_);
     host.onSearchFinished(discard);
 }

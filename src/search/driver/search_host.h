@@ -7,6 +7,7 @@
 
 #include "chess/move.h"
 #include "frame/base/wall_clock.h"
+#include "search/state/search_statistics.h"
 
 /// How often a hash table was asked in a search, and how often it knew.
 struct TableUse {
@@ -28,7 +29,9 @@ struct SearchInfo {
     Timestamp end;  ///< valid once the search has ended
     std::uint64_t ettc_tries = 0;
     std::uint64_t ettc_cutoffs = 0;
-    TableUse transposition_table, pawn_hash_table, evaluation_hash_table;  ///< set once the search has ended
+    // Set once the search has ended.
+    TableUse transposition_table, pawn_hash_table, evaluation_hash_table;
+    SearchStatistics statistics;
 
     /// Milliseconds from the start to the end, or to now while the search runs.
     [[nodiscard]] std::int64_t Milliseconds() const {

@@ -27,6 +27,7 @@ Score SearchChild(Node& node, Move move, Distance new_distance, Distance reduced
     Score score =
         -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY, type, node.position_class, flags);
     if (node.settings().enable_verification_search && score >= node.beta && reduced > 0) {
+        ++search.statistics.verifications;
         score = -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY + reduced,
                             node.is_principal() ? NodeType::principal : NodeType::all, node.position_class, flags);
     }

@@ -105,6 +105,19 @@ bool PassesFilter(const Node& node, Move move) {
     return PassesQuiescenceFilter(node, move);
 }
 
+void CountMove(Node& node, Distance extended, Distance reduction) {
+    SearchStatistics& statistics = node.search.statistics;
+    if (extended > node.distance) ++statistics.extended_moves;
+    if (reduction > 0) ++statistics.reduced_moves;
+}
+
+/// Before the move is taken over as the best: a node that has none yet has searched no other.
+void CountCut(Node& node) {
+    SearchStatistics& statistics = node.search.statistics;
+    ++statistics.cuts;
+    if (node.best == best_score_start) ++statistics.first_move_cuts;
+}
+
 /// Tries one move. Whether it cuts.
 bool TryMove(Node& node, Move move) {
     ++node.moves_tried;
@@ -117,9 +130,11 @@ bool TryMove(Node& node, Move move) {
     // 21. Reduce a late move.
     const Distance reduction = LateMoveReduction(node, move);
     // 22. Ask the child.
+    CountMove(node, extended, reduction);
     const Score score = SearchChild(node, move, extended - reduction, node.razored + reduction);
     // 23. Keep the best; cut.
     if (score > node.best) {
+        if (score >= node.beta) CountCut(node);
         node.best = score;
         node.best_move = move;
         TakeLine(node, move);
@@ -168,6 +183,7 @@ Score SearchNode(SearchBoard& search, Move* move_buffer, Score beta, Distance di
               .moves = move_buffer,
               .moves_end = move_buffer};
     if constexpr (theory_is_checked) AssertNodeEntered(node);
+    if (node.is_quiescence()) ++search.statistics.quiescence_nodes;
     // 3. Enter the ply.
     EnterPly(node);
     // 4. Mate distance.

@@ -20,5 +20,6 @@ void SearchBoard::StartSearch(const BOARD& position, Score contempt) {
     iteration_depth = 1;
     deepening_searches = 0;
     nodes = ettc_tries = ettc_cutoffs = 0;
+    statistics = {};
     poll_countdown = first_poll_countdown;
 }

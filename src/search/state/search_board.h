@@ -11,6 +11,7 @@
 #include "search/state/node_poll.h"
 #include "search/state/ordering_noise.h"
 #include "search/state/pin_record.h"
+#include "search/state/search_statistics.h"
 #include "search/tables/score.h"
 
 /// A run of queen checks against one side.
@@ -72,6 +73,7 @@ struct SearchBoard {
     std::uint64_t nodes = 0;
     std::uint64_t ettc_tries = 0;
     std::uint64_t ettc_cutoffs = 0;
+    SearchStatistics statistics;  ///< of the whole search
 
     std::uint64_t poll_countdown = first_poll_countdown;
     NodePoll* poll = nullptr;  ///< not owned; must be set before a search

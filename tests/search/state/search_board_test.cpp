@@ -13,6 +13,7 @@ TEST(SearchBoard, StartsASearchWithEverythingSetUp) {
     SearchBuilder search(start_fen);
     SearchBoard& board = *search.board;
     board.nodes = board.ettc_tries = board.ettc_cutoffs = 5;
+    board.statistics.cuts = board.statistics.extended_moves = 5;
     board.poll_countdown = 1;
     board.check_runs[40].threat = 1;
     board.pins[40].pinned_square = 3;
@@ -23,6 +24,7 @@ TEST(SearchBoard, StartsASearchWithEverythingSetUp) {
     EXPECT_EQ(FenOf(board.board), pinned_knight);
     EXPECT_EQ(board.board.key_history, board.board.key_store) << "its own keys";
     EXPECT_EQ(board.nodes + board.ettc_tries + board.ettc_cutoffs, 0U);
+    EXPECT_EQ(board.statistics, SearchStatistics{});
     EXPECT_EQ(board.poll_countdown, 100U);
     EXPECT_EQ(board.check_runs[40].threat, 0);
     EXPECT_EQ(board.pins[40], PinRecord{});
