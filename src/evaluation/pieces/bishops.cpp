@@ -149,7 +149,7 @@ Bitboard pawns_before_bad_bishop(const EVALUATION_CONTEXT& context, const Bishop
 }
 template <Colour Us>
 bool is_bad_bishop(const BishopState& bishop, Bitboard pawns) {
-    return !bishop.is_free && ((pawns & squares_seen<Us>(d4, e4)) != 0 || PopCount(pawns) >= 2);
+    return !bishop.is_free && ((pawns & squares_seen<Us>(d4, e4)) != 0 || HasSeveral(pawns));
 }
 
 /// By its mobility.
