@@ -83,14 +83,9 @@ void find_spans(EVALUATION_CONTEXT& context, const BOARD& board) {
     info.centre_gaps = centre_square_set & ~all_pawns(board) & ~info.attack_span;
 }
 
-template <Colour Us>
 Bitboard find_isolated(Bitboard pawns) {
-    const auto beside = [files = files_of(pawns)](int file) { return ((files << 1 | files >> 1) >> file & 1) != 0; };
-    Bitboard isolated = 0;
-    for (int file = 0; file < 8; ++file) {
-        if (!beside(file)) isolated |= pawns & file_mask(file);
-    }
-    return isolated;
+    const Bitboard occupied_files = fill_files(pawns);
+    return pawns & ~(one_left(occupied_files) | one_right(occupied_files));
 }
 
 /// Pawns whose next square the enemy dominates while no own pawn can come to its help. A pawn on its first square that
@@ -145,7 +140,9 @@ std::int16_t find_openness(const EVALUATION_CONTEXT& context, const BOARD& board
 MAJORITY_INFO find_majority(const BOARD& board, int rim, int step) {
     int pawns[2] = {};
     int files_with_pawn[2] = {};
-    const auto pawns_on = [&](Colour side, int file) { return PopCount(board.side(side).pawns & file_mask(file)); };
+    const auto pawns_on = [&](Colour side, int file) {
+        return count_on_file(board.side(side).pawns & file_mask(file), file);
+    };
     for (int n = 0; n <= 4; ++n) {
         const int file = rim + n * step;
         for (const Colour side : {white, black}) {
@@ -190,8 +187,8 @@ void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     context.pawn_facts_found = true;
     context.rams = find_rams(board);
     context.openness = find_openness(context, board);
-    context.pawns[white].isolated = find_isolated<white>(board.side(white).pawns);
-    context.pawns[black].isolated = find_isolated<black>(board.side(black).pawns);
+    context.pawns[white].isolated = find_isolated(board.side(white).pawns);
+    context.pawns[black].isolated = find_isolated(board.side(black).pawns);
     find_spans<white>(context, board);
     find_spans<black>(context, board);
     find_backward<white>(context, board);
