@@ -14,6 +14,10 @@ inline constexpr Bitboard first_rank = 0xFF;
 [[nodiscard]] constexpr int count_on_file(Bitboard set, int file) noexcept {
     return static_cast<int>(((set >> file) * a_file) >> 56);
 }
+/// Number of squares in a set that can't hold more than two.
+[[nodiscard]] constexpr int count_up_to_two(Bitboard set) noexcept {
+    return static_cast<int>(set != 0) + static_cast<int>(HasSeveral(set));
+}
 /// The files from `first` to `last`, both included.
 [[nodiscard]] constexpr Bitboard files(int first, int last) noexcept {
     Bitboard set = 0;

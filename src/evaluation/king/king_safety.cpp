@@ -156,7 +156,7 @@ SCORE_PAIR shelter_where_it_goes(Context& context, const BOARD& board) {
 
 /// The closer the position, the less; by openness.
 int scaled_by_openness(int half, int openness) {
-    constexpr std::array<int, 8> eighths = {6, 6, 7, 8, 8, 9, 10, 11};
+    static constexpr std::array<int, 8> eighths = {6, 6, 7, 8, 8, 9, 10, 11};
     return half * at(eighths, openness >> 1) / 8;
 }
 
