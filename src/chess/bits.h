@@ -70,7 +70,18 @@ namespace table_bits {
 }  // namespace table_bits
 
 namespace portable_bits {
-[[nodiscard]] constexpr int PopCount(Bitboard b) noexcept { return std::popcount(b); }
+/// Where the processor's own count may not be counted on, the compiler would call its library: sums within pairs, fours
+/// and bytes, and a product that adds the bytes up, are half the work.
+[[nodiscard]] constexpr int PopCount(Bitboard b) noexcept {
+#if defined(__POPCNT__) || defined(__aarch64__)
+    return std::popcount(b);
+#else
+    b -= (b >> 1) & 0x5555555555555555;
+    b = (b & 0x3333333333333333) + ((b >> 2) & 0x3333333333333333);
+    b = (b + (b >> 4)) & 0x0F0F0F0F0F0F0F0F;
+    return static_cast<int>((b * 0x0101010101010101) >> 56);
+#endif
+}
 // Bit 0 is set so that the empty set gives 0 without a branch.
 [[nodiscard]] constexpr Square FindHighestBit(Bitboard b) noexcept { return 63 ^ std::countl_zero(b | 1U); }
 [[nodiscard]] constexpr Square FindLowestBit(Bitboard b) noexcept { return b == 0 ? 0 : std::countr_zero(b); }

@@ -272,7 +272,7 @@ TEST(EvaluationContext, HasTheFactsOfThePawnsOnAHitToo) {
     position.Ask(0);
     EXPECT_TRUE(position.context.pawn_entry_from_table);
     EXPECT_EQ(position.context.pawns[white].attacks, ranks<white>(2, 2));
-    EXPECT_EQ(position.context.pawns[white].file_count[0], 1);
+    EXPECT_EQ(position.context.pawn_count[white], 8);
 }
 
 // --- Personality ---

@@ -9,6 +9,15 @@ inline constexpr Bitboard h_file = a_file << 7;
 inline constexpr Bitboard first_rank = 0xFF;
 
 [[nodiscard]] constexpr Bitboard file_mask(int file) noexcept { return a_file << file; }
+/// Number of squares in a set that lies on that file: moved to the a-file they stand in the lowest bits of the eight
+/// bytes, and the product adds the bytes up.
+[[nodiscard]] constexpr int count_on_file(Bitboard set, int file) noexcept {
+    return static_cast<int>(((set >> file) * a_file) >> 56);
+}
+/// Number of squares in a set that can't hold more than two.
+[[nodiscard]] constexpr int count_up_to_two(Bitboard set) noexcept {
+    return static_cast<int>(set != 0) + static_cast<int>(HasSeveral(set));
+}
 /// The files from `first` to `last`, both included.
 [[nodiscard]] constexpr Bitboard files(int first, int last) noexcept {
     Bitboard set = 0;

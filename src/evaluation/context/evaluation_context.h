@@ -42,16 +42,15 @@ constexpr void add_points(std::int16_t& counter, int points) noexcept {
 /// What is known about the pawns of one side. "Ahead" and ranks are seen from that side.
 struct PAWN_INFO {
     // Found on every evaluation.
-    Bitboard attacks;                        ///< squares attacked by own pawns
-    Bitboard attacked_once;                  ///< by exactly one of them
-    Bitboard attacked_twice;                 ///< by two
-    Bitboard dominated;                      ///< squares that own pawns attack more often than enemy pawns do
-    Bitboard defended;                       ///< own pawns that an own pawn attacks
-    Bitboard blocked;                        ///< own pawns with any piece on the square in front
-    Bitboard restrained;                     ///< blocked ones, and those whose next square an enemy pawn attacks
-    Bitboard duo;                            ///< own pawns with an own pawn beside them
-    Bitboard doubled;                        ///< all own pawns on files that hold more than one of them
-    std::array<std::int16_t, 8> file_count;  ///< own pawns, by file
+    Bitboard attacks;         ///< squares attacked by own pawns
+    Bitboard attacked_once;   ///< by exactly one of them
+    Bitboard attacked_twice;  ///< by two
+    Bitboard dominated;       ///< squares that own pawns attack more often than enemy pawns do
+    Bitboard defended;        ///< own pawns that an own pawn attacks
+    Bitboard blocked;         ///< own pawns with any piece on the square in front
+    Bitboard restrained;      ///< blocked ones, and those whose next square an enemy pawn attacks
+    Bitboard duo;             ///< own pawns with an own pawn beside them
+    Bitboard doubled;         ///< all own pawns on files that hold more than one of them
 
     // Found before the lazy test, from `passed`.
     Bitboard front_passed;                    ///< the foremost passed pawn of each file
@@ -96,7 +95,7 @@ struct EVALUATION_CONTEXT {
     bool pawn_facts_found = false;       ///< or were found afresh: a rule may give its score without them
 
     std::uint8_t files_without_pawn[2] = {};  ///< bit 0 is the a-file
-    std::int8_t count_of_files_without_pawn[2] = {};
+    std::int8_t pawn_count[2] = {};
     std::int8_t only_open_file = 0;  ///< the one file without any pawn, -1 if there is none or several
 
     bool has_bishop_pair[2] = {};  ///< bishops on both square colours

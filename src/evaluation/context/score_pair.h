@@ -2,25 +2,31 @@
 
 #include <cstdint>
 
-/// A positional and a reckless score in one word, both in centipawns. The halves add up separately, each wrapping at 16
-/// bits: a sum of terms costs no more than one of plain numbers.
+/// A positional and a reckless score in one word, both in centipawns: a sum of terms costs no more than one of plain
+/// numbers.
+///
+/// The word is positional + 65536 * reckless, modulo 2^32, so that sums of words are the words of the sums. The low 16
+/// bits are the positional half. What is left without it is 65536 * reckless: a negative positional half has borrowed
+/// one from the high half, and half a unit added before the shift gives it back. For example {-3, 5} is 0x0004FFFD.
+///
+/// Both halves of a sum are exact as long as they fit into 16 bits, whatever happened on the way. Beyond that each
+/// wraps by itself, but a positional half that has wrapped has carried one into the reckless half. A score is not a
+/// tenth of that.
 class SCORE_PAIR {
   public:
     constexpr SCORE_PAIR() noexcept = default;
     constexpr SCORE_PAIR(int positional, int reckless) noexcept
-        : word_(static_cast<std::uint16_t>(positional) |
-                static_cast<std::uint32_t>(static_cast<std::uint16_t>(reckless)) << 16) {}
+        : word_(static_cast<std::uint32_t>(positional) + (static_cast<std::uint32_t>(reckless) << 16)) {}
 
     [[nodiscard]] constexpr int positional() const noexcept { return static_cast<std::int16_t>(word_ & 0xFFFF); }
-    [[nodiscard]] constexpr int reckless() const noexcept { return static_cast<std::int16_t>(word_ >> 16); }
+    [[nodiscard]] constexpr int reckless() const noexcept { return static_cast<std::int16_t>((word_ + 0x8000) >> 16); }
 
     constexpr SCORE_PAIR& operator+=(SCORE_PAIR other) noexcept {
-        // Without their top bits the halves can't carry into one another; the top bits are added by exclusive or.
-        word_ = ((word_ & ~top_bits) + (other.word_ & ~top_bits)) ^ ((word_ ^ other.word_) & top_bits);
+        word_ += other.word_;
         return *this;
     }
     constexpr SCORE_PAIR& operator-=(SCORE_PAIR other) noexcept {
-        word_ = ((word_ | top_bits) - (other.word_ & ~top_bits)) ^ ((word_ ^ ~other.word_) & top_bits);
+        word_ -= other.word_;
         return *this;
     }
     [[nodiscard]] friend constexpr SCORE_PAIR operator+(SCORE_PAIR a, SCORE_PAIR b) noexcept { return a += b; }
@@ -29,7 +35,6 @@ class SCORE_PAIR {
     constexpr bool operator==(const SCORE_PAIR&) const noexcept = default;
 
   private:
-    static constexpr std::uint32_t top_bits = 0x80008000;
-    std::uint32_t word_ = 0;  ///< positional in the low half, reckless in the high one
+    std::uint32_t word_ = 0;
 };
 static_assert(sizeof(SCORE_PAIR) == 4);

@@ -27,6 +27,36 @@ void place_king(EVALUATION_CONTEXT& context, const BOARD& board) {
     context.attacks[Us] = bitboard_tables.king_attacks[s];
 }
 
+// --- The factors, by points ---
+
+constexpr int least_cover = -9;
+constexpr int enough_cover = 5;
+constexpr int least_attack = -4;
+constexpr int full_attack = 30;
+
+consteval std::array<double, enough_cover - least_cover> DangerByCover() {
+    std::array<double, enough_cover - least_cover> danger{};
+    for (int points = least_cover; points < enough_cover; ++points) {
+        const double x = points;
+        danger[static_cast<std::size_t>(points - least_cover)] =
+            std::clamp(-1.71074236e-05 * x * x - 0.0347771834536 * x + 0.172185814, 0.0, 1.0);
+    }
+    return danger;
+}
+constexpr auto danger_by_cover = DangerByCover();
+
+consteval std::array<double, full_attack - least_attack> DangerByAttack() {
+    std::array<double, full_attack - least_attack> danger{};
+    for (int points = least_attack; points < full_attack; ++points) {
+        const double x = points;
+        const double factor = -1.9645048633650176e-05 * x * x * x + 0.0006210098320527342 * x * x +
+                              0.0337458699134167 * x + 0.07126673933070571;
+        danger[static_cast<std::size_t>(points - least_attack)] = std::clamp(factor, 0.0, 1.0);
+    }
+    return danger;
+}
+constexpr auto danger_by_attack = DangerByAttack();
+
 /// The danger to a king as one shelter finds it.
 struct KingDanger {
     std::int16_t attack, cover;  ///< points
@@ -126,7 +156,7 @@ SCORE_PAIR shelter_where_it_goes(Context& context, const BOARD& board) {
 
 /// The closer the position, the less; by openness.
 int scaled_by_openness(int half, int openness) {
-    constexpr std::array<int, 8> eighths = {6, 6, 7, 8, 8, 9, 10, 11};
+    static constexpr std::array<int, 8> eighths = {6, 6, 7, 8, 8, 9, 10, 11};
     return half * at(eighths, openness >> 1) / 8;
 }
 
@@ -196,19 +226,13 @@ void place_kings(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
 }
 
 double danger_of_cover(int king_cover) noexcept {
-    if (king_cover < -9) return 1.0;
-    if (king_cover >= 5) return 0.0;
-    const double x = king_cover;
-    return std::clamp(-1.71074236e-05 * x * x - 0.0347771834536 * x + 0.172185814, 0.0, 1.0);
+    if (king_cover < least_cover) return 1.0;
+    return king_cover >= enough_cover ? 0.0 : at(danger_by_cover, king_cover - least_cover);
 }
 
 double danger_of_attack(int king_attack) noexcept {
-    if (king_attack >= 30) return 1.0;
-    if (king_attack < -4) return 0.0;
-    const double x = king_attack;
-    const double factor = -1.9645048633650176e-05 * x * x * x + 0.0006210098320527342 * x * x + 0.0337458699134167 * x +
-                          0.07126673933070571;
-    return std::clamp(factor, 0.0, 1.0);
+    if (king_attack < least_attack) return 0.0;
+    return king_attack >= full_attack ? 1.0 : at(danger_by_attack, king_attack - least_attack);
 }
 
 template <Colour Us>

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "evaluation/context/board_areas.h"
+#include "evaluation/context/sided_squares.h"
 #include "evaluation/context/table_lookup.h"
 #include "evaluation/king/king_safety.h"
 #include "evaluation/rules/tell.h"
@@ -89,7 +90,7 @@ constexpr KingValues storm_pawn_with_neighbour = {.pair = {-5, -16}, .attack = 6
 /// Anything on the square behind it.
 constexpr KingValues storm_pawn_obstructed_behind = {.pair = {4, 8}, .attack = -2};
 
-/// The walk over the files around one king.
+/// The walk over the files around one king. A file is a set of squares, so that every question about it is one mask.
 template <Colour Us, class Context>
 class ShelterWalk {
   public:
@@ -103,11 +104,16 @@ class ShelterWalk {
         }
         StartByFile();
         if (rank_seen<Us>(king_) == 1) OnSecondRank();
-        for (int file = first_file(); file <= last_file(); ++file) ShieldOnFile(file);
+        const int king_file = FileOf(king_);
+        around_king_ = file_mask(king_file) | one_left(file_mask(king_file)) | one_right(file_mask(king_file));
+        const Bitboard first_file = file_mask(std::max(king_file - 1, 0));
+        for (Bitboard file = first_file; (file & around_king_) != 0; file <<= 1) ShieldOnFile(file);
         Count(Rule::open_files_at_king, 0, at(open_files_at_king, open_count_));
         Holes();
-        if (FileOf(king_) < 2 || FileOf(king_) > 5) {
-            for (int file = first_file(); file <= last_file(); ++file) StormOnFile(file);
+        const Bitboard storm = enemy_pawns() & around_king_ & ranks<Us>(3, 6);
+        if (storm == 0 || (king_file >= 2 && king_file <= 5)) return sum_;
+        for (Bitboard file = first_file; (file & around_king_) != 0; file <<= 1) {
+            if ((storm & file) != 0) StormPawn(rearmost<Us>(storm & file));
         }
         return sum_;
     }
@@ -117,13 +123,13 @@ class ShelterWalk {
 
   private:
     static constexpr Colour Them = Opponent(Us);
+    static constexpr Bitboard second_rank = ranks<Us>(1, 1);
+    static constexpr Bitboard third_rank = ranks<Us>(2, 2);
+    static constexpr Bitboard fourth_rank = ranks<Us>(3, 3);
 
-    int first_file() const { return std::max(FileOf(king_) - 1, 0); }
-    int last_file() const { return std::min(FileOf(king_) + 1, 7); }
     Bitboard own_pawns() const { return board_.side(Us).pawns; }
     Bitboard enemy_pawns() const { return board_.side(Them).pawns; }
     bool own_pawn_on(Square seen_from_white) const { return Has(own_pawns(), Seen<Us>(seen_from_white)); }
-    static Square square_of(int file, int rank) { return Seen<Us>(rank * 8 + file); }
 
     [[gnu::always_inline]] void Count(Rule rule, Bitboard squares, SCORE_PAIR pair) {
         sum_ += tell<Us>(context_, rule, Bit(stands_on_) | squares, pair);
@@ -167,47 +173,46 @@ class ShelterWalk {
         king_ = square_behind<Us>(king_);
     }
 
-    void ShieldOnFile(int file) {
-        if ((enemy_pawns() & file_mask(file)) == 0) ++open_count_;
-        const Square first_square = square_of(file, 1);
-        const Square second_square = square_of(file, 2);
-        const bool first = Has(own_pawns(), first_square);
-        const bool second = Has(own_pawns(), second_square);
-        if (first) {
-            Count(Rule::shield_pawn_on_second_rank, Bit(first_square), shield_pawn_on_second_rank);
-            if (file != first_file() && Has(own_pawns(), square_of(file - 1, 1))) side_by_side_ = true;
+    void ShieldOnFile(Bitboard file) {
+        if ((enemy_pawns() & file) == 0) ++open_count_;
+        const Bitboard first = own_pawns() & file & second_rank;
+        const Bitboard second = own_pawns() & file & third_rank;
+        if (first != 0) {
+            Count(Rule::shield_pawn_on_second_rank, first, shield_pawn_on_second_rank);
         } else {
             ++holes_first_;
-            MenInShield(first_square, bishop_in_shield_on_second_rank, knight_in_shield_on_second_rank);
+            MenInShield(file & second_rank, bishop_in_shield_on_second_rank, knight_in_shield_on_second_rank);
         }
-        if (second) {
-            Count(Rule::shield_pawn_on_third_rank, Bit(second_square), shield_pawn_on_third_rank);
+        if (second != 0) {
+            Count(Rule::shield_pawn_on_third_rank, second, shield_pawn_on_third_rank);
         } else {
             ++holes_second_;
-            MenInShield(second_square, bishop_in_shield_on_third_rank, knight_in_shield_on_third_rank);
+            MenInShield(file & third_rank, bishop_in_shield_on_third_rank, knight_in_shield_on_third_rank);
         }
-        if (!first && !second) NoShieldOnFile(file);
+        if ((first | second) == 0) NoShieldOnFile(file);
     }
 
-    [[gnu::always_inline]] void MenInShield(Square s, const KingValues& of_bishop, const KingValues& of_knight) {
-        const bool on_rim = FileOf(s) == 0 || FileOf(s) == 7;
-        if (Has(board_.side(Them).all, s))
-            Count(Rule::enemy_in_shield, Bit(s), enemy_in_shield);
-        else if (!on_rim && Has(board_.side(Us).bishops, s))
-            Count(Rule::bishop_in_shield, Bit(s), of_bishop);
-        else if (!on_rim && Has(board_.side(Us).knights, s))
-            Count(Rule::knight_in_shield, Bit(s), of_knight);
+    /// On the rim own men shield nothing.
+    [[gnu::always_inline]] void MenInShield(Bitboard square, const KingValues& of_bishop, const KingValues& of_knight) {
+        if ((board_.occupied & square) == 0) return;
+        const Bitboard off_rim = square & files(1, 6);
+        if ((board_.side(Them).all & square) != 0)
+            Count(Rule::enemy_in_shield, square, enemy_in_shield);
+        else if ((board_.side(Us).bishops & off_rim) != 0)
+            Count(Rule::bishop_in_shield, square, of_bishop);
+        else if ((board_.side(Us).knights & off_rim) != 0)
+            Count(Rule::knight_in_shield, square, of_knight);
     }
 
-    void NoShieldOnFile(int file) {
-        if (Has(own_pawns(), square_of(file, 3)))
-            Count(Rule::shield_pawn_on_fourth_rank, Bit(square_of(file, 3)), shield_pawn_on_fourth_rank);
+    void NoShieldOnFile(Bitboard file) {
+        if (const Bitboard pawn = own_pawns() & file & fourth_rank; pawn != 0)
+            Count(Rule::shield_pawn_on_fourth_rank, pawn, shield_pawn_on_fourth_rank);
         else
-            Count(Rule::no_shield_on_file, Bit(square_of(file, 1)) | Bit(square_of(file, 2)), no_shield_on_file);
-        if (file != 1 && file != 6) return;
+            Count(Rule::no_shield_on_file, file & (second_rank | third_rank), no_shield_on_file);
+        if ((file & (files(1, 1) | files(6, 6))) == 0) return;
         fianchetto_hole_ = true;
         const PAWN_INFO& own = context_.pawns[Us];
-        if (const Bitboard pawns = own.doubled & own.isolated & neighbouring_files(file); pawns != 0)
+        if (const Bitboard pawns = own.doubled & own.isolated & (one_left(file) | one_right(file)); pawns != 0)
             Count(Rule::doubled_pawns_beside_hole, pawns, doubled_pawns_beside_hole);
     }
 
@@ -226,10 +231,16 @@ class ShelterWalk {
             Count(Rule::hole_on_long_diagonal, 0, hole_on_long_diagonal);
         else if (IsOnOpenShortDiagonal())
             Count(Rule::hole_on_short_diagonal, 0, hole_on_short_diagonal);
-        else if (side_by_side_)
+        else if (HasPawnsSideBySide())
             Count(Rule::hole_beside_two_pawns, 0, hole_beside_two_pawns);
         else
             Count(Rule::hole_elsewhere, 0, hole_elsewhere);
+    }
+
+    /// Two on the second rank.
+    bool HasPawnsSideBySide() const {
+        const Bitboard pawns = own_pawns() & around_king_ & second_rank;
+        return (pawns & pawns << 1) != 0;
     }
 
     bool IsOnOpenLongDiagonal() const {
@@ -262,47 +273,42 @@ class ShelterWalk {
             Count(Rule::two_holes, 0, two_holes);
     }
 
-    void StormOnFile(int file) {
-        int rank = 3;
-        while (rank < 7 && !Has(enemy_pawns(), square_of(file, rank))) ++rank;
-        if (rank == 7) return;
-        const Square s = square_of(file, rank);
+    /// The foremost enemy pawn of a file.
+    void StormPawn(Square s) {
+        const int rank = rank_seen<Us>(s);
         Count(Rule::storm_pawn, Bit(s), at(storm_pawn, rank - 3));
-        PathOfStormPawn(file, rank);
-        const bool may_have_neighbour = file == 0 || file == 1 || file == 5 || file == 6;
-        if (may_have_neighbour && Has(enemy_pawns(), s + 1))
-            Count(Rule::storm_pawn_with_neighbour, Bit(s) | Bit(s + 1), storm_pawn_with_neighbour);
-        const Square behind = square_of(file, rank + 1);
-        if (Has(board_.occupied, behind))
-            Count(Rule::storm_pawn_obstructed_behind, Bit(s) | Bit(behind), storm_pawn_obstructed_behind);
+        PathOfStormPawn(s, rank);
+        constexpr Bitboard may_have_neighbour = files(0, 1) | files(5, 6);
+        if (const Bitboard neighbour = (Bit(s) & may_have_neighbour) << 1 & enemy_pawns(); neighbour != 0)
+            Count(Rule::storm_pawn_with_neighbour, Bit(s) | neighbour, storm_pawn_with_neighbour);
+        if (const Bitboard behind = one_ahead<Us>(Bit(s)) & board_.occupied; behind != 0)
+            Count(Rule::storm_pawn_obstructed_behind, Bit(s) | behind, storm_pawn_obstructed_behind);
     }
 
     /// Looks for the first square on the way to the king's side that an own pawn attacks or stands on.
-    void PathOfStormPawn(int file, int storm_rank) {
-        for (int rank = storm_rank - 1; rank > 0; --rank) {
-            const Square s = square_of(file, rank);
-            if (Has(context_.pawns[Us].attacks, s)) {
-                Count(Rule::storm_pawn_makes_contact, Bit(s), at(storm_pawn_makes_contact, storm_rank - 1 - rank));
-                return;
-            }
-            if (Has(own_pawns(), s)) {
-                Count(Rule::storm_pawn_stopped, Bit(s), storm_pawn_stopped);
-                return;
-            }
-        }
+    void PathOfStormPawn(Square storming, int storm_rank) {
+        const Bitboard attacked = context_.pawns[Us].attacks;
+        const Bitboard met = (attacked | own_pawns()) & file_behind<Us>(storming) & ranks<Us>(1, 6);
+        if (met == 0) return;
+        const Square s = foremost<Us>(met);
+        if (Has(attacked, s))
+            Count(Rule::storm_pawn_makes_contact, Bit(s),
+                  at(storm_pawn_makes_contact, storm_rank - 1 - rank_seen<Us>(s)));
+        else
+            Count(Rule::storm_pawn_stopped, Bit(s), storm_pawn_stopped);
     }
 
     Context& context_;
     const BOARD& board_;
     const Square stands_on_;
-    Square king_;  ///< on the back rank, where the walk starts from
+    Square king_;               ///< on the back rank, where the walk starts from
+    Bitboard around_king_ = 0;  ///< the files of the walk, two or three
     SCORE_PAIR sum_;
     int attack_ = 0;
     int cover_ = 0;
     int open_count_ = 0;  ///< files of the walk without an enemy pawn
     int holes_first_ = 0;
     int holes_second_ = 0;
-    bool side_by_side_ = false;
     bool fianchetto_hole_ = false;
 };
 

@@ -49,6 +49,9 @@ void for_each_defender(const PAWN_INFO& info, Bitboard pawns, Found found) {
     walk(one_right(behind) & pawns);
 }
 
+/// Three pawns or more.
+[[nodiscard]] constexpr bool has_three(Bitboard pawns) noexcept { return HasSeveral(pawns & (pawns - 1)); }
+
 inline constexpr Majority majority_of[2] = {Majority::white, Majority::black};  // by Colour
 
 /// The half of the board that a wing's majority plays on.

@@ -24,8 +24,6 @@ std::uint8_t files_of(Bitboard squares) {
     return static_cast<std::uint8_t>(squares & 0xFF);
 }
 
-std::int8_t count_of(std::uint8_t file_set) { return static_cast<std::int8_t>(PopCount(file_set)); }
-
 template <Colour Us>
 void find_attacked_squares(EVALUATION_CONTEXT& context, const BOARD& board) {
     const Bitboard ahead = one_ahead<Us>(board.side(Us).pawns);
@@ -35,15 +33,15 @@ void find_attacked_squares(EVALUATION_CONTEXT& context, const BOARD& board) {
     info.attacked_twice = one_left(ahead) & one_right(ahead);
 }
 
-template <Colour Us>
-void find_files_with_several(PAWN_INFO& info, Bitboard pawns) {
-    info.doubled = 0;
-    for (int file = 0; file < 8; ++file) {
-        const Bitboard on_file = pawns & file_mask(file);
-        const int count = PopCount(on_file);
-        info.file_count[static_cast<std::size_t>(file)] = static_cast<std::int16_t>(count);
-        if (count > 1) info.doubled |= on_file;
+/// The pawns with another one of their own on the same file.
+Bitboard find_doubled(Bitboard pawns) {
+    Bitboard north = pawns << 8;
+    Bitboard south = pawns >> 8;
+    for (const int ranks : {1, 2, 4}) {
+        north |= north << 8 * ranks;
+        south |= south >> 8 * ranks;
     }
+    return pawns & (north | south);
 }
 
 /// Needs the attacked squares of both sides.
@@ -58,7 +56,7 @@ void find_neighbourhood(EVALUATION_CONTEXT& context, const BOARD& board) {
     info.blocked = pawns & one_ahead<Them>(board.occupied);
     info.restrained = info.blocked | (pawns & one_ahead<Them>(enemy.attacks));
     info.duo = pawns & (one_left(pawns) | one_right(pawns));
-    find_files_with_several<Us>(info, pawns);
+    info.doubled = find_doubled(pawns);
 }
 
 /// Where the pawns can go: step by step, all pawns at once. A square that the enemy dominates is the last of its run.
@@ -83,14 +81,9 @@ void find_spans(EVALUATION_CONTEXT& context, const BOARD& board) {
     info.centre_gaps = centre_square_set & ~all_pawns(board) & ~info.attack_span;
 }
 
-template <Colour Us>
 Bitboard find_isolated(Bitboard pawns) {
-    const auto beside = [files = files_of(pawns)](int file) { return ((files << 1 | files >> 1) >> file & 1) != 0; };
-    Bitboard isolated = 0;
-    for (int file = 0; file < 8; ++file) {
-        if (!beside(file)) isolated |= pawns & file_mask(file);
-    }
-    return isolated;
+    const Bitboard occupied_files = fill_files(pawns);
+    return pawns & ~(one_left(occupied_files) | one_right(occupied_files));
 }
 
 /// Pawns whose next square the enemy dominates while no own pawn can come to its help. A pawn on its first square that
@@ -131,10 +124,11 @@ int loosening_by(int files_without_pawn) { return std::min(files_without_pawn, 2
 std::int16_t find_openness(const EVALUATION_CONTEXT& context, const BOARD& board) {
     const Bitboard every_pawn = all_pawns(board);
     int openness = 12;
-    openness += loosening_by(context.count_of_files_without_pawn[white]);
-    openness += loosening_by(context.count_of_files_without_pawn[black]);
+    openness += loosening_by(PopCount(context.files_without_pawn[white]));
+    openness += loosening_by(PopCount(context.files_without_pawn[black]));
     if ((context.files_without_pawn[white] & context.files_without_pawn[black]) == 0) openness -= 2;
-    openness -= (PopCount(every_pawn) >> 3) + (PopCount(every_pawn & centre_files) >> 1);
+    openness -=
+        ((context.pawn_count[white] + context.pawn_count[black]) >> 3) + (PopCount(every_pawn & centre_files) >> 1);
     if (context.rams != 0) openness += 2 - PopCount(context.rams) - 2 * PopCount(context.rams & centre_files);
     return static_cast<std::int16_t>(std::clamp(openness, 1, 15));
 }
@@ -144,7 +138,9 @@ std::int16_t find_openness(const EVALUATION_CONTEXT& context, const BOARD& board
 MAJORITY_INFO find_majority(const BOARD& board, int rim, int step) {
     int pawns[2] = {};
     int files_with_pawn[2] = {};
-    const auto pawns_on = [&](Colour side, int file) { return PopCount(board.side(side).pawns & file_mask(file)); };
+    const auto pawns_on = [&](Colour side, int file) {
+        return count_on_file(board.side(side).pawns & file_mask(file), file);
+    };
     for (int n = 0; n <= 4; ++n) {
         const int file = rim + n * step;
         for (const Colour side : {white, black}) {
@@ -169,12 +165,13 @@ MAJORITY_INFO find_majority(const BOARD& board, int rim, int step) {
 
 void find_open_files(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     for (const Colour side : {white, black}) {
-        const auto closed = static_cast<unsigned>(files_of(board.side(side).pawns));
+        const Bitboard pawns = board.side(side).pawns;
+        const auto closed = static_cast<unsigned>(files_of(pawns));
         context.files_without_pawn[side] = static_cast<std::uint8_t>(~closed);
-        context.count_of_files_without_pawn[side] = count_of(context.files_without_pawn[side]);
+        context.pawn_count[side] = static_cast<std::int8_t>(PopCount(pawns));
     }
     const auto open = static_cast<std::uint8_t>(context.files_without_pawn[white] & context.files_without_pawn[black]);
-    context.only_open_file = static_cast<std::int8_t>(count_of(open) == 1 ? FindLowestBit(open) : -1);
+    context.only_open_file = static_cast<std::int8_t>(open != 0 && !HasSeveral(open) ? FindLowestBit(open) : -1);
 }
 
 void find_pawn_attacks(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
@@ -188,8 +185,8 @@ void find_pawn_facts(EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     context.pawn_facts_found = true;
     context.rams = find_rams(board);
     context.openness = find_openness(context, board);
-    context.pawns[white].isolated = find_isolated<white>(board.side(white).pawns);
-    context.pawns[black].isolated = find_isolated<black>(board.side(black).pawns);
+    context.pawns[white].isolated = find_isolated(board.side(white).pawns);
+    context.pawns[black].isolated = find_isolated(board.side(black).pawns);
     find_spans<white>(context, board);
     find_spans<black>(context, board);
     find_backward<white>(context, board);

@@ -5,7 +5,7 @@
 
 /// Pawn facts that every routine builds in the same order. `pawn_structure_walk.h` has the terms that score them.
 
-/// Sets the masks and counts of files without pawns, and `only_open_file`.
+/// Sets `pawn_count`, the masks of files without pawns, and `only_open_file`.
 void find_open_files(EVALUATION_CONTEXT& context, const BOARD& board) noexcept;
 /// Sets what pawns attack and defend, and how they stand beside and behind one another: all facts that every
 /// evaluation finds anew.

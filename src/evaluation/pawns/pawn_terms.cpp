@@ -262,7 +262,7 @@ SCORE_PAIR doubled_pawns(Context& context, const BOARD& board) noexcept {
         const Wing wing = narrow_wing(file);
         const bool are_isolated = (on_file & info.isolated) != 0;
         const int distance = front_distance<Us>(context, board, foremost<Us>(on_file));
-        if (info.file_count[static_cast<std::size_t>(file)] > 2) {
+        if (has_three(on_file)) {
             if (are_isolated)
                 count(Rule::tripled_isolated_pawns, tripled_isolated_pawns<Us>(context, wing, distance));
             else

@@ -123,7 +123,7 @@ int doubled_pawns_ending(Context& context, const BOARD& board) noexcept {
         const auto count = [&](Rule rule, int value) { sum += tell<Us>(context, rule, on_file, value); };
         const bool are_isolated = (on_file & info.isolated) != 0;
         const int distance = front_distance<Us>(context, board, foremost<Us>(on_file));
-        if (info.file_count[static_cast<std::size_t>(file)] > 2) {
+        if (has_three(on_file)) {
             if (are_isolated)
                 count(Rule::tripled_isolated_pawns, tripled_isolated_pawns_ending(distance));
             else

@@ -135,7 +135,7 @@ SCORE_PAIR bishop_mobility(int squares) {
 template <Colour Us>
 SCORE_PAIR bishop_aims(Bitboard reach, Bitboard attacks) {
     constexpr Bitboard far_squares = (ranks<Us>(5, 5) & files(1, 6)) | ranks<Us>(6, 7);
-    const int in_centre = PopCount(reach & four_centre_squares);
+    const int in_centre = count_up_to_two(reach & four_centre_squares);  // of one colour
     const int in_ring = PopCount(reach & ring_around_centre);
     const int far = PopCount(attacks & far_squares);
     return {in_centre + (in_ring >> 1) + (far >> 2), 4 * in_centre + 2 * in_ring + far};
@@ -144,12 +144,13 @@ SCORE_PAIR bishop_aims(Bitboard reach, Bitboard attacks) {
 /// Own pawns that can't move on its central squares shut a bishop in.
 template <Colour Us>
 Bitboard pawns_before_bad_bishop(const EVALUATION_CONTEXT& context, const BishopState& bishop) {
-    const bool on_light = Has(light_squares, Seen<Us>(bishop.square));
-    return context.pawns[Us].restrained & set_seen<Us>(on_light ? light_central_set : dark_central_set);
+    constexpr Bitboard on_light = set_seen<Us>(light_central_set);
+    constexpr Bitboard on_dark = set_seen<Us>(dark_central_set);
+    return context.pawns[Us].restrained & (Has(light_squares, Seen<Us>(bishop.square)) ? on_light : on_dark);
 }
 template <Colour Us>
 bool is_bad_bishop(const BishopState& bishop, Bitboard pawns) {
-    return !bishop.is_free && ((pawns & squares_seen<Us>(d4, e4)) != 0 || PopCount(pawns) >= 2);
+    return !bishop.is_free && ((pawns & squares_seen<Us>(d4, e4)) != 0 || HasSeveral(pawns));
 }
 
 /// By its mobility.
@@ -181,14 +182,30 @@ SCORE_PAIR bishop_on_d3_behind_e4(EVALUATION_CONTEXT& context) {
     return count_on<Us>(centre, context, {.pair = {0, -5}, .pressure = -1});
 }
 
+/// The first of these rules that holds.
+template <Colour Us, class Context>
+SCORE_PAIR bishop_near_home(Context& context, const BOARD& board, Square square) {
+    const SIDE_PIECES& own = board.side(Us);
+    const Square s = Seen<Us>(square);
+    const auto own_pawn = [&](Square seen) { return Has(own.pawns, Seen<Us>(seen)); };
+    const auto own_man = [&](Square seen) { return Has(own.all, Seen<Us>(seen)); };
+    const auto told = [&](Rule rule, SCORE_PAIR pair) { return tell<Us>(context, rule, Bit(square), pair); };
+    if (((s == c1 || s == d2) && own_pawn(e3)) || ((s == f1 || s == e2) && own_pawn(d3)))
+        return told(Rule::bishop_shut_in_by_pawn, bishop_shut_in_by_pawn<Us>(context));
+    if ((s == c1 && own_man(d2)) || (s == f1 && own_man(e2)))
+        return told(Rule::bishop_at_home_behind_man, bishop_at_home_behind_man<Us>(context));
+    if (s == e3 && own_pawn(d4)) return told(Rule::bishop_on_e3_behind_d4, bishop_on_e3_behind_d4<Us>(context));
+    if (s == d3 && own_pawn(e4)) return told(Rule::bishop_on_d3_behind_e4, bishop_on_d3_behind_e4<Us>(context));
+    return {};
+}
+
 // --- Trapped bishops ---
 
 /// The enemy pawn on b6 (or g6) that holds a bishop which took on a7 (or h7); none elsewhere.
 template <Colour Us>
 Bitboard pawn_that_traps(const BOARD& board, Square bishop) {
-    const Square s = Seen<Us>(bishop);
-    if (s != a7 && s != h7) return 0;
-    return board.side(Opponent(Us)).pawns & Bit(Seen<Us>(s == a7 ? b6 : g6));
+    if (!Has(squares_seen<Us>(a7, h7), bishop)) return 0;
+    return board.side(Opponent(Us)).pawns & (FileOf(bishop) == 0 ? squares_seen<Us>(b6) : squares_seen<Us>(g6));
 }
 
 template <Colour Us>
@@ -248,7 +265,7 @@ int bishop_mobility_ending(int squares) {
     return squares < 4 ? at(few_squares, squares) : 2 * squares - 15;
 }
 int bishop_aims_ending(Bitboard reach) {
-    return 2 * PopCount(reach & four_centre_squares) + (3 * PopCount(reach & ring_around_centre) >> 1);
+    return 2 * count_up_to_two(reach & four_centre_squares) + (3 * PopCount(reach & ring_around_centre) >> 1);
 }
 
 /// Worse where a pawn on c7 (or f7) defends the jailer.
@@ -265,8 +282,7 @@ int bishops_against_passed_pawns_ending(const EVALUATION_CONTEXT& context, int a
 }
 
 /// The squares inside the rim that a bishop can go to or stands on, without those of pawns.
-Bitboard reach_of_bishop(const BOARD& board, Square s, Bitboard attacks) {
-    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
+Bitboard reach_of_bishop(Bitboard every_pawn, Square s, Bitboard attacks) {
     return (attacks | Bit(s)) & ~every_pawn & ~border;
 }
 
@@ -277,21 +293,18 @@ SCORE_PAIR bishops(Context& context, const BOARD& board) noexcept {
     constexpr Colour Them = Opponent(Us);
     const SIDE_PIECES& own = board.side(Us);
     const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
-    const auto own_pawn = [&](Square seen) { return Has(own.pawns, Seen<Us>(seen)); };
-    const auto own_man = [&](Square seen) { return Has(own.all, Seen<Us>(seen)); };
     SCORE_PAIR sum;
     bool some_bad_bishop = false;
     for (Bitboard rest = own.bishops; rest != 0;) {
         const Square square = TakeNextBit(rest);
-        const Square s = Seen<Us>(square);
         BishopState bishop{.square = square, .attacks = board.BishopAttacks(square)};
         const auto count = [&](Rule rule, SCORE_PAIR pair, Bitboard with = 0) {
             sum += tell<Us>(context, rule, Bit(square) | with, pair);
         };
         count(Rule::bishop_on_square, bishop_on_square<Us>(bishop));
 
-        const bool on_right = s == g2 || s == h1;
-        if (on_right || s == a1 || s == b2) {
+        if (Has(squares_seen<Us>(a1, b2, g2, h1), square)) {
+            const bool on_right = FileOf(square) >= 6;
             const LongDiagonal<Us> diagonal = find_long_diagonal<Us>(square, every_pawn, on_right);
             if (!Has(own.pawns, diagonal.front_pawn)) {
                 count(Rule::bishop_without_front_pawn, bishop_without_front_pawn<Us>(context, diagonal),
@@ -309,7 +322,7 @@ SCORE_PAIR bishops(Context& context, const BOARD& board) noexcept {
         }
         context.attacks[Us] |= bishop.attacks;
 
-        const Bitboard reach = reach_of_bishop(board, square, bishop.attacks);
+        const Bitboard reach = reach_of_bishop(every_pawn, square, bishop.attacks);
         bishop.mobility = PopCount(reach);
         count(Rule::bishop_mobility, bishop_mobility(bishop.mobility), reach);
         count(Rule::bishop_aims, bishop_aims<Us>(reach, bishop.attacks));
@@ -318,15 +331,7 @@ SCORE_PAIR bishops(Context& context, const BOARD& board) noexcept {
             count(Rule::bad_bishop, bad_bishop<Us>(context, bishop), pawns);
         }
 
-        if (((s == c1 || s == d2) && own_pawn(e3)) || ((s == f1 || s == e2) && own_pawn(d3)))
-            count(Rule::bishop_shut_in_by_pawn, bishop_shut_in_by_pawn<Us>(context));
-        else if ((s == c1 && own_man(d2)) || (s == f1 && own_man(e2)))
-            count(Rule::bishop_at_home_behind_man, bishop_at_home_behind_man<Us>(context));
-        else if (s == e3 && own_pawn(d4))
-            count(Rule::bishop_on_e3_behind_d4, bishop_on_e3_behind_d4<Us>(context));
-        else if (s == d3 && own_pawn(e4))
-            count(Rule::bishop_on_d3_behind_e4, bishop_on_d3_behind_e4<Us>(context));
-
+        if (Has(squares_seen<Us>(c1, d2, e3, f1, e2, d3), square)) sum += bishop_near_home<Us>(context, board, square);
         if (const Bitboard jailer = pawn_that_traps<Us>(board, square); jailer != 0)
             count(Rule::trapped_bishop, trapped_bishop<Us>(context, jailer), jailer);
     }
@@ -350,6 +355,7 @@ template <Colour Us, class Context>
 int bishops_ending(Context& context, const BOARD& board) noexcept {
     const PAWN_INFO& enemy = context.pawns[Opponent(Us)];
     const Bitboard targets = enemy.passed & enemy.attacked_once & ~enemy.duo;
+    const Bitboard every_pawn = board.side(white).pawns | board.side(black).pawns;
     int attacked_targets = 0;
     int sum = 0;
     for (Bitboard rest = board.side(Us).bishops; rest != 0;) {
@@ -358,7 +364,7 @@ int bishops_ending(Context& context, const BOARD& board) noexcept {
             sum += tell<Us>(context, rule, Bit(s) | with, value);
         };
         const Bitboard attacks = board.BishopAttacks(s);
-        const Bitboard reach = reach_of_bishop(board, s, attacks);
+        const Bitboard reach = reach_of_bishop(every_pawn, s, attacks);
         context.attacks[Us] |= attacks;
         count(Rule::bishop_on_square, bishop_on_square_ending<Us>(s));
         count(Rule::bishop_mobility, bishop_mobility_ending(PopCount(reach)), reach);

@@ -64,8 +64,8 @@ struct KnightState {
 };
 
 /// The more pawns, the better for knights.
-SCORE_PAIR knight_by_pawns(const BOARD& board) {
-    const int value = 6 * half_of_all_pawns(board) - 30;
+SCORE_PAIR knight_by_pawns(const EVALUATION_CONTEXT& context) {
+    const int value = 6 * half_of_all_pawns(context) - 30;
     return {value, value};
 }
 
@@ -159,7 +159,7 @@ SCORE_PAIR knight_mobility_by_squares(EVALUATION_CONTEXT& context, int squares) 
 
 // --- Endings ---
 
-int knight_by_pawns_ending(const BOARD& board) { return 6 * half_of_all_pawns(board) - 30; }
+int knight_by_pawns_ending(const EVALUATION_CONTEXT& context) { return 6 * half_of_all_pawns(context) - 30; }
 
 template <Colour Us>
 int knight_on_square_ending(Square s) {
@@ -189,7 +189,7 @@ SCORE_PAIR one_knight(Context& context, const BOARD& board, const KnightState& k
         sum += tell<Us>(context, rule, Bit(s) | with, pair);
     };
     context.attacks[Us] |= bitboard_tables.knight_attacks[s];
-    count(Rule::knight_by_pawns, knight_by_pawns(board));
+    count(Rule::knight_by_pawns, knight_by_pawns(context));
     count(Rule::knight_on_square, knight_on_square<Us>(context, knight, values));
     count(Rule::knight_defends_knight, knight_defends_knight<Us>(context, board, knight, values.defends_knight),
           bitboard_tables.knight_attacks[s] & board.side(Us).knights);
@@ -261,7 +261,7 @@ int knights_ending(Context& context, const BOARD& board) noexcept {
     for (Bitboard rest = knights; rest != 0;) {
         const Square s = TakeNextBit(rest);
         context.attacks[Us] |= bitboard_tables.knight_attacks[s];
-        sum += tell<Us>(context, Rule::knight_by_pawns, Bit(s), knight_by_pawns_ending(board));
+        sum += tell<Us>(context, Rule::knight_by_pawns, Bit(s), knight_by_pawns_ending(context));
         sum += tell<Us>(context, Rule::knight_on_square, Bit(s), knight_on_square_ending<Us>(s));
     }
     return sum;

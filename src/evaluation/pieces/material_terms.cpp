@@ -97,7 +97,7 @@ SCORE_PAIR material_imbalance(Context& context, const BOARD& board) noexcept {
 
 template <class Context>
 SCORE_PAIR pawn_balance(Context& context, const BOARD& board) noexcept {
-    const int lead = PopCount(board.white_pieces().pawns) - PopCount(board.black_pieces().pawns);
+    const int lead = context.pawn_count[white] - context.pawn_count[black];
     if (lead == 1) return tell<white>(context, Rule::pawn_ahead, board.side(white).pawns, pawn_ahead<white>(context));
     if (lead == -1) return -tell<black>(context, Rule::pawn_ahead, board.side(black).pawns, pawn_ahead<black>(context));
     return {};

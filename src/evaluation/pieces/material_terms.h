@@ -9,8 +9,8 @@
 /// Terms of material beyond the values of the pieces. All are White minus Black.
 
 /// By what knights and rooks are weighed: half of all pawns on the board, 8 at most.
-[[nodiscard]] inline int half_of_all_pawns(const BOARD& board) noexcept {
-    return std::min(PopCount(board.side(white).pawns | board.side(black).pawns) >> 1, 8);
+[[nodiscard]] inline int half_of_all_pawns(const EVALUATION_CONTEXT& context) noexcept {
+    return std::min((context.pawn_count[white] + context.pawn_count[black]) >> 1, 8);
 }
 
 /// Sets `has_bishop_pair` of both sides.
@@ -27,6 +27,6 @@ template <class Context>
 template <class Context>
 [[nodiscard]] SCORE_PAIR material_imbalance(Context& context, const BOARD& board) noexcept;
 
-/// A lead of one pawn, which is worth less while the other side has the initiative. Needs `pressure`.
+/// A lead of one pawn, which is worth less while the other side has the initiative. Needs `pawn_count` and `pressure`.
 template <class Context>
 [[nodiscard]] SCORE_PAIR pawn_balance(Context& context, const BOARD& board) noexcept;

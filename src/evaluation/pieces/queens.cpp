@@ -92,9 +92,10 @@ SCORE_PAIR queen_mobility(Context& context, Square s, Bitboard free_squares, con
     const Wing wing = wide_wing(FileOf(s));
     const auto told = [&](Rule rule, SCORE_PAIR pair) { return tell<Us>(context, rule, Bit(s) | free_squares, pair); };
     const SCORE_PAIR out = tell<Us>(context, Rule::queen_out, Bit(s), queen_out);
-    const int count = PopCount(free_squares);
-    if (count == 0) return out + told(Rule::queen_without_free_square, queen_without_free_square<Us>(context, wing));
-    if (count == 1) return out + told(Rule::queen_with_one_free_square, queen_with_one_free_square<Us>(context, wing));
+    if (free_squares == 0)
+        return out + told(Rule::queen_without_free_square, queen_without_free_square<Us>(context, wing));
+    if (!HasSeveral(free_squares))
+        return out + told(Rule::queen_with_one_free_square, queen_with_one_free_square<Us>(context, wing));
     if ((free_squares & ranks<Us>(0, 0)) != 0) return out;
     if ((free_squares & ranks<Us>(1, 1)) != 0)
         return out + told(Rule::queen_kept_to_second_rank, queen_kept_to_second_rank<Us>(context, wing, values));

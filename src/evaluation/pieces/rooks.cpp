@@ -23,35 +23,30 @@ struct RookState {
     Square square;
     int file, rank;  ///< the rank as its side counts
     Wing wing;
-    Bitboard plain_attacks;  ///< on the present occupancy
-    Bitboard vertical;       ///< on its file through own rooks and queens
-    bool connected;          ///< with a rook there
-    int first_own_pawn;      ///< the rank of the first own pawn ahead, 0 if there is none
+    Bitboard sideways;         ///< what it attacks on its rank
+    Bitboard plain_attacks;    ///< and on its file too
+    Bitboard vertical;         ///< on its file through own rooks and queens
+    bool connected;            ///< with a rook there
+    Bitboard own_pawns_ahead;  ///< on its file
     FileClass file_class;
 };
 
 template <Colour Us>
-int rank_of_first_ahead(Bitboard pawns, Square s) {
-    const Bitboard ahead = pawns & file_ahead<Us>(s);
-    return ahead == 0 ? 0 : rank_seen<Us>(rearmost<Us>(ahead));
+FileClass class_of_file(const BOARD& board, const RookState<Us>& rook) {
+    const Bitboard file = file_mask(rook.file);
+    const Bitboard enemy_pawns = board.side(Opponent(Us)).pawns & file;
+    if ((board.side(Us).pawns & file) == 0) return enemy_pawns == 0 ? FileClass::open : FileClass::half_open;
+    if (rook.own_pawns_ahead == 0) return FileClass::own_pawn_behind;
+    const Bitboard before_own_pawn = bitboard_tables.between[rook.square][rearmost<Us>(rook.own_pawns_ahead)];
+    return (enemy_pawns & before_own_pawn) == 0 ? FileClass::closed : FileClass::half_open;
 }
 
+/// The squares of the file that the rook attacks, through own rooks and queens. `attacks` is what it attacks there.
 template <Colour Us>
-FileClass class_of_file(const BOARD& board, int file, int first_own_pawn, int first_enemy_pawn) {
-    if ((board.side(Us).pawns & file_mask(file)) == 0) {
-        return (board.side(Opponent(Us)).pawns & file_mask(file)) == 0 ? FileClass::open : FileClass::half_open;
-    }
-    if (first_own_pawn == 0) return FileClass::own_pawn_behind;
-    return first_enemy_pawn == 0 || first_enemy_pawn > first_own_pawn ? FileClass::closed : FileClass::half_open;
-}
-
-/// The squares of the file that the rook attacks, through own rooks and queens.
-template <Colour Us>
-Bitboard vertical_attacks(const BOARD& board, Square s) {
+Bitboard vertical_attacks(const BOARD& board, Square s, Bitboard attacks) {
     const Bitboard own_heavy_pieces = board.side(Us).rooks | board.side(Us).queens;
     Bitboard walked = Bit(s);
-    Bitboard attacks = board.FileAttacks(s);
-    for (Bitboard next = attacks & own_heavy_pieces & ~walked; next != 0; next = attacks & own_heavy_pieces & ~walked) {
+    for (Bitboard next = attacks & own_heavy_pieces; next != 0; next = attacks & own_heavy_pieces & ~walked) {
         const Square through = FindLowestBit(next);
         walked |= Bit(through);
         attacks |= board.FileAttacks(through);
@@ -66,12 +61,13 @@ RookState<Us> look_at_rook(const BOARD& board, Square s) {
     rook.file = FileOf(s);
     rook.rank = rank_seen<Us>(s);
     rook.wing = wide_wing(rook.file);
-    rook.plain_attacks = board.RookAttacks(s);
-    rook.vertical = vertical_attacks<Us>(board, s);
+    rook.sideways = board.RankAttacks(s);
+    const Bitboard attacks_on_file = board.FileAttacks(s);
+    rook.plain_attacks = rook.sideways | attacks_on_file;
+    rook.vertical = vertical_attacks<Us>(board, s, attacks_on_file);
     rook.connected = (rook.vertical & board.side(Us).rooks) != 0;
-    rook.first_own_pawn = rank_of_first_ahead<Us>(board.side(Us).pawns, s);
-    const int first_enemy_pawn = rank_of_first_ahead<Us>(board.side(Opponent(Us)).pawns, s);
-    rook.file_class = class_of_file<Us>(board, rook.file, rook.first_own_pawn, first_enemy_pawn);
+    rook.own_pawns_ahead = board.side(Us).pawns & file_ahead<Us>(s);
+    rook.file_class = class_of_file<Us>(board, rook);
     return rook;
 }
 
@@ -82,9 +78,9 @@ bool has_enemy_king_at_home(const BOARD& board) {
 }
 
 /// The fewer pawns, the better for rooks.
-SCORE_PAIR rook_by_pawns(const BOARD& board) {
+SCORE_PAIR rook_by_pawns(const EVALUATION_CONTEXT& context) {
     constexpr SCORE_PAIR without_pawns = {75, 45};
-    const int charge = 12 * half_of_all_pawns(board);
+    const int charge = 12 * half_of_all_pawns(context);
     return without_pawns - SCORE_PAIR{charge, charge};
 }
 
@@ -93,7 +89,7 @@ template <Colour Us>
 SCORE_PAIR rook_by_squares_on_file(const RookState<Us>& rook) {
     static constexpr std::array<SCORE_PAIR, 8> by_squares = {
         {{0, 0}, {-4, -10}, {-2, -8}, {0, -2}, {1, 4}, {2, 6}, {3, 8}, {4, 10}}};  // n = 0, 1, ..
-    return at(by_squares, PopCount(rook.vertical));
+    return at(by_squares, count_on_file(rook.vertical, rook.file));
 }
 
 // --- Rooks together ---
@@ -178,7 +174,8 @@ SCORE_PAIR rook_on_half_open_file(EVALUATION_CONTEXT& context, const RookState<U
 /// Whether enough enemy rooks stand on the file to hold it.
 template <Colour Us>
 bool is_file_held(const BOARD& board, const RookState<Us>& rook) {
-    return PopCount(board.side(Opponent(Us)).rooks & file_mask(rook.file)) >= (rook.connected ? 2 : 1);
+    const Bitboard holding = board.side(Opponent(Us)).rooks & file_mask(rook.file);
+    return rook.connected ? HasSeveral(holding) : holding != 0;
 }
 
 template <Colour Us>
@@ -228,18 +225,18 @@ SCORE_PAIR rook_against_queen(EVALUATION_CONTEXT& context, const BOARD& board, c
 // --- Endings ---
 
 /// The fewer pawns, the better for rooks.
-int rook_by_pawns_ending(const BOARD& board) { return 85 - 12 * half_of_all_pawns(board); }
+int rook_by_pawns_ending(const EVALUATION_CONTEXT& context) { return 85 - 12 * half_of_all_pawns(context); }
 
 // A file without own pawns, by the number of such files.
 template <Colour Us>
 int rook_on_half_open_file_ending(const EVALUATION_CONTEXT& context) {
     static constexpr std::array<int, 9> by_files = {0, 12, 9, 7, 6, 5, 5, 4, 4};
-    return at(by_files, context.count_of_files_without_pawn[Us]);
+    return at(by_files, PopCount(context.files_without_pawn[Us]));
 }
 template <Colour Us>
 int rook_on_open_file_ending(const EVALUATION_CONTEXT& context) {
     static constexpr std::array<int, 9> by_files = {0, 18, 14, 12, 10, 9, 8, 7, 7};
-    return at(by_files, context.count_of_files_without_pawn[Us]);
+    return at(by_files, PopCount(context.files_without_pawn[Us]));
 }
 constexpr int rook_on_only_open_file_ending = 12;
 
@@ -266,7 +263,7 @@ int rook_ties_rook_to_pawn_ending(const BOARD& board, Bitboard attacks) {
     Bitboard guarded = enemy.pawns & ranks<Us>(6, 6) & one_ahead<Them>(enemy.rooks) & attacks;
     if (!has_enemy_king_at_home<Us>(board)) guarded &= ~bitboard_tables.king_attacks[enemy.king_square];
     if (guarded == 0) return 0;
-    return PopCount(guarded) == 1 ? 30 : 60;
+    return HasSeveral(guarded) ? 60 : 30;
 }
 
 /// Enemy pawns without neighbours, once for all rooks.
@@ -287,8 +284,8 @@ SCORE_PAIR rooks(Context& context, const BOARD& board) noexcept {
             sum += tell<Us>(context, rule, Bit(rook.square) | with, pair);
         };
         add_activity<Us>(context, 24);
-        context.attacks[Us] |= rook.vertical | board.RankAttacks(rook.square);
-        count(Rule::rook_by_pawns, rook_by_pawns(board));
+        context.attacks[Us] |= rook.vertical | rook.sideways;
+        count(Rule::rook_by_pawns, rook_by_pawns(context));
         count(Rule::rook_by_squares_on_file, rook_by_squares_on_file<Us>(rook));
 
         if (const Bitboard others = rook.plain_attacks & board.side(Us).rooks; others != 0) {
@@ -303,9 +300,9 @@ SCORE_PAIR rooks(Context& context, const BOARD& board) noexcept {
 
         switch (rook.file_class) {
             case FileClass::closed:
-                if (rook.first_own_pawn < 3) {
+                if ((rook.own_pawns_ahead & ranks<Us>(1, 2)) != 0) {
                     count(Rule::rook_behind_own_pawn, rook_behind_own_pawn);
-                    const Bitboard sideways = board.RankAttacks(rook.square) & ~board.occupied;
+                    const Bitboard sideways = rook.sideways & ~board.occupied;
                     if (sideways == 0)
                         count(Rule::rook_without_sideways_move, rook_without_sideways_move<Us>(context, rook));
                     else if ((sideways & ~fill_files(board.side(Us).pawns)) != 0)
@@ -352,7 +349,7 @@ int rooks_ending(Context& context, const BOARD& board) noexcept {
         };
         const Bitboard attacks = board.RookAttacks(s);
         context.attacks[Us] |= attacks;
-        count(Rule::rook_by_pawns, rook_by_pawns_ending(board));
+        count(Rule::rook_by_pawns, rook_by_pawns_ending(context));
         if ((own.pawns & file_mask(FileOf(s))) == 0) {
             if ((board.side(Opponent(Us)).pawns & file_mask(FileOf(s))) != 0) {
                 count(Rule::rook_on_half_open_file, rook_on_half_open_file_ending<Us>(context));

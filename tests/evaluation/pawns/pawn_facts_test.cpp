@@ -239,7 +239,6 @@ TEST(PawnFacts, PassedRankIsThatOfTheForemost) {
         const PAWN_INFO& info = builder.context.pawns[own];
         EXPECT_EQ(info.passed_rank, (std::array<std::int16_t, 8>{5, 0, 0, 0, 0, 0, 0, 3}));
         EXPECT_EQ(PopCount(info.passed), 3);
-        EXPECT_EQ(info.file_count, (std::array<std::int16_t, 8>{2, 0, 0, 0, 0, 0, 0, 1}));
     });
 }
 

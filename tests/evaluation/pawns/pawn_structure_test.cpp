@@ -30,8 +30,8 @@ TEST_P(OpenFiles, HaveNoPawns) {
     find_open_files(position.context, position.board);
     EXPECT_EQ(position.context.files_without_pawn[white], row.files_without_white_pawn);
     EXPECT_EQ(position.context.files_without_pawn[black], row.files_without_black_pawn);
-    EXPECT_EQ(position.context.count_of_files_without_pawn[white], PopCount(row.files_without_white_pawn));
-    EXPECT_EQ(position.context.count_of_files_without_pawn[black], PopCount(row.files_without_black_pawn));
+    EXPECT_EQ(position.context.pawn_count[white], PopCount(position.board.white_pieces().pawns));
+    EXPECT_EQ(position.context.pawn_count[black], PopCount(position.board.black_pieces().pawns));
     EXPECT_EQ(position.context.only_open_file, row.only_open_file);
 }
 

@@ -114,11 +114,13 @@ class PawnBalance : public testing::TestWithParam<BalanceRow> {
 TEST_P(PawnBalance, LeadIsWorthLessUnderPressure) {
     const BalanceRow& row = GetParam();
     EvaluationBuilder white_leads("4k3/pp6/8/8/8/8/PPP5/4K3 w - - 0 1");
+    white_leads.PrepareTerms();
     white_leads.context.pressure[white] = Spread(row.own_pressure);
     white_leads.context.pressure[black] = Spread(row.enemy_pressure);
     EXPECT_EQ(pawn_balance(white_leads.context, white_leads.board), row.pair);
 
     EvaluationBuilder black_leads("4k3/ppp5/8/8/8/8/PP6/4K3 w - - 0 1");
+    black_leads.PrepareTerms();
     black_leads.context.pressure[black] = Spread(row.own_pressure);
     black_leads.context.pressure[white] = Spread(row.enemy_pressure);
     EXPECT_EQ(pawn_balance(black_leads.context, black_leads.board), -row.pair);
@@ -140,6 +142,7 @@ TEST(PawnBalanceTerm, OnlyALeadOfOnePawnCounts) {
     for (const std::string_view fen : {"4k3/pp6/8/8/8/8/PP6/4K3 w - - 0 1", "4k3/p7/8/8/8/8/PPP5/4K3 w - - 0 1",
                                        "4k3/ppp5/8/8/8/8/P7/4K3 w - - 0 1"}) {
         EvaluationBuilder position(fen);
+        position.PrepareTerms();
         position.context.pressure[white] = {-50, -50, -50};
         position.context.pressure[black] = {-50, -50, -50};
         EXPECT_EQ(pawn_balance(position.context, position.board), SCORE_PAIR()) << fen;
