@@ -47,7 +47,7 @@ enum class Outcome { lazy, known, full, full_with_new_pawns };
 void Evaluate(benchmark::State& state, Outcome outcome) {
     const std::vector<Question>& questions = Questions(state.range(0) != 0);
     HashTables tables;
-    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
+    EVALUATION_CONTEXT context{&settings, &tables};
     tables.evaluation.resize(64 << 10);
     tables.pawn.resize(64 << 10);
     for (auto _ : state) {

@@ -1,3 +1,5 @@
+include(CheckCXXCompilerFlag)
+
 # One interface target carries what every target of this project is compiled with.
 add_library(vorka_compile_options INTERFACE)
 target_compile_options(vorka_compile_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
@@ -24,11 +26,18 @@ if(VORKA_SANITIZE_THREAD)
   target_compile_options(vorka_compile_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
   target_link_options(vorka_compile_options INTERFACE -fsanitize=thread)
 endif()
+# A product and a sum in one step round otherwise, and the blend of the evaluation has both: every machine shall search
+# the same nodes.
+target_compile_options(vorka_compile_options INTERFACE -ffp-contract=off)
 if(VORKA_NATIVE)
-  target_compile_options(vorka_compile_options INTERFACE -march=native)
+  check_cxx_compiler_flag(-march=native VORKA_KNOWS_THIS_MACHINE)
+  if(VORKA_KNOWS_THIS_MACHINE)
+    target_compile_options(vorka_compile_options INTERFACE -march=native)
+  endif()
 endif()
 if(VORKA_PGO AND NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  message(FATAL_ERROR "VORKA_PGO needs g++: other compilers keep their counts otherwise.")
+  message(STATUS "No profile-guided optimisation: it needs g++.")
+  set(VORKA_PGO OFF)
 endif()
 if(VORKA_LTO)
   set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)

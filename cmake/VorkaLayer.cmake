@@ -4,12 +4,12 @@
 # stand in one row (base, chess, tables, bitbases, evaluation, search, game, interfaces, shell): each uses layers to its
 # left only, so an arrow the wrong way fails to link.
 #
-# With VORKA_PGO each layer has a twin vorka_<name>_training, built to count what is executed; VorkaProfile.cmake lets
-# the bench run on the twins and hands the counts to the layer itself.
+# With VORKA_PGO each layer that the bench runs has a twin vorka_<name>_training, built to count what is executed;
+# VorkaProfile.cmake lets the bench run on the twins and hands the counts to the layers.
 function(vorka_layer name)
   cmake_parse_arguments(PARSE_ARGV 1 layer "" "" "SOURCES;USES")
   vorka_layer_library(vorka_${name} "" SOURCES ${layer_SOURCES} USES ${layer_USES})
-  if(VORKA_PGO)
+  if(VORKA_PGO AND name IN_LIST VORKA_TRAINED_LAYERS)
     vorka_layer_library(vorka_${name}_training "_training" SOURCES ${layer_SOURCES} USES ${layer_USES})
     target_compile_options(vorka_${name}_training PRIVATE -fprofile-generate)
     vorka_use_profile(vorka_${name})

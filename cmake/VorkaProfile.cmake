@@ -1,6 +1,7 @@
 # Profile-guided optimisation, in one build: the twins of the layers (see VorkaLayer.cmake) are linked into a bench that
 # counts, it runs, and the layers are compiled with its counts. What the bench never enters is compiled as ever.
 
+set(VORKA_TRAINED_LAYERS base chess tables bitbases evaluation search)
 set(VORKA_PROFILE_DIRECTORY "${PROJECT_BINARY_DIR}/profile")
 
 # vorka_use_profile(<target>): compiles it with the counts of its twin, after they were taken.

@@ -31,11 +31,15 @@ Bitboard AttackersOf(Square square, const BOARD& board) noexcept {
     const BITBOARD_TABLES& t = bitboard_tables;
     const SIDE_PIECES& w = board.sides[white];
     const SIDE_PIECES& b = board.sides[black];
-    return (t.black_pawn_attacks[square] & w.pawns) | (t.white_pawn_attacks[square] & b.pawns) |
-           (t.knight_attacks[square] & (w.knights | b.knights)) |
-           (t.king_attacks[square] & (Bit(w.king_square) | Bit(b.king_square))) |
-           (board.RookAttacks(square) & StraightSliders(board)) |
-           (board.BishopAttacks(square) & DiagonalSliders(board));
+    Bitboard attackers = (t.black_pawn_attacks[square] & w.pawns) | (t.white_pawn_attacks[square] & b.pawns) |
+                         (t.knight_attacks[square] & (w.knights | b.knights)) |
+                         (t.king_attacks[square] & (Bit(w.king_square) | Bit(b.king_square)));
+    // Few sliders stand on a line with the square at all.
+    const Bitboard straight = t.rook_mask[square] & StraightSliders(board);
+    if (straight != 0) attackers |= straight & board.RookAttacks(square);
+    const Bitboard diagonal = t.bishop_mask[square] & DiagonalSliders(board);
+    if (diagonal != 0) attackers |= diagonal & board.BishopAttacks(square);
+    return attackers;
 }
 
 bool IsAttackedBy(Square square, const BOARD& board, const SIDE_PIECES& side) noexcept {

@@ -82,8 +82,7 @@ namespace portable_bits {
     return static_cast<int>((b * 0x0101010101010101) >> 56);
 #endif
 }
-// Bit 0 is set so that the empty set gives 0 without a branch.
-[[nodiscard]] constexpr Square FindHighestBit(Bitboard b) noexcept { return 63 ^ std::countl_zero(b | 1U); }
+[[nodiscard]] constexpr Square FindHighestBit(Bitboard b) noexcept { return b == 0 ? 0 : 63 ^ std::countl_zero(b); }
 [[nodiscard]] constexpr Square FindLowestBit(Bitboard b) noexcept { return b == 0 ? 0 : std::countr_zero(b); }
 }  // namespace portable_bits
 
@@ -103,6 +102,7 @@ namespace bits_in_force = portable_bits;
 [[nodiscard]] inline Square FindNextBit(Bitboard b) noexcept { return FindHighestBit(b); }
 /// FindNextBit, and takes the square out of the set, which must not be empty.
 [[nodiscard]] inline Square TakeNextBit(Bitboard& b) noexcept {
+    if (b == 0) __builtin_unreachable();  // no test for the empty set
     const Square s = FindNextBit(b);
     b ^= Bit(s);
     return s;

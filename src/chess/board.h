@@ -102,7 +102,9 @@ struct BOARD {
     bool SetPosition(const std::int8_t (&position)[64], int side, int en_passant_square, int castling);
 
     /// `move` must be legal. Never fails, checks nothing; takes in_check from the move's own check bits.
-    void MakeMove(Move move) noexcept;
+    void MakeMove(Move move) noexcept { MakeMove(move, HashKeyAfterMove(move)); }
+    /// The same for a caller who knows HashKeyAfterMove already.
+    void MakeMove(Move move, std::uint64_t key_after_move) noexcept;
     /// `move` must be the last move made.
     void UnmakeMove(Move move) noexcept;
     void MakeNullMove() noexcept;
@@ -110,7 +112,7 @@ struct BOARD {
         --ply;
         side_to_move ^= 1U;
     }
-    /// The key that MakeMove would give.
+    /// The key after a legal move.
     [[nodiscard]] std::uint64_t HashKeyAfterMove(Move move) const noexcept;
 
     /// Whether a word from another position can be played here, check bits included; says nothing about the own king.

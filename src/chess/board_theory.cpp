@@ -45,8 +45,11 @@ void AssertMoveFits(const BOARD& board, Move move) {
     CHECKED_ASSERT((promotion != no_piece) == reaches_last_rank, no_error_description);
 }
 
-void AssertMoveMade(const BOARD& board, Move move, std::uint64_t foretold_key) {
-    CHECKED_ASSERT(board.key() == foretold_key, no_error_description);
+void AssertKeyIsForetold(const BOARD& board, Move move, std::uint64_t key_after_move) {
+    CHECKED_ASSERT(key_after_move == board.HashKeyAfterMove(move), no_error_description);
+}
+
+void AssertMoveMade(const BOARD& board, Move move) {
     CHECKED_ASSERT(board.in_check() == GivesCheck(move), no_error_description);
     const bool is_irreversible = CapturedPiece(move) != no_piece || MovingPiece(move) == pawn;
     CHECKED_ASSERT((board.frame().fifty_counter == 0) == is_irreversible, no_error_description);

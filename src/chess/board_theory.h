@@ -6,8 +6,10 @@
 
 /// Before `move` is made: it can be read off this board.
 void AssertMoveFits(const BOARD& board, Move move);
-/// After `move` was made: the key is the one that was foretold, and the record the one that SetPosition would build.
-void AssertMoveMade(const BOARD& board, Move move, std::uint64_t foretold_key);
+/// Before `move` is made: this is the key that it leads to.
+void AssertKeyIsForetold(const BOARD& board, Move move, std::uint64_t key_after_move);
+/// After `move` was made: the record is the one that SetPosition would build.
+void AssertMoveMade(const BOARD& board, Move move);
 /// Before `move` is taken back: it was the last one.
 void AssertMoveWasMade(const BOARD& board, Move move);
 /// After `move` was taken back: it could be made again.

@@ -63,9 +63,8 @@ int ExchangeScore(Move move, const BOARD& board, Bitboard& touched) noexcept {
     int standing_value = ValueOf(signed_code(standing, white_moves));
 
     for (std::uint32_t side = board.side_to_move ^ 1U; attackers != 0; side ^= 1U) {
-        const Bitboard cheapest = CheapestOf(attackers, board.sides[side]);
-        if (cheapest == 0) break;
-        const Square square = FindNextBit(cheapest);
+        if ((attackers & board.sides[side].all) == 0) break;
+        const Square square = FindNextBit(CheapestOf(attackers, board.sides[side]));
         attackers ^= Bit(square);
         gain[last + 1] = gain[last] + standing_value;
         ++last;

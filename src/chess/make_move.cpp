@@ -80,7 +80,7 @@ void FlipCastlingRook(BOARD& board, RookJump jump) {
     std::swap(board.squares[jump.from], board.squares[jump.to]);
 }
 
-/// Makes one move. The new key is worked out beside the board, in `key_`.
+/// Makes one move, but for the key: see KeyAfter.
 template <Colour Us>
 class Maker {
   public:
@@ -89,8 +89,7 @@ class Maker {
           move_(move),
           from_(FromSquare(move)),
           to_(ToSquare(move)),
-          old_en_passant_square_(board.frame().en_passant_square),
-          key_(board.key()) {}
+          old_en_passant_square_(board.frame().en_passant_square) {}
 
     void Make() {
         FlipRotated(board_, from_);
@@ -114,7 +113,6 @@ class Maker {
         if (CapturedPiece(move_) != no_piece) Capture();
         board_.side_to_move = Them;
         board_.occupied = own_.all | enemy_.all;
-        board_.key_history[board_.ply] = key_ ^ side_key;
     }
 
   private:
@@ -131,12 +129,10 @@ class Maker {
         // The move's own bits are the only source of this: no attack test is made.
         frame_->in_check = GivesCheck(move_);
         frame_->pawn_key = before.pawn_key;
-        if (old_en_passant_square_ != 0) key_ ^= bitboard_tables.zobrist_ep(old_en_passant_square_);
     }
 
     void MovePiece() {
         const int code = SignedCode<Us>(MovingPiece(move_));
-        key_ ^= PieceKey(from_, code) ^ PieceKey(to_, code);
         board_.squares[from_] = no_piece;
         board_.squares[to_] = static_cast<std::int8_t>(code);
         own_.all ^= Bit(from_) | Bit(to_);
@@ -148,7 +144,6 @@ class Maker {
         frame_->fifty_counter = 0;
         if (IsDoubleStep<Us>(from_, to_)) {
             frame_->en_passant_square = static_cast<std::uint16_t>(Behind<Us>(to_));
-            key_ ^= bitboard_tables.zobrist_ep(Behind<Us>(to_));
         } else if (PromotionPiece(move_) != no_piece) {
             Promote();
         }
@@ -156,9 +151,7 @@ class Maker {
 
     void Promote() {
         const int piece = PromotionPiece(move_);
-        const std::uint64_t pawn_key = PieceKey(to_, SignedCode<Us>(pawn));
-        frame_->pawn_key ^= pawn_key;
-        key_ ^= pawn_key ^ PieceKey(to_, SignedCode<Us>(piece));
+        frame_->pawn_key ^= PieceKey(to_, SignedCode<Us>(pawn));
         board_.squares[to_] = static_cast<std::int8_t>(SignedCode<Us>(piece));
         own_.pawns ^= Bit(to_);
         own_.*set_of_piece[piece] ^= Bit(to_);
@@ -176,19 +169,10 @@ class Maker {
         const unsigned held = frame_->castling & castling_rights_of[Us];
         if (held == 0) return;
         DropRights(held);
-        if (IsCastlingFromHome<Us>(from_, to_)) {
-            const RookJump jump = RookJumpOf(to_);
-            FlipCastlingRook<Us>(board_, jump);
-            key_ ^= PieceKey(jump.from, SignedCode<Us>(rook)) ^ PieceKey(jump.to, SignedCode<Us>(rook));
-        }
+        if (IsCastlingFromHome<Us>(from_, to_)) FlipCastlingRook<Us>(board_, RookJumpOf(to_));
     }
 
-    /// Drops those of `rights` that are held.
-    void DropRights(unsigned rights) {
-        const unsigned dropped = frame_->castling & rights;
-        frame_->castling = static_cast<std::uint8_t>(frame_->castling ^ dropped);
-        key_ ^= castling_keys[dropped];
-    }
+    void DropRights(unsigned rights) { frame_->castling = static_cast<std::uint8_t>(frame_->castling & ~rights); }
 
     void Capture() {
         const int piece = CapturedPiece(move_);
@@ -198,7 +182,6 @@ class Maker {
 
         enemy_.all ^= Bit(to_);
         enemy_.*set_of_piece[piece] ^= Bit(to_);
-        key_ ^= PieceKey(to_, SignedCode<Them>(piece));
         CountPiece(board_, enemy_, piece, -1);
         if (piece == rook)
             DropRights(castling_right_of_corner[static_cast<std::size_t>(to_)] & castling_rights_of[Them]);
@@ -213,16 +196,13 @@ class Maker {
         }
         enemy_.all ^= Bit(taken);
         enemy_.pawns ^= Bit(taken);
-        const std::uint64_t pawn_key = PieceKey(taken, SignedCode<Them>(pawn));
-        frame_->pawn_key ^= pawn_key;
-        key_ ^= pawn_key;
+        frame_->pawn_key ^= PieceKey(taken, SignedCode<Them>(pawn));
     }
 
     BOARD& board_;
     const Move move_;
     const Square from_, to_;
     const Square old_en_passant_square_;
-    std::uint64_t key_;
     SIDE_PIECES& own_ = board_.sides[Us];
     SIDE_PIECES& enemy_ = board_.sides[Them];
     PLY_FRAME* frame_ = nullptr;
@@ -273,49 +253,52 @@ void Unmake(BOARD& board, Move move) {
     board.occupied = own.all | board.sides[Opponent(Us)].all;
 }
 
-/// The changes of Maker that reach the key, and nothing else.
+/// What a move changes in the key. It stands apart, since the search wants to know the key before the move is made: the
+/// memory that a table will be probed at can be asked for meanwhile.
 template <Colour Us>
 std::uint64_t KeyAfter(const BOARD& board, Move move) {
     constexpr Colour Them = Opponent(Us);
     const Square from = FromSquare(move), to = ToSquare(move);
     const int piece = MovingPiece(move), captured = CapturedPiece(move), promotion = PromotionPiece(move);
     const Square en_passant_square = board.frame().en_passant_square;
-    std::uint64_t key = board.key() ^ side_key;
-    unsigned dropped_rights = 0;
-
+    const int standing = promotion != no_piece ? promotion : piece;
+    std::uint64_t key =
+        board.key() ^ side_key ^ PieceKey(from, SignedCode<Us>(piece)) ^ PieceKey(to, SignedCode<Us>(standing));
     if (en_passant_square != 0) key ^= bitboard_tables.zobrist_ep(en_passant_square);
-    key ^=
-        PieceKey(from, SignedCode<Us>(piece)) ^ PieceKey(to, SignedCode<Us>(promotion != no_piece ? promotion : piece));
-
     if (piece == pawn && IsDoubleStep<Us>(from, to)) key ^= bitboard_tables.zobrist_ep(Behind<Us>(to));
-    if (piece == rook)
-        dropped_rights |= castling_right_of_corner[static_cast<std::size_t>(from)] & castling_rights_of[Us];
+    if (captured != no_piece) {
+        const bool en_passant = piece == pawn && captured == pawn && to == en_passant_square && to != 0;
+        key ^= PieceKey(en_passant ? Behind<Us>(to) : to, SignedCode<Them>(captured));
+    }
+    const unsigned rights = board.frame().castling;
+    if (rights == 0) return key;
+
+    unsigned dropped = 0;
+    if (piece == rook) dropped |= castling_right_of_corner[static_cast<std::size_t>(from)] & castling_rights_of[Us];
+    if (captured == rook) dropped |= castling_right_of_corner[static_cast<std::size_t>(to)] & castling_rights_of[Them];
     if (piece == king) {
-        dropped_rights |= castling_rights_of[Us];
-        if (IsCastlingFromHome<Us>(from, to) && (board.frame().castling & castling_rights_of[Us]) != 0) {
+        dropped |= castling_rights_of[Us];
+        if (IsCastlingFromHome<Us>(from, to) && (rights & castling_rights_of[Us]) != 0) {
             const RookJump jump = RookJumpOf(to);
             key ^= PieceKey(jump.from, SignedCode<Us>(rook)) ^ PieceKey(jump.to, SignedCode<Us>(rook));
         }
     }
-    if (captured != no_piece) {
-        const bool en_passant = piece == pawn && captured == pawn && to == en_passant_square && to != 0;
-        key ^= PieceKey(en_passant ? Behind<Us>(to) : to, SignedCode<Them>(captured));
-        if (captured == rook)
-            dropped_rights |= castling_right_of_corner[static_cast<std::size_t>(to)] & castling_rights_of[Them];
-    }
-    return key ^ castling_keys[board.frame().castling & dropped_rights];
+    return key ^ castling_keys[rights & dropped];
 }
 
 }  // namespace
 
-void BOARD::MakeMove(Move move) noexcept {
-    if constexpr (theory_is_checked) AssertMoveFits(*this, move);
-    const std::uint64_t foretold_key = theory_is_checked ? HashKeyAfterMove(move) : 0;
+void BOARD::MakeMove(Move move, std::uint64_t key_after_move) noexcept {
+    if constexpr (theory_is_checked) {
+        AssertMoveFits(*this, move);
+        AssertKeyIsForetold(*this, move, key_after_move);
+    }
     if (side_to_move == white)
         Maker<white>(*this, move).Make();
     else
         Maker<black>(*this, move).Make();
-    if constexpr (theory_is_checked) AssertMoveMade(*this, move, foretold_key);
+    key_history[ply] = key_after_move;
+    if constexpr (theory_is_checked) AssertMoveMade(*this, move);
 }
 
 // The side that made the move is the one not to move.

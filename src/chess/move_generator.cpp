@@ -148,9 +148,18 @@ class Generator {
 
     void Emit(Square from, int piece, Bitboard targets, Bitboard direct, Bitboard discovered) noexcept {
         const Move word = MakeWord(from, 0, piece);
+        if ((targets & (direct | discovered)) == 0) return EmitWithoutChecks(word, targets);
         while (targets != 0) {
             const Square to = TakeNextBit(targets);
             *end_++ = word | static_cast<Move>(to) << 6 | CapturedField(to) | CheckField(to, direct, discovered);
+        }
+    }
+
+    /// Nearly all moves give no check.
+    void EmitWithoutChecks(Move word, Bitboard targets) noexcept {
+        while (targets != 0) {
+            const Square to = TakeNextBit(targets);
+            *end_++ = word | static_cast<Move>(to) << 6 | CapturedField(to);
         }
     }
 

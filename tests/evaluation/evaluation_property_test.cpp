@@ -23,7 +23,7 @@ EVALUATION_RESULT RunRoutine(EVALUATION_CONTEXT& context, const BOARD& board, in
 }
 
 int FreshScore(const BOARD& board, const EVALUATION_SETTINGS& settings, int type) {
-    EVALUATION_CONTEXT context{.settings = &settings};
+    EVALUATION_CONTEXT context{&settings};
     find_passed_pawns(context, board);
     return RunRoutine(context, board, type).score;
 }
@@ -105,11 +105,11 @@ TEST(EvaluationProperty, ARestoredPawnEntryGivesWhatAFreshOneGives) {
     ForEachRandomPosition(seed, 280, 80, [&](BOARD& board, const std::vector<Move>& /*moves*/) {
         const int type = classify_position(board, no_position_type);
         if (type == rook_ending || type == queen_ending || type == pawn_ending || type == pawnless) return;
-        EVALUATION_CONTEXT fresh{.settings = &settings};
+        EVALUATION_CONTEXT fresh{&settings};
         find_passed_pawns(fresh, board);
         const EVALUATION_RESULT result = RunRoutine(fresh, board, type);
         if (result.lazy) return;
-        EVALUATION_CONTEXT restored{.settings = &settings};
+        EVALUATION_CONTEXT restored{&settings};
         restore_pawn_entry(construct_pawn_entry(fresh, board, type), restored, board);
         ASSERT_EQ(RunRoutine(restored, board, type).score, result.score) << FenOf(board);
         ExpectSameFacts(restored, fresh);
@@ -141,7 +141,7 @@ TEST(EvaluationProperty, TablesDoNotChangeTheAnswer) {
         questions.push_back({board, type, bound, position.AskAfresh(bound) >= bound});
     });
     HashTables tables;
-    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
+    EVALUATION_CONTEXT context{&settings, &tables};
     for (int round = 0; round < 2; ++round) {
         for (const Question& question : questions) {
             ASSERT_EQ(evaluate(context, question.board, question.bound, question.type) >= question.bound,
@@ -160,7 +160,7 @@ TEST(EvaluationProperty, ExactScoresAreThoseOfBisectingByHand) {
         const int type = classify_position(board, no_position_type);
         if (type == pawnless) return;
         HashTables tables;
-        EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables};
+        EVALUATION_CONTEXT context{&settings, &tables};
         int low = -32767;
         int high = 32767;
         while (low < high) {

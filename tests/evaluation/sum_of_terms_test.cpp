@@ -46,7 +46,7 @@ SCORE_PAIR Queens(EVALUATION_CONTEXT& context, const BOARD& board, bool is_openi
 }
 
 int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, PositionType type) {
-    EVALUATION_CONTEXT context{.settings = &settings};
+    EVALUATION_CONTEXT context{&settings};
     FindPlaces(context, board);
     context.endgame_weight = endgame_weight(board);
     const bool is_opening = type == opening;
@@ -78,7 +78,7 @@ int SumOfPairs(const EVALUATION_SETTINGS& settings, const BOARD& board, Position
 }
 
 int SumOfEnding(const EVALUATION_SETTINGS& settings, const BOARD& board) {
-    EVALUATION_CONTEXT context{.settings = &settings};
+    EVALUATION_CONTEXT context{&settings};
     if (const auto value = wrong_bishop_rule(context, board)) return *value;
     FindPlaces(context, board);
     find_pawn_facts(context, board);

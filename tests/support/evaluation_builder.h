@@ -18,7 +18,7 @@
 /// routines always compute every term. A score is found there even if the other terms add more than the lazy margins
 /// allow for, which misleads a bisection.
 [[nodiscard]] inline int EstimateOf(const BOARD& board, const EVALUATION_SETTINGS& settings) {
-    EVALUATION_CONTEXT scratch{.settings = &settings};
+    EVALUATION_CONTEXT scratch{&settings};
     find_bishop_pairs(scratch, board);
     find_passed_pawns(scratch, board);
     SCORE_PAIR sum = passed_pawns(scratch, board);
@@ -74,7 +74,7 @@ struct EvaluationBuilder {
     EVALUATION_SETTINGS settings;
     HashTables tables;
     VorkaBitbases::Bitbases bitbases;
-    EVALUATION_CONTEXT context{.settings = &settings, .tables = &tables, .bitbases = &bitbases};
+    EVALUATION_CONTEXT context{&settings, &tables, &bitbases};
 };
 
 /// The position with the board turned upside down and the colours exchanged.

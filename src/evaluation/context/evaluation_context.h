@@ -7,6 +7,7 @@
 #include "chess/bits.h"
 
 struct HashTables;
+struct PAWN_HASH_ENTRY;
 namespace VorkaBitbases {
 class Bitbases;
 }
@@ -75,14 +76,9 @@ struct MAJORITY_INFO {
     std::uint8_t count_b;  ///< enemy pawns against them
 };
 
-/// The working record of one evaluation. Every evaluation starts by clearing it. Arrays of two are by Colour.
-struct EVALUATION_CONTEXT {
-    // What the caller sets, and all that is kept. Not owned.
-    const EVALUATION_SETTINGS* settings = nullptr;
-    HashTables* tables = nullptr;                       ///< needed by evaluate, not by the terms
-    const VorkaBitbases::Bitbases* bitbases = nullptr;  ///< null: none is loaded
-
-    PAWN_INFO pawns[2] = {};
+/// What the rules count up, and what is found out once for an evaluation: clear at its start. Arrays of two are by
+/// Colour.
+struct EVALUATION_FINDINGS {
     Bitboard rams = 0;                   ///< pawns of both sides with a pawn directly in front
     MAJORITY_INFO majority[2] = {};      ///< by Wing, queen side and king side
     std::int16_t openness = 0;           ///< of the pawn structure, 1 to 15
@@ -116,7 +112,27 @@ struct EVALUATION_CONTEXT {
     double attack_factor[2] = {};      ///< 0.0 to 1.0, from king_attack
     double cover_factor[2] = {};       ///< 0.0 to 1.0, from king_cover
 };
-// It is cleared by a plain fill, some hundreds of bytes, for every position that is looked at.
+
+/// The working record of one evaluation.
+struct EVALUATION_CONTEXT : EVALUATION_FINDINGS {
+    EVALUATION_CONTEXT() noexcept = default;
+    explicit EVALUATION_CONTEXT(const EVALUATION_SETTINGS* its_settings, HashTables* its_tables = nullptr,
+                                const VorkaBitbases::Bitbases* its_bitbases = nullptr) noexcept
+        : settings(its_settings), tables(its_tables), bitbases(its_bitbases) {}
+
+    // What the caller sets, and all that is kept. Not owned.
+    const EVALUATION_SETTINGS* settings = nullptr;
+    HashTables* tables = nullptr;                       ///< needed by evaluate, not by the terms
+    const VorkaBitbases::Bitbases* bitbases = nullptr;  ///< null: none is loaded
+
+    /// What the table knows of these pawns, for an evaluation that was not settled by its first terms. Null if nothing.
+    const PAWN_HASH_ENTRY* pawn_entry = nullptr;
+    /// Not cleared: every fact is found before it is read.
+    PAWN_INFO pawns[2] = {};
+
+    /// For a new evaluation.
+    void Clear() noexcept { static_cast<EVALUATION_FINDINGS&>(*this) = {}; }
+};
 static_assert(std::is_trivially_copyable_v<EVALUATION_CONTEXT>);
 
 /// What a routine found out for the side to move.

@@ -105,9 +105,14 @@ PAWN_HASH_ENTRY construct_pawn_entry(const EVALUATION_CONTEXT& context, const BO
     return entry;
 }
 
-void restore_pawn_entry(const PAWN_HASH_ENTRY& entry, EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+void restore_passed_pawns(const PAWN_HASH_ENTRY& entry, EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     expect_type_with_pawns(entry.position_type);
     expect_pawns_of(entry, board.side(white).pawns | board.side(black).pawns);
+    for (const Colour side : {white, black}) context.pawns[side].passed = entry.passed & board.side(side).pawns;
+}
+
+void restore_pawn_entry(const PAWN_HASH_ENTRY& entry, EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
+    restore_passed_pawns(entry, context, board);
     context.pawn_entry_from_table = true;
     context.majority[queen_side] = unpack_majority(entry.packed);
     context.majority[king_side] = unpack_majority(entry.packed >> king_side_shift);
@@ -115,7 +120,6 @@ void restore_pawn_entry(const PAWN_HASH_ENTRY& entry, EVALUATION_CONTEXT& contex
     for (const Colour side : {white, black}) {
         const Bitboard pawns = board.side(side).pawns;
         PAWN_INFO& info = context.pawns[side];
-        info.passed = entry.passed & pawns;
         info.isolated = entry.isolated & pawns;
         info.backward = entry.backward & pawns;
         info.backward_stuck = entry.backward_stuck & pawns;

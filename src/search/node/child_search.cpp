@@ -22,8 +22,9 @@ Score SearchChild(Node& node, Move move, Distance new_distance, Distance reduced
     const ChildFlags flags = FlagsForChild(node, move);
     const NodeType type = node.moves_tried == 1 ? -node.type : NodeType::cut;
     search.moves_played[node.ply + 1] = move;
-    search.board.MakeMove(move);
-    search.engine.tables.transposition.Prefetch(search.board.key());
+    const std::uint64_t key = search.board.HashKeyAfterMove(move);
+    search.engine.tables.Prefetch(key);
+    search.board.MakeMove(move, key);
     Score score =
         -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY, type, node.position_class, flags);
     if (node.settings().enable_verification_search && score >= node.beta && reduced > 0) {

@@ -137,6 +137,7 @@ Distance PositionTypeTerm(Node& node, bool earns_extensions) {
 /// A move has one kind of check.
 Distance Check(Node& node, Move move) {
     node.extended = Without(node.extended, simple_check | discovered_check | double_check);
+    if (!GivesCheck(move)) return 0;
     switch (CheckType(move)) {
         case 1:
             node.extended |= simple_check;

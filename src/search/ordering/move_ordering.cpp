@@ -52,16 +52,21 @@ void Insert(Move* to, Move* from) {
     *to = word;
 }
 
-/// Insertion sort with the gaps 3 and 1: the groups are small.
-void SortLargestFirst(Move* begin, Move* end) {
-    for (const std::ptrdiff_t gap : {3, 1}) {
-        for (std::ptrdiff_t i = gap; i < end - begin; ++i) {
-            const Move word = begin[i];
-            std::ptrdiff_t hole = i;
-            for (; hole >= gap && begin[hole - gap] < word; hole -= gap) begin[hole] = begin[hole - gap];
-            begin[hole] = word;
-        }
+/// Moves each word to its place among those `gap` apart before it.
+void InsertionSort(Move* begin, Move* end, std::ptrdiff_t gap) {
+    for (Move* at = begin + gap; at < end; ++at) {
+        const Move word = *at;
+        Move* hole = at;
+        for (; hole - begin >= gap && hole[-gap] < word; hole -= gap) *hole = hole[-gap];
+        *hole = word;
     }
+}
+
+/// The groups are small; what is longer is brought into rough order first.
+void SortLargestFirst(Move* begin, Move* end) {
+    constexpr std::ptrdiff_t small_group = 6;
+    if (end - begin > small_group) InsertionSort(begin, end, 3);
+    InsertionSort(begin, end, 1);
 }
 
 /// Scores the tactical moves and brings them to the front of the list.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 #include "chess/board.h"
 #include "frame/base/checked_assert.h"
@@ -14,7 +15,9 @@ void HistoryBand::Add(std::size_t index, std::uint32_t bonus) noexcept {
                       .value = static_cast<std::uint16_t>(std::min(Value(index) + bonus, most))};
 }
 
-HistoryTable::HistoryTable() : bands_(std::make_unique<Bands>()) {}
+HistoryTable::HistoryTable() : pages_(sizeof(Bands)), bands_(static_cast<Bands*>(pages_.data())) {
+    if (bands_ == nullptr) throw std::bad_alloc();
+}
 
 void HistoryTable::NewSearch() noexcept {
     for (std::uint32_t ply = 0; ply < max_frames; ply += plies_per_band) ++Band(ply).generation();

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
 
 #include "chess/move.h"
+#include "frame/base/zeroed_pages.h"
 #include "search/state/sort_score.h"
 #include "search/tables/score.h"
 
@@ -36,11 +36,12 @@ struct HistoryBand {
 };
 static_assert(sizeof(HistoryBand) == 0x30000);
 
-/// All bands, zeroed when built, kept from search to search.
+/// All bands, zeroed when built, kept from search to search. Few searches reach the last ones.
 class HistoryTable {
   public:
     static constexpr std::size_t band_count = 11;
 
+    /// Throws std::bad_alloc.
     HistoryTable();
 
     /// Empties the bands of all plies.
@@ -72,5 +73,6 @@ class HistoryTable {
     static_assert(largest_value >> value_to_score_shift == max_sort_score);
     using Bands = std::array<HistoryBand, band_count>;
     static_assert(sizeof(Bands) == 0x210000);
-    std::unique_ptr<Bands> bands_;
+    ZeroedPages pages_;
+    Bands* bands_;  ///< in `pages_`
 };

@@ -5,12 +5,11 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <limits>
-#include <memory>
+#include <utility>
 
 #include "chess/move.h"
+#include "frame/base/zeroed_pages.h"
 #include "search/tables/node_flags.h"
 #include "search/tables/score.h"
 
@@ -52,21 +51,19 @@ class HashSlots {
 
     /// False, with nothing changed, if there is no memory.
     bool Resize(std::uint64_t bytes) noexcept;
-    void Clear() noexcept;
+    void Clear() noexcept { pages_.Clear(); }
     [[nodiscard]] std::uint64_t count() const noexcept { return mask_ + 1; }
     [[nodiscard]] Slot& at(std::uint64_t key) noexcept { return slots_[key & mask_]; }
     [[nodiscard]] const Slot& at(std::uint64_t key) const noexcept { return slots_[key & mask_]; }
-    [[nodiscard]] const Slot* begin() const noexcept { return slots_.get(); }
-    [[nodiscard]] const Slot* end() const noexcept { return slots_.get() + count(); }
+    [[nodiscard]] const Slot* begin() const noexcept { return slots_; }
+    [[nodiscard]] const Slot* end() const noexcept { return slots_ + count(); }
 
     static constexpr std::uint64_t first_size = 0x3000;  // bytes
     static constexpr std::uint64_t fewest_slots = 2;
 
   private:
-    struct Free {
-        void operator()(Slot* slots) const noexcept { std::free(slots); }  // NOLINT(cppcoreguidelines-no-malloc)
-    };
-    std::unique_ptr<Slot[], Free> slots_;
+    ZeroedPages pages_;
+    Slot* slots_ = nullptr;   ///< in `pages_`
     std::uint64_t mask_ = 0;  ///< number of slots - 1
 };
 
@@ -74,18 +71,12 @@ template <class Slot>
 bool HashSlots<Slot>::Resize(std::uint64_t bytes) noexcept {
     const std::uint64_t count = std::bit_floor(std::max(bytes / sizeof(Slot), fewest_slots));
     if (count > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(Slot)) return false;
-    // Zeroed pages come from the system when they are first touched: a large table costs neither time nor memory before
-    // it is used.
-    auto* fresh = static_cast<Slot*>(std::calloc(count, sizeof(Slot)));  // NOLINT(cppcoreguidelines-no-malloc)
-    if (fresh == nullptr) return false;
-    slots_.reset(fresh);
+    ZeroedPages fresh(count * sizeof(Slot));
+    if (fresh.data() == nullptr) return false;
+    pages_ = std::move(fresh);
+    slots_ = static_cast<Slot*>(pages_.data());
     mask_ = count - 1;
     return true;
-}
-
-template <class Slot>
-void HashSlots<Slot>::Clear() noexcept {
-    std::memset(static_cast<void*>(slots_.get()), 0, count() * sizeof(Slot));
 }
 
 /// Two bounds of one position, since every question of the search is asked with a null window. Mate scores count from
@@ -154,8 +145,12 @@ class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
     /// Whether the position at `ply`, searched to `distance`, is worth at least `beta`.
     [[nodiscard]] TranspositionAnswer Probe(std::uint64_t key, std::uint32_t ply, Distance distance, Score beta,
                                             TranspositionHit& hit) noexcept;
-    /// Asks the memory for a bucket that will be probed soon.
-    void Prefetch(std::uint64_t key) const noexcept { __builtin_prefetch(&buckets_.at(key)); }
+    /// Asks the memory for a bucket that will be probed soon. Half the buckets reach into a second line of the cache.
+    void Prefetch(std::uint64_t key) const noexcept {
+        const Bucket& bucket = buckets_.at(key);
+        __builtin_prefetch(&bucket);
+        __builtin_prefetch(&bucket[1].flags_word);
+    }
     /// Whether there is an entry, with its move and the larger of its distances. Counts nothing.
     [[nodiscard]] bool ProbeMove(std::uint64_t key, Move& move, Distance& max_distance) noexcept;
     /// The table sets the age of `entry`.
@@ -231,6 +226,8 @@ class EVALUATION_HASH_TABLE final : public ABSTRACT_HASH_TABLE {
 
     [[nodiscard]] EvaluationAnswer Probe(std::uint64_t key, Score threshold) noexcept;
     void Store(const EvaluationEntry& entry) noexcept { slots_.at(entry.key) = entry; }
+    /// Asks the memory for a slot that will be probed soon.
+    void Prefetch(std::uint64_t key) const noexcept { __builtin_prefetch(&slots_.at(key)); }
 
   private:
     HashSlots<EvaluationEntry> slots_;
@@ -249,4 +246,9 @@ struct HashTables {
     /// Forgets all scores, since they have lost their meaning: everything but the facts about pawns.
     void ClearScores() noexcept;
     void NewSearch() noexcept;
+    /// Asks the memory for what is known about a position that will be looked up soon.
+    void Prefetch(std::uint64_t key) const noexcept {
+        transposition.Prefetch(key);
+        evaluation.Prefetch(key);
+    }
 };

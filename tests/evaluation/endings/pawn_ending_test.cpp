@@ -21,7 +21,7 @@ constexpr int sign(Colour us) { return us == white ? 1 : -1; }
 /// The routine of kings and pawns without what the pawn structure gives.
 template <Colour Us>
 int PawnEnding(EVALUATION_CONTEXT& context, const BOARD& board) {
-    EVALUATION_CONTEXT fresh{.settings = context.settings};
+    EVALUATION_CONTEXT fresh{context.settings};
     find_passed_pawns(fresh, board);
     const EVALUATION_RESULT result = evaluate_pawn_ending(fresh, board, 0);
     EXPECT_FALSE(result.lazy);

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+
+/// Memory for large tables: all zero at first, and all zero again at once when it is cleared, since the pages go back
+/// to the system and come back empty when they are next touched. A table costs neither time nor memory before it is
+/// used, however large it is.
+class ZeroedPages {
+  public:
+    ZeroedPages() noexcept = default;
+    /// As many bytes, all zero, starting at a page; null data() if there is no memory for them.
+    explicit ZeroedPages(std::size_t bytes) noexcept;
+    ZeroedPages(ZeroedPages&& other) noexcept;
+    ZeroedPages& operator=(ZeroedPages&& other) noexcept;
+    ~ZeroedPages();
+
+    [[nodiscard]] void* data() const noexcept { return data_; }
+    [[nodiscard]] std::size_t size() const noexcept { return size_; }
+    void Clear() noexcept;
+
+  private:
+    void* data_ = nullptr;
+    std::size_t size_ = 0;  ///< bytes
+};

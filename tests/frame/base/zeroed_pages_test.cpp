@@ -1,0 +1,59 @@
+#include "frame/base/zeroed_pages.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <span>
+#include <utility>
+
+namespace {
+
+std::span<unsigned char> BytesOf(const ZeroedPages& pages) {
+    return {static_cast<unsigned char*>(pages.data()), pages.size()};
+}
+
+bool AreAllZero(const ZeroedPages& pages) {
+    return std::ranges::all_of(BytesOf(pages), [](unsigned char byte) { return byte == 0; });
+}
+
+class ZeroedPagesOfSize : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(ZeroedPagesOfSize, AreZeroAtFirstAndAfterClear) {
+    ZeroedPages pages(GetParam());
+    ASSERT_NE(pages.data(), nullptr);
+    EXPECT_EQ(pages.size(), GetParam());
+    EXPECT_TRUE(AreAllZero(pages));
+    std::ranges::fill(BytesOf(pages), static_cast<unsigned char>(0xFF));
+    pages.Clear();
+    EXPECT_TRUE(AreAllZero(pages));
+    BytesOf(pages).back() = 1;  // still there to be written
+}
+
+// A byte, a page and a byte beside it, and as much as asks for large pages.
+INSTANTIATE_TEST_SUITE_P(Sizes, ZeroedPagesOfSize, testing::Values(1, 4095, 4096, 4097, std::size_t{33} << 20));
+
+TEST(ZeroedPages, StartAtALineOfTheCache) {
+    const ZeroedPages pages(100);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pages.data()) % 64, 0U);
+}
+
+TEST(ZeroedPages, AreNullWithoutMemory) {
+    ZeroedPages pages(std::numeric_limits<std::size_t>::max() / 2);
+    EXPECT_EQ(pages.data(), nullptr);
+    EXPECT_EQ(pages.size(), 0U);
+    pages.Clear();
+}
+
+TEST(ZeroedPages, MoveFromOneOwnerToAnother) {
+    ZeroedPages pages(64);
+    BytesOf(pages)[0] = 7;
+    ZeroedPages other(std::move(pages));
+    EXPECT_EQ(BytesOf(other)[0], 7);
+    pages = std::move(other);
+    EXPECT_EQ(BytesOf(pages)[0], 7);
+}
+
+}  // namespace
