@@ -50,7 +50,7 @@ struct EvaluationBuilder {
     /// Brings the context to where the terms of the opening and middle game begin: all pawn facts found, the `attacks`
     /// of both sides hold the squares next to their kings, every counter is zero.
     void PrepareTerms() {
-        context = {.settings = &settings, .tables = &tables, .bitbases = &bitbases};
+        context = EVALUATION_CONTEXT(&settings, &tables, &bitbases);
         find_bishop_pairs(context, board);
         find_passed_pawns(context, board);
         static_cast<void>(passed_pawns(context, board));
