@@ -37,8 +37,9 @@ FileClass class_of_file(const BOARD& board, const RookState<Us>& rook) {
     const Bitboard enemy_pawns = board.side(Opponent(Us)).pawns & file;
     if ((board.side(Us).pawns & file) == 0) return enemy_pawns == 0 ? FileClass::open : FileClass::half_open;
     if (rook.own_pawns_ahead == 0) return FileClass::own_pawn_behind;
-    const Bitboard before_own_pawn = bitboard_tables.between[rook.square][rearmost<Us>(rook.own_pawns_ahead)];
-    return (enemy_pawns & before_own_pawn) == 0 ? FileClass::closed : FileClass::half_open;
+    const Bitboard before_own_pawn = file_behind<Us>(rearmost<Us>(rook.own_pawns_ahead));
+    return (enemy_pawns & file_ahead<Us>(rook.square) & before_own_pawn) == 0 ? FileClass::closed
+                                                                              : FileClass::half_open;
 }
 
 /// The squares of the file that the rook attacks, through own rooks and queens. `attacks` is what it attacks there.
