@@ -10,32 +10,17 @@ namespace {
 
 constexpr std::array pieces{queen, rook, bishop, knight};
 
-class Solving {
-  public:
-    Solving(Library& library, int threads, const TableBegun& begun)
-        : library_(library), threads_(threads), begun_(begun) {}
-
-    void Add(const std::vector<Man>& extras) {
-        if (begun_) begun_(name_of(extras));
-        library_.add(extras, threads_);
-    }
-    /// Every pair of pieces, the stronger or an equal one first.
-    void AddPieces(Colour second) {
-        for (const int a : pieces) {
-            for (const int b : pieces) {
-                if (a >= b) Add({{white, a}, {second, b}});
-            }
+/// Every pair of pieces, the stronger or an equal one first.
+void add_pieces(std::vector<Men>& tables, Colour second) {
+    for (const int a : pieces) {
+        for (const int b : pieces) {
+            if (a >= b) tables.push_back({{white, a}, {second, b}});
         }
     }
-    void AddPiecesWithPawn(Colour owner) {
-        for (const int piece : pieces) Add({{white, piece}, {owner, pawn}});
-    }
-
-  private:
-    Library& library_;
-    int threads_;
-    const TableBegun& begun_;
-};
+}
+void add_pieces_with_pawn(std::vector<Men>& tables, Colour owner) {
+    for (const int piece : pieces) tables.push_back({{white, piece}, {owner, pawn}});
+}
 
 /// Values of a table whose side to move is White, as the file stores them; for Black's move the view is turned.
 int stored(const Library& library, const Position& position) {
@@ -65,22 +50,40 @@ void for_left_half(int first_rank, int last_rank, Visit visit) {
 
 }  // namespace
 
-void solve_two_pawns(Library& library, int threads, const TableBegun& begun) {
-    Solving solving(library, threads, begun);
-    for (const int piece : pieces) solving.Add({{white, piece}});
-    solving.Add({{white, pawn}});
-    solving.AddPieces(black);
-    solving.AddPiecesWithPawn(black);
-    solving.Add({{white, pawn}, {black, pawn}});
+std::vector<Men> tables_of_two_pawns() {
+    std::vector<Men> tables;
+    for (const int piece : pieces) tables.push_back({{white, piece}});
+    tables.push_back({{white, pawn}});
+    add_pieces(tables, black);
+    add_pieces_with_pawn(tables, black);
+    tables.push_back({{white, pawn}, {black, pawn}});
+    return tables;
 }
 
-void solve_rammed_pawns(Library& library, int threads, const TableBegun& begun) {
-    Solving solving(library, threads, begun);
-    solving.AddPieces(white);
-    solving.AddPiecesWithPawn(white);
-    solving.Add({{white, pawn}, {white, pawn}});
-    for (const int piece : pieces) solving.Add({{white, pawn}, {black, pawn}, {white, piece}});
-    solving.Add({{white, pawn}, {black, pawn}, {white, pawn}});
+std::vector<Men> tables_of_rammed_pawns() {
+    std::vector<Men> tables;
+    add_pieces(tables, white);
+    add_pieces_with_pawn(tables, white);
+    tables.push_back({{white, pawn}, {white, pawn}});
+    for (const int piece : pieces) tables.push_back({{white, pawn}, {black, pawn}, {white, piece}});
+    tables.push_back({{white, pawn}, {black, pawn}, {white, pawn}});
+    return tables;
+}
+
+double work_of(const Men& men) noexcept {
+    // By piece type: roughly the moves that it has. A blocked pair is one man more, with fewer squares.
+    constexpr std::array<double, 7> work = {0, 4, 2, 4, 7, 12, 0};
+    constexpr double one_man_less = 1.0 / 64;
+    double sum = 0;
+    for (const Man& man : men) sum += work[static_cast<std::size_t>(man.type)];
+    return men.size() == 1 ? sum * one_man_less : sum;
+}
+
+void solve(Library& library, const std::vector<Men>& tables, int threads, const TableBegun& begun) {
+    for (const Men& men : tables) {
+        if (begun) begun(men);
+        library.add(men, threads);
+    }
 }
 
 std::vector<std::uint8_t> two_pawns_file(const Library& library) {

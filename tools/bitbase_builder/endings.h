@@ -8,13 +8,21 @@
 
 namespace bitbase_builder {
 
-/// Says that a table is begun.
-using TableBegun = std::function<void(const std::string& name)>;
+/// The men of a table, but for the kings.
+using Men = std::vector<Man>;
 
-/// Solves everything that king and pawn against king and pawn leads to, and that ending itself.
-void solve_two_pawns(Library& library, int threads, const TableBegun& begun);
-/// Solves the endings with a blocked pair; the tables of solve_two_pawns must be there.
-void solve_rammed_pawns(Library& library, int threads, const TableBegun& begun);
+/// Everything that king and pawn against king and pawn leads to, and that ending itself, in the order in which the
+/// tables have to be solved.
+[[nodiscard]] std::vector<Men> tables_of_two_pawns();
+/// The endings with a blocked pair, likewise; those of tables_of_two_pawns must be there.
+[[nodiscard]] std::vector<Men> tables_of_rammed_pawns();
+
+/// How long a table takes to solve, in no unit: only the share in a sum means something. From runs of all tables.
+[[nodiscard]] double work_of(const Men& men) noexcept;
+
+/// Says that a table is begun.
+using TableBegun = std::function<void(const Men& men)>;
+void solve(Library& library, const std::vector<Men>& tables, int threads, const TableBegun& begun);
 
 /// The contents of the two files.
 [[nodiscard]] std::vector<std::uint8_t> two_pawns_file(const Library& library);

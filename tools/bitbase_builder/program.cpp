@@ -10,9 +10,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 #include "bitbase_builder/endings.h"
 #include "frame/base/vocabulary.h"
@@ -38,13 +40,23 @@ int Usage(std::ostream& out, int status) {
     return status;
 }
 
+/// One line for each table: the time so far, the share of the work done, the time that the rest will take if it goes on
+/// like this, and the table that is begun.
 class Progress {
   public:
-    explicit Progress(bool quiet) : quiet_(quiet) {}
-    void operator()(const std::string& name) const {
-        if (quiet_) return;
-        std::printf("%6.1f s  %s\n", Seconds(), name.c_str());
-        std::fflush(stdout);
+    Progress(bool quiet, const std::vector<Men>& tables) : quiet_(quiet) {
+        for (const Men& men : tables) total_ += work_of(men);
+    }
+    void Begin(const Men& men) {
+        if (!quiet_) {
+            const double share = done_ / total_;
+            std::printf("%6.1f s %3.0f %%  ", Seconds(), 100 * share);
+            // The first tables are too small to tell anything.
+            if (share > 0.02) std::printf("%4.0f s to go  ", Seconds() * (1 - share) / share);
+            std::printf("%s\n", name_of(men).c_str());
+            std::fflush(stdout);
+        }
+        done_ += work_of(men);
     }
     void Finish() const {
         rusage usage{};
@@ -57,6 +69,8 @@ class Progress {
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
     }
     bool quiet_;
+    double total_ = 0;
+    double done_ = 0;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
@@ -115,11 +129,16 @@ int run_program(int argc, char** argv, Library& library) {
     }
     if (optind != argc) return Usage(std::cerr, EXIT_FAILURE);
     if (!CanWriteTo(directory)) return EXIT_FAILURE;
-    const Progress progress(quiet);
-    solve_two_pawns(library, threads, progress);
+    std::vector<Men> tables = tables_of_two_pawns();
+    const std::size_t two_pawns_end = tables.size();
+    if (!two_pawns_alone) std::ranges::copy(tables_of_rammed_pawns(), std::back_inserter(tables));
+    Progress progress(quiet, tables);
+    const auto begun = [&progress](const Men& men) { progress.Begin(men); };
+    const auto first_of_rammed = tables.begin() + static_cast<std::ptrdiff_t>(two_pawns_end);
+    solve(library, {tables.begin(), first_of_rammed}, threads, begun);
     if (!Write(directory, vocabulary::two_pawns_file, two_pawns_file(library))) return EXIT_FAILURE;
     if (!two_pawns_alone) {
-        solve_rammed_pawns(library, threads, progress);
+        solve(library, {first_of_rammed, tables.end()}, threads, begun);
         if (!Write(directory, vocabulary::rammed_pawn_file, rammed_pawn_file(library))) return EXIT_FAILURE;
     }
     progress.Finish();
