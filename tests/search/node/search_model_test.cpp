@@ -79,7 +79,7 @@ class SlowSearch {
 
     static bool IsTried(const BOARD& board, Move move, Score beta, Distance distance, int type) {
         if (!IsGenerated(move, beta, distance)) return false;
-        const unsigned check = CheckType(move);
+        const auto check = static_cast<unsigned>(CheckType(move));
         const bool discovered = check >= 2;
         if (PromotionPiece(move) == queen) return true;
         if (PromotionPiece(move) == knight) return GivesDirectCheck(move);
