@@ -60,7 +60,7 @@ Options ReadOptions(const std::vector<std::string>& words) {
     Options options;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const auto value = [&]() -> const std::string& {
-            if (++i == words.size()) throw std::invalid_argument("value missing behind " + words[i - 1]);
+            if (++i == words.size()) throw std::invalid_argument("value missing after " + words[i - 1]);
             return words[i];
         };
         if (words[i] == "--help")

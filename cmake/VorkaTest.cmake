@@ -42,7 +42,7 @@ function(vorka_test name)
   endif()
   gtest_discover_tests(${name} TEST_PREFIX "${name}." TEST_LIST ${name}_tests DISCOVERY_TIMEOUT 120)
 
-  # gtest_discover_tests takes one label only; several are set by a file that CTest reads behind the discovered tests.
+  # gtest_discover_tests takes one label only; several are set by a file that CTest reads after the discovered tests.
   set(labels_file "${CMAKE_CURRENT_BINARY_DIR}/${name}_labels.cmake")
   file(WRITE "${labels_file}" "if(${name}_tests)
   set_tests_properties(\${${name}_tests} PROPERTIES LABELS \"${test_LABELS}\")

@@ -29,7 +29,7 @@ struct Problem {
     std::vector<Move> avoid;  ///< of these none may
 };
 
-/// The text behind an operation, up to its semicolon; empty if there is none.
+/// The text after an operation, up to its semicolon; empty if there is none.
 std::string OperandOf(const std::string& operations, const std::string& code) {
     const std::string padded = " " + operations;
     const std::size_t at = padded.find(" " + code + " ");

@@ -207,7 +207,7 @@ TEST_F(Generator, AFailureOnTheWayLeavesTheFileAsItStands) {
     const std::string text = TextOf(File("x"));
     ASSERT_EQ(text.size(), VorkaBitbases::two_pawns_size);
     EXPECT_NE(text.find_first_not_of('\0'), std::string::npos) << "what was written";
-    EXPECT_EQ(text.find_last_not_of('\0') * 100 / text.size(), 0U) << "and nothing behind it";
+    EXPECT_EQ(text.find_last_not_of('\0') * 100 / text.size(), 0U) << "and nothing after it";
 }
 
 TEST_F(Generator, AKilledGenerationLeavesTheFileAsItStands) {

@@ -57,8 +57,8 @@ constexpr auto validity_rows = std::to_array<ValidityRow>({
     {"side not to move in check", "4k3/8/8/8/8/8/8/4K2r b - -", false},
     {"side not to move in check by a pawn", "4k3/3P4/8/8/8/8/8/4K3 w - -", false},
     {"kings side by side", "8/8/8/8/8/4k3/4K3/8 w - -", false},
-    {"en passant behind a white jump", "4k3/8/8/8/4P3/8/8/4K3 b - e3", true},
-    {"en passant behind a black jump", "4k3/8/8/3p4/8/8/8/4K3 w - d6", true},
+    {"en passant after a white jump", "4k3/8/8/8/4P3/8/8/4K3 b - e3", true},
+    {"en passant after a black jump", "4k3/8/8/3p4/8/8/8/4K3 w - d6", true},
     {"en passant without a pawn", "4k3/8/8/8/8/8/8/4K3 w - d6", false},
     {"en passant in front of an own pawn", "4k3/8/8/3P4/8/8/8/4K3 w - d6", false},
     {"en passant in front of a piece", "4k3/8/8/3n4/8/8/8/4K3 w - d6", false},
@@ -218,7 +218,7 @@ TEST(Repetition, OneEarlierOccurrenceIsADraw) {
 TEST(Repetition, IsNotSeenAcrossAPawnMove) {
     BOARD board = BoardFromFen("4k1n1/8/8/8/8/8/P7/4K1N1 w - - 0 1");
     MakeMoves(board, {"g1f3", "g8f6", "a2a3", "f6g8", "f3g1", "g8f6", "g1f3"});
-    EXPECT_TRUE(board.IsDraw()) << "the position behind a2a3 came back";
+    EXPECT_TRUE(board.IsDraw()) << "the position after a2a3 came back";
     board = BoardFromFen("4k1n1/8/8/8/8/8/P7/4K1N1 w - - 0 1");
     MakeMoves(board, {"g1f3", "g8f6", "a2a3", "f6g8", "f3g1"});
     EXPECT_FALSE(board.IsDraw());
@@ -233,7 +233,7 @@ TEST(Repetition, IsNotSeenAcrossANullMove) {
     EXPECT_FALSE(board.IsDraw());
 }
 
-TEST(Repetition, IsSeenBehindResetPly) {
+TEST(Repetition, IsSeenAfterResetPly) {
     BOARD board = BoardFromFen(start_fen);
     for (const std::string_view move : {"g1f3", "g8f6", "f3g1", "f6g8"}) {
         MakeMoves(board, {move});
@@ -244,7 +244,7 @@ TEST(Repetition, IsSeenBehindResetPly) {
     EXPECT_TRUE(board.IsDraw());
 }
 
-TEST(ResetPly, ForgetsTheHistoryBehindAPawnMove) {
+TEST(ResetPly, ForgetsTheHistoryAfterAPawnMove) {
     BOARD board = BoardFromFen(start_fen);
     MakeMoves(board, {"g1f3", "g8f6"});
     board.ResetPly();

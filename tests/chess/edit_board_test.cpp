@@ -156,7 +156,7 @@ TEST(EditBoard, LoadsTheSide) {
 }
 
 // The rights go with the placement as soon as it is touched; without a change they stay as they were.
-TEST(EditBoard, GrantsCastlingAnewBehindAChange) {
+TEST(EditBoard, GrantsCastlingAnewAfterAChange) {
     EditBoard edit;
     edit.LoadFrom(BoardFromFen("r3k2r/8/8/8/8/8/8/R3K2R w Kq - 0 1"));
     edit.SetSquare(a1, rook);
@@ -167,7 +167,7 @@ TEST(EditBoard, GrantsCastlingAnewBehindAChange) {
     EXPECT_EQ(CastlingText(edit.GetBoard()), "KQkq");
 }
 
-TEST(EditBoard, ForgetsTheEnPassantSquareBehindAChange) {
+TEST(EditBoard, ForgetsTheEnPassantSquareAfterAChange) {
     EditBoard edit;
     edit.LoadFrom(BoardFromFen("4k3/8/8/3pP3/8/8/8/4K3 w - d6 3 1"));
     edit.SetSquare(a2, pawn);

@@ -95,13 +95,13 @@ constexpr auto texts_that_are_no_fen = std::to_array<TextRow>({
     {"rank too long by a piece", "4k3p/8/8/8/8/8/8/4K3 w - - 0 1"},
     {"last rank too long by a piece", "4k3/8/8/8/8/8/8/4K3P w - - 0 1"},
     {"last rank too long by a digit", "4k3/8/8/8/8/8/8/4K31 w - - 0 1"},
-    {"piece behind too many digits", "88p/8/8/8/8/8/8/8 w - - 0 1"},
-    {"piece behind a full rank, again and again", "8pppppppp/8/8/8/8/8/8/8 w - - 0 1"},
+    {"piece after too many digits", "88p/8/8/8/8/8/8/8 w - - 0 1"},
+    {"piece after a full rank, again and again", "8pppppppp/8/8/8/8/8/8/8 w - - 0 1"},
     {"digits that jump a rank", "4k3/8/8/88/8/8/4K3 w - - 0 1"},
     {"seven ranks", "4k3/8/8/8/8/8/4K3 w - - 0 1"},
     {"nine ranks", "4k3/8/8/8/8/8/8/4K3/8 w - - 0 1"},
     {"nine ranks with pieces", "4k3/8/8/8/8/8/8/4K3/RNBQ1BNR w - - 0 1"},
-    {"slash behind the last rank", "4k3/8/8/8/8/8/8/4K3/ w - - 0 1"},
+    {"slash after the last rank", "4k3/8/8/8/8/8/8/4K3/ w - - 0 1"},
     {"slash before the first rank", "/4k3/8/8/8/8/8/8/4K3 w - - 0 1"},
     {"no slashes", "4k3888888884K3 w - - 0 1"},
     {"digit zero", "4k30/8/8/8/8/8/8/4K3 w - - 0 1"},
@@ -121,11 +121,11 @@ constexpr auto texts_that_are_no_fen = std::to_array<TextRow>({
     {"no side", "4k3/8/8/8/8/8/8/4K3 - - - 0 1"},
 
     {"castling qK", "r3k2r/8/8/8/8/8/8/R3K2R w qK - 0 1"},
-    {"castling Q behind k", "r3k2r/8/8/8/8/8/8/R3K2R w kQ - 0 1"},
+    {"castling Q after k", "r3k2r/8/8/8/8/8/8/R3K2R w kQ - 0 1"},
     {"castling QK", "r3k2r/8/8/8/8/8/8/R3K2R w QK - 0 1"},
     {"castling twice the same", "r3k2r/8/8/8/8/8/8/R3K2R w KK - 0 1"},
     {"castling five letters", "r3k2r/8/8/8/8/8/8/R3K2R w KQkqq - 0 1"},
-    {"castling with a minus behind", "r3k2r/8/8/8/8/8/8/R3K2R w KQ- - 0 1"},
+    {"castling with a minus after", "r3k2r/8/8/8/8/8/8/R3K2R w KQ- - 0 1"},
     {"castling with a minus before", "r3k2r/8/8/8/8/8/8/R3K2R w -kq - 0 1"},
     {"castling two minuses", "r3k2r/8/8/8/8/8/8/R3K2R w -- - 0 1"},
     {"castling by file", "r3k2r/8/8/8/8/8/8/R3K2R w HAha - 0 1"},
@@ -159,7 +159,7 @@ constexpr auto texts_that_are_no_fen = std::to_array<TextRow>({
     {"move number beyond 64 bits", "4k3/8/8/8/8/8/4P3/4K3 w - - 0 99999999999999999999"},
 
     {"wrong text of an impossible position", "8/8/8/8/8/8/8/8 w - - 0"},
-    {"wrong number behind an impossible position", "8/8/8/8/8/8/8/8 w - a1 0 x"},
+    {"wrong number after an impossible position", "8/8/8/8/8/8/8/8 w - a1 0 x"},
 });
 INSTANTIATE_TEST_SUITE_P(Fen, TextsThatAreNoFen, testing::ValuesIn(texts_that_are_no_fen), RowName<TextRow>);
 

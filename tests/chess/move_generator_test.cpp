@@ -184,7 +184,7 @@ TEST(GenerateMoves, LeavesTheBoardAlone) {
     Move buffer[MAX_MOVES + 1];
     buffer[20] = 77;
     EXPECT_EQ(GenerateMoves(buffer, board, mode_legal), buffer + 20);
-    EXPECT_EQ(buffer[20], 77U) << "written behind the end";
+    EXPECT_EQ(buffer[20], 77U) << "written after the end";
 }
 
 TEST(CastlingWords, AreTheKnownWords) {

@@ -65,7 +65,7 @@ constexpr auto readable_moves = std::to_array<ReadRow>({
     {"coordinate knight", start, "g1f3", "g1f3"},
     {"coordinate rest ignored", start, "e2e4 or not", "e2e4"},
     {"coordinate with a third square", start, "e2e3e4", "e2e3"},
-    {"coordinate high byte behind", start, "e2e4\xff"sv, "e2e4"},
+    {"coordinate high byte after", start, "e2e4\xff"sv, "e2e4"},
     {"coordinate equals without letter", start, "e2e4=", "e2e4"},
     {"coordinate letter of no promotion", start, "e2e4k", "e2e4"},
     {"pawn by square", start, "e4", "e2e4"},
@@ -74,7 +74,7 @@ constexpr auto readable_moves = std::to_array<ReadRow>({
     {"pawn with its small letter", start, "pe4", "e2e4"},
     {"pawn with its file", start, "ee4", "e2e4"},
     {"pawn with its rank", start, "2e4", "e2e4"},
-    {"pawn with its rank behind its letter", start, "P2e4", "e2e4"},
+    {"pawn with its rank after its letter", start, "P2e4", "e2e4"},
     {"text ends at zero", start, "e4\0junk"sv, "e2e4"},
     {"pawn before knight", start, "f3", "f2f3"},
     {"knight", start, "Nf3", "g1f3"},
@@ -90,7 +90,7 @@ constexpr auto readable_moves = std::to_array<ReadRow>({
     {"short castling with check mark", white_castles, "O-O+", "e1g1"},
     {"short castling with mate mark", white_castles, "0-0#", "e1g1"},
     {"short castling then blank", white_castles, "O-O x", "e1g1"},
-    {"short castling rest behind mark", white_castles, "O-O+abc", "e1g1"},
+    {"short castling rest after mark", white_castles, "O-O+abc", "e1g1"},
     {"long castling", white_castles, "O-O-O", "e1c1"},
     {"small long castling", white_castles, "o-o-o", "e1c1"},
     {"long castling with zeros and mark", white_castles, "0-0-0#", "e1c1"},
@@ -183,9 +183,9 @@ constexpr auto wrong_moves = std::to_array<WrongRow>({
     {"zero byte first", start, "\0e4"sv, syntax},
     {"blank", start, " ", syntax},
     {"blank before", start, " e4", syntax},
-    {"blank behind", start, "e4 ", syntax},
+    {"blank after", start, "e4 ", syntax},
     {"high bytes", start, "\xff\xfe\x80"sv, syntax},
-    {"high byte behind", start, "e4\xe9"sv, syntax},
+    {"high byte after", start, "e4\xe9"sv, syntax},
     {"high byte in coordinate", start,
      "e2\xe9"
      "4"sv,
@@ -251,9 +251,9 @@ constexpr auto wrong_moves = std::to_array<WrongRow>({
     {"long castling cut short", white_castles, "O-O-", syntax},
     {"castling of mixed characters", white_castles, "O-0", syntax},
     {"castling of mixed cases", white_castles, "O-o", syntax},
-    {"castling with something behind", white_castles, "O-Ox", syntax},
+    {"castling with something after", white_castles, "O-Ox", syntax},
     {"castling with praise", white_castles, "O-O!", syntax},
-    {"long castling with something behind", white_castles, "O-O-O-O", syntax},
+    {"long castling with something after", white_castles, "O-O-O-O", syntax},
     {"castling without dashes", white_castles, "OO", syntax},
     {"castling half told", white_castles, "O-", syntax},
 });
@@ -279,7 +279,7 @@ TEST(ParseMove, FindsNoMoveOnTheEmptyBoard) {
     }
 }
 
-TEST(ParseMove, FindsNoMoveBehindMate) {
+TEST(ParseMove, FindsNoMoveAfterMate) {
     const BOARD board = BoardFromFen("rnb1kbnr/pppp1ppp/8/4p3/6Pq/5P2/PPPPP2P/RNBQKBNR w KQkq - 1 3");
     for (const std::string_view text : {"e2e4", "Kf2", "a3"}) {
         MoveParseError error{};

@@ -122,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(Pgn, MoveTexts, testing::Values(
     MovesRow{"comment that does not end", "e4 {best", "io", ""},
     MovesRow{"rest of the line", "e4 ; e5 is next\ne5 *", "", "e2e4 e7e5"},
     MovesRow{"rest of the line too long", "e4 ;" + blanks + "12345678901234 Zz\ne5 *", "io", ""},
-    MovesRow{"a comment in a number's word with more behind it", "1.{a}e4 *", "io", ""},
+    MovesRow{"a comment in a number's word with more after it", "1.{a}e4 *", "io", ""},
     MovesRow{"glyph", "e4 $1 e5 *", "io", ""},
     MovesRow{"variation", "e4 (d4) e5 *", "io", ""},
     MovesRow{"variation with blanks", "e4 ( d4 d5 ) e5 *", "io", ""},
@@ -132,12 +132,12 @@ INSTANTIATE_TEST_SUITE_P(Pgn, MoveTexts, testing::Values(
     MovesRow{"a word that is no move", "hello *", "io", ""},
     MovesRow{"dots for a move by Black in the middle", "1. e4 1... e5 *", "io", ""},
     MovesRow{"dots for a move by Black at the start", "1... e5 *", "io", ""},
-    MovesRow{"a move behind the mate", "f3 e5 g4 Qh4# a3 *", "move", ""},
+    MovesRow{"a move after the mate", "f3 e5 g4 Qh4# a3 *", "move", ""},
     MovesRow{"mate", "1. f3 e5 2. g4 Qh4# 0-1", "", "f2f3 e7e5 g2g4 d8h4", GameResult::black_wins}),
     RowName<MovesRow>);
 // clang-format on
 
-TEST(Pgn, NothingIsReadBehindTheFirstGame) {
+TEST(Pgn, NothingIsReadAfterTheFirstGame) {
     const Outcome outcome = Read("[White \"a\"]\n1. e4 1-0 {dropped}\n[White \"b\"]\n1. d4 0-1\n");
     EXPECT_EQ(outcome.failure, "");
     EXPECT_EQ(outcome.tags.white, "a");
@@ -194,7 +194,7 @@ TEST(Pgn, TagsOfTheCallBeforeAreForgotten) {
     EXPECT_EQ(tags, PGN_TAGS{});
     std::string word;
     stream >> word;
-    EXPECT_EQ(word, "e4") << "the stream stands behind the tags";
+    EXPECT_EQ(word, "e4") << "the stream stands after the tags";
 }
 
 TEST(Pgn, QuotesInAValueAreEscaped) {

@@ -17,7 +17,7 @@ namespace {
 
 using enum GameResult;
 
-// What fails changes nothing, and the position behind SetInvalid fails at everything.
+// What fails changes nothing, and the position after SetInvalid fails at everything.
 
 struct Failure {
     std::string_view name;
@@ -60,7 +60,7 @@ UserBoard Resigned() {
     game.EndGame(black_wins, GameEndReason::resignation);
     return game;
 }
-UserBoard BehindADoubleStep() { return NewGame({"e4"}); }
+UserBoard AfterADoubleStep() { return NewGame({"e4"}); }
 UserBoard InCheck() { return NewGame({"e4", "f6", "Qh5+"}); }
 UserBoard Invalid() {
     UserBoard game = MiddleOfAGame();
@@ -85,8 +85,8 @@ const auto failures = std::to_array<Failure>({
     {"text that is no move", MiddleOfAGame,
      [](UserBoard& g) { return RefusesMove<MoveParseError::syntax>(g, "hello"); }},
     {"empty text", MiddleOfAGame, [](UserBoard& g) { return RefusesMove<MoveParseError::syntax>(g, ""); }},
-    {"move behind mate", Mated, [](UserBoard& g) { return RefusesMove<MoveParseError::no_correspondence>(g, "Kf2"); }},
-    {"move behind resignation", Resigned,
+    {"move after mate", Mated, [](UserBoard& g) { return RefusesMove<MoveParseError::no_correspondence>(g, "Kf2"); }},
+    {"move after resignation", Resigned,
      [](UserBoard& g) { return RefusesMove<MoveParseError::no_correspondence>(g, "Nf6"); }},
     {"undo at the start", Start,
      [](UserBoard& g) { return Throws<UserBoard::no_moves_to_undo>([&] { g.UndoMove(); }); }},
@@ -101,7 +101,7 @@ const auto failures = std::to_array<Failure>({
      }},
     {"impossible board", MiddleOfAGame,
      [](UserBoard& g) { return Throws<UserBoard::invalid_position>([&] { g.SetBoard(BOARD()); }); }},
-    {"change of side behind a double step", BehindADoubleStep,
+    {"change of side after a double step", AfterADoubleStep,
      [](UserBoard& g) { return Throws<UserBoard::invalid_board_after_changing_side>([&] { g.ChangeSide(); }); }},
     {"change of side in check", InCheck,
      [](UserBoard& g) { return Throws<UserBoard::invalid_board_after_changing_side>([&] { g.ChangeSide(); }); }},

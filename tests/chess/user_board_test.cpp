@@ -232,7 +232,7 @@ TEST(GameEnd, OccurrencesBeforeTheStartDoNotCount) {
     EXPECT_EQ(game.reason(), GameEndReason::threefold_repetition);
 }
 
-// The square is kept after every double step, so that the position right behind it is another one.
+// The square is kept after every double step, so that the position right after it is another one.
 TEST(GameEnd, TheEnPassantSquareCountsInARepetition) {
     UserBoard game = NewGame({"e4"});
     const std::vector<std::string> cycle = {"g8f6", "g1f3", "f6g8", "f3g1"};

@@ -1,4 +1,4 @@
-// Any lines, sent one behind the other to an engine that always seems to search when it was asked to: each ends in an
+// Any lines, sent one after the other to an engine that always seems to search when it was asked to: each ends in an
 // error that quotes it, in a finished command or in the end of the program, and leaves a position that can stand.
 
 #include <unistd.h>

@@ -37,7 +37,7 @@ def console(start):
 
 @pytest.fixture
 def xboard(start):
-    """Protocol 2, behind its features."""
+    """Protocol 2, after its features."""
     engine = start()
     engine.send("xboard", "protover 2")
     engine.expect_text("feature done=1\n")

@@ -156,7 +156,7 @@ def test_options_are_commands(start):
     assert "max_depth=1\n" in engine.log
 
 
-def test_setboard_option_stands_behind_a_forced_force(start):
+def test_setboard_option_stands_after_a_forced_force(start):
     engine = start("--setboard", "4k3/8/8/8/8/8/4P3/4K3 w - - 0 1")
     engine.expect(" \rWhite 2> ")
     assert engine.position() == "4k3/8/8/8/8/8/4P3/4K3 w - -"
@@ -251,6 +251,6 @@ def test_output_is_the_same_with_input_from_a_file(start, tmp_path):
     folder.mkdir()
     with script.open("rb") as lines:
         from_file = subprocess.run([engine.process.args[0]], stdin=lines, cwd=folder, capture_output=True, check=True)
-    cut = by_pipe.index("\n")  # behind the greeting, which changes
+    cut = by_pipe.index("\n")  # after the greeting, which changes
     text = from_file.stdout.decode("latin-1")
     assert text[text.index("\n"):] == by_pipe[cut:]

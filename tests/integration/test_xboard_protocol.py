@@ -163,7 +163,7 @@ def test_no_results_in_force_mode(xboard):
     assert xboard.ping() == ""
 
 
-def test_moves_behind_the_end_are_refused(xboard):
+def test_moves_after_the_end_are_refused(xboard):
     xboard.send("result 1-0 {Black resigns}")
     xboard.ask_text("usermove e4", "Illegal move: usermove e4\n")
     xboard.send("new", "sd 1")

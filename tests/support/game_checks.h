@@ -22,7 +22,7 @@
     return game;
 }
 
-/// The moves of a list in coordinates, each with a blank behind it.
+/// The moves of a list in coordinates, each with a blank after it.
 [[nodiscard]] inline std::string MovesToText(const auto& moves) {
     std::string text;
     for (const Move move : moves) text += MoveToCoordinate(move) + " ";

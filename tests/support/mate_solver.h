@@ -10,7 +10,7 @@
 /// Finds forced mates by trying everything. It remembers positions, and nothing else makes it faster.
 class MateSolver {
   public:
-    /// Gives up, and answers no, behind this many positions.
+    /// Gives up, and answers no, after this many positions.
     explicit MateSolver(std::uint64_t most_positions = ~std::uint64_t{0}) : left_(most_positions) {}
 
     /// Whether the side on move can mate with its `moves`-th move at the latest.

@@ -33,7 +33,7 @@ struct SlowPosition {
 [[nodiscard]] Bitboard SlowAttackers(const SlowPosition& position, Square to, Colour side);
 [[nodiscard]] bool SlowInCheck(const SlowPosition& position, Colour side);
 
-/// The position behind a move; of the word only from, to and promotion are read.
+/// The position after a move; of the word only from, to and promotion are read.
 [[nodiscard]] SlowPosition SlowAfter(const SlowPosition& position, Move move);
 /// The check bits of a legal move, by making it and looking which pieces attack the king then.
 [[nodiscard]] Move SlowCheckBits(const SlowPosition& position, Move move);

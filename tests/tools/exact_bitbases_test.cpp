@@ -106,7 +106,7 @@ class ExactBitbases : public testing::Test {
                std::filesystem::remove(folder_->File(vocabulary::rammed_pawn_file));
     }
 
-    /// What a line says on the screen, an error behind it.
+    /// What a line says on the screen, an error after it.
     static std::string Say(const std::string& line) {
         testing::internal::CaptureStdout();
         const CommandOutcome outcome = bench_->Send(line);

@@ -38,7 +38,7 @@ struct Position {
 /// Men on squares of their own, pawns off the outer ranks, and no king that could be taken.
 [[nodiscard]] bool is_legal(const Position& position) noexcept;
 
-/// A legal move: the position behind it. `en_passant` is the square that was jumped over if an enemy pawn stands beside
+/// A legal move: the position after it. `en_passant` is the square that was jumped over if an enemy pawn stands beside
 /// the pawn that jumped, otherwise -1.
 struct Successor {
     Position position;
@@ -50,7 +50,7 @@ struct Successor {
 template <class Visit>
 bool for_each_move(const Position& position, Visit visit);
 
-/// The positions behind legal captures of the pawn that has just jumped over `en_passant`, at most two.
+/// The positions after legal captures of the pawn that has just jumped over `en_passant`, at most two.
 struct EnPassantCaptures {
     std::array<Position, 2> positions;
     int count = 0;

@@ -84,7 +84,7 @@ class Pass {
         bool all_lose = true;
         const bool searched_all = for_each_move(position, [&](const Successor& successor) {
             has_moves = true;
-            const Value value = library_.value_behind(successor, &table_);
+            const Value value = library_.value_after(successor, &table_);
             if (value == loss) return false;
             if (value != win) all_lose = false;
             return true;
@@ -274,7 +274,7 @@ Value Library::value(const Position& position) const {
     return table->value(table->index_of(arranged));
 }
 
-Value Library::value_behind(const Successor& successor, const Table* solving) const {
+Value Library::value_after(const Successor& successor, const Table* solving) const {
     const Position& position = successor.position;
     const Value plain =
         solving != nullptr && !successor.is_conversion ? solving->value(solving->index_of(position)) : value(position);

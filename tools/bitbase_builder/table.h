@@ -49,8 +49,8 @@ class Library {
 
     /// For the side to move. Bare kings are a draw. Throws std::logic_error for men of no table.
     [[nodiscard]] Value value(const Position& position) const;
-    /// The value behind a move, for the side that answers it.
-    [[nodiscard]] Value value_behind(const Successor& successor, const Table* solving) const;
+    /// The value after a move, for the side that answers it.
+    [[nodiscard]] Value value_after(const Successor& successor, const Table* solving) const;
 
     [[nodiscard]] const std::vector<std::unique_ptr<Table>>& tables() const noexcept { return tables_; }
 

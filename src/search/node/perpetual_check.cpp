@@ -1,5 +1,5 @@
 // A run counts the checks that a queen gives one after the other to the same king. The record of each ply in check
-// holds what the run has come to; its first record stands two plies behind the first check. Two checks are enough if
+// holds what the run has come to; its first record stands two plies after the first check. Two checks are enough if
 // the chased side wins nothing meanwhile; the more it wins, or the further its king gets away, the more are needed.
 
 #include "search/node/perpetual_check.h"

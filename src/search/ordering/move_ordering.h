@@ -23,7 +23,7 @@ enum class SortStage {
     done,
 };
 
-/// Where the staged sorter of one node stands. The groups of the list lie one behind the other; what was delivered lies
+/// Where the staged sorter of one node stands. The groups of the list lie one after the other; what was delivered lies
 /// before them.
 struct MoveSortState {
     SortStage stage = SortStage::first_group;

@@ -17,7 +17,7 @@
 /// The search settings as text: shown, changed by name, and kept in files.
 ///
 /// A file is plain text, one variable a line, `name=value`, in the order of the table; the elements of an array stand
-/// behind the sign, parted by single blanks; booleans are `true` and `false`. The order is a part of the format.
+/// after the sign, parted by single blanks; booleans are `true` and `false`. The order is a part of the format.
 ///
 ///     Settings settings = Settings::Of(engine.settings);
 ///     settings.Set("futility_pruning_margin", "250");       // a private copy until it is applied
@@ -127,8 +127,8 @@ class Settings {
     /// Throws UnknownVariable or InvalidData.
     void Set(std::string_view name, std::string_view value);
 
-    /// Takes all values from a text in the format of a file. Variables behind its end take their defaults, which the
-    /// log is told. Throws InvalidData, and is then of no more use.
+    /// Takes all values from a text in the format of a file. Variables that come after its end take their defaults,
+    /// which the log is told. Throws InvalidData, and is then of no more use.
     void Read(std::istream& input);
     /// Throws IO_Exception or InvalidData.
     void ReadFile(const std::string& path);

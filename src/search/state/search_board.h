@@ -76,7 +76,7 @@ struct SearchBoard {
     std::uint64_t poll_countdown = first_poll_countdown;
     NodePoll* poll = nullptr;  ///< not owned; must be set before a search
 
-    Move move_buffer[max_frames * MAX_MOVES + move_list_room] = {};  ///< the move lists of a line, one behind the other
+    Move move_buffer[max_frames * MAX_MOVES + move_list_room] = {};  ///< the move lists of a line, one after the other
 
     /// Sets everything up for a search from `position` (at ply 0). `contempt` is the worth of a draw for the side on
     /// move there.

@@ -24,7 +24,7 @@ TEST(ReportFailedAssertion, PrintsAllFields) {
     EXPECT_EQ(log.text(), wanted);
 }
 
-TEST(ReportFailedAssertion, PrintsAllFieldsBehindAnEmptyCondition) {
+TEST(ReportFailedAssertion, PrintsAllFieldsAfterAnEmptyCondition) {
     testing::internal::CaptureStdout();
     ReportFailedAssertion("", "hash", 1, "no error description available");
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
@@ -49,7 +49,7 @@ TEST(CheckedAssert, GoesOnIfTheConditionHolds) {
     EXPECT_EQ(evaluated, 1);
 }
 
-TEST(CheckedAssertDeathTest, AbortsBehindAReportThatQuotesTheCondition) {
+TEST(CheckedAssertDeathTest, AbortsAfterAReportThatQuotesTheCondition) {
     // The report goes to standard output, and a death test watches the error stream.
     EXPECT_EXIT(
         {

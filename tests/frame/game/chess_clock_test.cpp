@@ -128,7 +128,7 @@ TEST_F(ChessClockTest, LastMoveOfAnEntryGoesOnToTheNext) {
     EXPECT_EQ(clock.milliseconds(white), 1396);
 }
 
-TEST_F(ChessClockTest, RepeatedEntryNeverReachesTheOnesBehindIt) {
+TEST_F(ChessClockTest, RepeatedEntryNeverReachesTheOnesAfterIt) {
     clock.setControls(white, {{.moves = 1, .base = 100, .increment = 0, .next = -1},
                               {.moves = -1, .base = 7, .increment = 0, .next = -1}});
     MakeMoves(2);

@@ -125,7 +125,7 @@ struct RunRow {
     std::string fen;
     std::int32_t draw_value;
     std::int32_t score;
-    std::int32_t below, above, draw_score, drawish;  ///< runs behind one search that began with 5 each
+    std::int32_t below, above, draw_score, drawish;  ///< runs after one search that began with 5 each
 };
 
 class Runs : public testing::TestWithParam<RunRow> {};
@@ -457,13 +457,13 @@ INSTANTIATE_TEST_SUITE_P(Advisor, ShouldOfferDraw,
                                                          a.tablebaseVerdict = TablebaseVerdict::drawn;
                                                      },
                                                      true},
-                                         QuestionRow{"SevenSearchesBehindTheLastOffer",
+                                         QuestionRow{"SevenSearchesAfterTheLastOffer",
                                                      [](auto& a) {
                                                          a.drawScoreRun = 2;
                                                          a.sinceOffer = 7;
                                                      },
                                                      false},
-                                         QuestionRow{"EightSearchesBehindTheLastOffer",
+                                         QuestionRow{"EightSearchesAfterTheLastOffer",
                                                      [](auto& a) {
                                                          a.drawScoreRun = 2;
                                                          a.sinceOffer = 8;
@@ -529,7 +529,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 false}),
     RowName<QuestionRow>);
 
-TEST_F(Advisor, OffersBehindTheSecondScoreOnTheDrawValue) {
+TEST_F(Advisor, OffersAfterTheSecondScoreOnTheDrawValue) {
     Add(0);
     EXPECT_FALSE(advisor.shouldOfferDraw());
     Add(0);

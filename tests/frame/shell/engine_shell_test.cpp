@@ -17,9 +17,9 @@ namespace {
 /// A start that ends without a look at the input.
 struct Start {
     int status;
-    std::string screen;  ///< standard output behind the greeting
+    std::string screen;  ///< standard output after the greeting
     std::string warnings;
-    std::string log;  ///< behind the greeting
+    std::string log;  ///< after the greeting
 };
 
 Start StartWith(const std::vector<std::string>& arguments) {
@@ -33,9 +33,9 @@ Start StartWith(const std::vector<std::string>& arguments) {
         start.status = shell.run();
     }
     start.warnings = testing::internal::GetCapturedStderr();
-    const auto behind_greeting = [](const std::string& text) { return text.substr(text.find("!\n") + 2); };
-    start.screen = behind_greeting(testing::internal::GetCapturedStdout());
-    start.log = behind_greeting(log.text());
+    const auto after_greeting = [](const std::string& text) { return text.substr(text.find("!\n") + 2); };
+    start.screen = after_greeting(testing::internal::GetCapturedStdout());
+    start.log = after_greeting(log.text());
     return start;
 }
 
@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
     Shell, CommandLine,
     testing::Values(
         StartRow{"Quit", {"--quit"}, 0, "", Executing("quit")},
-        StartRow{"NothingBehindQuit", {"--quit", "--nonsense"}, 0, "", Executing("quit")},
+        StartRow{"NothingAfterQuit", {"--quit", "--nonsense"}, 0, "", Executing("quit")},
         StartRow{"UnknownWord", {"-unknownword"}, 1, Stopped("unknownword"), Stopped("unknownword")},
         StartRow{"DashesAlone", {"--"}, 1, Stopped("--"), Stopped("--")},
         StartRow{"UnknownWordHidesItsParameters", {"--foo", "bar"}, 1, Stopped("foo"), Stopped("foo")},
@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
                  1,
                  "eval: 6\n" + Stopped("foo"),
                  Executing("eval") + "eval: 6\n" + Stopped("foo")},
-        StartRow{"NothingBehindTheUnknownWordCounts", {"--foo", "--eval"}, 1, Stopped("foo"), Stopped("foo")},
+        StartRow{"NothingAfterTheUnknownWordCounts", {"--foo", "--eval"}, 1, Stopped("foo"), Stopped("foo")},
         StartRow{"WrongArgument",
                  {"--st", "abc"},
                  1,

@@ -38,25 +38,25 @@ INSTANTIATE_TEST_SUITE_P(
                     OptionRow{"Parameters", {"--hash", "trans", "64M", "--xboard"}, "hash trans 64M", 3},
                     OptionRow{"EqualsSign", {"--hash=trans", "64M"}, "hash trans 64M", 2},
                     OptionRow{"FirstEqualsSignParts", {"-modify_settings=a=1;b=2"}, "modify_settings a=1;b=2", 1},
-                    OptionRow{"NegativeNumberBehindEqualsSign", {"--contempt=-5"}, "contempt -5", 1},
+                    OptionRow{"NegativeNumberAfterEqualsSign", {"--contempt=-5"}, "contempt -5", 1},
                     OptionRow{"NegativeNumberIsAnotherOption", {"--contempt", "-5"}, "contempt", 1},
                     OptionRow{"EqualsSignAtTheEnd", {"--st="}, "st=", 1},
                     OptionRow{"EqualsSignInFront", {"--=st"}, "=st", 1},
-                    OptionRow{"SecondEqualsSignBehindOneInFront", {"--=a=b"}, "=a b", 1},
-                    OptionRow{"EqualsSignBehindOneAtTheEnd", {"--a=="}, "a =", 1},
+                    OptionRow{"SecondEqualsSignAfterOneInFront", {"--=a=b"}, "=a b", 1},
+                    OptionRow{"EqualsSignAfterOneAtTheEnd", {"--a=="}, "a =", 1},
                     OptionRow{"DashInsideAParameter", {"--id", "a-b"}, "id a-b", 2},
                     OptionRow{"BlanksInsideAParameter", {"--setboard", "8/8 w - - 0 1"}, "setboard 8/8 w - - 0 1", 2},
                     OptionRow{"OneLetter", {"-a"}, "a", 1}),
     RowName<OptionRow>);
 
-TEST(Option, ContinuesBehindTheOneBefore) {
+TEST(Option, ContinuesAfterTheOneBefore) {
     const std::vector<std::string> arguments{"--st", "5", "-sd=3"};
     std::size_t next = 2;
     EXPECT_EQ(TakeStartupOption(arguments, next).line(), "sd 3");
     EXPECT_EQ(next, 3U);
 }
 
-TEST(Option, NeedsSomethingBehindItsDashes) {
+TEST(Option, NeedsSomethingAfterItsDashes) {
     for (const std::string dashes : {"-", "--"}) {
         std::size_t next = 0;
         try {

@@ -55,7 +55,7 @@ class CountingCommand : public CheckedCommand {
     }
 };
 
-TEST(CheckedCommand, ChecksOnceAndWorksAgainBehindAnAbortedSearch) {
+TEST(CheckedCommand, ChecksOnceAndWorksAgainAfterAnAbortedSearch) {
     CommandBench bench;
     CountingCommand command("line");
     command.abort = true;

@@ -140,7 +140,7 @@ TEST(Bounds, AreNotNegative) {
 
 // --- level, tc ---
 
-/// Moves left, milliseconds and what comes behind them, as far as the clock shows it.
+/// Moves left, milliseconds and what comes after them, as far as the clock shows it.
 struct Shown {
     std::int32_t moves;
     std::int64_t milliseconds;

@@ -23,7 +23,7 @@ using testing::HasSubstr;
 class DatabaseCommands : public testing::Test {
   protected:
     DatabaseCommands() { bench_.Prepare({"force"}); }
-    /// What the line says on the screen, an error behind it.
+    /// What the line says on the screen, an error after it.
     std::string Say(const std::string& line) {
         testing::internal::CaptureStdout();
         const CommandOutcome outcome = bench_.Send(line);

@@ -68,7 +68,7 @@ TEST(SearchStatusCommand, HasNothingToTellWithoutASearch) {
     EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
 }
 
-/// Sends `.` from inside an analysis, once a root move is in work, behind whatever `prepare` does; then ends it.
+/// Sends `.` from inside an analysis, once a root move is in work, after whatever `prepare` does; then ends it.
 std::vector<std::string> AskRunningSearch(CommandBench& bench, const std::function<void()>& prepare) {
     FakeSearchHost host;
     host.on_poll = [&] {
@@ -91,7 +91,7 @@ TEST(SearchStatusCommand, TellsOfARunningSearch) {
     EXPECT_THAT(bench.calls, ElementsAre("sendSearchStatus(none)"));
 }
 
-TEST(SearchStatusCommand, HasNothingToTellBehindTheEndOfTheGame) {
+TEST(SearchStatusCommand, HasNothingToTellAfterTheEndOfTheGame) {
     CommandBench bench;
     const auto end_game = [&] { GameAccess::record(bench.game).EndGame(GameResult::draw, GameEndReason::agreed_draw); };
     EXPECT_THAT(AskRunningSearch(bench, end_game), ElementsAre("sendSearchStatus(none)"));

@@ -349,7 +349,7 @@ TEST(OtherWords, AreMovesIfTheyStandAlone) {
     EXPECT_EQ(bench.Send("\"\"").error, "Illegal move: \"\"");
 }
 
-TEST(OtherWords, AreUnrecognizedWithOthersBehindThem) {
+TEST(OtherWords, AreUnrecognizedWithOthersAfterThem) {
     CommandBench bench;
     for (const std::string line : {"foo bar", "e2e4 e7e5", "e2e4 \"\"", "\"\" \"\"", "undo1 2 3"}) {
         EXPECT_EQ(Translate(bench, line).error, "Error (unrecognized command): " + line);

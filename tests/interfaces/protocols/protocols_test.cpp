@@ -196,7 +196,7 @@ INSTANTIATE_TEST_SUITE_P(Prompt, Operation,
                                                  p.sendPrompt(GameAfter({"e4", "e5"}));
                                              },
                                              " \rWhite 2> ", "White 2> ", "", ""},
-                                         Row{"BehindTheHalfMovesOfTheStartPosition",
+                                         Row{"AfterTheHalfMovesOfTheStartPosition",
                                              [](BasicProtocol& p) {
                                                  UserBoard game;
                                                  game.SetBoardFromFen("4k3/8/8/8/8/8/8/4K2R b - - 0 10");

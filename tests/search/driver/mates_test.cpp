@@ -94,12 +94,12 @@ TEST(Mates, AreFoundWithTheRightDistance) {
         EXPECT_EQ(controller.score(), score) << problem.fen;
         EXPECT_LE(host.best, score) << problem.fen << ": nothing shorter was ever announced";
         // And the move that is to be played does mate in time.
-        BOARD behind = game.board();
-        behind.MakeMove(controller.best_move());
-        behind.ResetPly();
+        BOARD after = game.board();
+        after.MakeMove(controller.best_move());
+        after.ResetPly();
         MateSolver solver;
-        for (const Move reply : LegalMovesOf(behind)) {
-            BOARD child = behind;
+        for (const Move reply : LegalMovesOf(after)) {
+            BOARD child = after;
             child.MakeMove(reply);
             child.ResetPly();
             EXPECT_TRUE(solver.CanMate(child, problem.moves - 1)) << problem.fen << ' ' << MoveToCoordinate(reply);

@@ -59,7 +59,7 @@ TEST_F(PrincipalVariation, EveryPositionButTheRootIsWritten) {
         EXPECT_EQ(known.hit.flags, NodeFlags::queen_not_attacked);
     }
     board.MakeMove(record.line[2]);
-    EXPECT_FALSE(Look(board).found) << "behind the line";
+    EXPECT_FALSE(Look(board).found) << "after the line";
 }
 
 TEST_F(PrincipalVariation, WrittenEntriesDecideNothing) {
@@ -83,8 +83,8 @@ TEST_F(PrincipalVariation, PresentEntriesStayAsTheyAre) {
     EXPECT_EQ(Look(board).hit.move, MoveOf(board, "g1f3"));
 }
 
-/// What the line writer notes about the position behind the first move of a line.
-TranspositionHit NotedBehindFirstMove(std::string_view fen, const std::vector<std::string_view>& moves) {
+/// What the line writer notes about the position after the first move of a line.
+TranspositionHit NotedAfterFirstMove(std::string_view fen, const std::vector<std::string_view>& moves) {
     TRANSPOSITION_TABLE table;
     BOARD board = BoardFromFen(std::string(fen));
     const RootMoveRecord record = RecordOf(board, moves);
@@ -97,25 +97,25 @@ TranspositionHit NotedBehindFirstMove(std::string_view fen, const std::vector<st
 
 TEST_F(PrincipalVariation, EntriesTellASingleReply) {
     using enum NodeFlags;
-    EXPECT_EQ(NotedBehindFirstMove("1q5k/8/8/8/8/8/8/K7 b - - 0 1", {"b8b2", "a1b2"}).flags,
+    EXPECT_EQ(NotedAfterFirstMove("1q5k/8/8/8/8/8/8/K7 b - - 0 1", {"b8b2", "a1b2"}).flags,
               single_reply | queen_not_attacked)
         << "in check";
-    EXPECT_EQ(NotedBehindFirstMove("1q5k/8/8/8/8/8/8/K7 b - - 0 1", {"b8h2", "a1b1"}).flags,
+    EXPECT_EQ(NotedAfterFirstMove("1q5k/8/8/8/8/8/8/K7 b - - 0 1", {"b8h2", "a1b1"}).flags,
               single_reply | queen_not_attacked)
         << "not in check";
-    EXPECT_EQ(NotedBehindFirstMove("1q5k/8/8/8/8/8/8/K7 b - - 0 1", {"b8f8", "a1b1"}).flags, queen_not_attacked);
+    EXPECT_EQ(NotedAfterFirstMove("1q5k/8/8/8/8/8/8/K7 b - - 0 1", {"b8f8", "a1b1"}).flags, queen_not_attacked);
 }
 
 TEST_F(PrincipalVariation, EntriesTellAnAttackedQueen) {
-    EXPECT_EQ(NotedBehindFirstMove("4k3/4p3/8/8/3Q4/8/8/4K3 b - - 0 1", {"e7e5", "d4a4"}).flags,
+    EXPECT_EQ(NotedAfterFirstMove("4k3/4p3/8/8/3Q4/8/8/4K3 b - - 0 1", {"e7e5", "d4a4"}).flags,
               NodeFlags::queen_attacked);
 }
 
 TEST_F(PrincipalVariation, EntriesTellTheClassOfTheirPosition) {
-    EXPECT_EQ(NotedBehindFirstMove("4k3/8/8/3r4/4P3/8/8/4K3 w - - 0 1", {"e4d5", "e8d7"}).position_class, pawn_ending);
-    EXPECT_EQ(NotedBehindFirstMove("4k3/8/8/3r4/4P3/8/8/4K3 w - - 0 1", {"e1e2", "e8d7"}).position_class,
+    EXPECT_EQ(NotedAfterFirstMove("4k3/8/8/3r4/4P3/8/8/4K3 w - - 0 1", {"e4d5", "e8d7"}).position_class, pawn_ending);
+    EXPECT_EQ(NotedAfterFirstMove("4k3/8/8/3r4/4P3/8/8/4K3 w - - 0 1", {"e1e2", "e8d7"}).position_class,
               unbalanced_ending)
-        << "kept behind a quiet move";
+        << "kept after a quiet move";
 }
 
 TEST_F(PrincipalVariation, LineIsReadFromTheSearch) {
@@ -165,12 +165,12 @@ TEST_F(PrincipalVariation, LineFromTheTableEndsAtTheDeepestPly) {
         Move chosen = INVALID;
         for (std::size_t i = 0; i < moves.size() && chosen == INVALID; ++i) {
             const Move move = moves[(i + step) % moves.size()];
-            BOARD behind = board;
-            behind.MakeMove(move);
+            BOARD after = board;
+            after.MakeMove(move);
             Move known;
             Distance distance;
-            const bool seen = search.tables.transposition.ProbeMove(behind.key(), known, distance);
-            if (!seen && !behind.IsDraw() && CapturedPiece(move) == no_piece && !LegalMovesOf(behind).empty())
+            const bool seen = search.tables.transposition.ProbeMove(after.key(), known, distance);
+            if (!seen && !after.IsDraw() && CapturedPiece(move) == no_piece && !LegalMovesOf(after).empty())
                 chosen = move;
         }
         ASSERT_NE(chosen, INVALID) << FenOf(board);

@@ -174,7 +174,7 @@ TEST(SearchClock, WithoutLimitsItNeverStops) {
 
 TEST(SearchClock, LimitIsTruncatedToWholeMilliseconds) {
     SearchClock clock;
-    clock.Reset(0, 2);  // 0.8 ms behind an iteration
+    clock.Reset(0, 2);  // 0.8 ms after an iteration
     clock.NewIteration();
     clock.NewIteration();
     EXPECT_TRUE(clock.ShouldStop(0, iteration_complete, FailState::none));

@@ -68,10 +68,10 @@ int SlowMate(const BOARD& board, int plies) {
     bool loses = plies > 0;
     for (const Move move : moves) {
         if (plies == 0) break;
-        BOARD behind = board;
-        behind.MakeMove(move);
-        if (behind.in_check() && LegalMovesOf(behind).empty()) return 1;
-        const int reply = SlowMate(behind, plies - 1);
+        BOARD after = board;
+        after.MakeMove(move);
+        if (after.in_check() && LegalMovesOf(after).empty()) return 1;
+        const int reply = SlowMate(after, plies - 1);
         if (reply < 0 && (shortest_win == 0 || 1 - reply < shortest_win)) shortest_win = 1 - reply;
         if (reply <= 0) loses = false;
         if (reply + 1 > longest_loss) longest_loss = reply + 1;
@@ -144,7 +144,7 @@ TEST(SearchController, FirstMoveIsReportedInEachIterationAndCandidatesWhenConfir
     EXPECT_EQ(run.host.events[0], "depth 1");
     EXPECT_EQ(run.host.events[1].substr(0, 8), "thinking");
     EXPECT_EQ(EventsOf(run.host, "thinking 32766 Ra8#").size(), 2U);
-    // The mate is found in the first iteration, by the first move or behind it, and then is the first move of the next.
+    // The mate is found in the first iteration, by the first move or after it, and then is the first move of the next.
     const auto second = std::find(run.host.events.begin(), run.host.events.end(), "depth 2");
     ASSERT_NE(second, run.host.events.end());
     EXPECT_EQ(*(second + 1), "thinking 32766 Ra8#");
@@ -546,7 +546,7 @@ TEST(SearchController, AnalysisAndPonderingWaitForTheWorld) {
                                                                .max_depth = kind == SearchKind::pondering ? 2 : 0,
                                                                .max_time_limit = 1,
                                                                .variable_time_limit = 1});
-        int waits = 0;  // polls behind the last iteration
+        int waits = 0;  // polls after the last iteration
         run.host.on_poll = [&] {
             EXPECT_TRUE(run.controller.IsRunning());
             if (run.controller.info().moves_to_search == 0 && ++waits == 2) throw search_aborted_exception{true};

@@ -25,7 +25,7 @@ UserBoard GameFrom(std::string_view fen) {
     return game;
 }
 
-TEST(LongFirstIteration, ServesInputBehindThreeSecondsAndStillHasAMove) {
+TEST(LongFirstIteration, ServesInputAfterThreeSecondsAndStillHasAMove) {
     Engine engine{.settings = endless_checks};
     SearchController controller(engine);
     FakeSearchHost host;
@@ -43,7 +43,7 @@ TEST(LongFirstIteration, ServesInputBehindThreeSecondsAndStillHasAMove) {
     EXPECT_TRUE(host.thinking.empty());
 }
 
-TEST(LongFirstIteration, EndsAPuzzleBehindThreeSeconds) {
+TEST(LongFirstIteration, EndsAPuzzleAfterThreeSeconds) {
     Engine engine{.settings = endless_checks};
     SearchController controller(engine);
     FakeSearchHost host;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view quiet_fen = "r1bq1rk1/pp2bppp/2n1pn2/3p4/2PP4/2N2NP1/PP3PBP/R1BQ1RK1 w - - 4 10";
 
-/// A node at ply 1, behind a quiet move.
+/// A node at ply 1, after a quiet move.
 class Extensions : public testing::Test {
   protected:
     Extensions() {
@@ -281,7 +281,7 @@ TEST_F(Extensions, TypeTermIsOnlyForQuietLastMoves) {
     search_.board->moves_played[1] = MakeWord(a2, a3, pawn, knight);
     EXPECT_EQ(term(), 0);
     search_.board->moves_played[1] = INVALID;
-    EXPECT_EQ(term(), 128) << "behind a null move";
+    EXPECT_EQ(term(), 128) << "after a null move";
     search_.settings.enable_position_type_dependent_search_extensions = false;
     EXPECT_EQ(term(), 0);
 }

@@ -88,7 +88,7 @@ TEST(MoveSupply, SingleMoveIsFoundInCheckAndOutOfIt) {
     }
 }
 
-TEST(MoveSupply, SingleMoveIsTriedAgainBehindItselfWithExtensions) {
+TEST(MoveSupply, SingleMoveIsTriedAgainAfterItselfWithExtensions) {
     SearchBuilder search(one_reply_fen);
     const Move only = LegalMovesOf(search.board->board).front();
     for (const bool extensions : {true, false}) {

@@ -28,8 +28,8 @@ class Pass : public testing::Test {
         return node;
     }
     [[nodiscard]] Score material() const { return search_.board->board.frame().material_balance; }
-    /// The distance that the entry behind the null move has; nothing if there is none.
-    [[nodiscard]] std::optional<Distance> DistanceBehindPass() const {
+    /// The distance that the entry after the null move has; nothing if there is none.
+    [[nodiscard]] std::optional<Distance> DistanceAfterPass() const {
         BOARD board = search_.board->board;
         board.MakeNullMove();
         Move move = INVALID;
@@ -37,8 +37,8 @@ class Pass : public testing::Test {
         if (!search_.tables.transposition.ProbeMove(board.key(), move, distance)) return std::nullopt;
         return distance;
     }
-    /// Puts an answer behind the null move: whatever is asked there, the side on move has `score` at any distance.
-    void PlantBehindPass(Score score) {
+    /// Puts an answer after the null move: whatever is asked there, the side on move has `score` at any distance.
+    void PlantAfterPass(Score score) {
         BOARD board = search_.board->board;
         board.MakeNullMove();
         TranspositionEntry entry = TranspositionEntry::Make(board.key(), LegalMovesOf(board).front(), true,
@@ -68,13 +68,13 @@ TEST_F(Pass, DoesNotCutWhenItIsNot) {
     EXPECT_GT(search_.board->nodes, 0U) << "it was tried";
 }
 
-/// A score of exactly beta behind the pass is not enough, since the bound is -beta and not 1 - beta.
+/// A score of exactly beta after the pass is not enough, since the bound is -beta and not 1 - beta.
 TEST_F(Pass, MustBeWorthOnePointMoreThanBetaToCut) {
     Node node = At(256);
-    PlantBehindPass(-node.beta);
+    PlantAfterPass(-node.beta);
     EXPECT_EQ(NullMove(node), std::nullopt);
     search_.tables.Clear();
-    PlantBehindPass(-node.beta - 1);
+    PlantAfterPass(-node.beta - 1);
     EXPECT_EQ(NullMove(node), node.beta);
 }
 
@@ -84,7 +84,7 @@ TEST_F(Pass, StepIsTheReductionAlone) {
     search_.settings.required_distance_to_store_hashtables = 1;
     Node node = At(256, 150);
     (void)NullMove(node);
-    EXPECT_EQ(DistanceBehindPass(), 256 - 128);
+    EXPECT_EQ(DistanceAfterPass(), 256 - 128);
 }
 
 TEST_F(Pass, ReductionDependsOnTheDistance) {
@@ -95,11 +95,11 @@ TEST_F(Pass, ReductionDependsOnTheDistance) {
     search_.settings.null_move_reduction_critical_distance = 300;
     Node near = At(299, 150);
     (void)NullMove(near);
-    EXPECT_EQ(DistanceBehindPass(), 199);
+    EXPECT_EQ(DistanceAfterPass(), 199);
     search_.tables.Clear();
     Node far = At(300, 150);
     (void)NullMove(far);
-    EXPECT_EQ(DistanceBehindPass(), 70);
+    EXPECT_EQ(DistanceAfterPass(), 70);
 }
 
 // --- Gates ---
@@ -178,16 +178,16 @@ class MateThreat : public testing::Test {
         BOARD board = search.board->board;
         board.MakeNullMove();
         Move move = INVALID;
-        (void)search.tables.transposition.ProbeMove(board.key(), move, distance_behind_pass_);
+        (void)search.tables.transposition.ProbeMove(board.key(), move, distance_after_pass_);
         return HasAny(node.flags, NodeFlags::mate_threat);
     }
     SearchSettings settings_{.min_ply_for_null_move = 0, .maximum_material_margin_for_null_move = 32767000};
     std::string_view fen_ = threatened_fen;
     std::uint64_t nodes_ = 0;
-    Distance distance_behind_pass_ = no_distance;
+    Distance distance_after_pass_ = no_distance;
 };
 
-TEST_F(MateThreat, IsFoundBehindAPassThatDoesNotCut) { EXPECT_TRUE(IsFound()); }
+TEST_F(MateThreat, IsFoundAfterAPassThatDoesNotCut) { EXPECT_TRUE(IsFound()); }
 
 TEST_F(MateThreat, IsNotLookedForTooNear) {
     settings_.min_distance_for_mate_threat_test = 129;
@@ -208,13 +208,13 @@ TEST_F(MateThreat, MustComeWithinSoManyMoves) {
 }
 
 /// Of what is handed over, the distance is the negated node type: -1 from a cut node, +1 from an all node. The pass
-/// itself is searched far below that here, so that the entry behind it tells of the test.
+/// itself is searched far below that here, so that the entry after it tells of the test.
 TEST_F(MateThreat, DistanceIsTheNegatedNodeType) {
     settings_.min_null_move_search_reduction = 640;
     EXPECT_TRUE(IsFound(unbalanced_ending, NodeType::cut));
-    EXPECT_EQ(distance_behind_pass_, -1);
+    EXPECT_EQ(distance_after_pass_, -1);
     EXPECT_TRUE(IsFound(unbalanced_ending, NodeType::all));
-    EXPECT_EQ(distance_behind_pass_, 1);
+    EXPECT_EQ(distance_after_pass_, 1);
 }
 
 /// And the node type is what the setting calls a distance: with 0 the test runs as a node of the principal variation,

@@ -26,7 +26,7 @@ std::ostream& operator<<(std::ostream& out, const RunRow& run) { return out << r
 
 class Runs : public testing::TestWithParam<RunRow> {};
 
-/// The node stands at ply 7 behind a queen check, with checks at plies 5, 3, 1 as well; the records before it are made
+/// The node stands at ply 7 after a queen check, with checks at plies 5, 3, 1 as well; the records before it are made
 /// up.
 TEST_P(Runs, AreThreatsWhenTheyAreLongEnough) {
     const RunRow& run = GetParam();

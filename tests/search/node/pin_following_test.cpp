@@ -70,7 +70,7 @@ constexpr Pin knight_c3{c3, b4, black};
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(PinThreat, PinFollowing, testing::Values(
     PinRow{"a bishop moves onto the line", bishop_pins_knight, {"a2a3", "f8b4"}, new_pin, knight_c3},
-    PinRow{"the same behind a null move", bishop_pins_knight, {"-", "f8b4"}, new_pin, knight_c3},
+    PinRow{"the same after a null move", bishop_pins_knight, {"-", "f8b4"}, new_pin, knight_c3},
     PinRow{"a null move pins nothing", bishop_pins_knight, {"a2a3", "-"}, nothing, std::nullopt},
     PinRow{"a null move keeps the record", pinned_knight, {"a2a3", "-"}, nothing, knight_c3, knight_c3},
     PinRow{"a bishop moves elsewhere", bishop_pins_knight, {"a2a3", "f8g7"}, nothing, std::nullopt},
@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(PinThreat, PinFollowing, testing::Values(
     PinRow{"interposing against a discovered check", "4k3/8/8/8/4N3/2n5/8/K3R3 w - - 0 1", {"e4g5", "c3e4"}, new_pin, Pin{e4, e1, white}},
     PinRow{"interposing against a check that a pawn discovered", "4k3/8/8/3p4/4P3/2n5/8/K3R3 w - - 0 1", {"e4d5", "c3e4"}, new_pin, Pin{e4, e1, white}},
     PinRow{"of two sliders on the line the nearer one pins", "4k3/8/8/8/4N3/2n5/4R3/K3Q3 w - - 0 1", {"e4g5", "c3e4"}, new_pin, Pin{e4, e2, white}},
-    // The from-square of the check must lie in line with the checker; behind a pawn taken en passant it does not.
+    // The from-square of the check must lie in line with the checker; after a pawn taken en passant it does not.
     PinRow{"interposing against a check discovered en passant", "6k1/8/8/3pP1n1/8/8/B7/4K3 w - d6 0 1", {"e5d6", "g5f7"}, nothing, std::nullopt},
     PinRow{"a queen interposes against a rook", "4k3/8/8/8/8/2q5/8/1K1R4 w - - 0 1", {"d1e1", "c3e5"}, new_pin, Pin{e5, e1, white}},
     PinRow{"a queen interposes against a rook while e1 is covered", "4k3/8/8/8/8/2q5/8/3R1K2 w - - 0 1", {"d1e1", "c3e5"}, nothing, std::nullopt},
@@ -180,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(PinsByWhite, PinFollowing, testing::Values(
 
 class PinFlag : public testing::Test {
   protected:
-    /// The node behind Black's last move.
+    /// The node after Black's last move.
     [[nodiscard]] Node Follow(std::string_view fen, std::vector<std::string_view> moves, std::optional<Pin> before = {},
                               NodeFlags known = NodeFlags::none) {
         search_ = std::make_unique<SearchBuilder>(fen, settings_);

@@ -161,7 +161,7 @@ INSTANTIATE_TEST_SUITE_P(Pruning, FutilityGates, testing::Values(
     FutilityRow{"extended futility, principal variation", 65, 601, false, 0, [](Node& n) { n.type = NodeType::principal; }},
     FutilityRow{"extended futility, principal variation switched on", 65, 601, true, 600, [](Node& n) {
         n.type = NodeType::principal; n.search.settings.enable_extended_futility_pruning_if_searching_pv_move = true; }},
-    FutilityRow{"extended futility behind razoring, by the new distance", 140, 1021, true, 600},
+    FutilityRow{"extended futility after razoring, by the new distance", 140, 1021, true, 600},
     FutilityRow{"the later base replaces the one before", 65, 601, true, 300, [](Node& n) { n.search.settings.max_distance_for_futility_pruning = 65; }},
     FutilityRow{"the later base does not if it is no margin", 65, 601, true, 600, [](Node& n) {
         n.search.settings.max_distance_for_futility_pruning = 65; n.search.settings.futility_pruning_margin = 601; }}),
@@ -251,7 +251,7 @@ TEST_P(ReductionGates, Hold) {
     EXPECT_EQ(LateMoveReduction(node, MoveNamed(GetParam().move)), GetParam().reduction);
 }
 
-/// Deep, far down the list, behind a capture that did not cut.
+/// Deep, far down the list, after a capture that did not cut.
 void MakeVeryLate(Node& node) {
     node.distance = 320;
     node.moves_tried = 8;

@@ -29,7 +29,7 @@ class Cutoff : public testing::Test {
         return node;
     }
     [[nodiscard]] Move MoveNamed(std::string_view text) { return MoveOf(search_.board->board, text); }
-    /// What the table knows of the position behind a move, from the view of the side on move there.
+    /// What the table knows of the position after a move, from the view of the side on move there.
     void Plant(std::string_view move, Score lower, Score upper, Distance distance, bool has_cut,
                std::string_view answer = {}) {
         BOARD child = search_.board->board;

@@ -167,10 +167,10 @@ TEST_P(Killers, Place) {
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Killers, Killers, testing::Values(
     KillerRow{"none",                       "", "",             2, true,  {"d1h5", "c3b5", "a1a7"}},
-    KillerRow{"quiet behind two",           "h2h4", "",         2, true,  {"d1h5", "c3b5", "h2h4", "a1a7"}},
-    KillerRow{"quiet behind one",           "h2h4", "",         1, true,  {"d1h5", "h2h4", "c3b5", "a1a7"}},
-    KillerRow{"quiet behind none",          "h2h4", "",         0, true,  {"h2h4", "d1h5", "c3b5", "a1a7"}},
-    KillerRow{"quiet behind all there are", "h2h4", "",         9, true,  {"d1h5", "c3b5", "a1a7", "h2h4"}},
+    KillerRow{"quiet after two",           "h2h4", "",         2, true,  {"d1h5", "c3b5", "h2h4", "a1a7"}},
+    KillerRow{"quiet after one",           "h2h4", "",         1, true,  {"d1h5", "h2h4", "c3b5", "a1a7"}},
+    KillerRow{"quiet after none",          "h2h4", "",         0, true,  {"h2h4", "d1h5", "c3b5", "a1a7"}},
+    KillerRow{"quiet after all there are", "h2h4", "",         9, true,  {"d1h5", "c3b5", "a1a7", "h2h4"}},
     KillerRow{"two quiet",                  "h2h4", "g1f1",     1, true,  {"d1h5", "h2h4", "c3b5", "a1a7", "g1f1"}},
     KillerRow{"second alone",               "", "g1f1",         0, true,  {"d1h5", "c3b5", "a1a7", "g1f1"}},
     KillerRow{"tactical that promises nothing", "c3d5", "",     2, true,  {"d1h5", "c3b5", "c3d5", "a1a7"}},
@@ -376,7 +376,7 @@ TEST_F(MoveOrdering, ScoresThatWordsBringAreForgotten) {
     for (const Move word : batches.back()) EXPECT_EQ(SortScore(word), StaticMoveOrder(node).ScoreOf(word & move_bits));
 }
 
-TEST_F(MoveOrdering, HashMoveIsPutBehindTheList) {
+TEST_F(MoveOrdering, HashMoveIsPutAfterTheList) {
     Node& node = ListedNode();
     node.hash_move = Word("a1a7");
     const Move* const end = node.moves_end;

@@ -272,7 +272,7 @@ TEST_F(SettingsFile, LineEndsOfAnotherSystemAreRead) {
     const std::string text = Written(Settings::Of(current_));
     EXPECT_EQ(FailureOfReading(Joined(LinesOf(text), "\r\n")), "");
     EXPECT_EQ(FailureOfReading(text.substr(0, text.size() - 1)), "") << "no end of the last line";
-    EXPECT_EQ(FailureOfReading(text + "anything\n"), "") << "what stands behind the last variable is not read";
+    EXPECT_EQ(FailureOfReading(text + "anything\n"), "") << "what stands after the last variable is not read";
 }
 
 TEST_F(SettingsFile, HugeLinesAndBinariesAreRefused) {

@@ -18,7 +18,7 @@ namespace {
 constexpr Move move = MakeWord(e2, e4, pawn);
 constexpr Move other_move = MakeWord(d2, d4, pawn);
 
-/// What a node stores behind a cut: a lower bound.
+/// What a node stores after a cut: a lower bound.
 TranspositionEntry LowerBound(std::uint64_t key, int score, int distance, Move m = move) {
     TranspositionEntry entry = TranspositionEntry::Make(key, m, true, 1, NodeFlags::none);
     entry.lower_bound = static_cast<std::int16_t>(score);
