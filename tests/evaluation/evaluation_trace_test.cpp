@@ -133,11 +133,10 @@ TEST(EvaluationTrace, OfTwoSheltersTheBetterOneIsTold) {
 
 TEST(EvaluationTrace, NamesAreUnique) {
     std::set<std::string_view> rules, terms;
-    const auto last_term = static_cast<int>(Term::checked_unstoppable_pawns);
-    for (int term = 0; term <= last_term; ++term) {
+    for (int term = 0; term < static_cast<int>(Term::number_of_terms); ++term) {
         EXPECT_TRUE(terms.insert(name_of(static_cast<Term>(term))).second) << term;
     }
-    for (int rule = 0; rule <= static_cast<int>(Rule::race_after_all_pawns_are_stopped); ++rule) {
+    for (int rule = 0; rule < static_cast<int>(Rule::number_of_rules); ++rule) {
         EXPECT_TRUE(rules.insert(name_of(static_cast<Rule>(rule))).second) << rule;
     }
 }

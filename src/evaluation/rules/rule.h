@@ -192,6 +192,7 @@ enum class Rule : std::uint8_t {
     // Endings.
     runner_against_king,
     race_after_all_pawns_are_stopped,
+    number_of_rules  ///< none itself
 };
 
 /// The name as it stands above.

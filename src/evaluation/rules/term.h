@@ -43,6 +43,7 @@ enum class Term : std::uint8_t {
     // Endings.
     king_placement,
     checked_unstoppable_pawns,
+    number_of_terms  ///< none itself
 };
 
 /// The name as it stands above.
