@@ -8,14 +8,14 @@
 #include "search/state/search_board.h"
 #include "search/tables/hash.h"
 
-/// A root move with the line that the search expects behind it.
+/// A root move with the line that the search expects after it.
 struct RootMoveRecord {
     Move move = INVALID;
     std::string text;        ///< in standard notation
     std::vector<Move> line;  ///< begins with `move`, once it has been searched
 };
 
-/// Puts the positions of the record's line into the table, those behind the first move that have no entry
+/// Puts the positions of the record's line into the table, those after the first move that have no entry
 /// yet, so that the next question begins with the moves of the line. `root_class` is the class of `root`.
 void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class, TRANSPOSITION_TABLE& table);
 

@@ -108,7 +108,7 @@ Bitboard DiscoveredChecker(const Situation& s, Square king) {
     return PopCount(checkers) > 1 ? HiddenAttacker(s.to, t.direction[king][s.to], s.board) : checkers;
 }
 
-/// The piece that gave a direct check; behind a castling move it is the rook.
+/// The piece that gave a direct check; after castling it is the rook.
 Square DirectChecker(Move check) {
     return IsCastling(check) ? static_cast<Square>((FromSquare(check) + ToSquare(check)) / 2) : ToSquare(check);
 }

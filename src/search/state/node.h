@@ -50,7 +50,7 @@ struct Node {
 
     [[nodiscard]] const BOARD& board() const { return search.board; }
     [[nodiscard]] const SearchSettings& settings() const { return search.settings; }
-    /// INVALID behind a null move.
+    /// INVALID after a null move.
     [[nodiscard]] Move last_move() const { return search.moves_played[ply]; }
     /// From the view of the side on move, as every score of the node.
     [[nodiscard]] Score draw_score() const { return search.draw_score[search.board.side_to_move]; }

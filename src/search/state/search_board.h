@@ -41,7 +41,7 @@ inline constexpr std::uint32_t last_ply = 78;
 inline constexpr std::uint64_t first_poll_countdown = 100;
 
 /// The position under search with the stacks of its plies (the index is the ply). A search works on this private record
-/// alone: an exception that unwinds the tree leaves it anyhow, and StartSearch sets it up again.
+/// alone: an exception that unwinds the tree may leave it in any state, and StartSearch sets it up again.
 struct SearchBoard {
     /// `its_engine` must outlive the board.
     explicit SearchBoard(Engine& its_engine) : engine(its_engine) {
@@ -76,7 +76,7 @@ struct SearchBoard {
     std::uint64_t poll_countdown = first_poll_countdown;
     NodePoll* poll = nullptr;  ///< not owned; must be set before a search
 
-    Move move_buffer[max_frames * MAX_MOVES + move_list_room] = {};  ///< the move lists of a line, one behind the other
+    Move move_buffer[max_frames * MAX_MOVES + move_list_room] = {};  ///< the move lists of a line, one after the other
 
     /// Sets everything up for a search from `position` (at ply 0). `contempt` is the worth of a draw for the side on
     /// move there.

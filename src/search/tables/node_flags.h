@@ -24,7 +24,7 @@ enum class ChildFlags : std::uint32_t {
     none = 0,
     no_null_move = 0x001,
     no_ettc = 0x002,
-    no_recapture_extension = 0x004,  ///< behind a double check, or inside a null-move search
+    no_recapture_extension = 0x004,  ///< after a double check, or inside a null-move search
     no_limited_razoring = 0x008,
     no_extended_futility = 0x010,
     no_perpetual_test = 0x020,
