@@ -22,8 +22,14 @@ ALLOWED = {
     "VorkaInterfaces::KeywordTable()::rows": "const, joined by the first call",
     # Of the process, which has one of each.
     "vlog": "the log",
+    # One reader for descriptor 0: a second one would miss the lines that the first has read ahead. The main loop, edit
+    # mode, the page stop of help and optimize_piece all read. An owner would have to be passed through all protocols
+    # and commands, only to say which of one reader is meant.
     "(anonymous namespace)::StandardInput()::reader": "standard input, with what was read ahead",
+    # Every `xboard` makes a new protocol object; the terminal stays in the mode that the first one has set.
     "SetStdinRawMode()::done": "the mode of the terminal",
+    # Seeded by the second: two generators that start together would draw the same. The count is of the process, as the
+    # log that it is noted in.
     "NonDeterministicRand_16bit()::state": "chance for greetings and personalities",
     "NonDeterministicRand_16bit()::calls": "chance for greetings and personalities",
     "std::__ioinit": "the streams of the library",

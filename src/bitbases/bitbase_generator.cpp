@@ -9,8 +9,8 @@
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
 
-// Both ways use one walk for each class. It puts the men of every cell on an empty board, always with the side that the
-// table names as White, and leaves out what is no position.
+// Generation and verification use the same walk for each class. It puts the men of every cell on an empty board, always
+// with the side that the table names as White, and leaves out what is no position.
 
 namespace VorkaGenerator {
 
@@ -115,7 +115,7 @@ std::string_view ReasonOfNotFound(const Tablebases& tablebases, std::string_view
     }
 }
 
-/// The texts for a probe without an answer, where it is asked for: `Failure` is thrown.
+/// Probes, and throws `Failure` with a text that says why there is no answer.
 template <class Failure>
 int ProbeOrThrow(const Tablebases& tablebases, const BOARD& board, std::string_view not_available,
                  std::string_view queued) {

@@ -21,12 +21,12 @@ class VerificationFailed : public TextException {
     using TextException::TextException;
 };
 
-/// Write one file. Throw GenerationFailed; nothing is written if the tablebases lack the material, and what was written
+/// Write one file. Throw GenerationFailed: nothing is written if the tablebases lack the material, and what was written
 /// so far stays if they fail later.
 void GenerateTwoPawnsBitbases(const VorkaTablebases::Tablebases& tablebases, const std::string& path);
 void GenerateRammedPawnBitbases(const VorkaTablebases::Tablebases& tablebases, const std::string& path);
 
-/// What a verification finds, as it finds it.
+/// Is told what a verification finds, while it runs.
 class VerificationHandler {
   public:
     VerificationHandler() = default;
@@ -41,7 +41,7 @@ class VerificationHandler {
     virtual void positionNotFound(const BOARD& board) = 0;
 };
 
-/// Says nothing; throws VerificationFailed on the first position that is wrong, when it has written it.
+/// Says nothing, but prints the first position that is wrong and throws VerificationFailed.
 class SilentVerificationHandler : public VerificationHandler {
   public:
     void started(std::string_view) override {}

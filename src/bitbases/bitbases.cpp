@@ -33,9 +33,11 @@ int Read(const Mapping& bitbase, const Cell& cell) { return bitbase.address()[ce
 
 bool IsOnRightHalf(Square s) { return FileOf(s) > 3; }
 
-// A sure win is worth so much and four points for each rank that the pawn has gone, or still has to go.
+// A sure win is worth this much, and four points more for each rank that the pawn has gone. A sure loss in the file of
+// two pawns is worth as much for the opponent, and counts the ranks that the own pawn still has to go.
 constexpr int single_pawn_win = 32687;
 constexpr int pawns_win = 32667;
+/// Less four points for each king step from the weak king to the blocked pawn.
 constexpr int rammed_pawns_loss = 32637;
 constexpr int points_for_rank = 4;
 

@@ -9,12 +9,12 @@
 #include "chess/board.h"
 #include "frame/base/vorka_exception.h"
 
-/// What is known exactly of pawn endings: king and pawn against king (built in), king and pawn against king and pawn,
-/// and king and two pawns against king and pawn where two pawns block one another. The last two are files beside the
-/// executable, mapped if they are there; without them the engine plays on.
+/// What is known exactly about pawn endings: king and pawn against king (built in), king and pawn against king and
+/// pawn, and king and two pawns against king and pawn where two pawns block each other. The last two are files beside
+/// the executable, mapped if they are there; without them the engine plays on.
 ///
-/// Probes give scores from the side to move's view, in centipawns of the search's scale: 0 for a draw, a sure win below
-/// every mate score and the higher the farther the pawn has gone. They throw nothing.
+/// Probes give scores from the side to move's view on the search's scale: 0 for a draw. A sure win or loss lies among
+/// the mate scores, as a mate at least 56 plies away that comes nearer as the pawn advances. They throw nothing.
 namespace VorkaBitbases {
 
 namespace HelperFunctions {
@@ -46,8 +46,8 @@ enum StoredResult : int { stored_draw = 0, stored_loss = 1, stored_draw_too = 2,
 /// The files that an engine has in use; none at first.
 class Bitbases {
   public:
-    /// Checks the numbering above and maps the files of the executable's directory, telling the log what it found. May
-    /// be called again: a file that was generated since comes into use, an old mapping is released.
+    /// Maps the files of the executable's directory, telling the log what it found. May be called again: a file that
+    /// was generated since comes into use, an old mapping is released.
     void Init();
 
     /// Map one file. Throw CouldNotOpenFileException, with the old file still in use.

@@ -29,7 +29,7 @@ class OpenFile {
         return fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
                status.st_size == static_cast<off_t>(size);
     }
-    /// Reserves the blocks: a disk that is full must not show when the mapping is written, as a signal.
+    /// Reserves the blocks, so that a full disk shows here and not as a signal when the mapping is written.
     [[nodiscard]] bool resize(std::uint32_t size) const noexcept {
         if (ftruncate(descriptor_, 0) != 0) return false;
         constexpr char zero = 0;

@@ -10,7 +10,7 @@
 // A win is a position from which the pawn promotes and the new queen or rook stays on the board. The set of wins starts
 // empty and grows: with the strong side to move a position joins it when one move leads into it, with the weak side to
 // move when every move does. When nothing joins any more, all other possible positions are draws. This program runs
-// when the engine is built, so it stands on the squares alone and computes its own attacks.
+// when the engine is built, before its tables exist, so it computes its own attacks.
 
 namespace {
 

@@ -22,10 +22,10 @@ enum class ProbeResult : int {
     disabled = 0,   ///< nothing is loaded
     found = 1,      ///< a score goes out
     not_found = 2,  ///< this material or this position is not in the tables
-    queued = 3,     ///< a lookup was postponed: never here, and an error if it is
+    queued = 3,     ///< a lookup was postponed: no source of this program does it, and callers treat it as an error
 };
 
-/// Why tables that should know a position could not tell.
+/// Why tables that should know a position could not answer.
 enum class SourceFailure { none, corrupted, unreadable };
 
 /// What reads tables. Neither castling rights nor en passant squares come here.

@@ -22,8 +22,8 @@ std::unique_ptr<BOARD> FromScratch(const BOARD& board) {
     return fresh;
 }
 
-/// To set a position up anew costs fifty times a move, and more with the sanitizers: one position in 128 is looked at,
-/// and which one follows from its key, so that every run looks at the same.
+/// To set a position up anew costs as much as fifty moves, and more with the sanitizers: one position in 128 is looked
+/// at. The key decides which, so that every run looks at the same ones.
 bool IsLookedAt(const BOARD& board) { return board.key() % 128 == 0; }
 
 int CodeOf(int piece, std::uint32_t side) { return side == white ? piece : -piece; }

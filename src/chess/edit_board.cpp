@@ -89,6 +89,6 @@ const BOARD& EditBoard::GetBoard() {
 void EditBoard::Print(bool with_state) {
     if (IsValid()) return PrintBoard(board_, with_state);
     BOARD shown;
-    SetPosition(shown);  // whatever its verdict
+    SetPosition(shown);  // an invalid position is shown too
     PrintBoard(shown, with_state);
 }

@@ -5,9 +5,9 @@
 
 #include "chess/attacks.h"
 
-// All sums are in one view, Black's gain positive, so that capturing a white piece adds its value and capturing a black
-// one adds its negative value. `gain[i]` is the sum if the exchange ends behind capture i; from the last capture
-// backwards each side then chooses between stopping and going on.
+// All sums are from Black's view, so that capturing a white piece adds its value and capturing a black one adds its
+// negative value. `gain[i]` is the sum if the exchange ends after capture i; from the last capture backwards each side
+// then chooses between stopping and going on.
 
 namespace {
 

@@ -23,7 +23,7 @@ constexpr std::string_view nothing = "-";
 
 constexpr int no_square = -1;
 
-/// What the fields say, before anybody asks whether such a position can stand.
+/// What the fields say, before it is tested whether such a position is possible.
 struct FenFields {
     std::int8_t squares[64] = {};
     Colour side = white;

@@ -2,8 +2,8 @@
 
 #include "frame/base/vorka_exception.h"
 
-/// What the readers of positions and games find wrong with a text. UserBoard, which tells the same of a game, gives
-/// them its own names: UserBoard::io_error and so on. They carry no words of their own.
+/// What the readers of positions and games find wrong with a text. UserBoard throws them too, under its own names:
+/// UserBoard::io_error and so on. They carry no text.
 namespace game_errors {
 
 class user_exception : public VorkaException {};

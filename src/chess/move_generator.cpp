@@ -340,7 +340,7 @@ bool FitsMoveLists(const BOARD& board) noexcept {
 }
 
 void GenerateLegalMoves(const BOARD& board, std::vector<Move>& list) {
-    // The room behind the sentinel: a list that runs over has to be reported, not to overwrite the stack.
+    // There is room beyond MAX_MOVES: a list that runs over has to be reported, not to overwrite the stack.
     Move buffer[move_list_room];
     buffer[MAX_MOVES] = INVALID;
     const std::ptrdiff_t NUM_MOVES = GenerateMoves(buffer, board, mode_legal) - buffer;

@@ -29,8 +29,8 @@ Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept;
 /// Whether the exact word is among the legal moves.
 [[nodiscard]] bool VerifyMove(Move move, const BOARD& board) noexcept;
 
-/// False for a board with more men other than pawns than a game can bring (16 a side), or more moves for either side
-/// than a game can bring (218). Such boards are refused where positions enter, so that no input reaches the assertion
+/// False for a board with more men other than pawns than a game can have (16 a side), or more moves for either side
+/// than a game can have (218). Such boards are refused where positions enter, so that no input reaches the assertion
 /// below.
 [[nodiscard]] bool FitsMoveLists(const BOARD& board) noexcept;
 

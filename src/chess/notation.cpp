@@ -147,15 +147,15 @@ void TakeSquareFromEnd(std::string& text, std::optional<int>& file, std::optiona
     }
 }
 
-/// The first of two marks that the text holds, the earlier named one before the other; npos if it holds neither.
+/// Where `first` stands in the text, or `second` if `first` does not occur; npos if neither does.
 std::size_t FindMark(const std::string& text, char first, char second) {
     const std::size_t position = text.find(first);
     return position != std::string::npos ? position : text.find(second);
 }
 
-/// Removes from the text what is understood, piece by piece. Nothing if something is left over.
+/// Takes off the text what is understood, part by part. Nothing if something is left over.
 std::optional<MoveDescription> ReadAlgebraicForm(std::string text) {
-    // Nothing said is no move. Else an empty word would play a forced one.
+    // An empty text is no move. Otherwise it would fit the only legal move and play it.
     if (text.empty()) return std::nullopt;
     MoveDescription move;
 
@@ -229,8 +229,8 @@ std::string CheckSuffix(const BOARD& board, Move move) {
     return Mates(board, move) ? "#" : "+";
 }
 
-/// The part of the from square that tells `move` from the moves of its like to the same square. A piece whose pin
-/// forbids it to go there needs no telling apart, so the legal moves decide, not the attacks.
+/// The part of the from square that tells `move` apart from those of like pieces to the same square. A piece that may
+/// not go there because it is pinned needs no telling apart, so the legal moves decide, not the attacks.
 std::string Disambiguation(const BOARD& board, Move move) {
     const Square from = FromSquare(move);
     bool alone = true;

@@ -5,7 +5,7 @@
 
 #include "chess/board.h"
 
-/// Why a text is no move here. The values go out with UserBoard::invalid_move.
+/// Why a text is no move here. UserBoard::invalid_move carries the value.
 enum class MoveParseError : int { ambiguous = 0, no_correspondence = 1, invalid_castling = 2, syntax = 3 };
 /// "ambiguous move" and so on.
 [[nodiscard]] std::string_view MoveParseErrorText(MoveParseError error);

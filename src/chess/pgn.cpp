@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The longest rest of a line, and the longest comment, that is skipped.
+/// The most characters that are skipped at the end of a line, and in a comment.
 constexpr std::streamsize longest_skip = 1000;
 constexpr std::size_t longest_line = 70;
 
@@ -147,7 +147,7 @@ class MoveText {
 
     /// Gives the result if the word is one.
     GameResult TakeWord(std::string_view word) {
-        // Three dots are the number of a move by Black, which only the very first can need.
+        // Three dots mark the number of a move by Black, which only the very first move can need.
         const bool begins_with_black = moves_.empty() && board_.side_to_move == black;
         if (word.find("...") != std::string_view::npos && !begins_with_black) throw UserBoard::io_error();
         const std::string_view text = WithoutMoveNumber(word);
@@ -160,7 +160,7 @@ class MoveText {
         return result;
     }
 
-    /// A comment that begins in a word. What stands in the word behind its end can't be told from a move and is
+    /// A comment that begins in a word. What follows its end in the same word can't be told from a move and is
     /// refused.
     void SkipCommentAfterNumber(std::string_view text) {
         const std::size_t end = text.find('}');

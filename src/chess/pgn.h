@@ -15,10 +15,10 @@
 ///
 ///     *
 ///
-/// Read are tags, moves, move numbers, comments and the result; variations in brackets and numeric glyphs are refused.
-/// Behind the end of the first game nothing is read.
+/// Tags, moves, move numbers, comments and the result are read; variations in brackets and numeric glyphs are refused.
+/// Reading stops at the end of the first game.
 
-/// The header. What a file does not tell stays as it is here.
+/// The header. A field that a file does not give keeps the value that it has here.
 struct PGN_TAGS {
     std::string event = "?";
     std::string site = "?";
@@ -35,14 +35,14 @@ struct PGN_TAGS {
 /// "2026.11.21"; a part that is not known (-1) as question marks.
 [[nodiscard]] std::string DateToPgn(int year, int month, int day);
 
-/// Reads the header, and leaves the stream behind it. Throws UserBoard::io_error for a tag that does not end.
+/// Reads the header, and leaves the stream just after it. Throws UserBoard::io_error for a tag that does not end.
 void ReadPgnTags(std::istream& stream, PGN_TAGS& tags);
 
 /// Reads a game. `board` then stands at its start, with all moves as next moves, and has the result that the text
-/// tells. A failure leaves `board` as it was. Throws UserBoard::io_error for a text that is no game or ends early,
+/// gives. A failure leaves `board` as it was. Throws UserBoard::io_error for a text that is no game or ends early,
 /// UserBoard::invalid_move and UserBoard::invalid_position.
 void ReadPgn(UserBoard& board, std::istream& stream, PGN_TAGS& tags);
 
 /// Writes the moves that are made, in lines of 70 characters at most, with the tags and the result of the game. A start
-/// position other than the usual one is told by a tag of its own, whatever `tags` says.
+/// position other than the usual one gets a tag of its own, whatever `tags` says.
 void WritePgn(const UserBoard& board, std::ostream& stream, const PGN_TAGS& tags);

@@ -7,7 +7,7 @@
 
 // A word from another position is tested field by field against this one. It was made by the generator somewhere, so
 // that its geometry is taken for granted: that a slider moves along one of its lines, or that castling is allowed at
-// all, is not tested, and neither is the safety of the own king, except behind an en passant capture.
+// all, is not tested, and neither is the safety of the own king, except after an en passant capture.
 
 namespace {
 
@@ -48,7 +48,7 @@ bool IsPieceMovePossible(const BOARD& board, Move move) {
     }
 }
 
-/// Whether the piece that stands on `to` behind the move attacks the enemy king; a slider may look along its line
+/// Whether the piece that stands on `to` after the move attacks the enemy king; a slider may look along its line
 /// through the square that the move leaves.
 template <Colour Us>
 bool ChecksDirectly(const BOARD& board, Move move) {

@@ -14,7 +14,7 @@ class RandomKeys {
     [[nodiscard]] std::uint64_t Next64();
     /// The next number of the stream, 0 <= n < 2^30.
     [[nodiscard]] long Next();
-    /// The next numbers.size() numbers of the recurrence, at least 100. Next() serves from such arrays.
+    /// The next numbers.size() numbers of the recurrence, at least 100. Next() hands out such arrays number by number.
     void RanArray(std::span<long> numbers);
 
   private:

@@ -1,4 +1,4 @@
-// How a position gets onto a board, and what it must fulfil there.
+// How a position is loaded onto a board, and what a valid one must fulfil.
 
 #include <algorithm>
 

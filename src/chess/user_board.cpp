@@ -63,7 +63,7 @@ void PlayMove(GAME_STATE& state, std::vector<std::uint64_t>& keys, Move move) {
 void PlayGameMove(BOARD& board, Move move) {
     board.MakeMove(move);
     board.ResetPly();
-    // A game played on behind its end would outrun the key history.
+    // A game played on after its end would outgrow the key history.
     if (board.frame().fifty_counter > fifty_moves_in_plies) board.SetFiftyCounter(fifty_moves_in_plies);
 }
 
@@ -131,7 +131,7 @@ void UserBoard::SetBoard(const BOARD& board, std::uint32_t ply_offset) {
 }
 
 void UserBoard::SetInvalid() {
-    // Nothing can be played or searched: a game that is over already, for all who ask.
+    // Nothing can be played or searched: for every caller this game is over.
     GAME_STATE empty;
     empty.result = GameResult::aborted;
     empty.reason = GameEndReason::aborted;
@@ -146,7 +146,7 @@ void UserBoard::StartFrom(const GAME_STATE& state, std::uint32_t ply_offset) {
 
     current_ = state;
     start_ = state;
-    // With Black to move half a move is already played, else the number would not rise behind his move.
+    // With Black to move half a move is already played; otherwise the number would not rise after Black's move.
     ply_offset_ = ply_offset | state.board.side_to_move;
     made_moves_.clear();
     next_moves_.clear();

@@ -24,7 +24,7 @@ enum class GameEndReason : std::int32_t {
     unknown = 9,
 };
 
-/// "1-0", "0-1", "1/2-1/2" and, for a game that was cut off or still goes on, "*".
+/// "1-0", "0-1", "1/2-1/2" and, for a game that was aborted or still goes on, "*".
 [[nodiscard]] std::string ResultText(GameResult result);
 /// "White mates", "Black resigns" and so on; who did it follows from the result.
 [[nodiscard]] std::string ReasonText(GameResult result, GameEndReason reason);
@@ -39,11 +39,11 @@ struct GAME_STATE {
 };
 
 /// A game: the current position with its game-end state, the start position, the moves made, the moves taken back
-/// (which can be replayed) and the keys that a threefold repetition counts. A failing call throws one of the exceptions
-/// below and leaves the game as it was.
+/// (which can be replayed) and the keys in which a threefold repetition is counted. A failing call throws one of the
+/// exceptions below and leaves the game as it was.
 ///
-/// A finished game keeps its result and reason until a new position is set or a move is taken back, which plays the
-/// game again from its start.
+/// A finished game keeps its result and reason until a new position is set or a move is taken back; taking back plays
+/// the game again from its start.
 class UserBoard {
   public:
     using user_exception = game_errors::user_exception;
@@ -68,7 +68,7 @@ class UserBoard {
     UserBoard& operator=(const UserBoard&) = default;
 
     void Reset();
-    /// A position as the new start; `ply_offset` are the half moves that it stands for, made odd if Black is to move.
+    /// A position as the new start; `ply_offset` is the number of half moves before it, made odd if Black is to move.
     /// Throws invalid_position.
     void SetBoard(const BOARD& board, std::uint32_t ply_offset = 0);
     /// An empty, invalid position with no legal moves: what is left after an interface sent an impossible one. The game
@@ -79,16 +79,16 @@ class UserBoard {
     /// Throws io_error for a text that is no FEN, and invalid_position.
     void SetBoardFromFen(const std::string& text);
 
-    /// Throws invalid_move, also for every move behind the end of the game and in the invalid position.
+    /// Throws invalid_move, also for every move after the end of the game and in the invalid position.
     void MakeMoveFromText(const std::string& text);
-    /// `move` is legal here. Moves taken back can still be replayed behind it if it is the first of them. A game that
-    /// is over may be played on in this way and keeps its end. Throws invalid_move in the invalid position alone.
+    /// `move` is legal here. If it is the first of the moves taken back, the others can still be replayed. A game that
+    /// is over may be played on in this way and keeps its result. Throws invalid_move in the invalid position only.
     void MakeMove(Move move);
     /// Throws no_moves_to_undo.
     void UndoMove();
     /// Throws next_moves_empty.
     void NextMove();
-    /// What NextMove will play, in order; each must be legal behind those before it.
+    /// What NextMove will play, in order; each must be legal after those before it.
     void SetNextMoves(const std::deque<Move>& moves);
     /// The position with the other side to move as a new start. Throws invalid_board_after_changing_side if it can't
     /// be, as with an en passant square.
@@ -102,7 +102,7 @@ class UserBoard {
     [[nodiscard]] GameResult result() const { return current_.result; }
     [[nodiscard]] GameEndReason reason() const { return current_.reason; }
     [[nodiscard]] bool IsGameOver() const { return current_.result != GameResult::running; }
-    /// False only behind SetInvalid.
+    /// False only after SetInvalid.
     [[nodiscard]] bool IsPositionValid() const { return valid_; }
     [[nodiscard]] Colour side_to_move() const { return static_cast<Colour>(current_.board.side_to_move); }
     [[nodiscard]] std::uint32_t ply_offset() const { return ply_offset_; }
@@ -125,7 +125,7 @@ class UserBoard {
     bool valid_ = true;
 };
 
-/// The position under construction in edit mode. Its squares may be nonsense until somebody asks for a board.
+/// The position under construction in edit mode. Its squares may be nonsense until a board is asked for.
 class EditBoard {
   public:
     class invalid_position {};

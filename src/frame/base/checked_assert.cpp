@@ -6,7 +6,7 @@
 #include "frame/base/vocabulary.h"
 
 void ReportFailedAssertion(std::string_view condition, std::string_view file, int line, std::string_view message) {
-    // The failure may strike while the echo or the file is switched off; the report needs both.
+    // The assertion may fail while the echo or the file is switched off; the report needs both.
     vlog.SetEcho(true);
     vlog.SetFileOutput(true);
     vlog.SetFlush(true);

@@ -7,7 +7,7 @@
 #include "frame/base/vocabulary.h"
 #include "frame/base/wall_clock.h"
 
-/// Hands every chunk to the file and to standard output. It has no buffer of its own, since both have one, and it
+/// Passes every chunk to the file and to standard output. It has no buffer of its own, since both have one, and it
 /// never reports a failure: a full disk must not silence standard output, nor a closed pipe the log.
 class Logfile::Tee : public std::streambuf {
   public:

@@ -6,14 +6,14 @@
 #include <string>
 #include <string_view>
 
-/// The one stream through which everything is said: what is written to it goes to the log file, if one is open, and to
+/// The one stream for all output: what is written to it goes to the log file, if one is open, and to
 /// standard output while the echo is on. Text that an interface must not see is written with the echo off.
 ///
 ///     vlog << "move e2e4\n";
 ///     const EchoScope file_only(vlog, Echo::off);
 ///     vlog << "only in the log\n";
 ///
-/// A log file that can't be opened or written stops nothing: standard output still gets its text.
+/// A log file that can't be opened or written stops nothing: standard output still gets the text.
 enum class Echo : bool { off, on };
 
 class Logfile : public std::ostream {
@@ -33,7 +33,7 @@ class Logfile : public std::ostream {
     /// Each returns the old value. Prefer EchoScope and FileScope: a command may throw through the caller.
     bool SetEcho(bool on);
     bool SetFlush(bool always);
-    /// Whether the text reaches the file; off only for what belongs to the screen alone (a carriage return).
+    /// Whether the text reaches the file; off only for what is meant for the screen alone (a carriage return).
     bool SetFileOutput(bool on);
 
     [[nodiscard]] const std::string& file_name() const { return file_name_; }

@@ -19,7 +19,7 @@
 
 namespace {
 
-/// What select says of one descriptor: above 0 if reading would not block. Waits for ever without a time.
+/// What select says about one descriptor: above 0 if reading would not block. Without `at_most` it waits for ever.
 int WaitForInput(int descriptor, timeval* at_most) {
     fd_set ready;
     FD_ZERO(&ready);
@@ -38,7 +38,7 @@ bool DescriptorReader::IsInputAvailable() const {
     if (next_ < buffer_.size()) return true;
     timeval no_time{};
     const int result = WaitForInput(descriptor_, &no_time);
-    // A descriptor that can't be asked is closed: its reader shall learn so.
+    // A descriptor that can't be asked is closed: reading from it will show that.
     return result > 0 || (result < 0 && errno != EINTR);
 }
 
@@ -64,7 +64,7 @@ bool DescriptorReader::ReadMore() {
     for (;;) {
         const ssize_t length = read(descriptor_, chunk.data(), chunk.size());
         if (length < 0 && errno == EINTR) continue;
-        if (length < 0 && errno == EAGAIN) {  // an interface handed over a pipe that doesn't block
+        if (length < 0 && errno == EAGAIN) {  // the interface has passed a pipe that doesn't block
             WaitForInput(descriptor_, nullptr);
             continue;
         }
@@ -89,7 +89,7 @@ void SetStdinRawMode() {
 bool IsInputAvailable() { return StandardInput().IsInputAvailable(); }
 
 std::string ReadLine() {
-    std::fflush(stdout);  // whoever answers must have seen the question
+    std::fflush(stdout);  // the question must be visible before anybody can answer
     std::optional<std::string> line = StandardInput().ReadLine();
     if (!line) return std::string(vocabulary::quit);
     const EchoScope file_only(vlog, Echo::off);
@@ -112,7 +112,7 @@ void IgnoreTerminationSignals() {
 void IgnoreBrokenPipe() { std::signal(SIGPIPE, SIG_IGN); }
 
 void ReserveStandardDescriptors() {
-    // open takes the lowest free number, so that going upwards each missing one gets its own.
+    // open takes the lowest free number, so going upwards each missing one gets its own.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(descriptor, F_GETFD) == -1 && errno == EBADF) (void)open("/dev/null", O_RDWR);
     }

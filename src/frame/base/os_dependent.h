@@ -4,18 +4,18 @@
 #include <string>
 #include <string_view>
 
-/// Every call to the operating system, the clock (wall_clock.h) and the file mappings excepted.
+/// Every call to the operating system, except the clock (wall_clock.h) and the file mappings.
 
 /// Lines from a descriptor, which it doesn't own, with a buffer of their own.
 class DescriptorReader {
   public:
     explicit DescriptorReader(int descriptor) : descriptor_(descriptor) {}
 
-    /// Whether ReadLine has something to say: buffered characters (be they a part of a line), a descriptor that is
-    /// ready, or the end of the input. Never blocks.
+    /// Whether ReadLine has something to read: buffered characters (even part of a line), a descriptor that is ready,
+    /// or the end of the input. Never blocks.
     [[nodiscard]] bool IsInputAvailable() const;
     /// The next line without its end, of any length and with any bytes; the last one may lack its end. Nothing once the
-    /// input has ended or failed. Blocks until it knows.
+    /// input has ended or failed. Blocks until there is one or the other.
     [[nodiscard]] std::optional<std::string> ReadLine();
 
   private:
@@ -44,10 +44,10 @@ struct TerminalSize {
 
 /// SIGINT and SIGTERM have no effect from here on: an interface sends them, and `quit` ends the program.
 void IgnoreTerminationSignals();
-/// A closed standard output must not kill the program; the end of its input will end it in order.
+/// A closed standard output must not kill the program; it ends in the usual way at the end of its input.
 void IgnoreBrokenPipe();
-/// Opens the null device in place of each standard stream that the program was started without; else the log file would
-/// become the standard output. To be called before any file is opened.
+/// Opens the null device in place of each standard stream that the program was started without; otherwise the log file
+/// would become the standard output. To be called before any file is opened.
 void ReserveStandardDescriptors();
 
 /// What stands before the last "/" of `argv0`, or "." if there is none.
@@ -58,6 +58,6 @@ const std::string& ExecutableDirectory(const std::string& argv0 = {});
 /// Whether the path can be opened for reading.
 [[nodiscard]] bool FileExists(const std::string& path);
 
-/// 0..32767 from a generator seeded by the clock. For greetings and the like; its use is counted, and the eleventh call
-/// is remarked upon in the log.
+/// 0..32767 from a generator seeded by the clock, for greetings and the like. Calls are counted, and the eleventh puts
+/// a remark into the log.
 [[nodiscard]] int NonDeterministicRand_16bit();

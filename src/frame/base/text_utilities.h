@@ -18,7 +18,7 @@ class unterminated_embedded_string_exception : public tokenize_exception {};
 
 inline constexpr std::string_view white_space = " \t\r\n";
 
-/// Splits a text into words. Characters of `separators` part words; `opening_quotes` and `closing_quotes` are pairs,
+/// Splits a text into words at the characters of `separators`. `opening_quotes` and `closing_quotes` are pairs,
 /// position by position, and an embedded string between a pair belongs to the word around it, separators and all:
 /// with "`" as the pair, "a `b c`d e" gives "a", "b cd" and "e". `keep_quotes` leaves the quote characters in.
 /// Throws unterminated_embedded_string_exception.
@@ -45,7 +45,8 @@ inline constexpr std::string_view white_space = " \t\r\n";
 /// A time of a time control in milliseconds: minutes ("5"), or minutes and seconds ("0:30"). Seconds are whole, or
 /// carry a decimal fraction as several interfaces send it ("0:30.5"). Throws string_conversion_error.
 [[nodiscard]] std::int32_t ParseClockTime(std::string_view text);
-/// An increment in milliseconds from seconds, whole or with a decimal fraction ("0.1"). Throws string_conversion_error.
+/// An increment in milliseconds, from seconds that are whole or have a decimal fraction ("0.1"). Throws
+/// string_conversion_error.
 [[nodiscard]] std::int32_t ParseIncrement(std::string_view text);
 
 [[nodiscard]] std::string ReplaceAll(std::string_view text, char from_char, char to_char);

@@ -7,7 +7,7 @@
 /// own. No other source file holds a quoted sentence. Named after what it says, grouped by who says it.
 namespace vocabulary {
 
-// --- Words that several speakers share ---
+// --- Words that several parts share ---
 inline constexpr std::string_view program_name = "Vorka";
 inline constexpr std::string_view not_sent_to_xboard = "not sent to xboard";
 inline constexpr std::string_view vorka_received_input = "Vorka received input";
@@ -123,7 +123,7 @@ inline constexpr std::string_view could_not_parse_new_value = "could not parse n
 // --- Start-up and main loop ---
 inline constexpr std::string_view log_file_prefix = "logfile.";
 inline constexpr std::string_view log_file_of_last_resort = "logfile.max";
-// The bit algorithms, as the log tells them: fixed, whatever the implementation does.
+// The bit algorithms, as the log names them: fixed, whatever the implementation does.
 inline constexpr std::string_view bitboard_algorithms = "Bitboard algorithms";
 inline constexpr std::string_view popcount_algorithm = "popcount:         Table lookup PopCount";
 inline constexpr std::string_view popcount_sparse_algorithm = "popcount_sparse:  Table lookup PopCount";
@@ -162,7 +162,7 @@ inline constexpr std::string_view is_thinking_about_the_draw_offer =
     " is thinking about the draw offer and will decide after the next move.";
 inline constexpr std::string_view personality = "Personality: ";
 inline constexpr std::string_view program_version = "v2.0.1";
-// What was built, as showVersion tells it: fixed, but for the platform.
+// What was built, as showVersion prints it: fixed, except for the platform.
 inline constexpr std::string_view build_extensions = "build: Vorka with variable search extensions\n";
 inline constexpr std::string_view build_inline_assembler = "\ninline assembler:       disabled\n";
 inline constexpr std::string_view build_move_generator_cache = "move generator cache:   disabled\n";

@@ -8,7 +8,7 @@
 /// stand apart: they report nothing and share no base, so that no handler of failures can swallow them.
 class VorkaException : public std::exception {};
 
-/// A failure that is told by its text.
+/// A failure that is described by its text.
 class TextException : public VorkaException {
   public:
     explicit TextException(std::string text) : text_(std::move(text)) {}

@@ -31,7 +31,7 @@ class OpenFile {
     }
     [[nodiscard]] bool Sync() const { return fsync(descriptor_) == 0; }
     [[nodiscard]] bool SetMode(mode_t mode) const { return fchmod(descriptor_, mode) == 0; }
-    /// Some devices tell of a failed write only here.
+    /// Some devices report a failed write only here.
     [[nodiscard]] bool Close() {
         if (descriptor_ < 0) return true;
         const int closed = close(descriptor_);
@@ -105,7 +105,7 @@ FileOutcome ReplaceFile(const std::string& path, std::string_view text) {
     const bool exists = stat(target.c_str(), &old) == 0;
     if (exists && S_ISDIR(old.st_mode)) return FileOutcome::not_opened;
     if (exists && !S_ISREG(old.st_mode)) return WriteDirectly(target, text);
-    // A file that is protected against writing stays, though its folder would let another take its place.
+    // A write-protected file stays, though its folder would let another file take its place.
     if (exists && access(target.c_str(), W_OK) != 0) return FileOutcome::not_opened;
 
     TemporaryFile temporary(target);

@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-/// Files that a person names: read if they are files at all, written whole or not at all.
+/// Files that a user names: read only if they are regular files, written whole or not at all.
 
-/// Opens a regular file for reading. False for everything else, be it missing, unreadable, a directory or a device.
+/// Opens a regular file for reading. False for anything missing or unreadable, for a directory and for a device.
 [[nodiscard]] bool OpenForReading(const std::string& path, std::ifstream& file);
 
-/// What came of the writing of a file.
+/// How writing a file ended.
 enum class FileOutcome {
     written,
     not_opened,   ///< no file can be created at this place

@@ -17,7 +17,7 @@ struct TimeControl {
 };
 
 /// Both sides' clocks. Only the active side's time runs, and only while the clock is running; it is taken off when the
-/// clock stops or changes sides. Nothing here is out of time by itself: what is left may become negative.
+/// clock stops or changes sides. The clock never calls time: what is left may become negative.
 class ChessClock {
   public:
     using TimeSource = Timestamp (*)();
@@ -25,7 +25,7 @@ class ChessClock {
 
     /// Lets the active side's time run; a running clock goes on undisturbed.
     void startClock();
-    /// Takes the elapsed time off the active side. A clock that stands is left as it is.
+    /// Takes the elapsed time off the active side. A stopped clock is left as it is.
     void stopClock();
     /// The active side has moved: its increment comes in, its time goes off, its move is counted, and at the last move
     /// of an entry the next one (or the same again) adds its time. A running clock runs on for the other side.
@@ -53,9 +53,9 @@ class ChessClock {
         std::int32_t next = -1;
     };
     static void restart(Side& side);
-    /// What is set while a side's clock runs is what is left from that moment on.
+    /// Time set while a side's clock runs is what is left from that moment on.
     void countFromNow(Colour side);
-    /// Milliseconds since the clock was started or changed sides; 0 for one that stands.
+    /// Milliseconds since the clock was started or changed sides; 0 for a stopped one.
     [[nodiscard]] std::int64_t elapsed(const Timestamp& now) const;
 
     TimeSource now_;

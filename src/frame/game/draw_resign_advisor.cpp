@@ -10,9 +10,9 @@ constexpr std::int32_t mate_value = 32766;
 
 // Scores and margins are in centipawns, runs in searches of the engine, one after the other.
 
-/// A score so near to the draw value counts as neither above nor below it.
+/// A score this near to the draw value counts as neither above nor below it.
 constexpr std::int32_t draw_value_margin = 14;
-/// A score so near to 0 is drawish. Queens make every score less certain.
+/// A score this near to 0 is drawish. Queens make every score less certain.
 constexpr std::int32_t drawish_margin_with_queens = 17;
 constexpr std::int32_t drawish_margin_without_queens = 25;
 
@@ -25,7 +25,7 @@ constexpr HopelessScores keen_scores{-250, -200};
 constexpr HopelessScores patient_scores{-440, -600};
 /// Added while a queen is on the board, which leaves chances.
 constexpr std::int32_t with_queens = -70;
-/// Few men: fewer pawns than this, and at most so many others, kings included.
+/// Few men: fewer pawns than the first number, and at most the second number of other men, kings included.
 constexpr int many_pawns = 3;
 constexpr int few_pieces = 8;
 
@@ -39,15 +39,16 @@ constexpr ResignPatience late_resignation{4, 6};
 /// A forced mate further away than this has still to be shown, if the side resigns late.
 constexpr std::int32_t distant_mate = 17;
 
-/// A draw is offered to a person only after so many searches without an offer, and never after the first search.
+/// A draw is offered to a person only after this many searches without an offer, and never after the first search.
 constexpr std::int32_t offers_apart = 8;
 constexpr std::int32_t searches_before_an_offer = 2;
-/// Scores that stand on the draw value for so long make a draw.
+/// This many scores in a row at the draw value make a draw.
 constexpr std::int32_t draw_score_run = 2;
-/// So many drawish scores make a draw, unless the last ones have all been above the draw value for so long.
+/// The first number of drawish scores in a row makes a draw, unless the last ones, as many as the second number, have
+/// all been above the draw value.
 constexpr std::int32_t drawish_run = 15;
 constexpr std::int32_t promising_run = 7;
-/// An offer is accepted after so many scores below the draw value.
+/// An offer is accepted after this many scores in a row below the draw value.
 constexpr std::int32_t worse_run = 6;
 
 bool HasQueens(const BOARD& position) { return (position.white_pieces().queens | position.black_pieces().queens) != 0; }

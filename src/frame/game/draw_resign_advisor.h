@@ -6,7 +6,7 @@
 #include "bitbases/tablebases.h"
 #include "chess/board.h"
 
-/// What a tablebase says of the position that was searched.
+/// What a tablebase says about the position that was searched.
 enum class TablebaseVerdict : std::int32_t { won = 0, lost_soon = 1, lost_far_off = 2, drawn = 3, unknown = 4 };
 
 enum class ResignMode : std::int32_t { never = 0, keen = 1, patient = 2, by_opponent = 3 };

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// No search is given less, however short the time: in milliseconds.
+/// No search gets less, however short the time; in milliseconds.
 constexpr std::int64_t least_budget = 150;
 /// The part of the time left that no search may touch.
 constexpr double untouched_share = 0.15;
@@ -20,7 +20,7 @@ constexpr double untouched_share = 0.15;
 constexpr std::int64_t kept_back_per_move = 3000;
 /// The rest of a game is taken for so many moves.
 constexpr std::int64_t moves_to_the_end = 30;
-/// What a search for a hint or a forecast may take, and the part of it that it aims at: in milliseconds.
+/// What a search for a hint or a forecast may take, and the part of it that it aims at; in milliseconds.
 constexpr std::int32_t hint_time = 1000;
 constexpr std::int32_t usual_hint_time = 750;
 
@@ -219,7 +219,7 @@ void GameControl::nameOpponent(const std::string& name) {
 void GameControl::ratePlayers(std::int32_t engine, std::int32_t opponent) {
     playerDefaults_.engineRating = engine;
     playerDefaults_.opponentRating = opponent;
-    // Who is who shows only where the engine plays one side.
+    // Names belong to sides only where the engine plays one side.
     if (players_[white].active == players_[black].active) return;
     for (PlayerInfo& player : players_) player.rating = player.active ? engine : opponent;
 }

@@ -30,27 +30,25 @@ struct PlayerDefaults {
     std::int32_t engineRating = 0;
 };
 
-/// The one object with the state of the game: what makes a game out of a position. Who plays, the clocks, the search
-/// and what it expects, and the advice on draws and resignation.
+/// The one object that holds the state of a game, beyond its position: who plays, the clocks, the search and what it
+/// expects, and the advice on draws and resignation.
 ///
 /// Commands run inside a search and may throw through it. Between any two calls, this holds:
 ///
 /// 1. mode() counts the sides that the engine plays: as many players are active in force, one_side and both_sides; none
 ///    is in analyze.
-/// 2. runningSearch() is the kind of the search that this call may be running in. runSearch and waitInAnalysis set it,
-///    onSearchFinished clears it. No other call changes it, but that ponderHit turns pondering into thinking.
-/// 3. The position, and which sides the engine plays, change only while no search runs. An operation that changes them
-///    throws search_aborted_exception out of a running one before it has done anything; whoever called it calls it
-///    again once the search is gone. Two operations leave a search alone, since it works on a copy of its own:
-///    playMove, as the move may be the one that is pondered on, and takeBack, as `remove` shows its board before the
-///    search has ended. Names and ratings may change at any time: no search reads them.
+/// 2. runningSearch() is the kind of the search that this call may be running in, from onSearchStarted to
+///    onSearchFinished. Of the other calls only ponderHit changes it: it turns pondering into thinking.
+/// 3. Position and players change only while no search runs. An operation that changes them throws
+///    search_aborted_exception out of a running one before it has done anything; its caller calls it again once the
+///    search is gone. Two operations leave a search alone, since it works on a copy of its own: playMove, because the
+///    move may be the one pondered on, and takeBack, because `remove` shows its board before the search has ended.
 /// 4. forecast() is about the position on the board: whatever changes the position forgets it.
 /// 5. The forecast is pending from requestHint to the end of the search that it asks for, and at no other time.
-/// 6. The advisor knows the searches of one stretch of play: it starts anew with a new game or position, with
-///    playSideOnMove and playOtherSide, and when the worth of a draw changes. giveMoveTo goes on with it, as it does not
-///    begin to play but says which side the interface will let the engine play.
-/// 7. The protocol is told of every change of the moves or the position, once, after it; but not of a change of the
-///    side on move alone, and not of a position that has become invalid.
+/// 6. The advisor knows the searches of one stretch of play: it starts afresh with a new game or position, when the
+///    engine takes a side, and when the worth of a draw changes.
+/// 7. The protocol is told of every change of the moves or the position, once, afterwards; but not when only the side
+///    on move changes, and not of a position that has become invalid.
 class GameControl : private UserBoard {
   public:
     /// `engine` must outlive the game. `protocol` is told of what happens; it must live as long as the game, or until
@@ -62,7 +60,7 @@ class GameControl : private UserBoard {
 
     // --- What can be seen ---
 
-    /// Position and moves, which the operations below alone can change.
+    /// Position and moves, which only the operations below can change.
     [[nodiscard]] const UserBoard& record() const { return *this; }
     using UserBoard::board;
     using UserBoard::GetFen;
@@ -108,17 +106,17 @@ class GameControl : private UserBoard {
 
     // --- Moves and positions ---
 
-    /// Plays a legal move for a person, or for either side where the engine plays none; its notation. The clock changes
-    /// sides, and is started in a game against the engine. A running search goes on.
+    /// Plays a legal move for a person, or for either side where the engine plays none. Returns its notation. The clock
+    /// changes sides, and is started in a game against the engine. A running search goes on.
     std::string playMove(Move move);
-    /// Takes back so many moves, which must have been made. A running search goes on.
+    /// Takes back `moves` moves, which must have been made. A running search goes on.
     void takeBack(std::size_t moves);
-    /// Makes so many moves again that were taken back, and must be there. Ends a running search first.
+    /// Makes `moves` moves again; at least as many must have been taken back. Ends a running search first.
     void makeAgain(std::size_t moves);
-    /// Replaces position and moves. The clocks start anew with the side on move, but stand. Ends a running search
-    /// first.
+    /// Replaces position and moves. The clocks are reset with the side on move active, but don't run. Ends a running
+    /// search first.
     void setPosition(const UserBoard& game);
-    /// There is no position any more, since an interface has sent an impossible one. Ends a running search first.
+    /// Leaves no position, since an interface has sent an impossible one. Ends a running search first.
     void setInvalidPosition();
     /// Gives the move to `side` and the other one to the engine; the clock stops. Ends a running search first. Throws
     /// UserBoard::invalid_board_after_changing_side.
@@ -126,15 +124,15 @@ class GameControl : private UserBoard {
 
     // --- The end of the game ---
 
-    /// As somebody else says, who leaves the engine no side to play. Ends a running search first. False if the game was
-    /// over already: it keeps its end.
+    /// Ends the game from outside; the engine has no side to play then. Ends a running search first. False if the game
+    /// was over already: it keeps its result.
     bool endGame(GameResult result, GameEndReason reason);
-    /// Says how the game ended, and stops the clock.
+    /// Reports how the game ended, and stops the clock.
     void announceResult();
     /// The opponent offers a draw; the engine answers with its next move.
     void takeDrawOffer() { advisor_.drawOfferPending = true; }
 
-    // --- Clocks, bounds and players. A running search keeps the limits that it was started with ---
+    // --- Clocks, bounds and players. A running search keeps the limits it started with ---
 
     void setTimeControls(Colour side, std::vector<TimeControl> controls) {
         clock_.setControls(side, std::move(controls));
@@ -156,13 +154,13 @@ class GameControl : private UserBoard {
 
     /// Ends a pondering search when it is turned off.
     void setPondering(bool on);
-    /// Unwinds a running search; returns if there is none. `discard`: what it has found is forgotten.
+    /// Unwinds a running search; returns if there is none. With `discard` what it has found is forgotten.
     void abortSearch(bool discard);
     /// Asks the main loop for a search of the position on the board.
     [[noreturn]] void requestSearch(SearchKind kind) const;
     /// Asks for the search that a hint needs. The forecast is not pending already.
     [[noreturn]] void requestHint();
-    /// Ponders on the forecast, or looks for one; returns if there is nothing to ponder on.
+    /// Ponders on the forecast, or searches for one first; returns if there is nothing to ponder on.
     void startPondering();
     /// The opponent has played the move that is pondered on: the search goes on as thinking.
     void ponderHit();
@@ -188,10 +186,11 @@ class GameControl : private UserBoard {
     void setPlayers(PlayerInfo onMove, PlayerInfo notOnMove, bool analyze);
     /// The engine plays no side: the given mode, both `active` flags off.
     void leavePlay(EngineMode mode);
-    /// All that a new position brings with it.
+    /// What every new position entails.
     void startAnew();
-    /// All that a move brings with it, but for what is said of it: its notation.
+    /// Plays a move and switches the clock; onMovesChanged has to follow. Returns the move's notation.
     std::string makeMove(Move move);
+    /// Forgets the forecast and tells the protocol.
     void onMovesChanged();
 
     [[nodiscard]] SearchLimits limitsFor(SearchKind kind) const;
@@ -201,7 +200,7 @@ class GameControl : private UserBoard {
 
     void onThinkingFinished();
     void onHintFinished();
-    /// A hint that was asked for and can't be found any more leaves no pending request.
+    /// Drops the request for a hint that can't be found any more.
     void forgetPendingHint();
     /// Answers the opponent's offer. True if that ended the game.
     [[nodiscard]] bool answerDrawOffer();

@@ -8,8 +8,8 @@
 /// Which sides the engine plays.
 enum class EngineMode : std::int32_t { force = 0, one_side = 1, both_sides = 2, analyze = 3 };
 
-/// What a game says, by its meaning (the engine has resigned). The game never looks at who listens: the protocols of
-/// the interfaces do, and in tests a list of calls.
+/// What a game says, by its meaning (the engine has resigned). The game does not know who listens: the protocols of
+/// the interfaces implement this, and in tests a list of calls.
 class GameProtocol {
   public:
     virtual ~GameProtocol() = default;

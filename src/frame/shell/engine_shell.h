@@ -14,7 +14,7 @@
 
 /// The top object: the queues, the main loop, and what a search asks of the world. main owns it.
 ///
-/// Re-entrancy is the matter to watch: pollInput runs commands inside a search.
+/// Beware of re-entrancy: pollInput runs commands inside a search.
 class EngineShell : private SearchHost {
   public:
     /// Starts the console protocol, then carries out the command line. `arguments` without the program's name;
@@ -41,6 +41,8 @@ class EngineShell : private SearchHost {
     void executeStep();
     /// The one place that starts a search.
     void startSearch(const SearchRequest& request);
+    /// Waits for input instead of analysing, for interfaces that go on analysing after the end of a game.
+    void analyzeFinishedGame();
     void writeSearchHeader(const SearchRequest& request) const;
 
     void sendThinking(const SearchInfo& info) override { game_->protocol().sendThinking(info); }

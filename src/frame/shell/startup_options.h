@@ -14,7 +14,7 @@
 /// It begins with one or two dashes, and the words up to the next one with a dash are its parameters; so a negative
 /// number has to be joined with '=', as in --contempt=-5.
 
-/// Dashes with nothing after them.
+/// Thrown for dashes with nothing after them.
 class could_not_parse_exception : public VorkaException {
   public:
     explicit could_not_parse_exception(std::string argument) : argument_(std::move(argument)) {}

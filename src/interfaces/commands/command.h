@@ -12,10 +12,10 @@ namespace VorkaInterfaces {
 class ConnectedGame;
 
 /// One input line, ready to run. Execute may be unwound by an exception and run again from its top: a command that
-/// can't run beside a search aborts it, and the main loop calls Execute once more. Checks therefore run once, while the
+/// can't run during a search aborts it, and the main loop calls Execute once more. Checks therefore run once, while the
 /// search is still undisturbed, and a flag remembers that they have passed.
 ///
-/// Constructors run while a line is translated, maybe inside a search: they take their arguments and touch no game.
+/// Constructors run while a line is translated, perhaps inside a search: they take their arguments and touch no game.
 class Command {
   public:
     explicit Command(std::string input_line) : line(std::move(input_line)) {}
@@ -33,7 +33,7 @@ class Command {
     [[noreturn]] void refuse(std::string_view reason) const;
 };
 
-/// A command in two steps, and the one place of the rule that checks run once.
+/// A command in two steps: the one place that makes sure that checks run once.
 class CheckedCommand : public Command {
   public:
     using Command::Command;
@@ -42,7 +42,8 @@ class CheckedCommand : public Command {
   protected:
     /// Refuses what can't be done now; the search, if one runs, goes on. May set `finished` to leave the work out.
     virtual void check(ConnectedGame&) {}
-    /// Does it. Runs again from its top if it aborts a search; sets nothing that would make the second run another one.
+    /// Does it. Runs again from its top if it aborts a search, so it sets nothing before that would change the second
+    /// run.
     virtual void work(ConnectedGame& game) = 0;
     /// The last act of a command that wants the current position searched: it is finished before the request leaves.
     [[noreturn]] void finishWithSearch(ConnectedGame& game, SearchKind kind);

@@ -4,8 +4,8 @@
 
 #include "interfaces/commands/keyword.h"
 
-/// The commands by what they are about, a file commands_*.cpp for each of these functions. It holds the classes, which
-/// nobody else sees, and at its end their rows. A new command is one class and one row there.
+/// The commands by subject, with a file commands_*.cpp for each of these functions. The file holds the classes, which
+/// no other file sees, and at its end their rows. A new command is one class and one row there.
 namespace VorkaInterfaces {
 
 [[nodiscard]] std::span<const Keyword> gameKeywords();
@@ -17,7 +17,7 @@ namespace VorkaInterfaces {
 [[nodiscard]] std::span<const Keyword> databaseKeywords();
 [[nodiscard]] std::span<const Keyword> protocolKeywords();
 
-/// The row of any other word, which is taken as a move; only the reader of moves finds out that it is none.
+/// The row of any other word, which is taken as a move; the reader of moves finds out if it is none.
 [[nodiscard]] const Keyword& bareMove();
 
 }  // namespace VorkaInterfaces

@@ -105,7 +105,7 @@ class Command_st : public CheckedCommand {
     }
 
     void work(ConnectedGame& game) override {
-        // More seconds than 32 bits hold as milliseconds (25 days) are as good as that.
+        // More seconds than 32 bits can hold as milliseconds (25 days) count as that many.
         constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
         game.setMaxTime(static_cast<std::int32_t>(std::min(std::int64_t{seconds_} * 1000, longest)));
     }

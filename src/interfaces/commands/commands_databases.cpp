@@ -71,7 +71,7 @@ class Command_InitTablebases : public CheckedCommand {
         try {
             Engine& engine = game.engine();
             NalimovTablebases::Initialize(engine.tablebases, bytes_, path_, engine.open_tablebases);
-        } catch (const std::exception& error) {  // whatever a reader of files may throw, memory among it
+        } catch (const std::exception& error) {  // whatever a reader of files may throw, bad_alloc included
             throw IgnorableErrorCommand(ErrorCommand::Kind::error,
                                         std::string(vocabulary::could_not_initialize_nalimov) + error.what(), line);
         }
@@ -102,7 +102,7 @@ void WriteTablebaseResult(const VorkaTablebases::Tablebases& tablebases, const B
     }
 }
 
-/// `probe fen`: what the databases know of a position that is not the game's.
+/// `probe fen`: what the databases know about a position that is not the game's.
 class Command_Probe : public CheckedCommand {
   public:
     /// Throws ErrorCommand for a text that is no position.
@@ -223,7 +223,7 @@ std::optional<BOARD> WithManOn(const BOARD& board, Square from, Square to) {
     squares[to] = std::exchange(squares[from], std::int8_t{0});
     BOARD changed;
     const int side = static_cast<int>(board.side_to_move);
-    // A king or a rook that has left its home takes its rights along.
+    // A king or a rook that has left its home square has lost its castling rights.
     if (from == to) return board;
     if (changed.SetPosition(squares, side, 0, board.frame().castling)) return changed;
     if (changed.SetPosition(squares, side, 0, 0)) return changed;
@@ -258,7 +258,7 @@ void FindBestSquare(const BOARD& board, Square from, int personality, Engine& en
     WriteSquare(vocabulary::optimize_best_square, best, best_value);
 }
 
-/// `optimize_piece`: asks for a square at standard input.
+/// `optimize_piece`: reads a square from standard input.
 class Command_OptimizePiece : public CheckedCommand {
   public:
     using CheckedCommand::CheckedCommand;

@@ -40,7 +40,7 @@ class Command_Eval : public CheckedCommand {
 
   private:
     void check(ConnectedGame& game) override {
-        // An impossible position has left a board with nothing to evaluate.
+        // After an impossible position there is nothing to evaluate.
         if (!game.IsPositionValid()) refuse(vocabulary::command_not_legal_now);
     }
 

@@ -18,7 +18,7 @@ namespace VorkaInterfaces {
 
 namespace {
 
-/// A position or a game from a file takes the place of the game.
+/// Replaces the game with a position or a game from a file.
 class Command_ReadFile : public Command_SetupBoardCommands {
   public:
     Command_ReadFile(std::string input_line, std::string path, std::string_view unreadable)
@@ -44,7 +44,7 @@ class Command_ReadFile : public Command_SetupBoardCommands {
     virtual void read(std::istream& file, UserBoard& position) const = 0;
 
     const std::string path_;
-    const std::string_view unreadable_;  ///< what is said of a file that holds something else
+    const std::string_view unreadable_;  ///< the error for a file that holds something else
 };
 
 /// `read_fen file`
@@ -55,7 +55,7 @@ class Command_ReadFEN : public Command_ReadFile {
 
   private:
     void read(std::istream& file, UserBoard& position) const override {
-        // A position is one line; more than this is none.
+        // A position is one line; a longer text is not a position.
         constexpr std::size_t longest_fen = 1000;
         std::string fen(longest_fen, '\0');
         file.read(fen.data(), static_cast<std::streamsize>(fen.size()));
@@ -101,7 +101,7 @@ class Command_WriteFile : public CheckedCommand {
     [[nodiscard]] virtual std::string text(const ConnectedGame& game) const = 0;
 
     const std::string path_;
-    const std::string_view unwritable_;  ///< what is said of a device that is full
+    const std::string_view unwritable_;  ///< the error for a full device
 };
 
 /// `write_fen file`

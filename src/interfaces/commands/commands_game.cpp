@@ -21,7 +21,7 @@ namespace {
 /// What `undo all` and `next all` ask for: more moves than any game has.
 constexpr std::int32_t all_moves = 1000000;
 
-/// A number of moves: one if nothing is said.
+/// A number of moves: one if the command gives none.
 struct MoveCount {
     static std::int32_t Read(const TokenizedLine& input, std::size_t place) {
         if (place >= input.tokens.size()) return 1;
@@ -42,13 +42,12 @@ struct MoveCount {
     return GameResult::running;
 }
 
-/// What an interface writes after a result is free text; some words in it tell the reason.
+/// What an interface writes after a result is free text; some words in it reveal the reason.
 [[nodiscard]] GameEndReason ReasonOf(GameResult result, const std::string& comment) {
     const std::string text = VorkaUtils::ToLower(comment);
     const auto holds = [&](std::string_view word) { return text.find(word) != std::string::npos; };
     if (result == GameResult::aborted) return GameEndReason::aborted;
-    // "mutal": the misspelling is what is looked for, so that "mutual" alone tells nothing: docs/oddities.md, mutal
-    // agreement.
+    // "mutal": the misspelling is looked for, so "mutual" alone reveals nothing: docs/oddities.md, mutal agreement.
     if (result == GameResult::draw && (holds("agree") || holds("mutal"))) return GameEndReason::agreed_draw;
     if (holds("time")) return GameEndReason::flag_fell;
     if (holds("resign")) return GameEndReason::resignation;
@@ -263,7 +262,7 @@ class Command_Remove : public CheckedCommand {
         const bool opponent_on_move = game.mode() == EngineMode::one_side && !game.player(game.side_to_move()).active;
         if (game.mode() != EngineMode::force && !opponent_on_move) refuse(vocabulary::command_not_legal_now);
         if (game.made_moves().size() < 2) refuse(vocabulary::no_moves_to_remove);
-        // The one check that changes the game while a search may still run: that search has a copy of its own.
+        // The one check that changes the game while a search may still be running: that search has a copy of its own.
         game.takeBack(2);
     }
 
@@ -314,7 +313,7 @@ class Command_Result : public CheckedCommand {
 
 // --- The search ---
 
-/// `hint`: the move that the engine expects from the side on move, if it has one at hand; if not, it looks for one.
+/// `hint`: the move that the engine expects from the side on move. If it has none at hand, it searches for one.
 class Command_Hint : public CheckedCommand {
   public:
     using CheckedCommand::CheckedCommand;

@@ -15,7 +15,7 @@
 #include "interfaces/protocols/error_command.h"
 #include "interfaces/protocols/xboard_protocols.h"
 
-/// Commands that concern the connection: which protocol is in force and what it shows, who sits at its other end, and
+/// Commands that concern the connection: which protocol is in force and what it shows, who is at its other end, and
 /// the end of the program.
 namespace VorkaInterfaces {
 

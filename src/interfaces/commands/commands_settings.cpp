@@ -20,14 +20,14 @@
 #include "search/settings/settings_file.h"
 #include "search/tables/hash.h"
 
-/// Commands that show and change what the search relies on: its settings, tables, personality and contempt.
+/// Commands that show and change what the search depends on: its settings, tables, personality and contempt.
 namespace VorkaInterfaces {
 
 namespace {
 
 using OptimizeInterface::Settings;
 
-/// The pieces between semicolons, empty ones included.
+/// The parts between semicolons, empty ones included.
 std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
     std::vector<std::string_view> pieces;
     for (std::size_t begin = 0; begin <= text.size();) {
@@ -38,7 +38,7 @@ std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
     return pieces;
 }
 
-/// What the search relies on may change in force mode alone, where none runs.
+/// What the search depends on may change only in force mode, where none runs.
 bool isForced(const ConnectedGame& game) { return game.mode() == EngineMode::force; }
 
 ABSTRACT_HASH_TABLE* tableNamed(std::string_view type, HashTables& tables) {
@@ -114,7 +114,7 @@ class Command_ModifySettingVariables : public Command_ChangeSettings {
   private:
     void change(Settings& settings) const override {
         const std::vector<std::string_view> pieces = SplitAtSemicolons(assignments_);
-        // The signs are looked for in all pieces before any of them is carried out.
+        // Every part must be an assignment before any of them is carried out.
         const auto is_assignment = [](std::string_view piece) {
             const std::size_t sign = piece.find('=');
             return sign != std::string_view::npos && sign > 0 && sign + 1 < piece.size();
@@ -186,7 +186,7 @@ class Command_ResizeHashtable : public CheckedCommand {
     }
 
     void work(ConnectedGame&) override {
-        // Without the memory the old table stays.
+        // If the memory is not available the old table stays.
         if (!table_->resize(bytes_)) refuse(vocabulary::argument_out_of_bounds);
     }
 

@@ -73,7 +73,7 @@ class Command_Setboard : public Command_SetupBoardCommands {
     const std::string fen_;
 };
 
-/// `edit`: a dialogue, line by line, that blocks the program; a running analysis stands still meanwhile.
+/// `edit`: a dialogue, line by line, that blocks the program; a running analysis waits meanwhile.
 class Command_Edit : public Command_SetupBoardCommands {
   public:
     using Command_SetupBoardCommands::Command_SetupBoardCommands;
@@ -91,7 +91,7 @@ class Command_Edit : public Command_SetupBoardCommands {
         }
     }
 
-    /// Carries out one line. An answer ends the dialogue.
+    /// Carries out one line. A returned status ends the dialogue.
     [[nodiscard]] std::optional<PositionStatus> readAndObey(ConnectedGame& game, UserBoard& position);
     [[nodiscard]] std::optional<PositionStatus> confirm(BasicProtocol& protocol, UserBoard& position) {
         if (edit_board_.IsValid()) {

@@ -15,7 +15,7 @@ namespace {
 
 // --- Generation ---
 
-/// Writes one file beside the executable. A file that stands there is kept, whatever is in it.
+/// Writes one file beside the executable. A file that exists there is kept, whatever it contains.
 class GenerateBitbasesJob : public AbstractJob {
   public:
     void run(Engine& engine) override {
@@ -152,7 +152,7 @@ std::vector<std::string> SplitIntoWords(const std::string& words) {
     throw AbstractJob::JobFailedException(std::string(text) + word + '\'');
 }
 
-/// Adds the jobs that a word names. Whether there are any.
+/// Adds the jobs that a word names. False if there are none.
 template <class Words>
 bool AddJobs(JobList& jobs, const Words& words, const std::string& word) {
     const std::size_t before = jobs.size();

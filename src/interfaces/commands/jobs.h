@@ -13,7 +13,7 @@ namespace VorkaInterfaces {
 
 class AbstractJob {
   public:
-    /// Something about a job, told by its text.
+    /// A job that failed or does not exist; the text says why.
     class JobFailedException : public TextException {
       public:
         using TextException::TextException;
@@ -35,7 +35,7 @@ using JobList = std::vector<std::unique_ptr<AbstractJob>>;
 [[nodiscard]] JobList generationJobs(const std::string& words);
 [[nodiscard]] JobList verificationJobs(const std::string& words);
 
-/// Write what words there are.
+/// Print the words that name jobs.
 void listGenerationJobs();
 void listVerificationJobs();
 

@@ -15,7 +15,7 @@
 #include "interfaces/protocols/help_texts.h"
 #include "interfaces/protocols/input_line.h"
 
-/// The row of a keyword, which says all about its command but what it does, and the words that rows are written with.
+/// The row of a keyword, which says everything about its command except what it does, and the terms that rows use.
 ///
 ///     {"level", exactly(4), Make<Command_Level, Integer, ClockTime, Increment>, at_start, {470, help_texts::level}},
 namespace VorkaInterfaces {
@@ -34,7 +34,7 @@ struct WordCount {
 /// argument that is no number.
 using CommandMaker = std::unique_ptr<Command> (*)(BasicProtocol& protocol, const TokenizedLine& input);
 
-/// Whether a word may stand on the command line, and what comes with it there.
+/// Whether a word may stand on the command line, and what it entails there.
 enum class StartUp : std::uint8_t {
     prompt_only,
     at_start,
@@ -43,7 +43,7 @@ enum class StartUp : std::uint8_t {
 };
 using enum StartUp;
 
-/// What `help` says of a word. The places leave room between two of them.
+/// What `help` says about a word. The numbers of places leave room for new words in between.
 struct HelpEntry {
     int place = 0;  ///< in the list; 0: it isn't listed
     std::string_view text = {};
@@ -72,7 +72,7 @@ inline constexpr WordCount at_most_two{1U << 1 | 1U << 2, vocabulary::too_many_p
 inline constexpr WordCount at_least_two{From(2), vocabulary::missing_parameters};
 [[nodiscard]] consteval WordCount exactly(unsigned n) { return {1U << n, vocabulary::wrong_number_of_arguments}; }
 
-// --- What a command is given: each reads from one place of the line on ---
+// --- Arguments of a command: each is read from its place in the line ---
 
 struct Word {
     static const std::string& Read(const TokenizedLine& input, std::size_t place) { return input.tokens[place]; }
@@ -102,7 +102,7 @@ std::unique_ptr<Command> Make(BasicProtocol&, const TokenizedLine& input) {
     (std::index_sequence_for<Arguments...>{});
 }
 
-/// The word alone shows something; with parameters after it, it changes that.
+/// Alone the word shows something; with parameters it changes it.
 template <class Display, class Change, class... Arguments>
 std::unique_ptr<Command> MakeDisplayOrChange(BasicProtocol& protocol, const TokenizedLine& input) {
     return input.tokens.size() == 1 ? Make<Display>(protocol, input) : Make<Change, Arguments...>(protocol, input);

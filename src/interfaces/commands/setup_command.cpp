@@ -39,8 +39,8 @@ void Command_SetupBoardCommands::answerIllegalPosition(ConnectedGame& game) {
         game.protocol().sendCommandIgnored(vocabulary::illegal_position);
         return;
     }
-    // The interface believes in its position. In the old one every further move would be wrong, so there is none any
-    // more.
+    // The interface plays on in its own position. In the old one every further move would be wrong, so there is none
+    // any more.
     game.setInvalidPosition();
     game.protocol().tellUser(std::string(vocabulary::illegal_position));
     // Analyze mode goes on without a position, so that `exit` still leaves it.

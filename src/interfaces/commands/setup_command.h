@@ -5,10 +5,10 @@
 
 namespace VorkaInterfaces {
 
-/// What came of the reading of a position.
+/// How reading a position ended.
 enum class PositionStatus { read = 0, illegal = 1, given_up = 2 };
 
-/// Reads a position, once, beside a search that may run, and then lets it take the place of the game.
+/// Reads a position, once, while a search may still be running, and then replaces the game with it.
 class Command_SetupBoardCommands : public CheckedCommand {
   public:
     using CheckedCommand::CheckedCommand;

@@ -16,7 +16,7 @@ struct HashTables;
 namespace VorkaInterfaces {
 
 /// Everything that the engine says goes through one object of this class: what the game says, what the search reports
-/// and what commands answer. Each operation is called by its meaning, and nobody looks at which protocol is in force.
+/// and what commands answer. Each operation is named after its meaning; no caller asks which protocol is in force.
 /// Output goes through the log stream; operations that write leave the echo of that stream as they found it, and end
 /// with a flush.
 class BasicProtocol : public GameProtocol {
@@ -68,7 +68,7 @@ class BasicProtocol : public GameProtocol {
     virtual void writeDepthLine(int depth) = 0;
 
   protected:
-    // What the protocols say alike. The texts go where the echo of the log stream sends them; no flush.
+    // What all protocols say in the same way. The echo of the log stream decides where the texts go; no flush.
 
     /// The line that answers "." while a search runs.
     static void writeSearchStatus(const SearchInfo& info);

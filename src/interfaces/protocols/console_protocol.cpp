@@ -26,7 +26,7 @@ constexpr std::array greetings{
 constexpr int mate_bound = 31767;
 constexpr int mate_value = 32766;
 
-/// Below this number of nodes the thinking line keeps silent about them.
+/// Below this number of nodes the thinking line leaves it out.
 constexpr std::uint64_t many_nodes = 100000;
 
 /// Writes a sentence from its pieces, ends the line and flushes.

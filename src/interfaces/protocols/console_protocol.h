@@ -5,7 +5,7 @@
 namespace VorkaInterfaces {
 
 /// Speaks with a person at a terminal, in plain sentences, and is in force when the program starts. What is seen on the
-/// screen is also in the log. The engine decides itself that a game is over.
+/// screen is also in the log. The engine itself decides that a game is over.
 class ConsoleProtocol : public BasicProtocol {
   public:
     ConsoleProtocol() : BasicProtocol(true) {}
@@ -38,13 +38,13 @@ class ConsoleProtocol : public BasicProtocol {
     void writeThinkingLine(const SearchInfo& info) override;
     /// Leaves the line open on the screen for the thinking line.
     void writeDepthLine(int depth) override;
-    /// One of several words of welcome, by chance, with the opponent's name if it is known.
+    /// One of several words of welcome, at random, with the opponent's name if it is known.
     [[nodiscard]] virtual std::string greetingText(const std::string& opponent_name) const;
 };
 
 /// "-#3" for a mate in three moves against the side on move, centipawns for any other score.
 [[nodiscard]] std::string ScoreText(int score);
-/// The words of welcome by number, 0..5, completed with a name unless it is the one of an unknown opponent.
+/// The words of welcome by number, 0..5, followed by the name unless it is that of an unknown opponent.
 [[nodiscard]] std::string GreetingText(int number, const std::string& opponent_name);
 
 }  // namespace VorkaInterfaces

@@ -19,7 +19,7 @@ class ErrorCommand : public VorkaException {
     std::string text_;
 };
 
-/// A failure that a start-up option may survive.
+/// A failure that does not end the program when a start-up option causes it.
 class IgnorableErrorCommand : public ErrorCommand {
   public:
     using ErrorCommand::ErrorCommand;

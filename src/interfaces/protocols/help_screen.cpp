@@ -13,7 +13,7 @@ namespace VorkaHelpScreen {
 namespace {
 
 constexpr std::size_t narrowest_keywords = 10;
-/// Columns where nobody can tell.
+/// Columns if there is no terminal to ask.
 constexpr int usual_columns = 80;
 
 std::string Padded(std::string_view text, std::size_t width, char fill) {
@@ -24,7 +24,7 @@ std::string Padded(std::string_view text, std::size_t width, char fill) {
 
 std::vector<std::string> WrapText(std::string_view text, std::size_t width) {
     std::vector<std::string> lines{{}};
-    bool is_fresh = true;  // nothing stands on the last line
+    bool is_fresh = true;  // the last line is still empty
     for (std::size_t begin = 0; begin <= text.size();) {
         const std::size_t end = std::min(text.find_first_of(" \n", begin), text.size());
         const std::string_view word = text.substr(begin, end - begin);
@@ -57,7 +57,7 @@ class Pager {
   public:
     explicit Pager(int lines_of_page) : lines_of_page_(lines_of_page) {}
 
-    /// Called before so many lines are written.
+    /// Called before `lines` lines are written.
     void Announce(int lines) {
         count_ += lines;
         if (count_ < lines_of_page_) return;

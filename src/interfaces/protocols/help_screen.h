@@ -12,7 +12,7 @@
 namespace VorkaHelpScreen {
 
 /// Breaks a text into lines of at most `width` characters where it has blanks; a line end in the text ends the line. A
-/// longer word stands on a line of its own.
+/// longer word gets a line of its own.
 [[nodiscard]] std::vector<std::string> WrapText(std::string_view text, std::size_t width);
 
 class AbstractHelpScreenFormatter {
@@ -39,7 +39,7 @@ class SimpleHelpScreenFormatter final : public AbstractHelpScreenFormatter {
     SimpleHelpScreenFormatter(std::vector<HelpText> entries, bool paging)
         : AbstractHelpScreenFormatter(std::move(entries)), paging_(paging) {}
 
-    /// Without a terminal at both ends there is no page stop, so that no line of piped input is swallowed.
+    /// Unless both input and output are a terminal there is no page stop, so that no line of piped input is swallowed.
     void print() const override;
 
   private:

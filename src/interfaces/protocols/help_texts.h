@@ -4,7 +4,7 @@
 
 /// The texts of the help screens, byte for byte as they are shown: misspellings are the program's own.
 
-/// What `help` says of the commands, each text named after its word.
+/// What `help` says about the commands, each text named after its word.
 namespace help_texts {
 
 inline constexpr std::string_view analyze = "Enters analyze mode";
@@ -105,7 +105,7 @@ namespace VorkaHelpScreen {
 
 struct HelpText {
     std::string_view keyword;
-    std::string_view description;  ///< may hold line ends
+    std::string_view description;  ///< may contain line breaks
 };
 
 // clang-format off

@@ -26,7 +26,7 @@ constexpr std::array edit_words{
     EditWord{"quit", EditCommand::quit},
 };
 
-/// Reads a piece letter of either case; X takes away what stands on the square.
+/// Reads a piece letter of either case; X clears the square.
 [[nodiscard]] bool ReadPieceLetter(char letter, PieceType& piece) {
     if (letter == 'x' || letter == 'X') {
         piece = no_piece;

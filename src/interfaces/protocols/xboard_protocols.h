@@ -31,7 +31,7 @@ class BasicXBoardProtocol : public BasicProtocol {
     void onBoardChanged(const UserBoard& game) override;
     void onEditBoardChanged(EditBoard& board) override;
     void onGameLoaded(const UserBoard& game) override;
-    /// Line ends within the text become tabs, since the message is one line.
+    /// Line breaks in the text become tabs, since the message is one line.
     void tellUser(const std::string& text) override;
     void sendEditPrompt() override {}
     void writeThinkingLine(const SearchInfo& info) override;

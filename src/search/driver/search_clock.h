@@ -18,7 +18,7 @@ enum class SearchMoment { first_root_move = 0, later_root_move = 1, iteration_co
 /// through: a falling score, an unstable root, a quiet run of iterations. All times are milliseconds.
 class SearchClock {
   public:
-    /// Begins a search. A limit of 0 is none.
+    /// Begins a search. 0 means no limit.
     void Reset(std::int64_t hard_limit, std::int64_t variable_limit);
     void NewIteration();
     /// The score of the iteration, first known or risen.

@@ -13,7 +13,7 @@ namespace {
 
 /// Iterations of a search without a depth bound.
 constexpr int deepest_iteration = 80;
-/// The first iteration is left alone for so long, and a puzzle ends after it; milliseconds.
+/// For so long the first iteration is not disturbed, and a puzzle goes on; milliseconds.
 constexpr std::int64_t undisturbed_time = 3000;
 constexpr int wait_between_polls = 125;  // milliseconds
 constexpr std::uint64_t polls_per_second = 8;

@@ -2,7 +2,7 @@
 
 #include "search/state/node.h"
 
-/// What a node tells the child after `move` to leave out. node.extended must know of the move already.
+/// What a node tells the child after `move` to leave out. node.extended must hold the causes of the move already.
 [[nodiscard]] ChildFlags FlagsForChild(const Node& node, Move move);
 
 /// Plays a move and asks the child the opposite question. `new_distance` is the node's with extensions and without

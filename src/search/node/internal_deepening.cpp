@@ -19,15 +19,15 @@ ChildFlags DeepeningFlags(const Node& node) {
     return flags;
 }
 
-/// At most so many of these searches run inside each other. The settings allow reductions so small, beside extensions
-/// so large, that one would follow the other until the stack is full; with the defaults no more than 15 were ever seen.
+/// At most this many of these searches run inside each other. With small reductions and large extensions, which the
+/// settings allow, they would nest until the stack is full; with the defaults no more than 15 were ever seen.
 constexpr int deepest_nesting = 64;
 
 Distance ReducedDistance(const Node& node) {
     Distance distance =
         node.distance - (node.distance >= node.settings().iid_critical_distance ? node.settings().iid_max_reduction
                                                                                 : node.settings().iid_min_reduction);
-    // On it, in spite of the setting's name: docs/oddities.md, deepening on the principal variation.
+    // It applies there in spite of the setting's name: docs/oddities.md, deepening on the principal variation.
     if (node.is_principal()) distance -= node.settings().iid_extra_reduction_if_not_searching_pv_move;
     return std::max(distance, 1);
 }

@@ -11,7 +11,7 @@ class MoveSupply {
   public:
     explicit MoveSupply(Node& node) : node_(node), state_(node.hash_move != INVALID ? State::hash_move : State::list) {}
 
-    /// Sets `move` to the next move, INVALID after the last. A result ends the node instead.
+    /// Sets `move` to the next move, INVALID after the last one. A result ends the node instead.
     [[nodiscard]] std::optional<Score> Next(Move& move);
 
   private:

@@ -21,13 +21,13 @@ constexpr std::uint32_t Types(std::initializer_list<int> types) {
 }
 constexpr bool Holds(std::uint32_t set, int type) { return (set >> type & 1U) != 0; }
 
-/// Here zugzwang is at home, or material is too simple to pass.
+/// Endings where zugzwang is common, or where the material is too simple to pass.
 constexpr std::uint32_t types_without_null_move = Types(
     {rook_ending, knight_against_knight, knight_against_bishop, same_coloured_bishops, opposite_bishops,
      rook_against_minor, queen_against_rook, lone_knight, lone_bishop, lone_rook, lone_queen, pawn_ending, pawnless});
 static_assert(types_without_null_move == 0x1FFE8);
 
-/// Nobody mates with so little.
+/// Endings with too little material for a quick mate.
 constexpr std::uint32_t types_without_mate_threat =
     Types({knight_against_knight, knight_against_bishop, same_coloured_bishops, opposite_bishops, lone_knight,
            lone_bishop, pawn_ending});

@@ -1,5 +1,5 @@
 // A run counts the checks that a queen gives one after the other to the same king. The record of each ply in check
-// holds what the run has come to; its first record stands two plies after the first check. Two checks are enough if
+// holds what the run has come to; its first record is made two plies after the first check. Two checks are enough if
 // the chased side wins nothing meanwhile; the more it wins, or the further its king gets away, the more are needed.
 
 #include "search/node/perpetual_check.h"
@@ -26,7 +26,7 @@ int ChecksForGain(int gain) {
     return gain < 500 ? 3 : 4;
 }
 
-/// Checks that are needed on top of these since the king got away, or behind its own pieces.
+/// Further checks that are needed because the king has got away, or stands behind its own pieces now.
 int ChecksForKing(const CheckRunRecord& first, const CheckRunRecord& now) {
     const int moved = bitboard_tables.distance[first.king_square][now.king_square];
     if (moved > 3) return 2;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The queen check case of the generation has its own limit, which is no setting.
+/// The limit for generating checks by a queen that may go on for ever. It is no setting.
 constexpr Distance perpetual_check_min_distance = -256;
 /// Below this distance quiet moves need more, the more the deeper.
 constexpr Distance deepening_need_distance = -128;

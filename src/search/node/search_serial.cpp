@@ -31,8 +31,8 @@
 
 namespace {
 
-/// The piece types that begin the game on each square, for both sides; without queens and pawns, whose moves do not
-/// tell development.
+/// The piece types that begin the game on each square, for both sides; without queens and pawns, whose moves say
+/// nothing about development.
 // clang-format off
 constexpr std::array<std::int8_t, 64> developing_piece_from = [] {
     std::array<std::int8_t, 64> type{};

@@ -3,7 +3,7 @@
 #include "search/state/node.h"
 
 /// The order in which a node tries its moves. The moves are sorted by the scores in their words (sort_score.h). The
-/// hash move is the node's affair: the sorters take it out of the list, since it was searched.
+/// hash move is not among them: the node has searched it already, and the sorters take it out of the list.
 
 /// Moves of a node's list that are to be tried next.
 struct MoveBatch {
@@ -23,8 +23,8 @@ enum class SortStage {
     done,
 };
 
-/// Where the staged sorter of one node stands. The groups of the list lie one after the other; what was delivered lies
-/// before them.
+/// Where the staged sorter of one node stands. The groups of the list lie one after the other; the moves already
+/// delivered lie before them.
 struct MoveSortState {
     SortStage stage = SortStage::first_group;
     Move* next = nullptr;            ///< first move that was not delivered
@@ -33,9 +33,9 @@ struct MoveSortState {
     bool history_is_sorted = false;  ///< the remaining history moves are in order already
 };
 
-/// The next moves of a node that is no quiescence node, which has its list. A node that cuts early never pays for the
-/// later stages. Shrinks the list by the hash move.
+/// The next moves of a node outside quiescence. Its list must be generated already. A node that cuts early never pays
+/// for the later stages. Takes the hash move out of the list.
 [[nodiscard]] MoveBatch StagedMoveSorter(MoveSortState& state, Node& node) noexcept;
 
-/// All moves of a quiescence node, in one batch. Shrinks the list by the hash move.
+/// All moves of a quiescence node, in one batch. Takes the hash move out of the list.
 [[nodiscard]] MoveBatch SortQuiescence(Node& node) noexcept;

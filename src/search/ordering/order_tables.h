@@ -23,7 +23,7 @@ static_assert(sizeof(OrderTables) == 6 * 65);
 
 namespace order_tables {
 
-/// A board of the evaluation, cut to what a byte can tell: the corners of the last rank are that bad for a knight.
+/// A board of the evaluation, cut to what a byte can hold. Only a knight in a corner of the last rank needs the cut.
 [[nodiscard]] consteval std::array<std::int8_t, 64> CutToBytes(const piece_tables::Board& board) {
     std::array<std::int8_t, 64> cut{};
     for (std::size_t s = 0; s < 64; ++s) cut[s] = static_cast<std::int8_t>(std::max<int>(board[s], -128));

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Every move has this much to lose.
+/// Every score starts here, so that bad squares have something to take away.
 constexpr std::int32_t base_score = 50;
 /// Bound of the setting for the noise.
 constexpr std::int32_t largest_noise = 200;
@@ -21,7 +21,7 @@ constexpr std::int32_t LargestScore(const OrderTables& tables) {
     }
     return largest;
 }
-// Below every tactical move with the noise that is the default, and no overflow with the most.
+// With the default noise every score stays below those of tactical moves; with the largest noise nothing overflows.
 constexpr std::int32_t default_noise = 5;
 static_assert(LargestScore(opening_order) + default_noise < 256 && LargestScore(ending_order) + default_noise < 256);
 static_assert(LargestScore(opening_order) + largest_noise <= max_sort_score);

@@ -21,8 +21,8 @@ static_assert(knight_promotion_with_check_gain == piece_value[knight] - piece_va
 /// A loss up to this is as good as none, in centipawns.
 constexpr Score even_exchange = -10;
 
-/// A piece that discovers a check from a square this far from the enemy king may be lost by it: the king must be seen
-/// to first.
+/// A piece that discovers a check may be left hanging if it goes this far from the enemy king: the opponent has to
+/// answer the check first.
 constexpr int away_from_king = 2;
 
 /// Width of the noise among the moves of quiescence. The setting for it is read by nobody: docs/oddities.md, settings

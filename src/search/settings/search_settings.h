@@ -9,8 +9,8 @@
 #include <variant>
 
 /// The settings of the search: plain values that a node reads, with their defaults. Distances and extensions are in
-/// 1/64 ply, margins in centipawns, sort values in 1/512 of the range of a sort score. Three settings are read by
-/// nobody and change nothing: skip_perpetual_check_test_if_searching_null_move, enable_aggressive_history_pruning and
+/// 1/64 ply, margins in centipawns, sort values in 1/512 of the range of a sort score. Three settings are never read
+/// and change nothing: skip_perpetual_check_test_if_searching_null_move, enable_aggressive_history_pruning and
 /// randomize_quiescence_move_ordering.
 struct SearchSettings {
     // --- Root ---

@@ -16,15 +16,15 @@
 
 /// The search settings as text: shown, changed by name, and kept in files.
 ///
-/// A file is plain text, one variable a line, `name=value`, in the order of the table; the elements of an array stand
-/// after the sign, parted by single blanks; booleans are `true` and `false`. The order is a part of the format.
+/// A file is plain text, one variable per line, `name=value`, in the order of the table. The elements of an array are
+/// separated by single blanks; booleans are `true` and `false`. The order is part of the format.
 ///
 ///     Settings settings = Settings::Of(engine.settings);
 ///     settings.Set("futility_pruning_margin", "250");       // a private copy until it is applied
 ///     settings.ApplyTo(engine.settings);
 namespace OptimizeInterface {
 
-/// One variable with its elements, apart from the setting that it stands for. It may have no value yet.
+/// A copy of one variable with its elements: changing it does not change the setting. It may have no value yet.
 class DataType {
   public:
     /// A text that is no value, a value out of bounds, a bad index or length, or no value at all.
@@ -127,8 +127,8 @@ class Settings {
     /// Throws UnknownVariable or InvalidData.
     void Set(std::string_view name, std::string_view value);
 
-    /// Takes all values from a text in the format of a file. Variables that come after its end take their defaults,
-    /// which the log is told. Throws InvalidData, and is then of no more use.
+    /// Takes all values from a text in the format of a file. Variables missing at its end take their defaults, and the
+    /// log says so. Throws InvalidData, and can't be used any more then.
     void Read(std::istream& input);
     /// Throws IO_Exception or InvalidData.
     void ReadFile(const std::string& path);

@@ -41,7 +41,7 @@ inline constexpr std::uint32_t last_ply = 78;
 inline constexpr std::uint64_t first_poll_countdown = 100;
 
 /// The position under search with the stacks of its plies (the index is the ply). A search works on this private record
-/// alone: an exception that unwinds the tree leaves it anyhow, and StartSearch sets it up again.
+/// alone: an exception that unwinds the tree may leave it in any state, and StartSearch sets it up again.
 struct SearchBoard {
     /// `its_engine` must outlive the board.
     explicit SearchBoard(Engine& its_engine) : engine(its_engine) {

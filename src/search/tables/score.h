@@ -12,7 +12,7 @@ using Distance = std::int32_t;
 inline constexpr Distance ONE_PLY = 64;
 
 inline constexpr Score infinity_bound = 32767;
-/// A node's best score before any move; if it is still there after the moves, it says that none was searched.
+/// A node's best score before any move. If it still stands after the moves, none was searched.
 inline constexpr Score best_score_start = -infinity_bound;
 /// A score at or beyond +-mate_score_limit tells the distance to a mate.
 inline constexpr Score mate_score_limit = 31767;
