@@ -66,7 +66,7 @@ double exposure(const BOARD& board, double middle_game_weight, double so_far) {
 }
 
 bool kings_on_opposite_wings(const BOARD& board) {
-    // The c-file counts with the queen side here, the f-file with the centre: not the table of king_wing.
+    // Not the table of king_wing: docs/oddities.md, wings of opposite kings.
     const auto is_on_queen_side = [](Square s) { return FileOf(s) <= 2; };
     const auto is_on_king_side = [](Square s) { return FileOf(s) >= 6; };
     const Square w = board.white_pieces().king_square;
