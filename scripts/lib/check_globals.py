@@ -19,7 +19,7 @@ ALLOWED = {
     "(anonymous namespace)::results": "const; the compiler puts it beside what is written",
     "ExecutableDirectory()::directory": "const, set by the first call",
     "VorkaHelpScreen::EditHelp()::help": "const, built by the first call",
-    "VorkaInterfaces::KeywordTable()::rows": "const, joined by the first call",
+    "VorkaInterfaces::keywordTable()::rows": "const, joined by the first call",
     # Of the process, which has one of each.
     "vlog": "the log",
     # One reader for descriptor 0: a second one would miss the lines that the first has read ahead. The main loop, edit

@@ -14,7 +14,7 @@
 using VorkaInterfaces::BasicProtocol;
 using VorkaInterfaces::ConnectedGame;
 using VorkaInterfaces::ErrorCommand;
-using VorkaInterfaces::FindKeyword;
+using VorkaInterfaces::findKeyword;
 using VorkaInterfaces::IgnorableErrorCommand;
 using VorkaInterfaces::Keyword;
 using VorkaInterfaces::StartUp;
@@ -51,7 +51,7 @@ void EngineShell::carryOut(const StartupOption& option) {
     if (!option.has_dash) {
         std::cerr << vocabulary::expecting_dash_before_option << option.argument << vocabulary::continuing_without_dash;
     }
-    const Keyword* const keyword = FindKeyword(option.name);
+    const Keyword* const keyword = findKeyword(option.name);
     if (keyword == nullptr || keyword->start_up == StartUp::prompt_only) {
         stopAt(option.name);
         return;

@@ -141,23 +141,23 @@ const std::vector<KeywordCase> keyword_cases{
 };
 // clang-format on
 
-TEST(KeywordTable, HoldsEachKeywordOnce) {
+TEST(keywordTable, HoldsEachKeywordOnce) {
     std::multiset<std::string_view> expected;
     for (const KeywordCase& row : keyword_cases) expected.insert(row.word);
     std::multiset<std::string_view> actual;
-    for (const Keyword& row : KeywordTable()) actual.insert(row.word);
+    for (const Keyword& row : keywordTable()) actual.insert(row.word);
     EXPECT_EQ(actual, expected);
     for (const KeywordCase& row : keyword_cases) {
-        const Keyword* const found = FindKeyword(row.word);
+        const Keyword* const found = findKeyword(row.word);
         ASSERT_NE(found, nullptr) << row.word;
         EXPECT_EQ(found->word, row.word);
     }
-    for (const std::string_view word : {"", "foo", "e2e4", "HELP", "help "}) EXPECT_EQ(FindKeyword(word), nullptr);
+    for (const std::string_view word : {"", "foo", "e2e4", "HELP", "help "}) EXPECT_EQ(findKeyword(word), nullptr);
 }
 
-TEST(KeywordTable, GivesEachPlaceOfTheHelpOnce) {
+TEST(keywordTable, GivesEachPlaceOfTheHelpOnce) {
     std::set<int> places;
-    for (const Keyword& row : KeywordTable()) {
+    for (const Keyword& row : keywordTable()) {
         EXPECT_EQ(row.help.place == 0, row.help.text.empty()) << row.word;
         if (row.help.place == 0) continue;
         EXPECT_TRUE(places.insert(row.help.place).second) << row.word;
@@ -165,7 +165,7 @@ TEST(KeywordTable, GivesEachPlaceOfTheHelpOnce) {
 }
 
 /// The words that may stand on the command line, and what comes with them.
-TEST(KeywordTable, KnowsTheCommandsOfTheCommandLine) {
+TEST(keywordTable, KnowsTheCommandsOfTheCommandLine) {
     // clang-format off
     const std::map<std::string_view, StartUp> expected{
         {"xboard", at_start}, {"protover", at_start}, {"easy", at_start}, {"eval", at_start}, {"id", at_start},
@@ -180,7 +180,7 @@ TEST(KeywordTable, KnowsTheCommandsOfTheCommandLine) {
     };
     // clang-format on
     std::map<std::string_view, StartUp> actual;
-    for (const Keyword& row : KeywordTable()) {
+    for (const Keyword& row : keywordTable()) {
         if (row.start_up != prompt_only) actual.emplace(row.word, row.start_up);
     }
     EXPECT_EQ(actual, expected);
@@ -265,7 +265,7 @@ TEST_P(EachKeyword, IsRecognisedBetweenBlanksAndInQuotes) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(KeywordTable, EachKeyword, testing::ValuesIn(keyword_cases), [](const auto& tested) {
+INSTANTIATE_TEST_SUITE_P(keywordTable, EachKeyword, testing::ValuesIn(keyword_cases), [](const auto& tested) {
     const std::string word(tested.param.word);
     return word == "." ? "dot" : word == "?" ? "question_mark" : word;
 });
