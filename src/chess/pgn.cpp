@@ -153,7 +153,7 @@ class MoveText {
         const std::string_view text = WithoutMoveNumber(word);
         const GameResult result = ResultOf(text);
         if (text.starts_with('{') || text.starts_with(';')) {
-            SkipCommentBehindNumber(text);
+            SkipCommentAfterNumber(text);
         } else if (!text.empty() && result == GameResult::running) {
             TakeMove(text);
         }
@@ -162,7 +162,7 @@ class MoveText {
 
     /// A comment that begins in a word. What follows its end in the same word can't be told from a move and is
     /// refused.
-    void SkipCommentBehindNumber(std::string_view text) {
+    void SkipCommentAfterNumber(std::string_view text) {
         const std::size_t end = text.find('}');
         if (text.front() == ';') {
             stream_.ignore(longest_skip, '\n');

@@ -17,7 +17,7 @@ struct LineWalk {
 
     void Make(Move move) {
         board.MakeMove(move);
-        position_class = ClassBehindMove(board, move, position_class);
+        position_class = ClassAfterMove(board, move, position_class);
     }
 };
 

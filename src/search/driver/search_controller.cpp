@@ -96,7 +96,7 @@ void SearchController::StartSearch(const SearchLimits& limits, const BOARD& posi
     ponder_hit_ = {};
     fail_state_ = FailState::none;
     first_root_move_ = false;
-    root_side_ = static_cast<Colour>(position.side_to_move);
+    root_side_ = position.mover();
     UpdateDrawScore(contempt_);
     engine_.tables.NewSearch();
     clock_.Reset(limits.max_time_limit, limits.variable_time_limit);

@@ -15,4 +15,4 @@
 
 /// The class of `board`, reached by `last_move` (INVALID for a null move) from a position of class `parent_class`.
 /// A class is kept until something happens that may change it.
-[[nodiscard]] int ClassBehindMove(const BOARD& board, Move last_move, int parent_class) noexcept;
+[[nodiscard]] int ClassAfterMove(const BOARD& board, Move last_move, int parent_class) noexcept;

@@ -93,7 +93,7 @@ std::optional<Score> ProbeHash(Node& node) {
 /// The line goes on in the class that the ply before left it in: the position-type extension notes a new one.
 void UpdateClass(Node& node) {
     if (!node.hash_gave_class) {
-        node.position_class = ClassBehindMove(node.board(), node.last_move(), node.parent_class);
+        node.position_class = ClassAfterMove(node.board(), node.last_move(), node.parent_class);
     }
     if (node.ply > 0) node.search.position_class[node.ply] = node.search.position_class[node.ply - 1];
 }
@@ -141,7 +141,7 @@ Score SearchMoves(Node& node) {
 
 }  // namespace
 
-int ClassBehindMove(const BOARD& board, Move last_move, int parent_class) noexcept {
+int ClassAfterMove(const BOARD& board, Move last_move, int parent_class) noexcept {
     const bool changed_material = (last_move & capture_or_promotion_bits) != 0;
     const bool developed =
         parent_class == opening && last_move != INVALID &&

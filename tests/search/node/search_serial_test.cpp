@@ -133,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(SearchNode, KnownAnswers, testing::Values(
     KnownRow{"too little material, beta 1", too_little, "e1e2", 1, 0},
     KnownRow{"fifty moves, beta 0", fifty, "e1f1", 0, 0},
     KnownRow{"fifty moves, beta 1", fifty, "e1f1", 1, 0},
-    // The root side sees a draw as 30; the side on move behind its move as -30.
+    // The root side sees a draw as 30; the side on move after its move as -30.
     KnownRow{"contempt, on the bound", too_little, "e1e2", -30, -30, 30},
     KnownRow{"contempt, one point more", too_little, "e1e2", -29, -30, 30},
     KnownRow{"mated with the fifty moves over", "k7/8/1K6/8/8/8/8/7R w - - 99 80", "h1h8", 0, 0}),
@@ -176,7 +176,7 @@ TEST_P(ClassUpdates, HappenWhenTheMoveMayChangeIt) {
     BOARD board = BoardFromFen(std::string(GetParam().fen));
     const Move move = MoveOf(board, GetParam().move);
     board.MakeMove(move);
-    EXPECT_EQ(ClassBehindMove(board, move, GetParam().parent_class), GetParam().expected);
+    EXPECT_EQ(ClassAfterMove(board, move, GetParam().parent_class), GetParam().expected);
 }
 
 /// A middle game by its material; the parent's class is given as something else, so that a new look is noticed.
@@ -203,7 +203,7 @@ INSTANTIATE_TEST_SUITE_P(SearchNode, ClassUpdates, testing::Values(
 TEST(SearchNode, NullMoveKeepsTheClass) {
     BOARD board = BoardFromFen(std::string(last_piece));
     board.MakeNullMove();
-    EXPECT_EQ(ClassBehindMove(board, INVALID, opening), opening);
+    EXPECT_EQ(ClassAfterMove(board, INVALID, opening), opening);
 }
 
 TEST(SearchNode, WritesItsClassOnItsPly) {
