@@ -5,7 +5,6 @@
 
 #include "bitbases/single_pawn_bitbases_data.h"
 #include "chess/bitboard_tables.h"
-#include "frame/base/checked_assert.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
@@ -43,16 +42,6 @@ constexpr int points_for_rank = 4;
 
 Square OnlyPawn(const BOARD& board, Colour side) { return FindLowestBit(board.side(side).pawns); }
 
-void CheckNumbering() {
-    int last = -1;
-    for (Square s = a1; s <= h8; ++s) {
-        if (IsOnRightHalf(s)) continue;
-        const int number = HelperFunctions::CompactAntiMirroredSquare(s);
-        CHECKED_ASSERT(number == last + 1, vocabulary::error_in_compact_square);
-        last = number;
-    }
-}
-
 /// One file of the executable's directory: what the log says when it is there, missing, or unusable.
 struct BitbaseFile {
     std::string_view name, found, not_found, not_found_end, failed;
@@ -82,7 +71,6 @@ void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& b
 }  // namespace
 
 void Bitbases::Init() {
-    CheckNumbering();
     {
         const EchoScope file_only(vlog, Echo::off);
         const std::string& directory = ExecutableDirectory();

@@ -38,9 +38,17 @@ inline constexpr int piece_value[7] = {0, 100, 305, 315, 500, 1020, 0};
 
 [[nodiscard]] constexpr Square MirrorVertically(Square s) { return s ^ 56; }
 [[nodiscard]] constexpr Square MirrorHorizontally(Square s) { return s ^ 7; }
-[[nodiscard]] constexpr Square Rotate180(Square s) { return s ^ 63; }
-[[nodiscard]] constexpr Square Rotate90(Square s) { return (s >> 3) + (((s & 7) ^ 7) << 3); }
-[[nodiscard]] constexpr Square Transpose(Square s) { return (s >> 3) + ((s & 7) << 3); }
+static_assert([] {
+    for (int rank = 0; rank < 8; ++rank) {
+        for (int file = 0; file < 8; ++file) {
+            const Square s = rank * 8 + file;
+            if (FileOf(s) != file || RankOf(s) != rank) return false;
+            if (MirrorVertically(s) != (7 - rank) * 8 + file) return false;
+            if (MirrorHorizontally(s) != rank * 8 + (7 - file)) return false;
+        }
+    }
+    return true;
+}());
 
 /// A square written from White's side, as a side sees it: rank r becomes 7 - r for Black, files stay.
 [[nodiscard]] constexpr Square Seen(Colour side, Square s) { return side == white ? s : MirrorVertically(s); }

@@ -21,7 +21,6 @@ inline constexpr std::string_view no_error_description = "no error description a
 inline constexpr std::string_view checked_assert_failed = "CHECKED_ASSERT failed:";
 inline constexpr std::string_view assertion_file = "file: ";
 inline constexpr std::string_view assertion_line = ", line: ";
-inline constexpr std::string_view bit_functions_failed = "bit-twiddling functions in basic.h failed the checks";
 inline constexpr std::string_view rounding_functions_failed = "rounding functions in utility.h failed the checks";
 inline constexpr std::string_view logfile_created_at = "Vorka logfile created at: ";
 inline constexpr std::string_view stdin_set_to_raw_mode = "Stdin has been set to raw mode (OS: Unix compatible).";
@@ -260,8 +259,6 @@ inline constexpr std::string_view generic_bitbases_disabled = "- generic bitbase
 inline constexpr std::string_view failed_to_open_two_pawns = "Warning: Failed to open two pawns bitbases.\n";
 inline constexpr std::string_view failed_to_open_rammed_pawn = "Warning: Failed to open rammed pawn bitbases\n";
 inline constexpr std::string_view could_not_open_bitbase_file = "Could not open file '";
-inline constexpr std::string_view error_in_compact_square =
-    "Error in VorkaBitbases::HelperFunctions::CompactAntiMirroredSquare";
 inline constexpr std::string_view mapped_file_is_empty = "size > 0";
 inline constexpr std::string_view verifying_bitbase = "Verifying bitbase '";
 inline constexpr std::string_view verifying_dots = "'...";
