@@ -163,7 +163,7 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     Engine engine;
-    if (!engine.tables.Resize(hash_megabytes << 20U, 4U << 20U)) {
+    if (!engine.tables.Resize(hash_megabytes * mebibyte, usual_evaluation_bytes)) {
         std::cerr << "solve_epd: no memory for the tables\n";
         return EXIT_FAILURE;
     }
