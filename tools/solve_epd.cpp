@@ -45,7 +45,7 @@ std::vector<Move> MovesIn(const std::string& text, const BOARD& board) {
     for (std::string word; words >> word;) {
         MoveParseError error = MoveParseError::syntax;
         const Move move = ParseMove(word, board, error);
-        if (move == INVALID) throw std::runtime_error("no legal move: " + word);
+        if (move == INVALID) throw std::runtime_error(std::string(MoveParseErrorText(error)) + ": " + word);
         moves.push_back(move & move_bits);
     }
     return moves;

@@ -339,7 +339,6 @@ inline constexpr std::string_view illegal_move = "Illegal move";
 inline constexpr std::string_view argument_out_of_bounds = "argument out of bounds";
 inline constexpr std::string_view cannot_change_sides = "cannot change sides";
 inline constexpr std::string_view command_is_not_supported = "command is not supported";
-inline constexpr std::string_view command_is_not_supported_in_this_build = "command is not supported in this build";
 inline constexpr std::string_view command_not_legal_now = "command not legal now";
 inline constexpr std::string_view could_not_open_file = "could not open file";
 inline constexpr std::string_view could_not_read_fen_file = "could not read FEN file";

@@ -83,9 +83,10 @@ TEST_F(SettingsFile, VariablesDescribeThemselves) {
 
 TEST_F(SettingsFile, DescriptionsHaveNoValues) {
     const Settings settings = Settings::Descriptions();
-    for (const auto& variable : settings.variables()) {
-        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable->Text(); }), "not initialized");
-        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable->Get(0); }), "not initialized");
+    for (const SettingRow& row : Table()) {
+        const DataType& variable = settings.Find(row.name);
+        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable.Text(); }), "not initialized");
+        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable.Get(0); }), "not initialized");
     }
 }
 
@@ -272,7 +273,7 @@ TEST_F(SettingsFile, LineEndsOfAnotherSystemAreRead) {
     const std::string text = Written(Settings::Of(current_));
     EXPECT_EQ(FailureOfReading(Joined(LinesOf(text), "\r\n")), "");
     EXPECT_EQ(FailureOfReading(text.substr(0, text.size() - 1)), "") << "no end of the last line";
-    EXPECT_EQ(FailureOfReading(text + "anything\n"), "") << "what stands behind the last variable is not read";
+    EXPECT_EQ(FailureOfReading(text + "anything\n"), "") << "what stands after the last variable is not read";
 }
 
 TEST_F(SettingsFile, HugeLinesAndBinariesAreRefused) {
