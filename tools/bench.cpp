@@ -20,7 +20,6 @@
 namespace {
 
 constexpr int default_depth = 6;
-constexpr std::uint64_t megabyte = 1U << 20;
 
 /// Openings, middle games quiet and sharp, endings of several kinds; moves that promote, castle and take en passant.
 // clang-format off
@@ -164,7 +163,7 @@ int main(int argc, char** argv) {
         }
     }
     if (optind != argc || options.depth < 1 || options.milliseconds < 0) return Usage(std::cerr, EXIT_FAILURE);
-    if (!engine.tables.Resize(hash_megabytes * megabyte, 4 * megabyte)) {
+    if (!engine.tables.Resize(hash_megabytes * mebibyte, usual_evaluation_bytes)) {
         std::cerr << "bench: no memory for the tables\n";
         return EXIT_FAILURE;
     }

@@ -95,7 +95,7 @@ int main(int argc, char** argv) {
         std::cerr << "best_move: " << error.what() << '\n';
         return EXIT_FAILURE;
     }
-    if (!engine.tables.Resize(32U << 20U, 4U << 20U)) {
+    if (!engine.tables.Resize(usual_transposition_bytes, usual_evaluation_bytes)) {
         std::cerr << "best_move: no memory for the tables\n";
         return EXIT_FAILURE;
     }

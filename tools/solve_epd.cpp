@@ -45,7 +45,7 @@ std::vector<Move> MovesIn(const std::string& text, const BOARD& board) {
     for (std::string word; words >> word;) {
         MoveParseError error = MoveParseError::syntax;
         const Move move = ParseMove(word, board, error);
-        if (move == INVALID) throw std::runtime_error("no legal move: " + word);
+        if (move == INVALID) throw std::runtime_error(std::string(MoveParseErrorText(error)) + ": " + word);
         moves.push_back(move & move_bits);
     }
     return moves;
@@ -163,7 +163,7 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     Engine engine;
-    if (!engine.tables.Resize(hash_megabytes << 20U, 4U << 20U)) {
+    if (!engine.tables.Resize(hash_megabytes * mebibyte, usual_evaluation_bytes)) {
         std::cerr << "solve_epd: no memory for the tables\n";
         return EXIT_FAILURE;
     }

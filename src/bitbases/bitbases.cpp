@@ -5,7 +5,6 @@
 
 #include "bitbases/single_pawn_bitbases_data.h"
 #include "chess/bitboard_tables.h"
-#include "frame/base/checked_assert.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
@@ -43,16 +42,6 @@ constexpr int points_for_rank = 4;
 
 Square OnlyPawn(const BOARD& board, Colour side) { return FindLowestBit(board.side(side).pawns); }
 
-void CheckNumbering() {
-    int last = -1;
-    for (Square s = a1; s <= h8; ++s) {
-        if (IsOnRightHalf(s)) continue;
-        const int number = HelperFunctions::CompactAntiMirroredSquare(s);
-        CHECKED_ASSERT(number == last + 1, vocabulary::error_in_compact_square);
-        last = number;
-    }
-}
-
 /// One file of the executable's directory: what the log says when it is there, missing, or unusable.
 struct BitbaseFile {
     std::string_view name, found, not_found, not_found_end, failed;
@@ -82,7 +71,6 @@ void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& b
 }  // namespace
 
 void Bitbases::Init() {
-    CheckNumbering();
     {
         const EchoScope file_only(vlog, Echo::off);
         const std::string& directory = ExecutableDirectory();
@@ -97,42 +85,41 @@ void Bitbases::LoadTwoPawns(const std::string& path) { two_pawns_ = Map(path, tw
 void Bitbases::LoadRammedPawns(const std::string& path) { rammed_pawns_ = Map(path, rammed_pawn_size); }
 
 bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king, Square black_king) noexcept {
-    const int turn = pawn_side == white ? 0 : 56;
-    const Square strong_king = (pawn_side == white ? white_king : black_king) ^ turn;
-    const Square weak_king = (pawn_side == white ? black_king : white_king) ^ turn;
+    const Square kings[2] = {white_king, black_king};
+    const Square strong_king = Seen(pawn_side, kings[pawn_side]);
+    const Square weak_king = Seen(pawn_side, kings[Opponent(pawn_side)]);
     const int weak_to_move = to_move == pawn_side ? 0 : 1;
-    const auto word = static_cast<std::size_t>((weak_to_move * 64 + (pawn ^ turn)) * 64 + strong_king);
+    const auto word = static_cast<std::size_t>((weak_to_move * 64 + Seen(pawn_side, pawn)) * 64 + strong_king);
     return !Has(single_pawn_bitbase[word], weak_king);
 }
 
 int ProbeSinglePawn(const BOARD& board) noexcept {
     const Colour pawn_side = board.side(white).pawns != 0 ? white : black;
     const Square pawn = OnlyPawn(board, pawn_side);
-    const auto to_move = static_cast<Colour>(board.side_to_move);
+    const Colour to_move = board.mover();
     if (!IsSinglePawnWin(to_move, pawn_side, pawn, board.side(white).king_square, board.side(black).king_square)) {
         return 0;
     }
-    const int rank = RankOf(pawn_side == white ? pawn : MirrorVertically(pawn));
-    const int score = points_for_rank * rank + single_pawn_win;
+    const int score = points_for_rank * RankOf(Seen(pawn_side, pawn)) + single_pawn_win;
     return to_move == pawn_side ? score : -score;
 }
 
 int Bitbases::ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
                                Square black_pawn) const noexcept {
-    const bool is_white = to_move == white;
-    const Square own_pawn = is_white ? white_pawn : black_pawn;
-    const int turn = (is_white ? 0 : 56) + (IsOnRightHalf(own_pawn) ? 7 : 0);
-    return Read(*two_pawns_,
-                TwoPawnsCell(own_pawn ^ turn, (is_white ? black_pawn : white_pawn) ^ turn,
-                             (is_white ? white_king : black_king) ^ turn, (is_white ? black_king : white_king) ^ turn));
+    const Square kings[2] = {white_king, black_king};
+    const Square pawns[2] = {white_pawn, black_pawn};
+    const Colour enemy = Opponent(to_move);
+    const bool is_mirrored = IsOnRightHalf(pawns[to_move]);
+    const auto turned = [&](Square s) { return is_mirrored ? MirrorHorizontally(Seen(to_move, s)) : Seen(to_move, s); };
+    return Read(*two_pawns_, TwoPawnsCell(turned(pawns[to_move]), turned(pawns[enemy]), turned(kings[to_move]),
+                                          turned(kings[enemy])));
 }
 
 int Bitbases::ProbeTwoPawns(const BOARD& board) const noexcept {
-    const auto to_move = static_cast<Colour>(board.side_to_move);
+    const Colour to_move = board.mover();
     const int result = ProbeTwoPawnsRaw(to_move, board.side(white).king_square, board.side(black).king_square,
                                         OnlyPawn(board, white), OnlyPawn(board, black));
-    const Square own_pawn = OnlyPawn(board, to_move);
-    const int rank = RankOf(to_move == white ? own_pawn : MirrorVertically(own_pawn));
+    const int rank = RankOf(Seen(to_move, OnlyPawn(board, to_move)));
     if (result == stored_loss) return -(points_for_rank * (7 - rank) + pawns_win);
     return result == stored_win ? points_for_rank * rank + pawns_win : 0;
 }
@@ -140,15 +127,13 @@ int Bitbases::ProbeTwoPawns(const BOARD& board) const noexcept {
 int Bitbases::ProbeRammedPawns(const BOARD& board) const noexcept {
     const Colour strong = PopCount(board.side(black).pawns) == 1 ? white : black;
     const Colour weak = Opponent(strong);
-    int turn = strong == white ? 0 : 56;
-    const Square blocker = OnlyPawn(board, weak) ^ turn;
-    const Square blocked = blocker - 8;
-    if (IsOnRightHalf(blocked)) turn ^= 7;
-    const Square front = IsOnRightHalf(blocked) ? blocked ^ 7 : blocked;
-    // Squares of the board, turned back, so that the other pawn can be told from the blocked one.
-    const Square other = FindLowestBit(board.side(strong).pawns & ~Bit(front ^ turn)) ^ turn;
-    const Square strong_king = board.side(strong).king_square ^ turn;
-    const Square weak_king = board.side(weak).king_square ^ turn;
+    const Square blocked = OnlyPawn(board, weak) - Forward(strong);
+    const bool is_mirrored = IsOnRightHalf(blocked);
+    const auto turned = [&](Square s) { return is_mirrored ? MirrorHorizontally(Seen(strong, s)) : Seen(strong, s); };
+    const Square front = turned(blocked);
+    const Square other = turned(FindLowestBit(board.side(strong).pawns & ~Bit(blocked)));
+    const Square strong_king = turned(board.side(strong).king_square);
+    const Square weak_king = turned(board.side(weak).king_square);
     const bool strong_to_move = board.side_to_move == strong;
     const int result =
         Read(*rammed_pawns_, RammedPawnsCell(front, other, strong_king, weak_king, strong_to_move ? 0 : 1));

@@ -24,6 +24,14 @@ namespace HelperFunctions {
     return ((square & 56) >> 1) | (square & 3);
 }
 
+static_assert([] {
+    int next = 0;
+    for (Square s = a1; s <= h8; ++s) {
+        if (FileOf(s) < 4 && CompactAntiMirroredSquare(s) != next++) return false;
+    }
+    return next == 32;
+}());
+
 }  // namespace HelperFunctions
 
 inline constexpr std::uint32_t two_pawns_size = 0x120000;    ///< bytes

@@ -39,6 +39,11 @@ struct BITBOARD_TABLES {
     [[nodiscard]] const Bitboard* pawn_attacks(Colour side) const {
         return side == white ? white_pawn_attacks : black_pawn_attacks;
     }
+    [[nodiscard]] const Bitboard* pawn_front_span(Colour side) const {
+        return side == white ? white_pawn_front_span : black_pawn_front_span;
+    }
+    /// The squares ahead on the same file, as a side sees it.
+    [[nodiscard]] const Bitboard* ray_forward(Colour side) const { return side == white ? ray_north : ray_south; }
     /// The key of a set en passant square.
     [[nodiscard]] std::uint64_t zobrist_ep(Square s) const {
         return s < a4 ? zobrist_ep_third_rank[FileOf(s)] : zobrist_ep_sixth_rank[FileOf(s)];

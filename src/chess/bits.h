@@ -38,15 +38,27 @@ inline constexpr int piece_value[7] = {0, 100, 305, 315, 500, 1020, 0};
 
 [[nodiscard]] constexpr Square MirrorVertically(Square s) { return s ^ 56; }
 [[nodiscard]] constexpr Square MirrorHorizontally(Square s) { return s ^ 7; }
-[[nodiscard]] constexpr Square Rotate180(Square s) { return s ^ 63; }
-[[nodiscard]] constexpr Square Rotate90(Square s) { return (s >> 3) + (((s & 7) ^ 7) << 3); }
-[[nodiscard]] constexpr Square Transpose(Square s) { return (s >> 3) + ((s & 7) << 3); }
+static_assert([] {
+    for (int rank = 0; rank < 8; ++rank) {
+        for (int file = 0; file < 8; ++file) {
+            const Square s = rank * 8 + file;
+            if (FileOf(s) != file || RankOf(s) != rank) return false;
+            if (MirrorVertically(s) != (7 - rank) * 8 + file) return false;
+            if (MirrorHorizontally(s) != rank * 8 + (7 - file)) return false;
+        }
+    }
+    return true;
+}());
 
-/// A square or set written from White's side, as `Us` sees it: rank r becomes 7 - r, files stay.
+/// A square written from White's side, as a side sees it: rank r becomes 7 - r for Black, files stay.
+[[nodiscard]] constexpr Square Seen(Colour side, Square s) { return side == white ? s : MirrorVertically(s); }
 template <Colour Us>
 [[nodiscard]] constexpr Square Seen(Square s) {
-    return Us == white ? s : MirrorVertically(s);
+    return Seen(Us, s);
 }
+
+/// The step of a side's pawns, from square to square.
+[[nodiscard]] constexpr int Forward(Colour side) { return side == white ? 8 : -8; }
 
 /// The scans and counts exist in two forms with the same results: one that reads a 64 K table of 16-bit chunks, and one
 /// from the language's own bit operations. The latter is faster (benchmarks/perft measures both) and stands behind the

@@ -64,6 +64,7 @@ struct BOARD {
     BOARD(const BOARD& other);
     BOARD& operator=(const BOARD& other);
 
+    [[nodiscard]] Colour mover() const { return static_cast<Colour>(side_to_move); }
     [[nodiscard]] SIDE_PIECES& side(std::uint32_t colour) { return sides[colour]; }
     [[nodiscard]] const SIDE_PIECES& side(std::uint32_t colour) const { return sides[colour]; }
     [[nodiscard]] const SIDE_PIECES& white_pieces() const { return sides[0]; }

@@ -26,21 +26,19 @@ std::unique_ptr<BOARD> FromScratch(const BOARD& board) {
 /// at. The key decides which, so that every run looks at the same ones.
 bool IsLookedAt(const BOARD& board) { return board.key() % 128 == 0; }
 
-int CodeOf(int piece, std::uint32_t side) { return side == white ? piece : -piece; }
-
 }  // namespace
 
 void AssertMoveFits(const BOARD& board, Move move) {
     const Square from = FromSquare(move), to = ToSquare(move);
-    const std::uint32_t us = board.side_to_move, them = us ^ 1U;
+    const Colour us = board.mover(), them = Opponent(us);
     const int captured = CapturedPiece(move), promotion = PromotionPiece(move);
     CHECKED_ASSERT(board.ply + 1 < max_frames, no_error_description);
     CHECKED_ASSERT(from != to, no_error_description);
-    CHECKED_ASSERT(board.squares[from] == CodeOf(MovingPiece(move), us), no_error_description);
+    CHECKED_ASSERT(board.squares[from] == SignedCode(us, MovingPiece(move)), no_error_description);
     CHECKED_ASSERT(!Has(board.own().all, to), no_error_description);
     CHECKED_ASSERT(captured != king, no_error_description);
     const bool is_en_passant = captured == pawn && MovingPiece(move) == pawn && board.squares[to] == no_piece;
-    CHECKED_ASSERT(is_en_passant || board.squares[to] == CodeOf(captured, them), no_error_description);
+    CHECKED_ASSERT(is_en_passant || board.squares[to] == SignedCode(them, captured), no_error_description);
     CHECKED_ASSERT(!is_en_passant || to == board.frame().en_passant_square, no_error_description);
     CHECKED_ASSERT(promotion == no_piece || MovingPiece(move) == pawn, no_error_description);
     const bool reaches_last_rank = MovingPiece(move) == pawn && (RankOf(to) == 0 || RankOf(to) == 7);
@@ -64,12 +62,12 @@ void AssertMoveUndone(const BOARD& board, Move move) {
 }
 
 void AssertMoveWasMade(const BOARD& board, Move move) {
-    const std::uint32_t mover = board.side_to_move ^ 1U;
+    const Colour mover = Opponent(board.mover());
     const int promotion = PromotionPiece(move);
     CHECKED_ASSERT(board.ply > 0, no_error_description);
     CHECKED_ASSERT(board.squares[FromSquare(move)] == no_piece, no_error_description);
     CHECKED_ASSERT(
-        board.squares[ToSquare(move)] == CodeOf(promotion != no_piece ? promotion : MovingPiece(move), mover),
+        board.squares[ToSquare(move)] == SignedCode(mover, promotion != no_piece ? promotion : MovingPiece(move)),
         no_error_description);
 }
 

@@ -3,6 +3,7 @@
 
 #include "chess/board_text.h"
 #include "chess/move_generator.h"
+#include "chess/position_keys.h"
 #include "chess/user_board.h"
 
 namespace {
@@ -46,7 +47,7 @@ void EditBoard::SetDefault() {
 }
 
 void EditBoard::SetSquare(Square square, PieceType piece) {
-    const auto code = static_cast<std::int8_t>(edit_colour_ == white ? piece : -piece);
+    const auto code = static_cast<std::int8_t>(SignedCode(edit_colour_, piece));
     if (squares_[square] == code) return;
     squares_[square] = code;
     castling_ = rights_by_placement;
@@ -61,7 +62,7 @@ void EditBoard::SetSide(Colour side) {
 
 void EditBoard::LoadFrom(const BOARD& board) {
     std::copy(std::begin(board.squares), std::end(board.squares), std::begin(squares_));
-    side_ = static_cast<Colour>(board.side_to_move);
+    side_ = board.mover();
     castling_ = board.frame().castling;
     edit_colour_ = white;
     state_ = State::invalid;

@@ -29,7 +29,7 @@ Bitboard CheapestOf(Bitboard attackers, const SIDE_PIECES& side) {
 Bitboard AttacksFrom(Square s, int piece, const BOARD& board) {
     switch (piece) {
         case pawn:
-            return bitboard_tables.pawn_attacks(static_cast<Colour>(board.side_to_move))[s];
+            return bitboard_tables.pawn_attacks(board.mover())[s];
         case knight:
             return bitboard_tables.knight_attacks[s];
         case bishop:

@@ -66,7 +66,7 @@ constexpr bool IsCastlingFromHome(Square from, Square to) {
 
 template <Colour Us>
 constexpr bool IsDoubleStep(Square from, Square to) {
-    return to - from == (Us == white ? 16 : -16);
+    return to - from == 2 * Forward(Us);
 }
 
 /// The castling rook, in both directions: all it touches is flipped, but for `squares`.

@@ -72,12 +72,12 @@ class Generator {
 
   private:
     static constexpr Colour Them = Opponent(Us);
-    static constexpr int forward = Us == white ? 8 : -8;
+    static constexpr int forward = Forward(Us);
     // Towards the a-file and towards the h-file, as White sees the board.
-    static constexpr int capture_westwards = Us == white ? 7 : -9;
-    static constexpr int capture_eastwards = Us == white ? 9 : -7;
-    static constexpr Bitboard last_rank = RankSet(Us == white ? 7 : 0);
-    static constexpr Bitboard third_rank = RankSet(Us == white ? 2 : 5);
+    static constexpr int capture_westwards = forward - 1;
+    static constexpr int capture_eastwards = forward + 1;
+    static constexpr Bitboard last_rank = RankSet(RankOf(Seen<Us>(a8)));
+    static constexpr Bitboard third_rank = RankSet(RankOf(Seen<Us>(a3)));
 
     void Castling() noexcept {
         constexpr Bitboard short_gap = Bit(Seen<Us>(f1)) | Bit(Seen<Us>(g1));

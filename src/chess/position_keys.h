@@ -37,15 +37,16 @@ inline constexpr std::array<std::uint8_t, 64> castling_right_of_corner = [] {
 }
 
 /// A piece type's code on the board.
+[[nodiscard]] constexpr int SignedCode(Colour side, int piece) { return side == white ? piece : -piece; }
 template <Colour Us>
 [[nodiscard]] constexpr int SignedCode(int piece) {
-    return Us == white ? piece : -piece;
+    return SignedCode(Us, piece);
 }
 
 /// The square behind `s`, where a pawn of `Us` came from.
 template <Colour Us>
 [[nodiscard]] constexpr Square Behind(Square s) {
-    return Us == white ? s - 8 : s + 8;
+    return s - Forward(Us);
 }
 
 /// From and to of the rook that castles with a king going to `king_to`.

@@ -12,15 +12,12 @@ constexpr int max_pawns_of_a_side = 14;
 constexpr Bitboard first_and_last_rank = 0xFF000000000000FF;
 
 /// Where an en passant square lies that the side to move may capture on.
-constexpr int EnPassantRank(std::uint32_t side_to_move) { return side_to_move == white ? 5 : 2; }
-
-std::int8_t CodeOf(std::uint32_t side, int piece) { return static_cast<std::int8_t>(side == white ? piece : -piece); }
+constexpr int EnPassantRank(Colour side_to_move) { return RankOf(Seen(side_to_move, a6)); }
 
 bool CanBeLoaded(const std::int8_t (&position)[64], int side, int en_passant_square, int castling) {
     if (side != white && side != black) return false;
     if (en_passant_square < 0 || en_passant_square > 63) return false;
-    if (en_passant_square != 0 && RankOf(en_passant_square) != EnPassantRank(static_cast<std::uint32_t>(side)))
-        return false;
+    if (en_passant_square != 0 && RankOf(en_passant_square) != EnPassantRank(static_cast<Colour>(side))) return false;
     if (castling < 0 || castling > 15) return false;
     return std::all_of(std::begin(position), std::end(position),
                        [](int code) { return code >= -king && code <= king; });
@@ -80,7 +77,7 @@ std::uint64_t KeyFromScratch(const BOARD& board) {
 }
 
 bool HasOneKing(const BOARD& board, Colour side) {
-    return std::count(std::begin(board.squares), std::end(board.squares), CodeOf(side, king)) == 1;
+    return std::count(std::begin(board.squares), std::end(board.squares), SignedCode(side, king)) == 1;
 }
 
 bool HasPossiblePawns(const SIDE_PIECES& side) {
@@ -91,10 +88,10 @@ bool HasPossiblePawns(const SIDE_PIECES& side) {
 bool IsEnPassantSquarePossible(const BOARD& board) {
     const Square s = board.frame().en_passant_square;
     if (s == 0) return true;
-    if (RankOf(s) != EnPassantRank(board.side_to_move)) return false;
-    const int step = board.side_to_move == white ? 8 : -8;
+    if (RankOf(s) != EnPassantRank(board.mover())) return false;
+    const int step = Forward(board.mover());
     return board.squares[s] == no_piece && board.squares[s + step] == no_piece &&
-           board.squares[s - step] == CodeOf(board.side_to_move ^ 1U, pawn);
+           board.squares[s - step] == SignedCode(Opponent(board.mover()), pawn);
 }
 
 template <Colour Us>

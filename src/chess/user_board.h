@@ -104,7 +104,7 @@ class UserBoard {
     [[nodiscard]] bool IsGameOver() const { return current_.result != GameResult::running; }
     /// False only after SetInvalid.
     [[nodiscard]] bool IsPositionValid() const { return valid_; }
-    [[nodiscard]] Colour side_to_move() const { return static_cast<Colour>(current_.board.side_to_move); }
+    [[nodiscard]] Colour side_to_move() const { return current_.board.mover(); }
     [[nodiscard]] std::uint32_t ply_offset() const { return ply_offset_; }
     [[nodiscard]] const std::vector<Move>& made_moves() const { return made_moves_; }
     [[nodiscard]] const std::deque<Move>& next_moves() const { return next_moves_; }

@@ -33,11 +33,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(!error.text().empty());
         return 0;
     }
-    std::size_t row = 0;
-    for (const auto& variable : settings.variables()) {
-        const search_settings::SettingRow& bounds = search_settings::Table()[row++];
-        for (std::size_t i = 0; i < variable->size(); ++i) {
-            Require(variable->Get(i) >= bounds.lower_bound && variable->Get(i) <= bounds.upper_bound);
+    for (const search_settings::SettingRow& row : search_settings::Table()) {
+        const OptimizeInterface::DataType& variable = settings.Find(row.name);
+        for (std::size_t i = 0; i < variable.size(); ++i) {
+            Require(variable.Get(i) >= row.lower_bound && variable.Get(i) <= row.upper_bound);
         }
     }
     std::istringstream written(Written(settings));

@@ -13,7 +13,7 @@ bool Belongs(int code, Colour side) { return side == white ? code > 0 : code < 0
 int CodeOf(Colour side, int piece) { return side == white ? piece : -piece; }
 std::size_t At(Square s) { return static_cast<std::size_t>(s); }
 int Sign(int n) { return (n > 0) - (n < 0); }
-int Forward(Colour side) { return side == white ? 8 : -8; }
+int PawnStep(Colour side) { return side == white ? 8 : -8; }
 
 /// Whether the squares strictly between two squares of a line are empty.
 bool IsLineOpen(const SlowPosition& position, Square from, Square to) {
@@ -38,10 +38,10 @@ void AddPawnMove(const SlowPosition& position, Square from, Square to, std::vect
 }
 
 void AddPawnMoves(const SlowPosition& position, Square from, std::vector<Move>& moves) {
-    const Square ahead = from + Forward(position.side);
+    const Square ahead = from + PawnStep(position.side);
     if (position.squares[At(ahead)] == no_piece) {
         AddPawnMove(position, from, ahead, moves);
-        const Square twice = ahead + Forward(position.side);
+        const Square twice = ahead + PawnStep(position.side);
         if (RankOf(from) == (position.side == white ? 1 : 6) && position.squares[At(twice)] == no_piece)
             moves.push_back(Word(position, from, twice));
     }
@@ -194,7 +194,7 @@ SlowPosition SlowAfter(const SlowPosition& position, Move move) {
     if (PieceOf(code) == pawn) {
         if (std::abs(to - from) == 16) after.en_passant_square = (from + to) / 2;
         if (FileOf(from) != FileOf(to) && position.squares[At(to)] == no_piece)
-            after.squares[At(to - Forward(position.side))] = no_piece;
+            after.squares[At(to - PawnStep(position.side))] = no_piece;
     }
     if (PieceOf(code) == king && std::abs(to - from) == 2) {
         const Square corner = to > from ? to + 1 : to - 2;

@@ -83,7 +83,7 @@ mode_t DefaultMode() {
 }
 
 /// Where a chain of symbolic links leads; the path itself if it is no link, or leads nowhere.
-std::string BehindLinks(const std::string& path) {
+std::string TargetOfLinks(const std::string& path) {
     std::error_code error;
     const std::filesystem::path target = std::filesystem::canonical(path, error);
     return error ? path : target.string();
@@ -100,7 +100,7 @@ bool OpenForReading(const std::string& path, std::ifstream& file) {
 
 FileOutcome ReplaceFile(const std::string& path, std::string_view text) {
     if (path.empty()) return FileOutcome::not_opened;
-    const std::string target = BehindLinks(path);
+    const std::string target = TargetOfLinks(path);
     struct stat old {};
     const bool exists = stat(target.c_str(), &old) == 0;
     if (exists && S_ISDIR(old.st_mode)) return FileOutcome::not_opened;

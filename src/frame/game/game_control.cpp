@@ -132,7 +132,6 @@ std::string GameControl::makeMove(Move move) {
     std::string text = MoveToSan(board(), move);
     clock_.switchClock();
     MakeMove(move);
-    forecast_ = {};
     return text;
 }
 
@@ -326,7 +325,7 @@ void GameControl::onThinkingFinished() {
     const Move move = search_.best_move() & move_bits;
     const Move answer = answerInLine(move);
     protocol_->sendEngineMove(makeMove(move));
-    protocol_->onBoardChanged(*this);
+    onMovesChanged();
     if (IsGameOver()) {
         announceResult();
         return;

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -12,9 +11,6 @@
 #include "search/engine/engine.h"
 
 namespace {
-
-constexpr std::uint64_t transposition_table_bytes = 0x2000000;
-constexpr std::uint64_t evaluation_table_bytes = 0x400000;  // of pawns, and of scores
 
 void WriteBitAlgorithms() {
     const EchoScope file_only(vlog, Echo::off);
@@ -37,7 +33,7 @@ int main(int argc, char* argv[]) {
     Engine engine;
     vlog.Open(ChooseLogFileName(FileExists));
     WriteBitAlgorithms();
-    engine.tables.Resize(transposition_table_bytes, evaluation_table_bytes);
+    engine.tables.Resize(usual_transposition_bytes, usual_evaluation_bytes);
     ExecutableDirectory(argc > 0 ? argv[0] : "");
     engine.bitbases.Init();
 

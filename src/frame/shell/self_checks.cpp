@@ -2,35 +2,9 @@
 
 #include <cstdint>
 
-#include "chess/bits.h"
 #include "frame/base/checked_assert.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
-
-namespace {
-
-[[nodiscard]] bool IdentitiesHoldOn(Square s) {
-    const int file = FileOf(s);
-    const int rank = RankOf(s);
-    const Square quarter = Rotate90(s);
-    return s == rank * 8 + file &&                                             //
-           MirrorVertically(s) == (7 - rank) * 8 + file &&                     //
-           MirrorHorizontally(s) == rank * 8 + (7 - file) &&                   //
-           Rotate180(s) == MirrorVertically(MirrorHorizontally(s)) &&          //
-           Rotate90(quarter) == Rotate180(s) &&                                //
-           Rotate90(Rotate90(Rotate90(quarter))) == s &&                       //
-           Transpose(s) == file * 8 + rank && Transpose(Transpose(s)) == s &&  //
-           quarter == MirrorVertically(Transpose(s));
-}
-
-}  // namespace
-
-bool SquareIdentitiesHold() {
-    for (Square s = a1; s <= h8; ++s) {
-        if (!IdentitiesHoldOn(s)) return false;
-    }
-    return true;
-}
 
 bool RoundingHolds() {
     struct Sample {
@@ -52,7 +26,4 @@ void RequireSelfCheck(bool ok, std::string_view description) {
     if (!ok) FailAssertion("ok", "os_dependent", __LINE__, description);
 }
 
-void RunSelfChecks() {
-    RequireSelfCheck(SquareIdentitiesHold(), vocabulary::bit_functions_failed);
-    RequireSelfCheck(RoundingHolds(), vocabulary::rounding_functions_failed);
-}
+void RunSelfChecks() { RequireSelfCheck(RoundingHolds(), vocabulary::rounding_functions_failed); }

@@ -206,7 +206,7 @@ Bitboard SquaresOfKind(const BOARD& board, Square from, Colour side) {
     constexpr Bitboard all_squares = ~Bitboard{0};
     switch (std::abs(board.squares[from])) {
         case pawn:
-            return side == white ? t.ray_north[from] : t.ray_south[from];
+            return t.ray_forward(side)[from];
         case king:
             return t.king_attacks[from];
         case bishop:
@@ -232,7 +232,7 @@ std::optional<BOARD> WithManOn(const BOARD& board, Square from, Square to) {
 
 /// Whether the man would be lost where it goes, if going there is a move of the side on move.
 bool IsLostOn(const BOARD& board, Square from, Square to, Colour side) {
-    if (from == to || side != static_cast<Colour>(board.side_to_move)) return false;
+    if (from == to || side != board.mover()) return false;
     Bitboard touched = 0;
     return ExchangeScore(MakeWord(from, to, std::abs(board.squares[from])), board, touched) < tolerated_loss;
 }

@@ -7,6 +7,9 @@
 
 #include "chess/move_generator.h"
 #include "chess/notation.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
+#include "frame/base/vocabulary.h"
 #include "search/state/search_board.h"
 
 namespace {
@@ -37,13 +40,12 @@ class SearchController::RunningScope {
     RunningScope(SearchController& controller, SearchHost& host) : controller_(controller) {
         controller_.host_ = &host;
         controller_.info_.start = Timestamp::Now();
-        controller_.running_ = true;
     }
     ~RunningScope() {
         controller_.FlushCounters();
         controller_.info_.end = Timestamp::Now();
         controller_.info_.valid = false;
-        controller_.running_ = false;
+
         controller_.host_ = nullptr;
     }
     RunningScope(const RunningScope&) = delete;
@@ -61,6 +63,7 @@ SearchController::SearchController(Engine& engine) : engine_(engine), search_(st
 SearchController::~SearchController() = default;
 
 void SearchController::Run(const SearchLimits& limits, const UserBoard& position, SearchHost& host) {
+    if constexpr (theory_is_checked) CHECKED_ASSERT(!IsRunning(), vocabulary::no_error_description);
     info_ = {};
     root_moves_.clear();
     if (!position.IsGameOver() && position.IsPositionValid()) ListRootMoves(position.board());
@@ -96,7 +99,7 @@ void SearchController::StartSearch(const SearchLimits& limits, const BOARD& posi
     ponder_hit_ = {};
     fail_state_ = FailState::none;
     first_root_move_ = false;
-    root_side_ = static_cast<Colour>(position.side_to_move);
+    root_side_ = position.mover();
     UpdateDrawScore(contempt_);
     engine_.tables.NewSearch();
     clock_.Reset(limits.max_time_limit, limits.variable_time_limit);

@@ -42,7 +42,7 @@ class SearchController final : private NodePoll {
     void SetPersonality(int personality);
 
     [[nodiscard]] const SearchInfo& info() const { return info_; }
-    [[nodiscard]] bool IsRunning() const { return running_; }
+    [[nodiscard]] bool IsRunning() const { return host_ != nullptr; }
     /// The best move of the last completed update. A search that ends before its first update gives the first legal
     /// move, so that a thinking engine always has one to play. INVALID only if no tree was searched.
     [[nodiscard]] Move best_move() const;
@@ -74,7 +74,6 @@ class SearchController final : private NodePoll {
 
     Engine& engine_;
     SearchInfo info_;
-    bool running_ = false;
     int contempt_ = 0;
     EVALUATION_SETTINGS evaluation_settings_;
 

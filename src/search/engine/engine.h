@@ -1,9 +1,16 @@
 #pragma once
 
+#include <cstdint>
+
 #include "bitbases/bitbases.h"
 #include "bitbases/tablebases.h"
 #include "search/settings/search_settings.h"
 #include "search/tables/hash.h"
+
+inline constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20;
+/// What the tables get unless another size is asked for; bytes.
+inline constexpr std::uint64_t usual_transposition_bytes = 32 * mebibyte;
+inline constexpr std::uint64_t usual_evaluation_bytes = 4 * mebibyte;  ///< of pawns, and of scores
 
 /// All that an engine holds besides its game: what one search leaves to the next, and what its commands set. Owned by
 /// main, or by whoever else wants an engine; any number of them live side by side. Must outlive its searches.

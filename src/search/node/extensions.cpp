@@ -182,9 +182,8 @@ Distance PawnTo7th(Node& node) {
 template <Colour Us>
 Distance PawnTo6th(Node& node, Move move) {
     if (node.settings().passer_must_reach_6th_rank_by_non_capture_move && CapturedPiece(move) != no_piece) return 0;
-    const Bitboard* const front_span =
-        Us == white ? bitboard_tables.white_pawn_front_span : bitboard_tables.black_pawn_front_span;
-    if ((front_span[ToSquare(move)] & node.board().side(Opponent(Us)).pawns) != 0) return 0;
+    const Bitboard front_span = bitboard_tables.pawn_front_span(Us)[ToSquare(move)];
+    if ((front_span & node.board().side(Opponent(Us)).pawns) != 0) return 0;
     node.extended |= passed_pawn_6th;
     return IsEndgame(node) ? Amount(node, node.settings().full_passer_6th_rank_extension_bonus__endgame,
                                     node.settings().limited_passer_6th_rank_extension_bonus__endgame)

@@ -11,8 +11,7 @@ void RewardCut(const Node& node) {
     SearchBoard& search = node.search;
     search.killers[node.ply].Take(node.best_move);
     if (node.settings().no_history_bonus_for_tactical_moves && (node.best_move & tactical_bits) != 0) return;
-    search.history.UpdateHistory(node.best_move, static_cast<Colour>(node.board().side_to_move), node.distance,
-                                 node.ply);
+    search.history.UpdateHistory(node.best_move, node.board().mover(), node.distance, node.ply);
 }
 
 /// Mate scores are kept as seen from the node.

@@ -173,7 +173,7 @@ Finding OwnPin(const Situation& s, const PinRecord& pin) {
 Finding FollowPin(const Node& node) {
     const PinRecord& pin = node.search.pins[node.ply - 1];
     if (node.last_move() == INVALID) return {PinResult::nothing, pin};
-    const auto own = static_cast<Colour>(node.board().side_to_move);
+    const Colour own = node.board().mover();
     const Situation situation{.board = node.board(),
                               .last = node.last_move(),
                               .before = node.search.moves_played[node.ply - 1],

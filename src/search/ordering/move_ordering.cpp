@@ -130,7 +130,7 @@ Move* MakeFirstGroup(MoveSortState& state, Node& node) {
 /// Splits the moves that history knows off the quiet ones, once for a node.
 void ReadHistory(MoveSortState& state, const Node& node) {
     if (state.history_end != nullptr) return;
-    const Colour side = static_cast<Colour>(node.board().side_to_move);
+    const Colour side = node.board().mover();
     state.history_end = BringForward(state.tacticals_end, node.moves_end, [&node, side](Move& word) {
         const std::int32_t score = node.search.history.Score(word, side, node.ply);
         if (score == 0) return false;

@@ -32,7 +32,7 @@ static_assert(LargestScore(ending_order) + largest_noise <= max_sort_score);
 StaticMoveOrder::StaticMoveOrder(const Node& node) noexcept
     : tables_(node.position_class <= middle_game ? opening_order : ending_order),
       noise_(node.search.noise),
-      turn_(node.board().side_to_move == black ? 0x38 : 0),
+      turn_(static_cast<unsigned>(Seen(node.board().mover(), a1))),
       noise_width_(node.settings().randomize_move_ordering_of_remaining_moves),
       from_square_(node.settings().enable_static_move_ordering_from_sq_malus),
       to_square_(node.settings().enable_static_move_ordering_to_sq_bonus),

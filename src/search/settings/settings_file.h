@@ -121,7 +121,6 @@ class Settings {
     [[nodiscard]] static Settings Descriptions();
     [[nodiscard]] static Settings Of(const SearchSettings& values);
 
-    [[nodiscard]] const std::vector<std::unique_ptr<DataType>>& variables() const { return variables_; }
     /// Throws UnknownVariable.
     [[nodiscard]] const DataType& Find(std::string_view name) const { return *Lookup(name); }
     /// Throws UnknownVariable or InvalidData.

@@ -16,8 +16,7 @@ PinRecord RecordPin(const BOARD& board, Square king_square, Square pinned, Colou
 PinRecord FindStandingPin(const BOARD& board) {
     PinRecord record;
     int highest_type = no_piece;
-    for (const Colour victim :
-         {static_cast<Colour>(board.side_to_move), static_cast<Colour>(board.side_to_move ^ 1U)}) {
+    for (const Colour victim : {board.mover(), Opponent(board.mover())}) {
         const SIDE_PIECES& own = board.side(victim);
         const Colour pinner_side = Opponent(victim);
         Bitboard pinned_pieces = FindPins(own.king_square, board, own.all, board.side(pinner_side));

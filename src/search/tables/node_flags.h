@@ -79,8 +79,6 @@ template <FlagWord T>
 inline constexpr NodeFlags threats = NodeFlags::single_reply | NodeFlags::mate_threat | NodeFlags::queen_attacked |
                                      NodeFlags::pin_threat | NodeFlags::perpetual_threat;
 static_assert(Word(threats) == 0x37);
-/// What a hash entry keeps.
-inline constexpr std::uint32_t stored_node_flags = 0x1F;
 
 /// The same orders for one ply later.
 [[nodiscard]] constexpr ChildFlags NextPly(ChildFlags flags) { return static_cast<ChildFlags>(Word(flags) << 5); }

@@ -83,9 +83,10 @@ TEST_F(SettingsFile, VariablesDescribeThemselves) {
 
 TEST_F(SettingsFile, DescriptionsHaveNoValues) {
     const Settings settings = Settings::Descriptions();
-    for (const auto& variable : settings.variables()) {
-        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable->Text(); }), "not initialized");
-        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable->Get(0); }), "not initialized");
+    for (const SettingRow& row : Table()) {
+        const DataType& variable = settings.Find(row.name);
+        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable.Text(); }), "not initialized");
+        EXPECT_EQ(FailureOf<DataType::DataTypeException>([&] { (void)variable.Get(0); }), "not initialized");
     }
 }
 
