@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t least_units = 22;
 constexpr std::size_t most_weighed_units = 35;
 
-consteval std::array<double, most_weighed_units + 1> EndgameWeights() {
+consteval std::array<double, most_weighed_units + 1> weights_by_units() {
     std::array<double, most_weighed_units + 1> weights{};
     for (std::size_t units = least_units; units <= most_weighed_units; ++units) {
         const double x = static_cast<double>(most_weighed_units - units) / 13;
@@ -25,7 +25,7 @@ consteval std::array<double, most_weighed_units + 1> EndgameWeights() {
     }
     return weights;
 }
-constexpr auto endgame_weights = EndgameWeights();
+constexpr auto endgame_weights = weights_by_units();
 
 // --- Blend ---
 
