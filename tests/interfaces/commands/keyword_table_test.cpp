@@ -141,7 +141,7 @@ const std::vector<KeywordCase> keyword_cases{
 };
 // clang-format on
 
-TEST(keywordTable, HoldsEachKeywordOnce) {
+TEST(KeywordTable, HoldsEachKeywordOnce) {
     std::multiset<std::string_view> expected;
     for (const KeywordCase& row : keyword_cases) expected.insert(row.word);
     std::multiset<std::string_view> actual;
@@ -155,7 +155,7 @@ TEST(keywordTable, HoldsEachKeywordOnce) {
     for (const std::string_view word : {"", "foo", "e2e4", "HELP", "help "}) EXPECT_EQ(findKeyword(word), nullptr);
 }
 
-TEST(keywordTable, GivesEachPlaceOfTheHelpOnce) {
+TEST(KeywordTable, GivesEachPlaceOfTheHelpOnce) {
     std::set<int> places;
     for (const Keyword& row : keywordTable()) {
         EXPECT_EQ(row.help.place == 0, row.help.text.empty()) << row.word;
@@ -165,7 +165,7 @@ TEST(keywordTable, GivesEachPlaceOfTheHelpOnce) {
 }
 
 /// The words that may stand on the command line, and what comes with them.
-TEST(keywordTable, KnowsTheCommandsOfTheCommandLine) {
+TEST(KeywordTable, KnowsTheCommandsOfTheCommandLine) {
     // clang-format off
     const std::map<std::string_view, StartUp> expected{
         {"xboard", at_start}, {"protover", at_start}, {"easy", at_start}, {"eval", at_start}, {"id", at_start},
