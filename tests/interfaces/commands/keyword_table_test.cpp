@@ -265,7 +265,7 @@ TEST_P(EachKeyword, IsRecognisedBetweenBlanksAndInQuotes) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(keywordTable, EachKeyword, testing::ValuesIn(keyword_cases), [](const auto& tested) {
+INSTANTIATE_TEST_SUITE_P(KeywordTable, EachKeyword, testing::ValuesIn(keyword_cases), [](const auto& tested) {
     const std::string word(tested.param.word);
     return word == "." ? "dot" : word == "?" ? "question_mark" : word;
 });
