@@ -100,10 +100,12 @@ std::string PointsText(const COUNTER_POINTS& points, Colour side) {
 
 void PrintRule(const RULE_RECORD& record) {
     const std::string pair = Pair({record.positional, record.reckless});
+    std::string details = SquaresText(record.squares);
     const std::string points = PointsText(record.points, record.side);
-    std::printf("    %-38s %s %s  %s%s%s\n", std::string(name_of(record.rule)).c_str(),
-                record.side == white ? "White" : "Black", pair.c_str(), SquaresText(record.squares).c_str(),
-                points.empty() ? "" : "; ", points.c_str());
+    if (!details.empty() && !points.empty()) details += "; ";
+    details += points;
+    std::printf("    %-38s %s %s%s%s\n", std::string(name_of(record.rule)).c_str(),
+                record.side == white ? "White" : "Black", pair.c_str(), details.empty() ? "" : "  ", details.c_str());
 }
 
 void PrintTerms(const EVALUATION_TRACE& trace) {

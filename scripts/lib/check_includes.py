@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Checks the arrows between the folders of the engine: who includes what.
 
-    check_includes.py               reads every #include "..." of src, tools, benchmarks and tests/support
+    check_includes.py               reads every #include "..." and <...> of src, tools, benchmarks and tests
     check_includes.py --self-test   shows that each kind of fault is reported
 
-Three things are faults: an include of a folder that the folder of the file may not see, a line of the table below that
-points upwards, and a circle of files, where a header and the .cpp of its name count as one.
+Faults are: an include of a folder that the folder of the file may not see, an include of something else than a header,
+C++ in a file that ends neither in .h nor in .cpp, a line of the table below that points upwards, and a circle of files,
+where a header and the .cpp of its name count as one.
 """
 
 import re
@@ -49,9 +50,37 @@ FOLDERS = {
     "benchmarks": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "tests/support", "tools/options"),
 }
 
-# Where the compiler looks for a quoted name, beside the folder of the file.
+# The tests of a layer see that layer, the layers below it, and tests/support. (What a support header needs of higher
+# layers a test can't use unless it links them.) The made-up files and sources beside the tests of the bitbases are for
+# the layers above as well.
+LAYERS = (
+    (BASE,),
+    ("chess",),
+    (TABLES,),
+    ("bitbases",),
+    ("evaluation/context", "evaluation/pawns", "evaluation/pieces", "evaluation/king", "evaluation/endings",
+     "evaluation"),
+    ("search/settings", "search/engine", "search/state", "search/ordering", "search/node", "search/driver"),
+    ("frame/game",),
+    ("interfaces/protocols", "interfaces/commands"),
+    ("frame/shell",),
+)
+below = []
+for layer in LAYERS:
+    below += layer
+    seen_by_tests = (*below, "tests/support", *(["tests/bitbases"] if "tests/bitbases" in FOLDERS else []))
+    FOLDERS.update({f"tests/{folder}": seen_by_tests for folder in layer})
+FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", "tools/bitbase_builder", "tests/bitbases", "tests/support")
+# A target may feed any layer. The tests in tests/integration run programs, and hold no C++.
+FOLDERS["tests/fuzz"] = (*below, "tests/support")
+
+# Where the compiler looks for a name, beside the folder of the file.
 ROOTS = ("src", "tools", "tests")
-INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]')
+CPP = (".h", ".cpp")
+# C++ under these names would be read by nobody here.
+OTHER_ENDINGS = {".c", ".cc", ".cxx", ".c++", ".C", ".cppm", ".ixx", ".hh", ".hpp", ".hxx", ".h++", ".H", ".inc", ".inl",
+                 ".ipp", ".tcc", ".tpp", ".txx", ".def"}
 
 
 def folder_of(path):
@@ -93,22 +122,31 @@ def resolve(path, name, known):
 
 
 def arrows_of(texts):
-    """(file, line number, included file or None, name as written) of every quoted include, in order."""
+    """(file, line number, included file or None, name as written) of every include that isn't the system's, in order."""
     known = set(texts)
     for path in sorted(texts):
         for number, line in enumerate(texts[path].splitlines(), 1):
             if found := INCLUDE.match(line):
-                yield path, number, resolve(path, found.group(1), known), found.group(1)
+                bracket, name = found.groups()
+                target = resolve(path, name, known)
+                if target is not None or bracket == '"':
+                    yield path, number, target, name
 
 
 def faults_of_arrows(arrows, texts, folders):
     for path in sorted(texts):
-        if folder_of(path) not in folders:
+        ending = PurePosixPath(path).suffix
+        if ending in OTHER_ENDINGS:
+            yield f"{path}: C++ stands in .h and .cpp, and not in {ending}"
+        elif ending in CPP and folder_of(path) not in folders:
             yield f"{path}: the folder {folder_of(path)} has no line in the table of check_includes.py"
     for path, number, target, name in arrows:
         here = folder_of(path)
         if target is None:
             yield f"{path}:{number}: there is no file {name}"
+            continue
+        if PurePosixPath(target).suffix != ".h":
+            yield f"{path}:{number}: {name} is no header"
             continue
         there = folder_of(target)
         if here == there or here not in folders or there not in folders:
@@ -164,9 +202,10 @@ def faults(texts, folders):
 
 
 def texts_of(root):
-    """The C++ files that the table speaks of."""
-    files = [path for folder in ("src", "tools", "benchmarks", "tests/support") for path in (root / folder).rglob("*")]
-    return {path.relative_to(root).as_posix(): path.read_text() for path in files if path.suffix in (".h", ".cpp")}
+    """The files of the folders that the table speaks of; those that aren't C++ by their name are left unread."""
+    files = [path for folder in ("src", "tools", "benchmarks", "tests") for path in (root / folder).rglob("*")]
+    return {path.relative_to(root).as_posix(): path.read_text() if path.suffix in CPP else ""
+            for path in files if path.is_file() and "__pycache__" not in path.parts}
 
 
 def self_test():
@@ -198,6 +237,16 @@ def self_test():
          {"src/low/d.h": '#include "low/e.h"\n#include "low/f.h"\n', "src/low/e.h": '#include "low/g.h"\n',
           "src/low/f.h": '#include "low/g.h"\n', "src/low/g.h": '#include "low/d.h"\n'},
          "src/low/g.h:1 includes low/d.h"),
+        ("an arrow upwards in angle brackets", folders, {"src/low/d.cpp": "#  include <middle/b.h>\n"},
+         "src/low/d.cpp:1: low may not see middle (middle/b.h)"),
+        ("a test of a lower layer that looks up", {**folders, "tests/low": ("low",)},
+         {"tests/low/a_test.cpp": '#include "low/a.h"\n#include "middle/b.h"\n'},
+         "tests/low/a_test.cpp:2: tests/low may not see middle (middle/b.h)"),
+        ("C++ with another ending", folders, {"src/low/table.inc": ""},
+         "src/low/table.inc: C++ stands in .h and .cpp"),
+        ("an include of no header", folders, {"src/low/d.cpp": "#include <low/d.txt>\n", "src/low/d.txt": ""},
+         "src/low/d.cpp:1: low/d.txt is no header"),
+        ("a text beside the code", folders, {"src/new/CMakeLists.txt": ""}, None),
         ("a folder without a line", folders, {"src/new/g.h": ""}, "the folder new has no line"),
         ("a file that isn't there", folders, {"src/low/a.h": '#include "low/none.h"\n'}, "there is no file low/none.h"),
         ("a table that points upwards", {**folders, "low": ("high",)}, {}, "the line of low names high"),

@@ -48,7 +48,7 @@ def literals(text):
 
 
 def closing_parenthesis(text, opening):
-    """Behind the parenthesis that closes the one at `opening`; those inside literals don't count."""
+    """The position after the parenthesis that closes the one at `opening`; those inside literals don't count."""
     depth = 0
     for token in re.finditer(r'"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])+\'|[()]', text[opening:]):
         depth += {"(": 1, ")": -1}.get(token.group(), 0)

@@ -7,7 +7,7 @@ namespace {
 /// The longest history that a draw by fifty moves can't have ended; what is older can't be repeated.
 constexpr std::ptrdiff_t max_keys_before_ply_0 = max_keys - max_frames;
 
-/// At most a minor piece or two knights on each side.
+/// At most a minor piece or two knights on each side. A game goes on with two knights: docs/oddities.md, two knights.
 bool HasTooLittleMaterial(const SIDE_PIECES& side) {
     if (side.pawns != 0 || side.heavy_points != 0) return false;
     return side.minor_points < 6 || (side.minor_points == 6 && side.bishops == 0);

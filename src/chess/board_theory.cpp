@@ -74,6 +74,22 @@ void AssertMoveWasMade(const BOARD& board, Move move) {
         no_error_description);
 }
 
+void AssertNullMoveFits(const BOARD& board) {
+    CHECKED_ASSERT(board.ply + 1 < max_frames, no_error_description);
+    CHECKED_ASSERT(!board.in_check(), no_error_description);
+}
+
+void AssertNullMoveMade(const BOARD& board) {
+    const PLY_FRAME& frame = board.frame();
+    const PLY_FRAME& before = board.frames[board.ply - 1];
+    CHECKED_ASSERT(frame.en_passant_square == 0, no_error_description);
+    CHECKED_ASSERT(frame.fifty_counter == 0, no_error_description);
+    CHECKED_ASSERT(frame.castling == before.castling, no_error_description);
+    CHECKED_ASSERT(frame.pawn_key == before.pawn_key, no_error_description);
+    CHECKED_ASSERT(frame.material_balance == -before.material_balance, no_error_description);
+    if (IsLookedAt(board)) AssertBoardAgrees(board);
+}
+
 void AssertBoardAgrees(const BOARD& board) {
     const auto fresh = FromScratch(board);
     const PLY_FRAME& frame = board.frame();

@@ -14,5 +14,9 @@ void AssertMoveMade(const BOARD& board, Move move);
 void AssertMoveWasMade(const BOARD& board, Move move);
 /// After `move` was taken back: it could be made again.
 void AssertMoveUndone(const BOARD& board, Move move);
+/// Before a null move: there is room for it, and the side on move is not in check.
+void AssertNullMoveFits(const BOARD& board);
+/// After a null move: nothing has moved, and no pawn can be taken en passant any more.
+void AssertNullMoveMade(const BOARD& board);
 /// The record agrees with its own squares: sets, rotated occupancies, counters, keys.
 void AssertBoardAgrees(const BOARD& board);

@@ -314,6 +314,7 @@ void BOARD::UnmakeMove(Move move) noexcept {
 // The fifty counter starts again, so that no repetition is found across a null move: docs/oddities.md,
 // null move and repetition.
 void BOARD::MakeNullMove() noexcept {
+    if constexpr (theory_is_checked) AssertNullMoveFits(*this);
     const PLY_FRAME& before = frames[ply];
     std::uint64_t new_key = key() ^ side_key;
     if (before.en_passant_square != 0) new_key ^= bitboard_tables.zobrist_ep(before.en_passant_square);
@@ -326,6 +327,7 @@ void BOARD::MakeNullMove() noexcept {
     ++ply;
     key_history[ply] = new_key;
     side_to_move ^= 1U;
+    if constexpr (theory_is_checked) AssertNullMoveMade(*this);
 }
 
 std::uint64_t BOARD::HashKeyAfterMove(Move move) const noexcept {

@@ -33,8 +33,11 @@ inline constexpr Move move_bits = 0x7FFFFF;
 [[nodiscard]] constexpr bool GivesDirectCheck(Move m) { return (m & direct_check_bit) != 0; }
 [[nodiscard]] constexpr bool GivesDiscoveredCheck(Move m) { return (m & discovered_check_bit) != 0; }
 [[nodiscard]] constexpr bool GivesCheck(Move m) { return (m & check_bits) != 0; }
-/// 0 no check, 1 direct, 2 discovered, 3 double.
-[[nodiscard]] constexpr unsigned CheckType(Move m) { return (m >> 21) & 3U; }
+/// How a move checks, as both of its check bits say it.
+enum class CheckKind : unsigned { none = 0, direct = 1, discovered = 2, both = 3 };
+[[nodiscard]] constexpr CheckKind CheckType(Move m) { return static_cast<CheckKind>((m & check_bits) >> 21); }
+static_assert(CheckType(direct_check_bit) == CheckKind::direct &&
+              CheckType(discovered_check_bit) == CheckKind::discovered && CheckType(check_bits) == CheckKind::both);
 
 [[nodiscard]] constexpr Move MakeWord(Square from, Square to, int piece, int captured = no_piece,
                                       int promotion = no_piece) {

@@ -39,11 +39,12 @@ constexpr unsigned modes_with_all_promotions = mode_underpromotions | mode_all;
 /// Whether a mode asks for a pawn's capture that gives this check: exactly one bit stands for each check type, and for
 /// no check none. (Pieces differ: there the bit of a direct check brings double checks too. docs/oddities.md, double
 /// checks.)
-constexpr bool AsksForCheckType(unsigned mode, unsigned check_type) {
-    return check_type != 0 && (mode & (1U << check_type)) != 0;
+constexpr bool AsksForCheckType(unsigned mode, CheckKind type) {
+    return type != CheckKind::none && (mode & (1U << static_cast<unsigned>(type))) != 0;
 }
-static_assert(AsksForCheckType(mode_direct_checks, 1) && AsksForCheckType(mode_discovered_checks, 2) &&
-              AsksForCheckType(mode_double_checks, 3) && !AsksForCheckType(mode_legal, 0));
+static_assert(AsksForCheckType(mode_direct_checks, CheckKind::direct) &&
+              AsksForCheckType(mode_discovered_checks, CheckKind::discovered) &&
+              AsksForCheckType(mode_double_checks, CheckKind::both) && !AsksForCheckType(mode_legal, CheckKind::none));
 
 template <Colour Us>
 class Generator {

@@ -16,7 +16,8 @@ constexpr std::size_t usual_game_length = 100;
 constexpr std::ptrdiff_t repetitions_for_a_draw = 3;
 /// Plies without capture and pawn move that make a draw, and the most that a board has room for in its key history.
 constexpr int fifty_moves_in_plies = 100;
-/// Minor points that keep a side in the game without pawns and heavy pieces. Two knights do, unlike in the search.
+/// Minor points that keep a side in the game without pawns and heavy pieces. Two knights do, unlike in the
+/// search: docs/oddities.md, two knights.
 constexpr int two_minor_pieces = 6;
 
 bool HasTooLittleMaterial(const BOARD& board) {

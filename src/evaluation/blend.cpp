@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t least_units = 22;
 constexpr std::size_t most_weighed_units = 35;
 
-consteval std::array<double, most_weighed_units + 1> EndgameWeights() {
+consteval std::array<double, most_weighed_units + 1> weights_by_units() {
     std::array<double, most_weighed_units + 1> weights{};
     for (std::size_t units = least_units; units <= most_weighed_units; ++units) {
         const double x = static_cast<double>(most_weighed_units - units) / 13;
@@ -25,7 +25,7 @@ consteval std::array<double, most_weighed_units + 1> EndgameWeights() {
     }
     return weights;
 }
-constexpr auto endgame_weights = EndgameWeights();
+constexpr auto endgame_weights = weights_by_units();
 
 // --- Blend ---
 
@@ -66,7 +66,7 @@ double exposure(const BOARD& board, double middle_game_weight, double so_far) {
 }
 
 bool kings_on_opposite_wings(const BOARD& board) {
-    // The c-file counts with the queen side here, the f-file with the centre: not the table of king_wing.
+    // Not the table of king_wing: docs/oddities.md, wings of opposite kings.
     const auto is_on_queen_side = [](Square s) { return FileOf(s) <= 2; };
     const auto is_on_king_side = [](Square s) { return FileOf(s) >= 6; };
     const Square w = board.white_pieces().king_square;

@@ -41,7 +41,17 @@ EVALUATION_RESULT run_routine(EVALUATION_CONTEXT& context, const BOARD& board, i
     }
 }
 
-/// What must hold after an evaluation; for debug builds: see theory.h.
+// --- What must hold before and after an evaluation; for debug builds: see theory.h ---
+
+void assert_question_makes_sense(const EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
+    using vocabulary::no_error_description;
+    CHECKED_ASSERT(context.settings != nullptr && context.tables != nullptr, no_error_description);
+    CHECKED_ASSERT(std::abs(bound) <= infinity_bound, no_error_description);
+    CHECKED_ASSERT(opening <= position_type && position_type < no_position_type, no_error_description);
+    CHECKED_ASSERT(position_type != pawnless || (board.side(white).pawns | board.side(black).pawns) == 0,
+                   no_error_description);
+}
+
 void assert_evaluation_is_sound(const EVALUATION_CONTEXT& context, const BOARD& board, int bound,
                                 const EVALUATION_RESULT& result) {
     using vocabulary::no_error_description;
@@ -115,6 +125,7 @@ int bisect(BoundTest ask) {
 }  // namespace
 
 int evaluate(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) noexcept {
+    if constexpr (theory_is_checked) assert_question_makes_sense(context, board, bound, position_type);
     if (is_near_mate(bound)) return answer_near_mate(bound);
     if (position_type == pawnless) return evaluate_pawnless(context, board);
 

@@ -29,6 +29,27 @@ TEST_F(BoardTheoryDeathTest, UndoneMoveThatWasNotMade) {
     EXPECT_DEATH(AssertMoveWasMade(board_, MakeWord(e1, e2, king)), "");
 }
 
+TEST_F(BoardTheoryDeathTest, NullMoveThatCantBeMade) {
+    AssertNullMoveFits(board_);
+    EXPECT_DEATH(AssertNullMoveFits(BoardFromFen("4k3/8/8/8/8/8/8/K3r3 w - - 0 1")), "") << "in check";
+    BOARD full = board_;
+    full.ply = max_frames - 1;
+    full.frame() = board_.frame();
+    EXPECT_DEATH(AssertNullMoveFits(full), "") << "no room";
+}
+
+TEST_F(BoardTheoryDeathTest, NullMoveThatWasMadeWrongly) {
+    board_.MakeMove(MoveOf(board_, "e1e2"));
+    board_.MakeNullMove();
+    AssertNullMoveMade(board_);
+    BOARD wrong = board_;
+    wrong.frame().en_passant_square = e3;
+    EXPECT_DEATH(AssertNullMoveMade(wrong), "");
+    wrong = board_;
+    ++wrong.frame().fifty_counter;
+    EXPECT_DEATH(AssertNullMoveMade(wrong), "");
+}
+
 TEST_F(BoardTheoryDeathTest, RecordThatDisagreesWithItsSquares) {
     AssertBoardAgrees(board_);
     BOARD wrong = board_;

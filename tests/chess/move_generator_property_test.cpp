@@ -20,8 +20,8 @@ const std::string where = ", seed " + std::to_string(seed);
 std::string TextOf(const std::vector<Move>& moves) {
     std::string text;
     for (const Move move : moves)
-        text +=
-            MoveToCoordinate(move) + '/' + std::to_string(PromotionPiece(move)) + std::to_string(CheckType(move)) + ' ';
+        text += MoveToCoordinate(move) + '/' + std::to_string(PromotionPiece(move)) +
+                std::to_string(static_cast<unsigned>(CheckType(move))) + ' ';
     return text;
 }
 
@@ -150,7 +150,7 @@ TEST(PositionsOfRandomGames, HoldTheRareMoves) {
             checking_castling += IsCastling(move) && GivesCheck(move);
             en_passant += CapturedPiece(move) == pawn && board.squares[ToSquare(move)] == no_piece;
             promotions_with_check += PromotionPiece(move) != no_piece && GivesCheck(move);
-            double_checks += CheckType(move) == 3;
+            double_checks += CheckType(move) == CheckKind::both;
         }
     };
     for (std::uint32_t offset = 0; offset < 3; ++offset) ForEachRandomPosition(seed + offset, 28, 80, visit);

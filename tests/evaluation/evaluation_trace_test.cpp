@@ -144,11 +144,10 @@ TEST(EvaluationTrace, OfTwoSheltersTheBetterOneIsTold) {
 
 TEST(EvaluationTrace, NamesAreUnique) {
     std::set<std::string_view> rules, terms;
-    const auto last_term = static_cast<int>(Term::reach_of_kings);
-    for (int term = 0; term <= last_term; ++term) {
+    for (int term = 0; term < static_cast<int>(Term::number_of_terms); ++term) {
         EXPECT_TRUE(terms.insert(name_of(static_cast<Term>(term))).second) << term;
     }
-    for (int rule = 0; rule <= static_cast<int>(Rule::lead_is_no_less); ++rule) {
+    for (int rule = 0; rule < static_cast<int>(Rule::number_of_rules); ++rule) {
         EXPECT_TRUE(rules.insert(name_of(static_cast<Rule>(rule))).second) << rule;
     }
 }

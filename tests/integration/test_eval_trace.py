@@ -34,10 +34,10 @@ def rules(text):
     found = {}
     term = None
     for line in text.splitlines():
-        rule = re.match(r"    (\w+) +(White|Black) +(-?\d+) +(-?\d+)  ([a-h1-8 ]*|\d+ squares)(;|$)", line)
+        rule = re.match(r"    (\w+) +(White|Black) +(-?\d+) +(-?\d+)(?:  ((?:[a-h][1-8] ?)+|\d+ squares))?(?:(?:; |  )[a-z ]+ .*)?$", line)
         if rule:
-            name, side, positional, reckless, squares, _ = rule.groups()
-            found[term].append((name, side, (int(positional), int(reckless)), squares.split()))
+            name, side, positional, reckless, squares = rule.groups()
+            found[term].append((name, side, (int(positional), int(reckless)), (squares or "").split()))
         elif "|" in line:
             term = line.split("|")[0].rstrip()
             found[term] = []

@@ -258,12 +258,12 @@ template <class Context>
 SCORE_PAIR king_safety(Context& context, const BOARD& board) noexcept {
     constexpr int queenless_numerator = 3;  // of 8: the attacker is gone
     constexpr int queenless_denominator = 8;
-    SCORE_PAIR w = tell<white>(context, Rule::king_at_start, 0, king_at_start);
-    SCORE_PAIR b = tell<black>(context, Rule::king_at_start, 0, king_at_start);
-    w += tell<white>(context, Rule::uncastled_king, Bit(board.side(white).king_square),
-                     uncastled_king<white>(context, board));
-    b += tell<black>(context, Rule::uncastled_king, Bit(board.side(black).king_square),
-                     uncastled_king<black>(context, board));
+    const Bitboard white_king = Bit(board.side(white).king_square);
+    const Bitboard black_king = Bit(board.side(black).king_square);
+    SCORE_PAIR w = tell<white>(context, Rule::king_at_start, white_king, king_at_start);
+    SCORE_PAIR b = tell<black>(context, Rule::king_at_start, black_king, king_at_start);
+    w += tell<white>(context, Rule::uncastled_king, white_king, uncastled_king<white>(context, board));
+    b += tell<black>(context, Rule::uncastled_king, black_king, uncastled_king<black>(context, board));
     w += shelter_where_it_goes<white>(context, board);
     b += shelter_where_it_goes<black>(context, board);
     const SCORE_PAIR w_told = w;
@@ -273,8 +273,8 @@ SCORE_PAIR king_safety(Context& context, const BOARD& board) noexcept {
     w = weighed<white>(context, w);
     b = weighed<black>(context, b);
     // What the weights take away from the rules, or add to them.
-    tell<white>(context, Rule::king_weighed, 0, w - w_told);
-    tell<black>(context, Rule::king_weighed, 0, b - b_told);
+    tell<white>(context, Rule::king_weighed, white_king, w - w_told);
+    tell<black>(context, Rule::king_weighed, black_king, b - b_told);
     set_danger_factors<white>(context);  // once more: a trapped king has changed its points after its shelter
     set_danger_factors<black>(context);
     return w - b;

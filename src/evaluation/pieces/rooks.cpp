@@ -114,7 +114,7 @@ SCORE_PAIR rooks_apart_by_queen(EVALUATION_CONTEXT& context, const RookState<Us>
 }
 
 /// Rooks side by side at home, before which no own pawn stands on its first square. The next file is the one to the
-/// right for both colours.
+/// right for both colours: docs/oddities.md, rook beside rook.
 template <Colour Us>
 SCORE_PAIR rook_beside_rook(EVALUATION_CONTEXT& context, const BOARD& board, const RookState<Us>& rook) {
     constexpr Bitboard home = ranks<Us>(0, 1);

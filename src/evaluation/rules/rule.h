@@ -254,6 +254,7 @@ enum class Rule : std::uint8_t {
     enough_to_mate,
     not_enough_to_mate,
     lead_is_no_less,
+    number_of_rules  ///< none itself
 };
 
 /// The name as it stands above.

@@ -48,6 +48,7 @@ enum class Term : std::uint8_t {
     spare_pawn_moves,
     passed_pawns_on_both_rims,
     reach_of_kings,
+    number_of_terms  ///< none itself
 };
 
 /// The name as it stands above.

@@ -8,6 +8,7 @@
 #include "frame/base/logfile.h"
 #include "frame/base/text_utilities.h"
 #include "frame/base/vocabulary.h"
+#include "frame/base/wall_clock.h"
 
 namespace {
 
@@ -22,6 +23,9 @@ constexpr std::int64_t moves_to_the_end = 30;
 /// What a search for a hint or a forecast may take, and the part of it that it aims at; in milliseconds.
 constexpr std::int32_t hint_time = 1000;
 constexpr std::int32_t usual_hint_time = 750;
+
+/// Milliseconds between two looks for input in the analysis of a finished game.
+constexpr int waiting_interval = 125;
 
 struct Budget {
     std::int32_t maximum;
@@ -287,8 +291,20 @@ void GameControl::ponderHit() {
 }
 
 void GameControl::runSearch(const SearchRequest& request, SearchHost& host) {
-    onSearchStarted(request.limits.kind);
+    running_ = request.limits.kind;
     search_.Run(request.limits, request.position, host);
+}
+
+void GameControl::waitInAnalysis(SearchHost& host) {
+    running_ = SearchKind::analyze;
+    try {
+        for (;;) {
+            SleepMilliseconds(waiting_interval);
+            host.pollInput();
+        }
+    } catch (const search_aborted_exception&) {
+        onSearchFinished(true);
+    }
 }
 
 void GameControl::onSearchFinished(bool discard) {

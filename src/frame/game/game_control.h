@@ -37,16 +37,18 @@ struct PlayerDefaults {
 ///
 /// 1. mode() counts the sides that the engine plays: as many players are active in force, one_side and both_sides; none
 ///    is in analyze.
-/// 2. runningSearch() is the kind of the search that this call may be running in, from onSearchStarted to
-///    onSearchFinished. Of the other calls only ponderHit changes it: it turns pondering into thinking.
-/// 3. Position and players change only while no search runs. An operation that changes them throws
-///    search_aborted_exception out of a running one before it has done anything; its caller calls it again once the
-///    search is gone. Two operations leave a search alone, since it works on a copy of its own: playMove, because the
-///    move may be the one pondered on, and takeBack, because `remove` shows its board before the search has ended.
+/// 2. runningSearch() is the kind of the search that this call may be running in. runSearch and waitInAnalysis set it,
+///    onSearchFinished clears it. Of the other calls only ponderHit changes it: it turns pondering into thinking.
+/// 3. The position, and which sides the engine plays, change only while no search runs. An operation that changes them
+///    throws search_aborted_exception out of a running one before it has done anything; its caller calls it again once
+///    the search is gone. Two operations leave a search alone, since it works on a copy of its own: playMove, because
+///    the move may be the one pondered on, and takeBack, because `remove` shows its board before the search has ended.
+///    Names and ratings may change at any time: no search reads them.
 /// 4. forecast() is about the position on the board: whatever changes the position forgets it.
 /// 5. The forecast is pending from requestHint to the end of the search that it asks for, and at no other time.
-/// 6. The advisor knows the searches of one stretch of play: it starts afresh with a new game or position, when the
-///    engine takes a side, and when the worth of a draw changes.
+/// 6. The advisor knows the searches of one stretch of play: it starts afresh with a new game or position, with
+///    playSideOnMove and playOtherSide, and when the worth of a draw changes. giveMoveTo keeps it, as that does not
+///    begin to play but says which side the interface will let the engine play.
 /// 7. The protocol is told of every change of the moves or the position, once, afterwards; but not when only the side
 ///    on move changes, and not of a position that has become invalid.
 class GameControl : private UserBoard {
@@ -166,8 +168,9 @@ class GameControl : private UserBoard {
     void ponderHit();
     /// Runs a search that was asked for, which ends with onSearchFinished.
     void runSearch(const SearchRequest& request, SearchHost& host);
-    /// From now on a search of this kind runs.
-    void onSearchStarted(SearchKind kind) { running_ = kind; }
+    /// The analysis of a game that is over, for interfaces that go on analyzing: there is nothing to search, and it
+    /// polls `host` until a command ends it.
+    void waitInAnalysis(SearchHost& host);
     /// The end-of-search handler: the search entry calls it once, at its very end. May throw the next request.
     void onSearchFinished(bool discard);
 

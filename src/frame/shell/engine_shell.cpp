@@ -6,7 +6,6 @@
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
-#include "frame/base/wall_clock.h"
 #include "interfaces/commands/keyword_table.h"
 #include "interfaces/commands/translation.h"
 #include "interfaces/protocols/console_protocol.h"
@@ -15,17 +14,10 @@
 using VorkaInterfaces::BasicProtocol;
 using VorkaInterfaces::ConnectedGame;
 using VorkaInterfaces::ErrorCommand;
-using VorkaInterfaces::FindKeyword;
+using VorkaInterfaces::findKeyword;
 using VorkaInterfaces::IgnorableErrorCommand;
 using VorkaInterfaces::Keyword;
 using VorkaInterfaces::StartUp;
-
-namespace {
-
-/// Milliseconds between two looks for input while nothing is searched.
-constexpr int waiting_interval = 125;
-
-}  // namespace
 
 EngineShell::EngineShell(Engine& engine, const std::vector<std::string>& arguments)
     : game_(std::make_unique<ConnectedGame>(engine, std::make_unique<VorkaInterfaces::ConsoleProtocol>())) {
@@ -59,7 +51,7 @@ void EngineShell::carryOut(const StartupOption& option) {
     if (!option.has_dash) {
         std::cerr << vocabulary::expecting_dash_before_option << option.argument << vocabulary::continuing_without_dash;
     }
-    const Keyword* const keyword = FindKeyword(option.name);
+    const Keyword* const keyword = findKeyword(option.name);
     if (keyword == nullptr || keyword->start_up == StartUp::prompt_only) {
         stopAt(option.name);
         return;
@@ -154,24 +146,12 @@ void EngineShell::pollInput() {
 
 void EngineShell::startSearch(const SearchRequest& request) {
     if (game_->IsGameOver() && request.limits.kind == SearchKind::analyze) {
-        analyzeFinishedGame();
+        LogOnly(vocabulary::entering_analyze_compatibility_mode);
+        game_->waitInAnalysis(*this);
         return;
     }
     writeSearchHeader(request);
     game_->runSearch(request, *this);
-}
-
-void EngineShell::analyzeFinishedGame() {
-    game_->onSearchStarted(SearchKind::analyze);
-    LogOnly(vocabulary::entering_analyze_compatibility_mode);
-    try {
-        for (;;) {
-            SleepMilliseconds(waiting_interval);
-            pollInput();
-        }
-    } catch (const search_aborted_exception&) {
-        game_->onSearchFinished(true);
-    }
 }
 
 void EngineShell::writeSearchHeader(const SearchRequest& request) const {

@@ -41,8 +41,6 @@ class EngineShell : private SearchHost {
     void executeStep();
     /// The one place that starts a search.
     void startSearch(const SearchRequest& request);
-    /// Waits for input instead of analysing, for interfaces that go on analysing after the end of a game.
-    void analyzeFinishedGame();
     void writeSearchHeader(const SearchRequest& request) const;
 
     void sendThinking(const SearchInfo& info) override { game_->protocol().sendThinking(info); }

@@ -39,9 +39,9 @@ std::vector<std::string_view> SplitAtSemicolons(std::string_view text) {
 }
 
 /// What the search depends on may change only in force mode, where none runs.
-bool isForced(const ConnectedGame& game) { return game.mode() == EngineMode::force; }
+bool IsForced(const ConnectedGame& game) { return game.mode() == EngineMode::force; }
 
-ABSTRACT_HASH_TABLE* tableNamed(std::string_view type, HashTables& tables) {
+ABSTRACT_HASH_TABLE* TableNamed(std::string_view type, HashTables& tables) {
     if (type == vocabulary::hash_word_transposition) return &tables.transposition;
     if (type == vocabulary::hash_word_pawn) return &tables.pawn;
     if (type == vocabulary::hash_word_evaluation) return &tables.evaluation;
@@ -88,7 +88,7 @@ class Command_ChangeSettings : public CheckedCommand {
 
   private:
     void check(ConnectedGame& game) final {
-        if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+        if (!IsForced(game)) refuse(vocabulary::must_be_in_force_mode);
         Settings changed = Settings::Of(game.engine().settings);
         try {
             change(changed);
@@ -175,14 +175,14 @@ class Command_ResizeHashtable : public CheckedCommand {
 
   private:
     void check(ConnectedGame& game) override {
-        table_ = tableNamed(type_, game.engine().tables);
+        table_ = TableNamed(type_, game.engine().tables);
         if (table_ == nullptr) refuse(vocabulary::unknown_hashtable_type);
         try {
             bytes_ = VorkaUtils::ParseSize(size_);
         } catch (const string_conversion_error&) {
             refuse(vocabulary::could_not_parse_new_size);
         }
-        if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+        if (!IsForced(game)) refuse(vocabulary::must_be_in_force_mode);
     }
 
     void work(ConnectedGame&) override {
@@ -213,7 +213,7 @@ class Command_SetPersonality : public CheckedCommand {
 
   private:
     void check(ConnectedGame& game) override {
-        if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+        if (!IsForced(game)) refuse(vocabulary::must_be_in_force_mode);
     }
 
     void work(ConnectedGame& game) override {
@@ -234,7 +234,7 @@ class Command_Contempt : public CheckedCommand {
 
   private:
     void check(ConnectedGame& game) override {
-        if (!isForced(game)) refuse(vocabulary::must_be_in_force_mode);
+        if (!IsForced(game)) refuse(vocabulary::must_be_in_force_mode);
     }
 
     void work(ConnectedGame& game) override {

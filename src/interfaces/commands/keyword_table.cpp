@@ -35,7 +35,7 @@ std::vector<Keyword> JoinFamilies() {
 template <class Condition>
 std::vector<VorkaHelpScreen::HelpText> HelpOf(Condition condition) {
     std::vector<Keyword> rows;
-    std::ranges::copy_if(KeywordTable(), std::back_inserter(rows),
+    std::ranges::copy_if(keywordTable(), std::back_inserter(rows),
                          [&](const Keyword& row) { return row.help.place != 0 && condition(row); });
     std::ranges::sort(rows, {}, [](const Keyword& row) { return row.help.place; });
     std::vector<VorkaHelpScreen::HelpText> texts;
@@ -47,13 +47,13 @@ std::vector<VorkaHelpScreen::HelpText> HelpOf(Condition condition) {
 
 }  // namespace
 
-std::span<const Keyword> KeywordTable() {
+std::span<const Keyword> keywordTable() {
     static const std::vector<Keyword> rows = JoinFamilies();
     return rows;
 }
 
-const Keyword* FindKeyword(std::string_view word) {
-    const std::span<const Keyword> rows = KeywordTable();
+const Keyword* findKeyword(std::string_view word) {
+    const std::span<const Keyword> rows = keywordTable();
     const auto found = std::ranges::find(rows, word, &Keyword::word);
     return found != rows.end() ? &*found : nullptr;
 }
@@ -62,7 +62,7 @@ std::unique_ptr<Command> parseCommand(BasicProtocol& protocol, const TokenizedLi
     const auto refuse = [&](std::string_view reason) {
         return ErrorCommand(ErrorCommand::Kind::error, reason, input.line);
     };
-    const Keyword* const found = FindKeyword(input.tokens.front());
+    const Keyword* const found = findKeyword(input.tokens.front());
     const Keyword& row = found != nullptr ? *found : bareMove();
     if (!row.words.Fits(input.tokens.size())) throw refuse(row.words.error);
     try {

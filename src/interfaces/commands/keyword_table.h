@@ -11,10 +11,10 @@
 /// The words that begin a command: the rows of all families.
 namespace VorkaInterfaces {
 
-[[nodiscard]] std::span<const Keyword> KeywordTable();
+[[nodiscard]] std::span<const Keyword> keywordTable();
 
 /// The row of a word; none if it is no keyword.
-[[nodiscard]] const Keyword* FindKeyword(std::string_view word);
+[[nodiscard]] const Keyword* findKeyword(std::string_view word);
 
 /// The command of a tokenized line (at least one token). Throws ErrorCommand.
 [[nodiscard]] std::unique_ptr<Command> parseCommand(BasicProtocol& protocol, const TokenizedLine& input);

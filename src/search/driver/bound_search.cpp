@@ -19,6 +19,12 @@ namespace {
 /// Bounds this close together are not worked out to the last point, unless they touch a mate or the draw score.
 constexpr Score close_enough = 21;
 
+// The first step, in centipawns: a constant part, one that is divided by the depth, since the guess gets better with
+// it, and a tenth of the guess. It grows by as many tenths as there were answers in one direction.
+constexpr Score first_step = 25;
+constexpr Score first_step_by_depth = 100;
+constexpr Score tenths = 10;
+
 bool AreCloseEnough(Score lower, Score upper, Score contempt) {
     if (std::abs(lower - upper) >= close_enough) return false;
     const bool above_draw = upper < mate_score_limit && contempt + 1 < lower;
@@ -35,13 +41,13 @@ FailState FailStateOf(Score lower, Score upper, Score guess) {
 /// How far the next test value goes beyond the bound just found.
 class Step {
   public:
-    Step(int depth, Score guess) : size_(100 / depth + 25 + std::abs(guess) / 10) {}
+    Step(int depth, Score guess) : size_(first_step_by_depth / depth + first_step + std::abs(guess) / tenths) {}
 
     void Limit(Score gap) { size_ = std::clamp(size_, 1, std::max(gap >> 2, 1)); }
     /// `direction` is 1 after a yes, -1 after a no.
     void Answered(int direction) {
         const int run = trend_ * direction;  // answers in this direction, negative if they came in the other
-        if (run > 1) size_ += size_ * run / 10;
+        if (run > 1) size_ += size_ * run / tenths;
         if (run < 0) size_ -= size_ / 2;
         trend_ = run < 0 ? direction : trend_ + direction;
         size_ = std::max(size_, 1);

@@ -2,8 +2,55 @@
 
 #include <cstdlib>
 
+namespace {
+
+// Scores, drops and rises are in centipawns; shares are factors of the variable limit.
+
+/// The neighbourhood of a guess: so much, and an eighth of the guess.
+constexpr Score least_margin = 25;
+
+/// The part of the limit that may have passed when the search asks, by the moment at which it does.
+constexpr double share_at_first_root_move = 1.2;
+constexpr double share_at_later_root_move = 2.4;
+constexpr double share_after_iteration = 0.4;
+constexpr double share_after_unsettled_iteration = 0.8;
+
+/// What stretches the limit, and what shrinks it.
+constexpr double unsettled_factor = 1.45;
+constexpr double unstable_root_factor = 1.75;
+constexpr double quiet_factor = 0.7;
+
+/// More time for a score that falls, so that something better is found.
+constexpr double catastrophe_factor = 8;
+constexpr double large_drop_factor = 3;
+constexpr double small_drop_factor = 2;
+/// From this drop on a score below zero is a catastrophe.
+constexpr Score catastrophic_drop = 256;
+/// Drops above this are large. Those of a later root move are small above the second number, and below it nothing.
+constexpr Score largest_small_drop = 100;
+constexpr Score negligible_drop = 25;
+
+/// Less time for a score that rises: half of it if the side stands better, or else a little less. The margins are below
+/// zero, since the lower bound of the bisection may lag behind the score it is compared with.
+constexpr double winning_rise_factor = 0.5;
+constexpr double rise_factor = 0.7;
+constexpr Score least_winning_rise = -304;
+constexpr Score least_rise = -99;
+
+/// How much an iteration counts when it is asked whether the search is unsettled. Two weights add up if an iteration
+/// has failed and has had a candidate; the iterations before the last one count half.
+constexpr int fail_low_weight = 25;
+constexpr int fail_high_weight = 15;
+constexpr int candidate_weight = 20;
+/// The search is unsettled above this sum.
+constexpr int largest_settled_sum = 29;
+/// Up to this iteration the search is neither unsettled nor quiet.
+constexpr int first_iterations = 4;
+
+}  // namespace
+
 FailState ClassifyAgainst(Score score, Score guess) noexcept {
-    const Score margin = (std::abs(guess) >> 3) + 25;
+    const Score margin = (std::abs(guess) >> 3) + least_margin;
     if (score > guess + margin) return FailState::high;
     if (score < guess - margin) return FailState::low;
     return FailState::none;
@@ -54,18 +101,18 @@ bool SearchClock::ShouldStop(std::int64_t elapsed, SearchMoment moment, FailStat
     auto limit = static_cast<double>(variable_limit_);
     switch (moment) {
         case SearchMoment::first_root_move:
-            limit = limit * 1.2 * FirstRootMoveFactor(fail_state);
+            limit = limit * share_at_first_root_move * FirstRootMoveFactor(fail_state);
             break;
         case SearchMoment::later_root_move:
-            limit = limit * 2.4 * LaterRootMoveFactor();
+            limit = limit * share_at_later_root_move * LaterRootMoveFactor();
             break;
         case SearchMoment::iteration_complete:
-            limit *= IsUnsettled() ? 0.8 * 1.45 : 0.4;
+            limit *= IsUnsettled() ? share_after_unsettled_iteration * unsettled_factor : share_after_iteration;
             break;
     }
-    if (moment != SearchMoment::iteration_complete && IsUnsettled()) limit *= 1.45;
-    if (unstable_) limit *= 1.75;
-    if (IsQuiet()) limit *= 0.7;
+    if (moment != SearchMoment::iteration_complete && IsUnsettled()) limit *= unsettled_factor;
+    if (unstable_) limit *= unstable_root_factor;
+    if (IsQuiet()) limit *= quiet_factor;
     return elapsed >= static_cast<std::int64_t>(limit);
 }
 
@@ -74,39 +121,41 @@ double SearchClock::FirstRootMoveFactor(FailState fail_state) const noexcept {
     const bool known = current_score_ != unknown;
     if (fail_state == FailState::low && !known) {
         const Score drop = previous_score_ - upper_;
-        if (drop >= 256 && upper_ < 0) return 8;
-        return drop < 101 ? 2 : 3;
+        if (drop >= catastrophic_drop && upper_ < 0) return catastrophe_factor;
+        return drop <= largest_small_drop ? small_drop_factor : large_drop_factor;
     }
     if (fail_state == FailState::high && (!known || lower_ > previous_score_)) {
         const Score rise = lower_ - (known ? current_score_ : previous_score_);
-        if (rise >= -304 && lower_ >= 1) return 0.5;
-        if (rise >= -99) return 0.7;
+        if (rise >= least_winning_rise && lower_ > 0) return winning_rise_factor;
+        if (rise >= least_rise) return rise_factor;
     }
     return 1;
 }
 
 double SearchClock::LaterRootMoveFactor() const noexcept {
     const Score drop = previous_score_ - current_score_;
-    if (drop >= 256 && upper_ < 0) return 8;
-    if (drop > 100) return 3;
-    if (drop > 25) return 2;
+    if (drop >= catastrophic_drop && upper_ < 0) return catastrophe_factor;
+    if (drop > largest_small_drop) return large_drop_factor;
+    if (drop > negligible_drop) return small_drop_factor;
     return 1;
 }
 
 /// The last three iterations have moved a lot, the latest counting most.
 bool SearchClock::IsUnsettled() const noexcept {
-    if (iteration_ <= 4) return false;
+    if (iteration_ <= first_iterations) return false;
     const auto weight = [](const IterationRecord& record) {
-        const int fail = record.fail_state == FailState::low ? 25 : record.fail_state == FailState::high ? 15 : 0;
-        return fail + (record.candidate ? 20 : 0);
+        const int fail = record.fail_state == FailState::low    ? fail_low_weight
+                         : record.fail_state == FailState::high ? fail_high_weight
+                                                                : 0;
+        return fail + (record.candidate ? candidate_weight : 0);
     };
     const auto newest = records_.rbegin();
-    return weight(newest[0]) + weight(newest[1]) / 2 + weight(newest[2]) / 2 > 29;
+    return weight(newest[0]) + weight(newest[1]) / 2 + weight(newest[2]) / 2 > largest_settled_sum;
 }
 
 /// Nothing has happened in the last two iterations.
 bool SearchClock::IsQuiet() const noexcept {
-    if (iteration_ <= 4) return false;
+    if (iteration_ <= first_iterations) return false;
     const auto calm = [](const IterationRecord& record) {
         return record.fail_state == FailState::none && !record.candidate;
     };

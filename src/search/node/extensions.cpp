@@ -139,15 +139,15 @@ Distance Check(Node& node, Move move) {
     node.extended = Without(node.extended, simple_check | discovered_check | double_check);
     if (!GivesCheck(move)) return 0;
     switch (CheckType(move)) {
-        case 1:
+        case CheckKind::direct:
             node.extended |= simple_check;
             return Amount(node, node.settings().full_simple_check_extension_bonus,
                           node.settings().limited_simple_check_extension_bonus);
-        case 2:
+        case CheckKind::discovered:
             node.extended |= discovered_check;
             return Amount(node, node.settings().full_discovered_check_extension_bonus,
                           node.settings().limited_discovered_check_extension_bonus);
-        case 3:
+        case CheckKind::both:
             node.extended |= double_check;
             return Amount(node, node.settings().full_double_check_extension_bonus,
                           node.settings().limited_double_check_extension_bonus);

@@ -116,8 +116,7 @@ Square DirectChecker(Move check) {
 /// A piece that moved between its king and the checker is pinned there.
 Finding PinByInterposition(const Situation& s) {
     if (MovingPiece(s.last) == king || CapturedPiece(s.last) != no_piece) return {PinResult::nothing, {}};
-    constexpr unsigned purely_discovered = 2;
-    if (CheckType(s.before) != purely_discovered) return NewPin(s, s.to, DirectChecker(s.before), s.own);
+    if (CheckType(s.before) != CheckKind::discovered) return NewPin(s, s.to, DirectChecker(s.before), s.own);
     const Bitboard checker = DiscoveredChecker(s, s.board.side(s.enemy).king_square);
     if (checker == 0) return {PinResult::nothing, {}};
     return NewPin(s, s.to, FindLowestBit(checker), s.own);
@@ -126,8 +125,7 @@ Finding PinByInterposition(const Situation& s) {
 /// Only a check by a slider can be answered by a move onto its line.
 bool AnswersCheckOfSlider(Move before) {
     if (!GivesCheck(before)) return false;
-    constexpr unsigned purely_discovered = 2;
-    return CheckType(before) == purely_discovered || (MovingPiece(before) != pawn && MovingPiece(before) != knight);
+    return CheckType(before) == CheckKind::discovered || (MovingPiece(before) != pawn && MovingPiece(before) != knight);
 }
 
 /// The side with the pinned piece has moved.

@@ -14,8 +14,6 @@ constexpr Distance deepening_need_distance = -128;
 /// A losing exchange of less than this is taken for an even one, in centipawns.
 constexpr int exchange_tolerance = 10;
 
-constexpr unsigned direct_check = 1;  // as CheckType has it
-
 bool IsQueenCheck(Move move) { return MovingPiece(move) == queen && GivesCheck(move); }
 
 /// The side on move has been giving queen checks without end, and a draw would be enough for it.
@@ -27,15 +25,16 @@ bool MayGoOnGivingPerpetualCheck(const Node& node) {
 /// Whether a check is searched whatever it gains.
 bool IsCheckWithinReach(const Node& node, Move move) {
     switch (CheckType(move)) {
-        case 1:
+        case CheckKind::direct:
             return node.distance >= node.settings().search_every_normal_check_in_quiescence_min_distance;
-        case 2:
+        case CheckKind::discovered:
             return node.distance >= node.settings().search_every_discovered_check_in_quiescence_min_distance;
-        case 3:
+        case CheckKind::both:
             return node.distance >= node.settings().search_every_double_check_in_quiescence_min_distance;
-        default:
+        case CheckKind::none:
             return false;
     }
+    return false;
 }
 
 /// What a move has to gain to bring the side on move near beta, in centipawns.
@@ -53,7 +52,7 @@ bool GainsEnough(const Node& node, Move move) {
     Score gain = piece_value[CapturedPiece(move)];
     if (need <= gain) return true;
     if (!GivesCheck(move)) return false;
-    if (CheckType(move) == direct_check && MovingPiece(move) != knight) return false;
+    if (CheckType(move) == CheckKind::direct && MovingPiece(move) != knight) return false;
     gain += AttackGain(move, node.board(), node.settings().score_checking_move_should_neglect_trade_knight_vs_bishop);
     return need <= gain;
 }

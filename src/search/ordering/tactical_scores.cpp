@@ -30,9 +30,9 @@ constexpr int away_from_king = 2;
 constexpr std::uint32_t quiescence_noise = 10;
 
 std::int32_t CheckBonus(const Node& node, Move move) {
-    return node.is_searching_for_mate()
-               ? node.settings().checking_move_sorting_bonus_if_playing_for_mate[CheckType(move)]
-               : node.settings().checking_move_sorting_bonus_if_not_playing_for_mate[CheckType(move)];
+    const auto type = static_cast<std::size_t>(CheckType(move));
+    return node.is_searching_for_mate() ? node.settings().checking_move_sorting_bonus_if_playing_for_mate[type]
+                                        : node.settings().checking_move_sorting_bonus_if_not_playing_for_mate[type];
 }
 
 /// Centipawns to points.

@@ -197,7 +197,7 @@ constexpr SettingRow table[] = {
     {"score_checking_move_should_neglect_trade_knight_vs_bishop", &SearchSettings::score_checking_move_should_neglect_trade_knight_vs_bishop},
 };
 // clang-format on
-static_assert(std::size(table) == 173);
+static_assert(std::size(table) == 173, "a new setting goes to the end, and raises the number");
 
 }  // namespace
 

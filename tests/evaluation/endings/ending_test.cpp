@@ -106,7 +106,7 @@ TEST_P(EndingLazyTest, StopsBeyondTheMargin) {
     const EstimateRow& row = GetParam();
     EvaluationBuilder position(row.fen, {.draw_score = static_cast<std::int16_t>(row.draw_score)});
     const auto result = [&](int bound) {
-        position.context = {.settings = &position.settings};
+        position.context = EVALUATION_CONTEXT(&position.settings);
         return evaluate_ending(position.context, position.board, bound);
     };
     EXPECT_FALSE(result(row.estimate + 700).lazy);

@@ -110,7 +110,7 @@ TEST_P(PawnEndingLazyTest, StopsBeyondThreeThousand) {
             exchange ? WithColoursExchanged(as_written) : as_written,
             {.draw_score = static_cast<std::int16_t>(exchange ? -row.draw_score : row.draw_score)}};
         const auto result = [&](int bound) {
-            position.context = {.settings = &position.settings};
+            position.context = EVALUATION_CONTEXT(&position.settings);
             find_passed_pawns(position.context, position.board);
             return evaluate_pawn_ending(position.context, position.board, bound);
         };

@@ -45,7 +45,7 @@ TEST_P(QueenEndings, AreAPlainEndingAndTheQueens) {
         EvaluationBuilder position{exchange ? WithColoursExchanged(as_written) : as_written, {}};
         ASSERT_EQ(position.Type(), 4);
         const auto result = [&](auto routine, int bound) {
-            position.context = {.settings = &position.settings};
+            position.context = EVALUATION_CONTEXT(&position.settings);
             find_passed_pawns(position.context, position.board);
             return routine(position.context, position.board, bound);
         };

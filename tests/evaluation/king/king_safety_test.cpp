@@ -8,25 +8,6 @@
 
 namespace {
 
-TEST(KingSafety, CoverFactorFallsFromOneToZero) {
-    EXPECT_EQ(danger_of_cover(-10), 1.0);
-    EXPECT_NEAR(danger_of_cover(-9), 0.48379474, 1e-7);
-    EXPECT_NEAR(danger_of_cover(0), 0.172185814, 1e-9);
-    EXPECT_NEAR(danger_of_cover(4), 0.03280336, 1e-7);
-    EXPECT_EQ(danger_of_cover(5), 0.0);
-    EXPECT_EQ(danger_of_cover(32767), 0.0);
-    EXPECT_EQ(danger_of_cover(-32768), 1.0);
-}
-
-TEST(KingSafety, AttackFactorRisesFromZeroToOne) {
-    EXPECT_EQ(danger_of_attack(-5), 0.0);
-    EXPECT_EQ(danger_of_attack(-4), 0.0) << "the curve is below zero there";
-    EXPECT_NEAR(danger_of_attack(0), 0.0712667393, 1e-9);
-    EXPECT_NEAR(danger_of_attack(10), 0.4511814, 1e-6);
-    EXPECT_EQ(danger_of_attack(29), 1.0) << "the curve is above one there";
-    EXPECT_EQ(danger_of_attack(30), 1.0);
-}
-
 struct WingRow {
     Square king;
     Wing wing;

@@ -20,6 +20,12 @@ TEST_P(CastledShelterRules, GivePairAndDanger) {
     ExpectShelter<castled_shelter<white, EVALUATION_CONTEXT>, castled_shelter<black, EVALUATION_CONTEXT>>(GetParam());
 }
 
+/// Pressure of the enemy and own cover on all wings; negative halves and quarters are cut towards zero.
+void Pressed(EVALUATION_CONTEXT& context, Colour own) {
+    context.pressure[Opponent(own)] = {8, 10, -6};  // queen side, king side, centre
+    context.cover[own] = {3, 4, -5};
+}
+
 // clang-format off
 
 // --- Where the king stands ---
@@ -99,6 +105,39 @@ INSTANTIATE_TEST_SUITE_P(RimFile, ShelterRules, testing::Values(
     KingRow{"knight on the second square of the h-file", g1, "4k3/8/8/8/8/7N/5PP1/6K1", {52 - 12, 66 - 14}, 13, 14 - 10},
     KingRow{"pawn on the second square of the h-file", g1, "4k3/8/8/8/8/7P/5PP1/6K1", {52 + 13, 66 + 22}, 13, 14},
     KingRow{"pawn on the third square of the h-file", g1, "4k3/8/8/8/7P/8/5PP1/6K1", {52 - 10, 66 - 12}, 13, 14 - 6}), RowName<KingRow>);
+
+// --- Files and shields on a plain board ---
+
+INSTANTIATE_TEST_SUITE_P(PlainBoard, ShelterRules, testing::Values(
+    KingRow{"g1 behind three pawns", g1, "4k3/8/8/8/8/8/5PPP/6K1", {6 + 60 - 9 + 15, 2 + 84 - 18 + 26}, 13, 14},
+    KingRow{"c1 behind three pawns", c1, "4k3/8/8/8/8/8/1PPP4/2K5", {2 + 60 - 9 + 15, 2 + 84 - 18 + 26}, 13, 14},
+    KingRow{"f1 stands with the queen side", f1, "4k3/8/8/8/8/8/4PPP1/5K2", {2 + 60 - 9 + 15, 2 + 84 - 18 + 26}, 13, 14},
+    KingRow{"e1 behind three pawns", e1, "4k3/8/8/8/8/8/3PPP2/4K3", {-55 + 60 - 9 + 15, -80 + 84 - 18 + 26}, 13, 14},
+    KingRow{"d1 behind three pawns", d1, "4k3/8/8/8/8/8/2PPP3/3K4", {-55 + 60 - 9 + 15, -80 + 84 - 18 + 26}, 13, 14},
+    KingRow{"off its two ranks", g3, "4k3/8/8/8/8/6K1/5PPP/8", {-120, -200}, 10, 0},
+    KingRow{"off its two ranks, pressed", g3, "4k3/8/8/8/8/6K1/5PPP/8", {-120, -200}, 8 + 10 - 6 + 10, -5, Pressed},
+    KingRow{"g1 pressed", g1, "4k3/8/8/8/8/8/5PPP/6K1", {72, 94}, 13 - 1 + 10, 14 - 2 + 4, Pressed},
+    KingRow{"c1 pressed", c1, "4k3/8/8/8/8/8/1PPP4/2K5", {68, 94}, 13 - 1 + 8, 14 - 2 + 3, Pressed},
+    KingRow{"f1 pressed on the queen side", f1, "4k3/8/8/8/8/8/4PPP1/5K2", {68, 94}, 13 - 1 + 8, 14 - 2 + 3, Pressed},
+    KingRow{"e1 pressed", e1, "4k3/8/8/8/8/8/3PPP2/4K3", {11, 12}, 13 + 12, 14 - 5, Pressed}), RowName<KingRow>);
+
+INSTANTIATE_TEST_SUITE_P(Shields, ShelterRules, testing::Values(
+    KingRow{"one file closed", g1, "4k3/8/8/8/8/8/3p1PPP/6K1", {72, 94}, 13, 14},
+    KingRow{"second rank with a bishop on it", g2, "4k3/8/8/8/4B3/6P1/5PKP/8", {6 - 6 + 53 - 9 + 3, 2 - 14 + 78 - 18 + 10}, 13, -8 + 8},
+    KingRow{"second rank, all holes there", g2, "4k3/8/8/8/8/5PPP/6K1/8", {6 - 6 + 39 - 9 + 15, 2 - 14 + 66 - 18 + 26}, 13, -8 + 14},
+    KingRow{"a pawn on the third square", g1, "4k3/8/8/8/6P1/8/5P1P/6K1", {6 + 40 - 10 - 9 - 20, 2 + 56 - 12 - 18 - 30}, 13, -16},
+    KingRow{"a bishop on the first square", g1, "4k3/8/8/8/8/8/5PBP/6K1", {5 + 2, -4 + 5}, 13, -18},
+    KingRow{"a knight on the first square", g1, "4k3/8/8/8/8/8/5PNP/6K1", {5 + 3, -4 + 6}, 13, -18},
+    KingRow{"an enemy on the first square", g1, "4k3/8/8/8/8/8/5PnP/6K1", {5, -4}, 17, -20},
+    KingRow{"a bishop on the second square", g1, "4k3/8/8/8/8/6B1/5P1P/6K1", {5, -4 + 2}, 13, -18},
+    KingRow{"a knight on the second square", g1, "4k3/8/8/8/8/6N1/5P1P/6K1", {5 + 2, -4 + 4}, 13, -18},
+    KingRow{"an enemy on the second square", g1, "4k3/8/8/8/8/6n1/5P1P/6K1", {5, -4}, 17, -20},
+    KingRow{"a rook there counts for nothing", g1, "4k3/8/8/8/8/8/5PRP/6K1", {5, -4}, 13, -20},
+    KingRow{"two holes beside f2", g1, "4k3/8/8/8/8/8/5P2/6K1", {6 + 20 - 24 - 9 - 7, 2 + 28 - 28 - 18 - 12}, 13, -29},
+    KingRow{"three holes", g1, "4k3/8/8/8/8/8/8/6K1", {6 - 36 - 9 - 20, 2 - 42 - 18 - 25}, 13, -46},
+    KingRow{"one hole, side by side", g1, "4k3/8/8/8/8/4PP2/6PP/6K1", {6 + 53 - 9 + 15, 2 + 78 - 18 + 26}, 13, 14},
+    KingRow{"one hole, a bishop on the diagonal", g1, "4k3/8/1B6/8/8/5P2/6PP/6K1", {6 + 53 - 9 + 15, 2 + 78 - 18 + 26}, 13, 14},
+    KingRow{"one hole, nothing else", g1, "4k3/8/8/8/8/6P1/5P1P/6K1", {6 + 53 - 9 + 3, 2 + 78 - 18 + 10}, 13, 8}), RowName<KingRow>);
 
 // --- Open files ---
 
@@ -229,6 +268,13 @@ INSTANTIATE_TEST_SUITE_P(Choice, CastledShelterRules, testing::Values(
     // d2 is -55 - 6 + 20 - 24 - 9 - 7 and -80 - 14 + 28 - 28 - 18 - 12, b2 is 2 - 6 + 33 - 12 - 9 - 7 and 2 - 14 + 50 - 14 - 18 - 12.
     KingRow{"on the second rank", c2, "4k3/8/8/8/8/1P6/P1KP4/8", {(-81 + 3 * 1) / 4, (-124 - 3 * 6) / 4}, 13, -8 - 10 - 9},
     KingRow{"on the third rank there is none", c3, "4k3/8/8/8/8/2K5/1PPP4/8", {-120, -200}, 341 + 10, 7, OnAllWings}), RowName<KingRow>);
+
+INSTANTIATE_TEST_SUITE_P(WithoutPressure, CastledShelterRules, testing::Values(
+    KingRow{"c1 looks at both sides", c1, "4k3/8/8/8/8/8/PPP5/2K5", {(-75 + 3 * 68) / 4, (-110 + 3 * 94) / 4}, 13, 14},
+    KingRow{"f1 looks at both sides", f1, "4k3/8/8/8/8/8/5PPP/5K2", {(-75 + 3 * 72) / 4, (-110 + 3 * 94) / 4}, 13, 14},
+    KingRow{"g1 looks at itself", g1, "4k3/8/8/8/8/8/5PPP/6K1", {72, 94}, 13, 14},
+    KingRow{"e1 looks at itself", e1, "4k3/8/8/8/8/8/3PPP2/4K3", {11, 12}, 13, 14},
+    KingRow{"off home there is no choice", f3, "4k3/8/8/8/8/5K2/5PPP/8", {-120, -200}, 10, 0}), RowName<KingRow>);
 // clang-format on
 
 // --- The curves of danger ---
@@ -238,21 +284,24 @@ struct FactorRow {
     double factor;
 };
 
-TEST(DangerCurves, CoverAroundItsLimits) {
+TEST(DangerCurves, CoverFallsFromOneToZero) {
     for (const FactorRow& row :
          {FactorRow{-24, 1.0}, FactorRow{-11, 1.0}, FactorRow{-10, 1.0}, FactorRow{-9, 0.4837947637708},
-          FactorRow{-8, 0.4493084065184}, FactorRow{-1, 0.20694589003}, FactorRow{1, 0.1373915231228},
-          FactorRow{3, 0.0677002968268}, FactorRow{4, 0.032803361408}, FactorRow{5, 0.0}, FactorRow{6, 0.0}}) {
+          FactorRow{-8, 0.4493084065184}, FactorRow{-1, 0.20694589003}, FactorRow{0, 0.172185814},
+          FactorRow{1, 0.1373915231228}, FactorRow{3, 0.0677002968268}, FactorRow{4, 0.032803361408}, FactorRow{5, 0.0},
+          FactorRow{6, 0.0}, FactorRow{32767, 0.0}, FactorRow{-32768, 1.0}}) {
         EXPECT_NEAR(danger_of_cover(row.points), row.factor, 1e-12) << row.points;
     }
 }
 
-TEST(DangerCurves, AttackAroundItsLimits) {
+/// The polynomial is below zero at -4 and above one at 29.
+TEST(DangerCurves, AttackRisesFromZeroToOne) {
     for (const FactorRow& row :
          {FactorRow{-5, 0.0}, FactorRow{-4, 0.0}, FactorRow{-3, 0.0}, FactorRow{-2, 0.0064161992212},
-          FactorRow{-1, 0.0381615242980}, FactorRow{1, 0.1056139740275}, FactorRow{5, 0.2530657036199},
-          FactorRow{20, 0.8374276813509}, FactorRow{24, 0.9672961282035}, FactorRow{25, 0.9960907472983},
-          FactorRow{26, 1.0}, FactorRow{29, 1.0}, FactorRow{30, 1.0}, FactorRow{31, 1.0}}) {
+          FactorRow{-1, 0.0381615242980}, FactorRow{0, 0.0712667393307}, FactorRow{1, 0.1056139740275},
+          FactorRow{5, 0.2530657036199}, FactorRow{10, 0.4511813730365}, FactorRow{20, 0.8374276813509},
+          FactorRow{24, 0.9672961282035}, FactorRow{25, 0.9960907472983}, FactorRow{26, 1.0}, FactorRow{29, 1.0},
+          FactorRow{30, 1.0}, FactorRow{31, 1.0}}) {
         EXPECT_NEAR(danger_of_attack(row.points), row.factor, 1e-12) << row.points;
     }
 }

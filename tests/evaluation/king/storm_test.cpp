@@ -101,6 +101,19 @@ INSTANTIATE_TEST_SUITE_P(SquareBehind, StormRules, testing::Values(
     KingRow{"behind a pawn on rank 3", g1, "4k3/8/8/8/6n1/6p1/8/6K1", {-56, -77}, 9 + 4, -46},
     KingRow{"with an attacked path", g1, "4k3/8/5n2/5p2/8/8/4P3/6K1", {-56 - 5 - 3 + 4, -77 - 13 - 8 + 8}, 9 + 7 + 10 - 2, -46},
     KingRow{"with a neighbour", g1, "4k3/8/5n2/5pp1/8/8/8/6K1", {-50 - 10 - 5 + 4, -71 - 26 - 16 + 8}, 4 + 14 + 6 - 2, -46}), RowName<KingRow>);
+
+// The shield of f2, g2, h2 is worth (81, 112) with its firmness; files without enemy pawns take from that.
+INSTANTIATE_TEST_SUITE_P(AgainstAShield, StormRules, testing::Values(
+    KingRow{"in contact", g1, "4k3/8/8/8/6p1/8/5PPP/6K1", {81 - 6 - 3 - 4, 112 - 12 - 8 - 12}, 9 + 4 + 12, 14},
+    KingRow{"a rank away", g1, "4k3/8/8/6p1/8/8/5PPP/6K1", {81 - 6 - 5 - 3, 112 - 12 - 13 - 8}, 9 + 7 + 10, 14},
+    KingRow{"two ranks away", g1, "4k3/8/6p1/8/8/8/5PPP/6K1", {81 - 6 - 6 - 1, 112 - 12 - 12 - 5}, 9 + 8 + 8, 14},
+    KingRow{"not begun", g1, "4k3/6p1/8/8/8/8/5PPP/6K1", {81 - 6, 112 - 12}, 9, 14},
+    KingRow{"with a man behind", g1, "4k3/8/6n1/6p1/8/8/5PPP/6K1", {81 - 6 - 5 - 3 + 4, 112 - 12 - 13 - 8 + 8}, 9 + 7 + 10 - 2, 14},
+    KingRow{"against a pawn that nobody helps", g1, "4k3/8/8/8/6p1/8/6P1/6K1", {6 + 20 - 24 - 6 - 5 - 3 + 2, 2 + 28 - 28 - 12 - 8 - 8 + 10}, 9 + 4 - 4, -27},
+    KingRow{"three pawns at home", g1, "4k3/5ppp/8/8/8/8/5PPP/6K1", {81 + 6 - 10, 112 + 12 - 32}, -6 + 12, 14},
+    KingRow{"a neighbour east of the walk", b1, "4k3/2pp4/8/8/8/8/PPP5/1K6", {2 + 60 + 15 - 6, 2 + 84 + 26 - 12}, 9, 14},
+    KingRow{"a neighbour east of the b-file", b1, "4k3/1pp5/8/8/8/8/PPP5/1K6", {2 + 60 + 15 - 0 - 5, 2 + 84 + 26 - 6 - 16}, 4 + 6, 14},
+    KingRow{"not against a king in the centre", e1, "4k3/8/8/8/4p3/8/3PPP2/4K3", {-55 + 60 - 6 + 15, -80 + 84 - 12 + 26}, 9, 14}), RowName<KingRow>);
 // clang-format on
 
 }  // namespace

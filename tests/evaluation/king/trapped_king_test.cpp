@@ -15,7 +15,7 @@ TEST_P(TrappedKingRules, GivePairAndChangeDanger) {
     ForBothColours(row.position, [&](EvaluationBuilder& builder, Colour own) {
         EVALUATION_CONTEXT& context = builder.context;
         ASSERT_EQ(builder.board.side(own).king_square, own == white ? row.square : MirrorVertically(row.square));
-        row.prepare(context, own);
+        if (row.prepare != nullptr) row.prepare(context, own);
         context.king_attack[own] = attack_before;
         context.king_cover[own] = cover_before;
         context.attack_factor[own] = context.cover_factor[own] = 0.375;
@@ -101,6 +101,18 @@ INSTANTIATE_TEST_SUITE_P(LonePawn, TrappedKingRules, testing::Values(
     KingRow{"with a piece beside it", b1, "4k3/8/8/8/8/8/PpN5/1K6", {0, 0}, 0, 0, Attacks<>},
     KingRow{"a piece instead", b1, "4k3/8/8/8/8/8/PnP5/1K6", {0, 0}, 0, 0, Attacks<>},
     KingRow{"a square ahead of it", b1, "4k3/8/8/8/8/1p6/P1P5/1K6", {0, 0}, 0, 0, Attacks<>}), RowName<KingRow>);
+
+INSTANTIATE_TEST_SUITE_P(PlainBoard, TrappedKingRules, testing::Values(
+    KingRow{"a rook reaches the back rank", g1, "3rk3/8/8/8/8/8/5PPP/6K1", {-6, -12}, 0, -6, Attacks<d1>},
+    KingRow{"a queen reaches it", g1, "4k3/8/8/6q1/8/8/5PPP/6K1", {-6, -12}, 0, -6, Attacks<c1>},
+    KingRow{"a bishop does not count", g1, "4k3/8/8/6b1/8/8/5PPP/6K1", {0, 0}, 0, 0, Attacks<c1>},
+    KingRow{"the way out is not attacked", g1, "3rk3/8/8/8/8/8/5PPP/6K1", {0, 0}, 0, 0, Attacks<f1>},
+    KingRow{"from b1 the c-file does not count", b1, "2r1k3/8/8/8/8/8/PPP5/1K6", {0, 0}, 0, 0, Attacks<c1>},
+    KingRow{"there is air", g1, "3rk3/8/8/8/8/7P/5PP1/6K1", {0, 0}, 0, 0, Attacks<d1>},
+    KingRow{"not in the corner", f1, "3rk3/8/8/8/8/8/4PPP1/5K2", {0, 0}, 0, 0, Attacks<d1>},
+    KingRow{"a lone pawn before h1", h1, "4k3/8/8/8/8/8/6Pp/7K", {200, 240}, -10, 2},
+    KingRow{"a defended pawn before h1", h1, "4k3/8/8/8/8/6p1/6Pp/7K", {0, 0}, 0, 0},
+    KingRow{"a lone pawn beside a way out", h1, "4k3/8/8/8/8/8/7p/7K", {0, 0}, 0, 0}), RowName<KingRow>);
 // clang-format on
 
 }  // namespace

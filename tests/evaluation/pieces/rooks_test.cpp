@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(Rules, Rooks, testing::Values(
     PairRow{"on b1 and c1 behind b2", rooks_of_game, "6k1/8/8/8/8/8/1P6/1RR3K1", {75 - 4 + 8 - 6 + 6 + 75 + 4 + 8 + 7, 45 - 10 + 12 - 14 + 12 + 45 + 10 + 12 + 15}, "pq6 cq3 cc4 a48"},
     PairRow{"on b1 and c1 behind b3", rooks_of_game, "6k1/8/8/8/8/1P6/8/1RR3K1", {75 - 2 + 8 + 2 - 6 + 6 + 75 + 4 + 8 + 7, 45 - 8 + 12 + 4 - 14 + 12 + 45 + 10 + 12 + 15}, "pq7 cq4 cc4 a48"},
     PairRow{"on b2 and c2", rooks_of_game, "6k1/8/8/8/8/8/1RR5/6K1", {2 * (75 + 4 + 8 + 7) + 2, 2 * (45 + 10 + 12 + 15) + 4}, "pq13 cq7 cc4 a48"},
+    PairRow{"on c1 and d1", rooks_of_game, "6k1/8/8/8/8/8/8/2RR2K1", {2 * (75 + 4 + 8 + 7) + 2, 2 * (45 + 10 + 12 + 15) + 4}, "pq7 cq4 pc6 cc7 a48"},
     PairRow{"on b3 and c2", rooks_of_game, "6k1/8/8/8/8/1R6/2R5/6K1", {2 * (75 + 4 + 7), 2 * (45 + 10 + 15)}, "pq12 cq6 a48"},
     PairRow{"on b1 and c1 beside d2", rooks_of_game, "6k1/8/8/8/8/8/3P4/1RR3K1", {2 * (75 + 4 + 8 + 7) + 2, 2 * (45 + 10 + 12 + 15) + 4}, "pq13 cq7 cc4 a48"},
     PairRow{"on b1 and c1 behind c2", rooks_of_game, "6k1/8/8/8/8/8/2P5/1RR3K1", {75 + 4 + 8 + 7 + 75 - 4 + 8 - 6 + 6, 45 + 10 + 12 + 15 + 45 - 10 + 12 - 14 + 12}, "pq6 cq3 cc4 a48"},

@@ -43,7 +43,20 @@ INSTANTIATE_TEST_SUITE_P(Patterns, WholeBoardRows, testing::Values(
     PairRow{"all but d5", early_patterns, "4k3/8/8/8/3Pp3/2N1PN2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
     PairRow{"all but e3", early_patterns, "4k3/8/8/3p4/3Pp3/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
     PairRow{"e3 and d5 without the knights", early_patterns, "4k3/8/8/3p4/8/4P3/2P2P2/4K3", {6, 14}, "pc4 cc6"},
-    PairRow{"knights and g3", early_patterns, "4k3/8/8/8/8/2N2NP1/2P2P2/4KB2", {6 - 4 - 8, 14 - 8 - 14}, "pc1 cc9 ck-4"}), RowName<PairRow>);
+    PairRow{"knights and g3", early_patterns, "4k3/8/8/8/8/2N2NP1/2P2P2/4KB2", {6 - 4 - 8, 14 - 8 - 14}, "pc1 cc9 ck-4"},
+    PairRow{"the right to move", game_patterns, "4k3/8/8/8/8/8/8/4K3", {6, 14}, "pc4 cc6"},
+    PairRow{"b1 and c1 at home", game_patterns, "4k3/8/8/8/8/8/8/1NB1K3", {6 - 18, 14 - 45}, "pc4 cc6 pq-4 cq-8"},
+    PairRow{"b1 alone", game_patterns, "4k3/8/8/8/8/8/8/1N2K3", {6, 14}, "pc4 cc6"},
+    PairRow{"f1 and g1 at home", game_patterns, "4k3/8/8/8/8/8/8/4KBN1", {6 - 14, 14 - 40}, "pc4 cc6 pk-4 ck-6"},
+    PairRow{"g3 before f1", game_patterns, "4k3/8/8/8/8/6P1/5P2/4KB2", {6 - 8, 14 - 14}, "pc4 cc6 ck-4"},
+    PairRow{"g3 and g2", game_patterns, "4k3/8/8/8/8/6P1/5PP1/4KB2", {6, 14}, "pc4 cc6"},
+    PairRow{"g3 alone", game_patterns, "4k3/8/8/8/8/6P1/8/4KB2", {6, 14}, "pc4 cc6"},
+    PairRow{"b3 before c1", game_patterns, "4k3/8/8/8/8/1P6/P7/2B1K3", {6 - 5, 14 - 8}, "pc4 cc6 cq-3"},
+    PairRow{"knights before pawns", early_patterns, "4k3/8/8/8/8/2N2N2/2P2P2/4K3", {6 - 4, 14 - 8}, "pc1 cc9"},
+    PairRow{"not in the middle game", game_patterns, "4k3/8/8/8/8/2N2N2/2P2P2/4K3", {6, 14}, "pc4 cc6"},
+    PairRow{"three knights are not exactly two", early_patterns, "4k3/8/8/8/8/2N2N2/2P2P2/N3K3", {6, 14}, "pc4 cc6"},
+    PairRow{"behind e3 against d5", early_patterns, "4k3/8/8/3p4/8/2N1PN2/2P2P2/4K3", {6 - 4 - 10, 14 - 8 - 20}, "pc1 cc9"},
+    PairRow{"in a locked centre", early_patterns, "4k3/8/8/3p4/3Pp3/2N1PN2/2P2P2/4K3", {6 - 4 - 25, 14 - 8 - 35}, "pc1 cc9"}), RowName<PairRow>);
 // clang-format on
 
 template <class... Squares>
@@ -56,6 +69,21 @@ template <Bitboard Own, Bitboard Enemy>
 void Attacked(EVALUATION_CONTEXT& context, Colour own) {
     context.attacks[own] = own == white ? Own : MirrorRanks(Own);
     context.attacks[Opponent(own)] = own == white ? Enemy : MirrorRanks(Enemy);
+}
+/// `Own` squares of the first ranks, `Enemy` squares of the last ones.
+template <int Own, int Enemy>
+void Attack(EVALUATION_CONTEXT& context, Colour own) {
+    const Bitboard low_own = (Bitboard{1} << Own) - 1;
+    const Bitboard low_enemy = (Bitboard{1} << Enemy) - 1;
+    context.attacks[own] = own == white ? low_own : MirrorRanks(low_own);
+    context.attacks[Opponent(own)] = own == white ? MirrorRanks(low_enemy) : low_enemy;
+}
+/// So many squares of the own view's sixth rank from the a-file on.
+template <int Count>
+void AttackAhead(EVALUATION_CONTEXT& context, Colour own) {
+    const Bitboard row = ((Bitboard{1} << Count) - 1) << 40;
+    context.attacks[own] = own == white ? row : MirrorRanks(row);
+    context.attacks[Opponent(own)] = own == white ? MirrorRanks(0xFF) : 0xFF;
 }
 constexpr Bitboard forty = 0xFF000000FFFFFFFF;  // all ranks but those where the own attacks count
 constexpr Bitboard forty_of_enemy = 0xFFFFFFFF000000FF;
@@ -100,7 +128,20 @@ INSTANTIATE_TEST_SUITE_P(Space, WholeBoardRows, testing::Values(
     PairRow{"the king on b4", of_space, "7k/8/8/8/1K6/8/8/8", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
     PairRow{"the king at home on c1", of_space, "4k3/8/8/8/8/8/8/2K5", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
     PairRow{"a rook of the enemy on h6", of_space, "4k3/8/7r/8/8/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0, 0>},
-    PairRow{"a knight of the enemy on g4", of_space, "4k3/8/8/8/6n1/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-2 cq6 ck6", Attacked<0, 0>}), RowName<PairRow>);
+    PairRow{"a knight of the enemy on g4", of_space, "4k3/8/8/8/6n1/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-2 cq6 ck6", Attacked<0, 0>},
+    PairRow{"equal", of_space, "4k3/8/8/8/8/8/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
+    PairRow{"twice as much", of_space, "4k3/8/8/8/8/8/8/4K3", {16, 32}, "pc20 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 8>},
+    PairRow{"a little more", of_space, "4k3/8/8/8/8/8/8/4K3", {4, 8}, "pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<22, 20>},
+    PairRow{"hardly more", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<21, 20>},
+    PairRow{"one square of the wing", of_space, "4k3/8/8/8/8/8/8/4K3", {-14, -28}, "Pc20 pq4 pk-4 Ck6 Pq-4 Pk-4 cq6 ck6", AttackAhead<1>},
+    PairRow{"two squares of the wing", of_space, "4k3/8/8/8/8/8/8/4K3", {-12, -24}, "Pc20 pq6 pk-4 Ck6 Pq-4 Pk-4 cq6 ck6", AttackAhead<2>},
+    PairRow{"three squares of the wing", of_space, "4k3/8/8/8/8/8/8/4K3", {-10, -20}, "Pc20 pq8 pk-4 Ck6 Pq-4 Pk-4 cq6 ck6", AttackAhead<3>},
+    PairRow{"a piece at home on the right", of_space, "4k3/8/8/8/8/8/4N3/4K3", {0, 0}, "pq-6 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
+    PairRow{"a piece at home on the left", of_space, "4k3/8/8/8/8/8/1N6/4K3", {0, 0}, "pq-4 pk-6 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
+    PairRow{"a rook on the third rank", of_space, "4k3/8/8/8/8/1R6/8/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
+    PairRow{"a piece ahead on the left", of_space, "4k3/8/1N6/8/8/8/8/4K3", {0, 0}, "pq-2 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
+    PairRow{"a piece ahead on the right", of_space, "4k3/8/6N1/8/8/8/8/4K3", {0, 0}, "pq-4 pk-2 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>},
+    PairRow{"pawns and a king at home don't count", of_space, "4k3/8/1P6/8/8/8/6P1/4K3", {0, 0}, "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attack<16, 16>}), RowName<PairRow>);
 
 /// What the pieces have left behind, and the weight of an ending in percent.
 template <int Points, int Weight>
@@ -118,7 +159,13 @@ INSTANTIATE_TEST_SUITE_P(Activity, WholeBoardRows, testing::Values(
     PairRow{"nothing early in the game", of_activity, "4k3/8/8/8/8/8/8/4K3", {0, 0}, "a40", Active<40, 0>},
     PairRow{"a pawn up with the enemy to move", of_activity, "4k3/8/8/8/8/8/P7/4K3 b - - 0 1", {50, 6}, "a50", Active<0, 100>},
     PairRow{"a pawn down", of_activity, "4k3/p7/8/8/8/8/8/4K3", {-50, -6}, "a-50", Active<0, 100>},
-    PairRow{"two pawns up", of_activity, "4k3/8/8/8/8/8/PP6/4K3", {75 + 5, 10}, "a80", Active<5, 100>}), RowName<PairRow>);
+    PairRow{"two pawns up", of_activity, "4k3/8/8/8/8/8/PP6/4K3", {75 + 5, 10}, "a80", Active<5, 100>},
+    PairRow{"none", of_activity, "4k3/8/8/8/8/8/8/4K3", {0, 0}, "", Active<0, 50>},
+    PairRow{"rounded up", of_activity, "4k3/8/8/8/8/8/8/4K3", {13, 1}, "a25", Active<25, 50>},
+    PairRow{"rounded down", of_activity, "4k3/8/8/8/8/8/8/4K3", {-13, -1}, "a-25", Active<-25, 50>},
+    PairRow{"with a pawn", of_activity, "4k3/8/8/8/8/8/P7/4K3", {25, 3}, "a50", Active<0, 50>},
+    PairRow{"material is cut at 150", of_activity, "4k3/8/8/8/8/8/8/Q3K3", {38, 4}, "a75", Active<0, 50>},
+    PairRow{"and at -150", of_activity, "q3k3/8/8/8/8/8/8/4K3", {-38, -4}, "a-75", Active<0, 50>}), RowName<PairRow>);
 // clang-format on
 
 }  // namespace

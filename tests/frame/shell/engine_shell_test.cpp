@@ -33,9 +33,9 @@ Start StartWith(const std::vector<std::string>& arguments) {
         start.status = shell.run();
     }
     start.warnings = testing::internal::GetCapturedStderr();
-    const auto behind_greeting = [](const std::string& text) { return text.substr(text.find("!\n") + 2); };
-    start.screen = behind_greeting(testing::internal::GetCapturedStdout());
-    start.log = behind_greeting(log.text());
+    const auto after_greeting = [](const std::string& text) { return text.substr(text.find("!\n") + 2); };
+    start.screen = after_greeting(testing::internal::GetCapturedStdout());
+    start.log = after_greeting(log.text());
     return start;
 }
 

@@ -145,19 +145,19 @@ TEST(KeywordTable, HoldsEachKeywordOnce) {
     std::multiset<std::string_view> expected;
     for (const KeywordCase& row : keyword_cases) expected.insert(row.word);
     std::multiset<std::string_view> actual;
-    for (const Keyword& row : KeywordTable()) actual.insert(row.word);
+    for (const Keyword& row : keywordTable()) actual.insert(row.word);
     EXPECT_EQ(actual, expected);
     for (const KeywordCase& row : keyword_cases) {
-        const Keyword* const found = FindKeyword(row.word);
+        const Keyword* const found = findKeyword(row.word);
         ASSERT_NE(found, nullptr) << row.word;
         EXPECT_EQ(found->word, row.word);
     }
-    for (const std::string_view word : {"", "foo", "e2e4", "HELP", "help "}) EXPECT_EQ(FindKeyword(word), nullptr);
+    for (const std::string_view word : {"", "foo", "e2e4", "HELP", "help "}) EXPECT_EQ(findKeyword(word), nullptr);
 }
 
 TEST(KeywordTable, GivesEachPlaceOfTheHelpOnce) {
     std::set<int> places;
-    for (const Keyword& row : KeywordTable()) {
+    for (const Keyword& row : keywordTable()) {
         EXPECT_EQ(row.help.place == 0, row.help.text.empty()) << row.word;
         if (row.help.place == 0) continue;
         EXPECT_TRUE(places.insert(row.help.place).second) << row.word;
@@ -180,7 +180,7 @@ TEST(KeywordTable, KnowsTheCommandsOfTheCommandLine) {
     };
     // clang-format on
     std::map<std::string_view, StartUp> actual;
-    for (const Keyword& row : KeywordTable()) {
+    for (const Keyword& row : keywordTable()) {
         if (row.start_up != prompt_only) actual.emplace(row.word, row.start_up);
     }
     EXPECT_EQ(actual, expected);

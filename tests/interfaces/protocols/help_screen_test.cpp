@@ -77,7 +77,7 @@ TEST(HelpScreen, StartUpListIsTheFullOneWithoutTheRest) {
     const std::string startup = PrintedList(VorkaInterfaces::helpOfStartupCommands());
     std::size_t at = 0;
     for (const HelpText& entry : VorkaInterfaces::helpOfAllCommands()) {
-        const VorkaInterfaces::Keyword* const keyword = VorkaInterfaces::FindKeyword(entry.keyword);
+        const VorkaInterfaces::Keyword* const keyword = VorkaInterfaces::findKeyword(entry.keyword);
         const bool belongs = keyword != nullptr && keyword->start_up != VorkaInterfaces::StartUp::prompt_only;
         std::string line(1, '\n');
         line.append(entry.keyword);
@@ -96,7 +96,7 @@ TEST(HelpScreen, StartUpListIsTheFullOneWithoutTheRest) {
 TEST(HelpScreen, KnowsTheKeywords) {
     const std::set<std::string_view> without{"bk", "ics", "pause", "resume", "variant", "optimize_piece"};
     const std::vector<HelpText> list = VorkaInterfaces::helpOfAllCommands();
-    for (const VorkaInterfaces::Keyword& keyword : VorkaInterfaces::KeywordTable()) {
+    for (const VorkaInterfaces::Keyword& keyword : VorkaInterfaces::keywordTable()) {
         std::string quoted(1, '"');
         quoted.append(keyword.word).append(1, '"');
         const bool listed = std::ranges::any_of(

@@ -82,9 +82,9 @@ TEST_F(EndgameKnowledge, ADrawIsWorthTheContemptOfTheSideOnMove) {
         // A bitbase answers from the third ply on, the tables before.
         for (const std::uint32_t ply : {1U, 3U}) {
             EXPECT_EQ(DrawScoreOf(*At(drawn, contempt), ply), contempt);
-            const auto behind_move = At("4k3/4P3/8/5K2/8/8/8/8 w - - 0 1", contempt);
-            behind_move->board.MakeMove(MoveOf(behind_move->board, "f5e6"));
-            EXPECT_EQ(DrawScoreOf(*behind_move, ply), -contempt) << "to the opponent";
+            const auto after_move = At("4k3/4P3/8/5K2/8/8/8/8 w - - 0 1", contempt);
+            after_move->board.MakeMove(MoveOf(after_move->board, "f5e6"));
+            EXPECT_EQ(DrawScoreOf(*after_move, ply), -contempt) << "to the opponent";
         }
     }
 }

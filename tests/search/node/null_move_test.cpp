@@ -178,13 +178,13 @@ class MateThreat : public testing::Test {
         BOARD board = search.board->board;
         board.MakeNullMove();
         Move move = INVALID;
-        (void)search.tables.transposition.ProbeMove(board.key(), move, distance_behind_pass_);
+        (void)search.tables.transposition.ProbeMove(board.key(), move, distance_after_pass_);
         return HasAny(node.flags, NodeFlags::mate_threat);
     }
     SearchSettings settings_{.min_ply_for_null_move = 0, .maximum_material_margin_for_null_move = 32767000};
     std::string_view fen_ = threatened_fen;
     std::uint64_t nodes_ = 0;
-    Distance distance_behind_pass_ = no_distance;
+    Distance distance_after_pass_ = no_distance;
 };
 
 TEST_F(MateThreat, IsFoundAfterAPassThatDoesNotCut) { EXPECT_TRUE(IsFound()); }
@@ -212,9 +212,9 @@ TEST_F(MateThreat, MustComeWithinSoManyMoves) {
 TEST_F(MateThreat, DistanceIsTheNegatedNodeType) {
     settings_.min_null_move_search_reduction = 640;
     EXPECT_TRUE(IsFound(unbalanced_ending, NodeType::cut));
-    EXPECT_EQ(distance_behind_pass_, -1);
+    EXPECT_EQ(distance_after_pass_, -1);
     EXPECT_TRUE(IsFound(unbalanced_ending, NodeType::all));
-    EXPECT_EQ(distance_behind_pass_, 1);
+    EXPECT_EQ(distance_after_pass_, 1);
 }
 
 /// And the node type is what the setting calls a distance: with 0 the test runs as a node of the principal variation,

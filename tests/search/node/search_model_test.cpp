@@ -33,7 +33,7 @@ class SlowSearch {
     SlowSearch(Colour root_side, Score contempt, HashTables& tables)
         : root_side_(root_side),
           contempt_(contempt),
-          evaluation_{.settings = &evaluation_settings_, .tables = &tables, .bitbases = &bitbases_} {}
+          evaluation_{&evaluation_settings_, &tables, &bitbases_} {}
 
     bool IsAtLeast(const BOARD& board, Move last_move, Score beta, Distance distance, int parent_class) {
         const auto ply = static_cast<Score>(board.ply);
@@ -79,7 +79,7 @@ class SlowSearch {
 
     static bool IsTried(const BOARD& board, Move move, Score beta, Distance distance, int type) {
         if (!IsGenerated(move, beta, distance)) return false;
-        const unsigned check = CheckType(move);
+        const auto check = static_cast<unsigned>(CheckType(move));
         const bool discovered = check >= 2;
         if (PromotionPiece(move) == queen) return true;
         if (PromotionPiece(move) == knight) return GivesDirectCheck(move);

@@ -376,7 +376,7 @@ TEST_F(MoveOrdering, ScoresThatWordsBringAreForgotten) {
     for (const Move word : batches.back()) EXPECT_EQ(SortScore(word), StaticMoveOrder(node).ScoreOf(word & move_bits));
 }
 
-TEST_F(MoveOrdering, HashMoveIsPutBehindTheList) {
+TEST_F(MoveOrdering, HashMoveIsPutAfterTheList) {
     Node& node = ListedNode();
     node.hash_move = Word("a1a7");
     const Move* const end = node.moves_end;

@@ -11,8 +11,7 @@ namespace {
 using search_settings::SettingRow;
 using search_settings::Table;
 
-TEST(SearchSettings, Are173WithNamesOfTheirOwn) {
-    EXPECT_EQ(Table().size(), 173U);
+TEST(SearchSettings, HaveNamesOfTheirOwn) {
     std::set<std::string_view> names;
     for (const SettingRow& row : Table()) EXPECT_TRUE(names.insert(row.name).second) << row.name;
 }

@@ -236,8 +236,8 @@ constexpr std::string_view without_effect[] = {
     "skip_perpetual_check_test_if_searching_null_move", "enable_aggressive_history_pruning", "randomize_quiescence_move_ordering",
 };
 
-/// Settings whose gate is tested at its step alone. The first can't show: the node after a root move is a principal
-/// one, which has no null move anyway. The others need nodes that ask for a mate and are pruned otherwise.
+/// Settings whose gate is tested at its step alone. The first can't show: the node after a root move is of the principal
+/// variation, which has no null move anyway. The others need nodes that ask for a mate and are pruned otherwise.
 constexpr std::string_view tested_at_their_step[] = {
     "skip_null_move_at_the_root",                          // bound_search_test
     "skip_null_move_if_enemy_is_searching_for_mate",       // null_move_test
