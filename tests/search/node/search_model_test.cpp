@@ -31,9 +31,7 @@ class SlowSearch {
     /// A score that is known answers every question; one that is not may be answered lazily. So both searches share the
     /// tables.
     SlowSearch(Colour root_side, Score contempt, HashTables& tables)
-        : root_side_(root_side),
-          contempt_(contempt),
-          evaluation_{&evaluation_settings_, &tables, &bitbases_} {}
+        : root_side_(root_side), contempt_(contempt), evaluation_{&evaluation_settings_, &tables, &bitbases_} {}
 
     bool IsAtLeast(const BOARD& board, Move last_move, Score beta, Distance distance, int parent_class) {
         const auto ply = static_cast<Score>(board.ply);
