@@ -70,7 +70,8 @@ for layer in LAYERS:
     below += layer
     seen_by_tests = (*below, "tests/support", *(["tests/bitbases"] if "tests/bitbases" in FOLDERS else []))
     FOLDERS.update({f"tests/{folder}": seen_by_tests for folder in layer})
-FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", "tools/bitbase_builder", "tests/bitbases", "tests/support")
+FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", *SEARCH, "tools/bitbase_builder", "tools/bench_run", "tools/options",
+                           "tests/bitbases", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.
 FOLDERS["tests/fuzz"] = (*below, "tests/support")
 
