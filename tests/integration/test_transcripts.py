@@ -159,13 +159,16 @@ def script_answers_help(words):
 
 
 def preset_exists(words):
-    """cmake and ctest with a preset are not run: the preset, the options and the target must exist."""
+    """cmake and ctest are not run: the preset, the options and the target must exist."""
     presets = json.loads((ROOT / "CMakePresets.json").read_text())
-    kind = {"ctest": "testPresets"}.get(words[0], "buildPresets" if "--build" in words else "configurePresets")
-    name = words[words.index("--preset") + 1]
-    assert name in [preset["name"] for preset in presets[kind]], f"no preset {name} in {kind}"
+    kinds = {"--build": "buildPresets", "--workflow": "workflowPresets"}
+    kind = "testPresets" if words[0] == "ctest" else next((kinds[word] for word in words if word in kinds),
+                                                          "configurePresets")
+    if "--preset" in words:
+        name = words[words.index("--preset") + 1]
+        assert name in [preset["name"] for preset in presets[kind]], f"no preset {name} in {kind}"
     for word in words:
-        if word.startswith("-D"):
+        if word.startswith("-D") and not word.startswith("-DCMAKE_"):
             assert f"option({word[2:].split('=')[0]} " in (ROOT / "CMakeLists.txt").read_text()
     if "--target" in words:
         target = words[words.index("--target") + 1]
@@ -197,8 +200,14 @@ def program_runs(words, *more):
 
 
 def bench_runs(words):
-    """Run to a lower depth; the signature itself is compared elsewhere."""
-    assert re.search(r"^Bench: \d+$", program_runs(words, "--depth", "1"), re.M)
+    """Run to a lower depth; the signature itself is compared elsewhere. A run is kept in, or compared with, a file of
+    the test's own."""
+    with tempfile.TemporaryDirectory() as folder:
+        kept = f"{folder}/a.run"
+        if "--compare" in words:
+            run(in_this_build(words[0]), "--depth", "1", "--save", kept)
+        own = [kept if before in ("--save", "--compare") else word for before, word in zip([""] + words, words)]
+        assert re.search(r"^Bench: \d+$", program_runs(own, "--depth", "1"), re.M)
 
 
 def solves_positions(words):
@@ -240,7 +249,7 @@ SHOWN = [
     (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
     (r"build/\w+/tools/solve_epd .*", solves_positions),
     (r"build/\w+/tools/bitbase_builder/bitbase_builder --help", program_runs),
-    (r"tools/\w+ .*", program_answers_help),
+    (r"(tools|benchmarks)/\w+ .*", program_answers_help),
 ]
 
 
