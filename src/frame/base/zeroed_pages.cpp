@@ -1,22 +1,40 @@
 #include "frame/base/zeroed_pages.h"
 
 #include <sys/mman.h>
+#include <unistd.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace {
 
-/// From this size on the system is asked for its large pages: a probe of a large table then seldom has to look up where
-/// its page lies. They are zeroed as a whole when they are touched, which would make small tables dearer.
+/// From this size on the system is asked for its large pages: a probe of a table then seldom has to look up where its
+/// page lies, which costs more than the memory itself, above all in a virtual machine.
 constexpr std::size_t large_page = std::size_t{2} << 20U;
-constexpr std::size_t first_size_with_large_pages = 16 * large_page;
 
-void AskForLargePages([[maybe_unused]] void* data, [[maybe_unused]] std::size_t size) noexcept {
+void* Map(std::size_t bytes) noexcept {
+    void* const pages = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return pages == MAP_FAILED ? nullptr : pages;
+}
+
+/// Large pages have to start at a multiple of their size: maps more, and gives back what is too much on both sides.
+void* MapLargePages(std::size_t bytes) noexcept {
+    if (bytes > std::numeric_limits<std::size_t>::max() - large_page) return nullptr;
+    void* const pages = Map(bytes + large_page);
+    if (pages == nullptr) return nullptr;
+    auto* const first = static_cast<std::byte*>(pages);
+    const std::size_t before = -reinterpret_cast<std::uintptr_t>(pages) % large_page;
+    if (before != 0) munmap(first, before);
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t kept = (bytes + page - 1) / page * page;
+    if (before + kept < bytes + large_page) munmap(first + before + kept, bytes + large_page - before - kept);
 #ifdef MADV_HUGEPAGE
-    if (size >= first_size_with_large_pages) static_cast<void>(madvise(data, size, MADV_HUGEPAGE));
+    static_cast<void>(madvise(first + before, kept, MADV_HUGEPAGE));
 #endif
+    return first + before;
 }
 
 /// Whether the system took the pages back; they read as zero then.
@@ -30,12 +48,8 @@ bool GiveBack([[maybe_unused]] void* data, [[maybe_unused]] std::size_t size) no
 
 }  // namespace
 
-ZeroedPages::ZeroedPages(std::size_t bytes) noexcept {
-    void* const pages = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (pages == MAP_FAILED) return;
-    data_ = pages;
-    size_ = bytes;
-    AskForLargePages(data_, size_);
+ZeroedPages::ZeroedPages(std::size_t bytes) noexcept : data_(bytes < large_page ? Map(bytes) : MapLargePages(bytes)) {
+    if (data_ != nullptr) size_ = bytes;
 }
 
 ZeroedPages::ZeroedPages(ZeroedPages&& other) noexcept

@@ -17,14 +17,12 @@ ChildFlags FlagsForChild(const Node& node, Move move) {
     return flags;
 }
 
-Score SearchChild(Node& node, Move move, Distance new_distance, Distance reduced) {
+Score SearchChild(Node& node, Move move, std::uint64_t key_after_move, Distance new_distance, Distance reduced) {
     SearchBoard& search = node.search;
     const ChildFlags flags = FlagsForChild(node, move);
     const NodeType type = node.moves_tried == 1 ? -node.type : NodeType::cut;
     search.moves_played[node.ply + 1] = move;
-    const std::uint64_t key = search.board.HashKeyAfterMove(move);
-    search.engine.tables.Prefetch(key);
-    search.board.MakeMove(move, key);
+    search.board.MakeMove(move, key_after_move);
     Score score =
         -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY, type, node.position_class, flags);
     if (node.settings().enable_verification_search && score >= node.beta && reduced > 0) {

@@ -121,6 +121,10 @@ void CountCut(Node& node) {
 /// Tries one move. Whether it cuts.
 bool TryMove(Node& node, Move move) {
     ++node.moves_tried;
+    // The child will look itself up. Most moves are searched: the memory is asked for before anything else, so that it
+    // comes meanwhile.
+    const std::uint64_t key = node.board().HashKeyAfterMove(move);
+    node.search.engine.tables.Prefetch(key);
     // 18. Quiescence: let it pass?
     if (!PassesFilter(node, move)) return false;
     // 19. Extensions that the move earns.
@@ -131,7 +135,7 @@ bool TryMove(Node& node, Move move) {
     const Distance reduction = LateMoveReduction(node, move);
     // 22. Ask the child.
     CountMove(node, extended, reduction);
-    const Score score = SearchChild(node, move, extended - reduction, node.razored + reduction);
+    const Score score = SearchChild(node, move, key, extended - reduction, node.razored + reduction);
     // 23. Keep the best; cut.
     if (score > node.best) {
         if (score >= node.beta) CountCut(node);

@@ -27,6 +27,10 @@ class Child : public testing::Test {
         return distance;
     }
 
+    [[nodiscard]] Score Ask(Node& node, Move move, Distance new_distance, Distance reduced) {
+        return SearchChild(node, move, node.board().HashKeyAfterMove(move), new_distance, reduced);
+    }
+
     SearchBuilder search_{checks_fen};
 };
 
@@ -60,12 +64,12 @@ TEST_F(Child, GivesItsAnswerFromTheOtherSideAndLeavesTheBoardAlone) {
     Node node = search_.NodeAt(1020, 64);
     node.moves_tried = 1;
     const std::string fen = FenOf(search_.board->board);
-    EXPECT_EQ(SearchChild(node, MoveNamed("a2a3"), 64, 0), 1020);
+    EXPECT_EQ(Ask(node, MoveNamed("a2a3"), 64, 0), 1020);
     EXPECT_EQ(FenOf(search_.board->board), fen);
     EXPECT_EQ(search_.board->moves_played[1], MoveNamed("a2a3"));
     Node too_much = search_.NodeAt(2000, 64);
     too_much.moves_tried = 1;
-    EXPECT_EQ(SearchChild(too_much, MoveNamed("a2a3"), 64, 0), 1999);
+    EXPECT_EQ(Ask(too_much, MoveNamed("a2a3"), 64, 0), 1999);
 }
 
 TEST_F(Child, CutOfAReducedMoveIsConfirmedWithoutTheReduction) {
@@ -77,19 +81,19 @@ TEST_F(Child, CutOfAReducedMoveIsConfirmedWithoutTheReduction) {
         search_.tables.transposition.clear();
         Node node = search_.NodeAt(1020, 256);
         node.moves_tried = 5;
-        EXPECT_EQ(SearchChild(node, move, 128, 64), 1020);
+        EXPECT_EQ(Ask(node, move, 128, 64), 1020);
         EXPECT_EQ(StoredDistance(move), verify ? 128 : 64);
     }
     search_.settings.enable_verification_search = true;
     search_.tables.transposition.clear();
     Node no_cut = search_.NodeAt(1500, 256);
     no_cut.moves_tried = 5;
-    EXPECT_EQ(SearchChild(no_cut, move, 128, 64), 1499);
+    EXPECT_EQ(Ask(no_cut, move, 128, 64), 1499);
     EXPECT_EQ(StoredDistance(move), 64) << "no cut, nothing to confirm";
     search_.tables.transposition.clear();
     Node unreduced = search_.NodeAt(1020, 256);
     unreduced.moves_tried = 5;
-    EXPECT_EQ(SearchChild(unreduced, move, 128, 0), 1020);
+    EXPECT_EQ(Ask(unreduced, move, 128, 0), 1020);
     EXPECT_EQ(StoredDistance(move), 64) << "nothing was reduced";
 }
 
