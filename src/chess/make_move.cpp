@@ -69,7 +69,7 @@ constexpr bool IsDoubleStep(Square from, Square to) {
     return to - from == 2 * Forward(Us);
 }
 
-/// The castling rook, in both directions: all it touches is flipped, but for `squares`.
+/// The castling rook, in both directions: all it touches is flipped; `squares` are exchanged.
 template <Colour Us>
 void FlipCastlingRook(BOARD& board, RookJump jump) {
     const Bitboard both = Bit(jump.from) | Bit(jump.to);

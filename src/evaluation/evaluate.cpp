@@ -77,17 +77,17 @@ void spoil_pawn_facts(EVALUATION_CONTEXT& context) {
     constexpr Bitboard nonsense = 0xA5A5A5A5A5A5A5A5;
     for (PAWN_INFO& pawns : context.pawns) {
         pawns = {};
-        for (Bitboard* const fact :
-             {&pawns.attacks, &pawns.attacked_once, &pawns.attacked_twice, &pawns.dominated, &pawns.defended,
-              &pawns.blocked, &pawns.restrained, &pawns.duo, &pawns.doubled, &pawns.front_passed, &pawns.isolated,
-              &pawns.backward, &pawns.backward_stuck, &pawns.covered, &pawns.advance_squares, &pawns.attack_span}) {
+        for (Bitboard* const fact : {&pawns.attacks, &pawns.attacked_once, &pawns.attacked_twice, &pawns.dominated,
+                                     &pawns.defended, &pawns.blocked, &pawns.restrained, &pawns.duo, &pawns.doubled,
+                                     &pawns.front_passed, &pawns.isolated, &pawns.backward, &pawns.backward_stuck,
+                                     &pawns.covered, &pawns.advance_squares, &pawns.attack_span, &pawns.centre_gaps}) {
             *fact = nonsense;
         }
     }
 }
 
-/// Everything after the table of scores. Pawn facts are taken from their table; if they are not there the routine
-/// builds them, and a finished evaluation leaves them there.
+/// Everything after the table of scores. The passed pawns are needed at once; the other pawn facts come after the lazy
+/// test, from their table or built afresh, and a finished evaluation leaves there what it has built.
 EVALUATION_RESULT evaluate_afresh(EVALUATION_CONTEXT& context, const BOARD& board, int bound, int position_type) {
     context.Clear();
     if constexpr (theory_is_checked) spoil_pawn_facts(context);

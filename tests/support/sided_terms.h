@@ -54,18 +54,19 @@ int Scaled(EVALUATION_CONTEXT& context, const BOARD& board) {
 
 // --- Pawns ---
 
-inline constexpr SidedTerm<SCORE_PAIR> in_opening{PawnSquares<white, opening>, PawnSquares<black, opening>};
-inline constexpr SidedTerm<SCORE_PAIR> in_middle_game{PawnSquares<white, middle_game>, PawnSquares<black, middle_game>};
+inline constexpr SidedTerm<SCORE_PAIR> squares_in_opening{PawnSquares<white, opening>, PawnSquares<black, opening>};
+inline constexpr SidedTerm<SCORE_PAIR> squares_in_middle_game{PawnSquares<white, middle_game>,
+                                                              PawnSquares<black, middle_game>};
 inline constexpr SidedTerm<SCORE_PAIR> backward{backward_pawns<white>, backward_pawns<black>};
 inline constexpr SidedTerm<SCORE_PAIR> isolated{isolated_pawns<white>, isolated_pawns<black>};
 inline constexpr SidedTerm<SCORE_PAIR> queen_pawn{isolated_queen_pawn<white>, isolated_queen_pawn<black>};
-inline constexpr SidedTerm<SCORE_PAIR> together{duo_and_defended_pawns<white>, duo_and_defended_pawns<black>};
+inline constexpr SidedTerm<SCORE_PAIR> duo_and_defended{duo_and_defended_pawns<white>, duo_and_defended_pawns<black>};
 inline constexpr SidedTerm<SCORE_PAIR> doubled{doubled_pawns<white>, doubled_pawns<black>};
 inline constexpr SidedTerm<SCORE_PAIR> connected{connected_passed_pawns<white>, connected_passed_pawns<black>};
 inline constexpr SidedTerm<SCORE_PAIR> chains{pawn_chains<white>, pawn_chains<black>};
 inline constexpr SidedTerm<SCORE_PAIR> majorities{pawn_majorities<white>, pawn_majorities<black>};
 inline constexpr SidedTerm<SCORE_PAIR> centre_of_board{centre_squares<white>, centre_squares<black>};
-inline constexpr SidedTerm<SCORE_PAIR> patterns{centre_patterns<white>, centre_patterns<black>};
+inline constexpr SidedTerm<SCORE_PAIR> centre_pawn_patterns{centre_patterns<white>, centre_patterns<black>};
 inline constexpr SidedTerm<SCORE_PAIR> passed{SeenBy<passed_pawns<EVALUATION_CONTEXT>, white>,
                                               SeenBy<passed_pawns<EVALUATION_CONTEXT>, black>};
 inline constexpr SidedTerm<SCORE_PAIR> majority_king{majority_and_king<white>, majority_and_king<black>};
@@ -93,7 +94,7 @@ inline constexpr SidedTerm<int> ending_king{majority_and_king_ending<white>, maj
 
 inline constexpr SidedTerm<SCORE_PAIR> opening_knights{knights_opening<white>, knights_opening<black>};
 inline constexpr SidedTerm<SCORE_PAIR> middle_game_knights{knights_middle_game<white>, knights_middle_game<black>};
-inline constexpr SidedTerm<SCORE_PAIR> knights_to_move{knight_mobility<white>, knight_mobility<black>};
+inline constexpr SidedTerm<SCORE_PAIR> knight_moves{knight_mobility<white>, knight_mobility<black>};
 inline constexpr SidedTerm<SCORE_PAIR> bishops_of_game{bishops<white>, bishops<black>};
 inline constexpr SidedTerm<SCORE_PAIR> rooks_of_game{rooks<white>, rooks<black>};
 inline constexpr SidedTerm<SCORE_PAIR> opening_queens{queens_opening<white>, queens_opening<black>};
@@ -118,8 +119,8 @@ inline constexpr SidedTerm<int> all_knights{knights_ending<white>, knights_endin
 inline constexpr SidedTerm<int> all_bishops{bishops_ending<white>, bishops_ending<black>};
 inline constexpr SidedTerm<int> all_rooks{rooks_ending<white>, rooks_ending<black>};
 inline constexpr SidedTerm<int> all_queens{queens_ending<white>, queens_ending<black>};
-inline constexpr SidedTerm<int> kings{SeenBy<king_placement_ending<EVALUATION_CONTEXT>, white>,
-                                      SeenBy<king_placement_ending<EVALUATION_CONTEXT>, black>};
+inline constexpr SidedTerm<int> king_placement{SeenBy<king_placement_ending<EVALUATION_CONTEXT>, white>,
+                                               SeenBy<king_placement_ending<EVALUATION_CONTEXT>, black>};
 inline constexpr SidedTerm<int> wrong_bishop{WrongBishop<white>, WrongBishop<black>};
 inline constexpr SidedTerm<int> pawnless_endings{Pawnless<white>, Pawnless<black>};
 template <int Score, bool Opposite = false>

@@ -31,7 +31,7 @@ struct BenchRow {
 /// Throws std::runtime_error, with the number of the line, for a text that is no such file.
 [[nodiscard]] std::vector<BenchRow> ReadFileText(const std::string& text);
 
-/// The head of the table of positions, without what stands behind the columns.
+/// The head of the table of positions, without what follows the columns.
 [[nodiscard]] std::string TableHead();
 /// The numbers of one position below it.
 [[nodiscard]] std::string TableRow(const BenchRow& row);

@@ -42,7 +42,7 @@ constexpr void add_points(std::int16_t& counter, int points) noexcept {
 
 /// What is known about the pawns of one side. "Ahead" and ranks are seen from that side.
 struct PAWN_INFO {
-    // Found on every evaluation.
+    // Found after the lazy test, never kept.
     Bitboard attacks;         ///< squares attacked by own pawns
     Bitboard attacked_once;   ///< by exactly one of them
     Bitboard attacked_twice;  ///< by two
@@ -64,8 +64,10 @@ struct PAWN_INFO {
     Bitboard backward_stuck;   ///< of these, the ones still at home that have no neighbour
     Bitboard covered;          ///< pawns with a front_distance; no term reads them
     Bitboard advance_squares;  ///< where pawns can go as far as pawns are concerned
-    Bitboard attack_span;      ///< squares diagonally ahead of own pawns and of their advance_squares
     Bitboard centre_gaps;      ///< d4, e4, d5, e5 without a pawn, outside the attack_span; no term reads them
+
+    // Found afresh with these, and not kept.
+    Bitboard attack_span;  ///< squares diagonally ahead of own pawns and of their advance_squares
 };
 
 /// More pawns on a wing than the enemy has there.
@@ -120,7 +122,7 @@ struct EVALUATION_CONTEXT : EVALUATION_FINDINGS {
                                 const VorkaBitbases::Bitbases* its_bitbases = nullptr) noexcept
         : settings(its_settings), tables(its_tables), bitbases(its_bitbases) {}
 
-    // What the caller sets, and all that is kept. Not owned.
+    // What the caller sets. Not owned.
     const EVALUATION_SETTINGS* settings = nullptr;
     HashTables* tables = nullptr;                       ///< needed by evaluate, not by the terms
     const VorkaBitbases::Bitbases* bitbases = nullptr;  ///< null: none is loaded
@@ -130,7 +132,7 @@ struct EVALUATION_CONTEXT : EVALUATION_FINDINGS {
     /// Not cleared: every fact is found before it is read.
     PAWN_INFO pawns[2] = {};
 
-    /// For a new evaluation.
+    /// For a new evaluation: what the caller has set stays.
     void Clear() noexcept { static_cast<EVALUATION_FINDINGS&>(*this) = {}; }
 };
 static_assert(std::is_trivially_copyable_v<EVALUATION_CONTEXT>);

@@ -10,7 +10,7 @@
 /// The squares ahead on the file of `s`, and those behind it.
 template <Colour Us>
 [[nodiscard]] inline Bitboard file_ahead(Square s) noexcept {
-    return Us == white ? bitboard_tables.ray_north[s] : bitboard_tables.ray_south[s];
+    return bitboard_tables.ray_forward(Us)[s];
 }
 template <Colour Us>
 [[nodiscard]] inline Bitboard file_behind(Square s) noexcept {
@@ -20,7 +20,7 @@ template <Colour Us>
 /// The squares ahead on the file of `s` and on the files beside it: what a pawn there must pass.
 template <Colour Us>
 [[nodiscard]] inline Bitboard front_span(Square s) noexcept {
-    return Us == white ? bitboard_tables.white_pawn_front_span[s] : bitboard_tables.black_pawn_front_span[s];
+    return bitboard_tables.pawn_front_span(Us)[s];
 }
 
 /// The squares from which a pawn of `Us` runs to its promotion before a king on `king` catches it.

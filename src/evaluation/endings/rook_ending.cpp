@@ -60,7 +60,7 @@ bool can_build_bridge(const SinglePawn& men, int cut_off) {
 /// The pawn is far and the enemy king too far away.
 bool is_far_and_king_cut_off(const SinglePawn& men, int cut_off) { return cut_off > 2 && RankOf(men.pawn) >= 5; }
 
-/// The own king stands aside of the pawn and the enemy rook between them keeps it there.
+/// The own king stands beside the pawn and the enemy rook between them keeps it there.
 bool is_kept_aside(const SinglePawn& men) {
     return !is_on_file_beside(men.files_from_pawn(men.own_king)) &&
            lies_between(FileOf(men.enemy_rook), FileOf(men.pawn), FileOf(men.own_king)) &&

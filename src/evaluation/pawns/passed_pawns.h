@@ -10,7 +10,7 @@ void find_passed_pawns(EVALUATION_CONTEXT& context, const BOARD& board) noexcept
 /// Sets `front_passed` and `passed_rank` of both sides from `passed`.
 void find_foremost_passed_pawns(EVALUATION_CONTEXT& context) noexcept;
 
-/// The foremost passed pawn of every file, White minus Black. It runs before everything else, on restored pawn facts
+/// The foremost passed pawn of every file, White minus Black. It runs before everything else, on restored passed pawns
 /// too. Sets `front_passed` and `passed_rank`.
 template <class Context>
 [[nodiscard]] SCORE_PAIR passed_pawns(Context& context, const BOARD& board) noexcept;

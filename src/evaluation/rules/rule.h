@@ -4,7 +4,7 @@
 #include <string_view>
 
 /// The rules that the terms of the evaluation are made of. Each is named after the function, the table or the constant
-/// that holds it: who asks where a rook on the seventh rank scores looks for `rook_on_seventh`.
+/// that holds it: whoever asks where a rook on the seventh rank scores looks for `rook_on_seventh`.
 enum class Rule : std::uint8_t {
     // Passed pawns.
     passed_pawn,

@@ -84,6 +84,6 @@ class SearchController final : private NodePoll {
     std::vector<RootMoveRecord> root_moves_;  ///< the best ones in front
     std::unique_ptr<SearchBoard> search_;
     SearchClock clock_;
-    FailState fail_state_ = FailState::none;  ///< of the bisection in work
-    bool first_root_move_ = false;            ///< a bisection is in work, not a refutation test
+    FailState fail_state_ = FailState::none;  ///< of the bisection under way
+    bool first_root_move_ = false;            ///< a bisection is under way, not a refutation test
 };

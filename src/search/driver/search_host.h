@@ -17,9 +17,9 @@ struct TableUse {
 
 /// What a search tells about itself; the counters are those of the last poll or iteration.
 struct SearchInfo {
-    bool valid = false;       ///< a root move is in work
+    bool valid = false;       ///< a root move is being searched
     int root_moves = 0;       ///< number of root moves
-    int moves_to_search = 0;  ///< root moves of this iteration not finished yet, the one in work included
+    int moves_to_search = 0;  ///< root moves of this iteration not finished yet, the one being searched included
     std::int16_t depth = 0;   ///< number of the iteration
     std::uint64_t nodes = 0;
     std::string root_move_text;  ///< the root move in work

@@ -275,31 +275,31 @@ TEST_P(KingsInEndings, GiveTheirValue) { ExpectValue(GetParam()); }
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Places, KingsInEndings, testing::Values(
-    ValueRow{"late", kings, "4k3/8/8/8/4K3/8/8/8", 2 * 24 - 2 * 12},
-    ValueRow{"the enemy has two pieces", kings, "4k1bb/8/8/8/4K3/8/8/8", 2 * 24 - 2 * 12},
-    ValueRow{"the enemy has three pieces", kings, "4kbbb/8/8/8/4K3/8/8/8", -2 - 2 * 12},
-    ValueRow{"a queen against a bare king", kings, "7k/8/8/8/4K3/8/8/Q7 b - - 0 1", 2 * 24 - 4 + 100 + 10},
-    ValueRow{"a queen against a king with two men", kings, "7k/6pp/8/8/4K3/8/8/1Q6", 2 * 24 - 4 + 100 - 30},
-    ValueRow{"two rooks", kings, "7k/8/8/8/4K3/8/8/1RR5", 2 * 24 - 4 + 20 + 10},
-    ValueRow{"one rook", kings, "7k/8/8/8/4K3/8/8/1R6", 2 * 24 - 2 * 4}),
+    ValueRow{"late", king_placement, "4k3/8/8/8/4K3/8/8/8", 2 * 24 - 2 * 12},
+    ValueRow{"the enemy has two pieces", king_placement, "4k1bb/8/8/8/4K3/8/8/8", 2 * 24 - 2 * 12},
+    ValueRow{"the enemy has three pieces", king_placement, "4kbbb/8/8/8/4K3/8/8/8", -2 - 2 * 12},
+    ValueRow{"a queen against a bare king", king_placement, "7k/8/8/8/4K3/8/8/Q7 b - - 0 1", 2 * 24 - 4 + 100 + 10},
+    ValueRow{"a queen against a king with two men", king_placement, "7k/6pp/8/8/4K3/8/8/1Q6", 2 * 24 - 4 + 100 - 30},
+    ValueRow{"two rooks", king_placement, "7k/8/8/8/4K3/8/8/1RR5", 2 * 24 - 4 + 20 + 10},
+    ValueRow{"one rook", king_placement, "7k/8/8/8/4K3/8/8/1R6", 2 * 24 - 2 * 4}),
     RowName<ValueRow>);
 
 // The king on a1 is worth 2 * 4, the one on d5 -2; a queen 100 less the men around the enemy king.
 INSTANTIATE_TEST_SUITE_P(WithHeavyPieces, KingsInEndings, testing::Values(
-    ValueRow{"no man", kings, "8/8/8/3k4/8/8/8/KQ6", 8 + 2 + 100 + 10},
-    ValueRow{"one", kings, "8/8/3p4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 15},
-    ValueRow{"two", kings, "8/8/2pp4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 30},
-    ValueRow{"three", kings, "8/8/2ppp3/3k4/8/8/8/KQ6", 8 + 2 + 100 - 40},
-    ValueRow{"four", kings, "8/8/2ppp3/2pk4/8/8/8/KQ6", 8 + 2 + 100 - 45},
-    ValueRow{"five", kings, "8/8/2ppp3/2pkp3/8/8/8/KQ6", 8 + 2 + 100 - 50},
-    ValueRow{"six", kings, "8/8/2ppp3/2pkp3/2p5/8/8/KQ6", 8 + 2 + 100 - 55},
-    ValueRow{"seven", kings, "8/8/2ppp3/2pkp3/2pp4/8/8/KQ6", 8 + 2 + 100 - 60},
-    ValueRow{"eight", kings, "8/8/2ppp3/2pkp3/2ppp3/8/8/KQ6", 8 + 2 + 100 - 65},
-    ValueRow{"a knight is a man too", kings, "8/8/3n4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 15},
-    ValueRow{"the queen's own pawn is not", kings, "8/8/3P4/3k4/8/8/8/KQ6", 8 + 2 + 100 + 10},
-    ValueRow{"two rooks", kings, "8/8/3p4/3k4/8/8/8/KRR5", 8 + 2 + 20 - 15},
-    ValueRow{"one rook", kings, "8/8/3p4/3k4/8/8/8/KR6", 8 - 2 * 24},
-    ValueRow{"queens of both", kings, "3q4/8/3p4/3k4/8/8/8/KQ6", 4 + 2 + (100 - 15) - (100 - 15)}),
+    ValueRow{"no man", king_placement, "8/8/8/3k4/8/8/8/KQ6", 8 + 2 + 100 + 10},
+    ValueRow{"one", king_placement, "8/8/3p4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 15},
+    ValueRow{"two", king_placement, "8/8/2pp4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 30},
+    ValueRow{"three", king_placement, "8/8/2ppp3/3k4/8/8/8/KQ6", 8 + 2 + 100 - 40},
+    ValueRow{"four", king_placement, "8/8/2ppp3/2pk4/8/8/8/KQ6", 8 + 2 + 100 - 45},
+    ValueRow{"five", king_placement, "8/8/2ppp3/2pkp3/8/8/8/KQ6", 8 + 2 + 100 - 50},
+    ValueRow{"six", king_placement, "8/8/2ppp3/2pkp3/2p5/8/8/KQ6", 8 + 2 + 100 - 55},
+    ValueRow{"seven", king_placement, "8/8/2ppp3/2pkp3/2pp4/8/8/KQ6", 8 + 2 + 100 - 60},
+    ValueRow{"eight", king_placement, "8/8/2ppp3/2pkp3/2ppp3/8/8/KQ6", 8 + 2 + 100 - 65},
+    ValueRow{"a knight is a man too", king_placement, "8/8/3n4/3k4/8/8/8/KQ6", 8 + 2 + 100 - 15},
+    ValueRow{"the queen's own pawn is not", king_placement, "8/8/3P4/3k4/8/8/8/KQ6", 8 + 2 + 100 + 10},
+    ValueRow{"two rooks", king_placement, "8/8/3p4/3k4/8/8/8/KRR5", 8 + 2 + 20 - 15},
+    ValueRow{"one rook", king_placement, "8/8/3p4/3k4/8/8/8/KR6", 8 - 2 * 24},
+    ValueRow{"queens of both", king_placement, "3q4/8/3p4/3k4/8/8/8/KQ6", 4 + 2 + (100 - 15) - (100 - 15)}),
     RowName<ValueRow>);
 // clang-format on
 

@@ -101,7 +101,7 @@ void ExpectDefended(const Term& term, Expected expected) {
 
 // clang-format off
 TEST(PawnTables, Opening) {
-    ExpectSquares(in_opening, {{
+    ExpectSquares(squares_in_opening, {{
           8,  10,  10,  -6,  -6,  10,  10,   8}, {  // 7
         -12,  -2,   8,  22,  22,   6,  -6, -12}, {  // 6
         -13,  -4,   7,  14,  14,   5,  -6, -13}, {  // 5
@@ -117,7 +117,7 @@ TEST(PawnTables, Opening) {
 }
 
 TEST(PawnTables, MiddleGame) {
-    ExpectSquares(in_middle_game, {{
+    ExpectSquares(squares_in_middle_game, {{
           8,  10,  10,  -6,  -6,  10,  10,   8}, {  // 7
         -12,  -2,   6,  21,  21,   6,  -6, -12}, {  // 6
         -13,  -4,   5,  21,  21,   5,  -6, -13}, {  // 5
@@ -145,7 +145,7 @@ TEST(PawnTables, Duo) {
         { 2,  6, 10, 12, 12, 10,  6,  2},   // 4
         { 0,  0,  1,  4,  4,  1,  0,  0},   // 3
         { 2,  2,  1,  0,  0,  1,  2,  2}};  // 2
-    ExpectDuos(together, [&](Square s) { return SCORE_PAIR{Cell(positional, 5, s), Cell(reckless, 5, s)}; });
+    ExpectDuos(duo_and_defended, [&](Square s) { return SCORE_PAIR{Cell(positional, 5, s), Cell(reckless, 5, s)}; });
 }
 
 TEST(PawnTables, Defended) {
@@ -159,7 +159,7 @@ TEST(PawnTables, Defended) {
         { 0,  0,  6,  7,  7,  6,  0,  0},   // 5
         { 0,  0,  2,  5,  5,  2,  0,  0},   // 4
         { 0,  0,  0,  0,  0,  0,  0,  0}};  // 3
-    ExpectDefended(together, [&](Square s) { return SCORE_PAIR{Cell(positional, 5, s), Cell(reckless, 5, s)}; });
+    ExpectDefended(duo_and_defended, [&](Square s) { return SCORE_PAIR{Cell(positional, 5, s), Cell(reckless, 5, s)}; });
 }
 
 TEST(PawnTables, Ending) {

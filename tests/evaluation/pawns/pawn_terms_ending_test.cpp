@@ -14,7 +14,7 @@ class PawnTermsInEndings : public testing::TestWithParam<ValueRow> {};
 TEST_P(PawnTermsInEndings, GiveTheirValue) { ExpectValue(GetParam()); }
 
 // clang-format off
-INSTANTIATE_TEST_SUITE_P(Squares, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(PawnSquares, PawnTermsInEndings, testing::Values(
     ValueRow{"square e4", ending_squares, "4k3/8/8/8/4P3/8/8/4K3", 5},
     ValueRow{"square a7", ending_squares, "4k3/P7/8/8/8/8/8/4K3", 17},
     ValueRow{"square b7", ending_squares, "4k3/1P6/8/8/8/8/8/4K3", 18},
@@ -24,7 +24,7 @@ INSTANTIATE_TEST_SUITE_P(Squares, PawnTermsInEndings, testing::Values(
     ValueRow{"square h2", ending_squares, "4k3/8/8/8/8/8/7P/4K3", 0},
     ValueRow{"square g3", ending_squares, "4k3/8/8/8/8/6P1/8/4K3", 4}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Backward, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(BackwardPawns, PawnTermsInEndings, testing::Values(
     ValueRow{"stuck, nothing ahead", ending_backward, "4k3/8/8/3p4/8/8/4P3/4K3", -20},
     ValueRow{"stuck, two ranks ahead", ending_backward, "4k3/8/8/8/3pp3/8/4P3/4K3", -14},
     ValueRow{"stuck, three ranks ahead", ending_backward, "4k3/8/8/3pp3/8/8/4P3/4K3", -15},
@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(Backward, PawnTermsInEndings, testing::Values(
     ValueRow{"a duo at home", ending_backward, "4k3/8/8/8/5p1p/8/6PP/4K3", -10},
     ValueRow{"a duo at home, five ranks", ending_backward, "4k3/6p1/8/8/5p1p/8/6PP/4K3", -8}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Isolated, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(IsolatedPawns, PawnTermsInEndings, testing::Values(
     ValueRow{"isolated, nothing ahead", ending_isolated, "4k3/8/8/8/4P3/8/8/4K3", -14},
     ValueRow{"isolated, a pawn ahead", ending_isolated, "4k3/8/4p3/8/4P3/8/8/4K3", -10},
     ValueRow{"isolated queen pawn has no rule of its own", ending_isolated, "4k3/8/8/8/3P4/8/8/4K3", -14},
@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Isolated, PawnTermsInEndings, testing::Values(
     ValueRow{"doubled ones", ending_isolated, "4k3/8/8/8/6P1/8/6P1/4K3", 0},
     ValueRow{"a neighbour far ahead", ending_isolated, "4k3/7P/8/8/8/8/6P1/4K3", 0}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Together, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(DuoAndDefendedPawns, PawnTermsInEndings, testing::Values(
     ValueRow{"duo", ending_together, "4k3/3pp3/8/8/3PP3/8/8/4K3", 8},
     ValueRow{"duo of passed pawns", ending_together, "4k3/8/8/8/3PP3/8/8/4K3", 8},
     ValueRow{"duo on the sixth rank", ending_together, "4k3/8/PP6/8/8/8/8/4K3", 20},
@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(Together, PawnTermsInEndings, testing::Values(
     ValueRow{"defended passed pawn", ending_together, "4k3/4p3/8/1P6/2P5/8/8/4K3", 3},
     ValueRow{"duo and defended at once", ending_together, "4k3/1ppp4/8/8/2PP4/1P6/8/4K3", 4 + 3 + 4}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Doubled, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(DoubledPawns, PawnTermsInEndings, testing::Values(
     ValueRow{"two with a neighbour", ending_doubled, "4k3/8/8/8/8/4P3/3PP3/4K3", -18},
     ValueRow{"two isolated", ending_doubled, "4k3/8/8/8/4P3/8/4P3/4K3", -48},
     ValueRow{"two isolated, one rank", ending_doubled, "4k3/8/8/4p3/4P3/8/4P3/4K3", -40},
@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(Doubled, PawnTermsInEndings, testing::Values(
     ValueRow{"three isolated, before a pawn", ending_doubled, "4k3/8/8/7p/7P/7P/7P/4K3", -85},
     ValueRow{"one", ending_doubled, "4k3/8/8/8/8/1P6/1p6/4K3", 0}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(DefendedPassed, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(DefendedPassedPawns, PawnTermsInEndings, testing::Values(
     ValueRow{"defended passed on e5", ending_defended, "6k1/2p5/8/4P3/3P4/8/8/4K3", 30},
     ValueRow{"defended passed on a5", ending_defended, "6k1/2p5/8/P7/1P6/8/8/4K3", 26},
     ValueRow{"defended passed on e6", ending_defended, "6k1/2p5/4P3/3P4/8/8/8/4K3", 55},
@@ -112,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(DefendedPassed, PawnTermsInEndings, testing::Values(
     ValueRow{"no defender", ending_defended, "4k3/2p5/8/P7/8/1P6/8/4K3", 0},
     ValueRow{"both defenders are passed", ending_defended, "4k3/8/8/3P4/2P1P3/8/8/4K3", 0}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Connected, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(ConnectedPassedPawns, PawnTermsInEndings, testing::Values(
     ValueRow{"connected on the fifth rank", ending_connected, "4k3/8/8/PP6/8/8/8/4K3", 67},
     ValueRow{"connected one rank apart", ending_connected, "4k3/8/5P2/6P1/8/8/8/4K3", 84},
     ValueRow{"connected two ranks apart", ending_connected, "4k3/1P6/8/P7/8/8/8/4K3", 103},
@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(Connected, PawnTermsInEndings, testing::Values(
     ValueRow{"a to d are two pairs", ending_connected, "4k3/8/8/8/PPPP4/8/8/4K3", 112},
     ValueRow{"the neighbour is held up", ending_connected, "4k3/7p/8/8/5PP1/8/8/4K3", 0}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Chains, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(PawnChains, PawnTermsInEndings, testing::Values(
     ValueRow{"a loose defender", ending_chains, "4k3/8/8/8/4P3/3P4/8/4K3", -4},
     ValueRow{"a firm defender", ending_chains, "4k3/8/8/8/1P6/P7/8/4K3", 2},
     ValueRow{"a4 by b3", ending_chains, "4k3/8/8/8/P7/1P6/8/4K3", -4},
@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(Chains, PawnTermsInEndings, testing::Values(
     ValueRow{"c5 by b4 and d4", ending_chains, "4k3/8/8/2P5/1P1P4/8/8/4K3", -8},
     ValueRow{"h4 by g3, a4 stands apart", ending_chains, "4k3/8/8/8/P6P/6P1/8/4K3", -4}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Majorities, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(PawnMajorities, PawnTermsInEndings, testing::Values(
     ValueRow{"majority at home", ending_majorities, "4k3/pp6/8/8/8/8/PPP5/4K3", 17},
     ValueRow{"majority with a pawn on the third rank", ending_majorities, "4k3/pp6/8/8/8/2P5/PP6/4K3", 19},
     ValueRow{"majority with a pawn on the fourth rank", ending_majorities, "4k3/pp6/8/8/2P5/8/PP6/4K3", 24},
@@ -157,7 +157,7 @@ INSTANTIATE_TEST_SUITE_P(Majorities, PawnTermsInEndings, testing::Values(
     ValueRow{"on both wings", ending_majorities, "4k3/p6p/8/8/8/P6P/1P4P1/4K3", 38},
     ValueRow{"none", ending_majorities, "4k3/8/8/8/8/8/3P4/4K3", 0}), RowName<ValueRow>);
 
-INSTANTIATE_TEST_SUITE_P(Patterns, PawnTermsInEndings, testing::Values(
+INSTANTIATE_TEST_SUITE_P(CentrePatterns, PawnTermsInEndings, testing::Values(
     ValueRow{"two pawns alone in the centre", ending_patterns, "4k3/8/8/8/3P4/2P5/8/4K3", -6},
     ValueRow{"not alone", ending_patterns, "4k3/1p6/8/8/3P4/2P5/8/4K3", 0},
     ValueRow{"d4, c4, a2 and f2", ending_patterns, "4k3/8/8/8/2PP4/8/P4P2/4K3", -6},

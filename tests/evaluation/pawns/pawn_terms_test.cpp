@@ -14,35 +14,35 @@ class PawnTerms : public testing::TestWithParam<PairRow> {};
 TEST_P(PawnTerms, GiveTheirPairAndPoints) { ExpectPair(GetParam()); }
 
 // clang-format off
-INSTANTIATE_TEST_SUITE_P(Squares, PawnTerms, testing::Values(
-    PairRow{"opening e4", in_opening, "4k3/8/8/8/4P3/8/8/4K3", {22, 34}},
-    PairRow{"opening a2", in_opening, "4k3/8/8/8/8/8/P7/4K3", {-13, -20}},
-    PairRow{"opening c2", in_opening, "4k3/8/8/8/8/8/2P5/4K3", {-8, -8}},
-    PairRow{"opening f2", in_opening, "4k3/8/8/8/8/8/5P2/4K3", {-4, -6}},
-    PairRow{"opening c4", in_opening, "4k3/8/8/8/2P5/8/8/4K3", {10, 10}},
-    PairRow{"opening f4", in_opening, "4k3/8/8/8/5P2/8/8/4K3", {6, 6}},
-    PairRow{"opening d5", in_opening, "4k3/8/8/3P4/8/8/8/4K3", {14, 28}},
-    PairRow{"opening b5", in_opening, "4k3/8/8/1P6/8/8/8/4K3", {-4, -14}},
-    PairRow{"opening g5", in_opening, "4k3/8/8/6P1/8/8/8/4K3", {-6, -15}},
-    PairRow{"opening b6", in_opening, "4k3/8/1P6/8/8/8/8/4K3", {-2, -14}},
-    PairRow{"opening g6", in_opening, "4k3/8/6P1/8/8/8/8/4K3", {-6, -14}},
-    PairRow{"opening c7", in_opening, "4k3/2P5/8/8/8/8/8/4K3", {10, 12}},
-    PairRow{"opening f7", in_opening, "7k/5P2/8/8/8/8/8/4K3", {10, 10}},
-    PairRow{"middle game e4", in_middle_game, "4k3/8/8/8/4P3/8/8/4K3", {18, 28}},
-    PairRow{"middle game h2", in_middle_game, "4k3/8/8/8/8/8/7P/4K3", {-15, -25}},
-    PairRow{"middle game b2", in_middle_game, "4k3/8/8/8/8/8/1P6/4K3", {-6, -18}},
-    PairRow{"middle game g2", in_middle_game, "4k3/8/8/8/8/8/6P1/4K3", {-6, -15}},
-    PairRow{"middle game c2", in_middle_game, "4k3/8/8/8/8/8/2P5/4K3", {-6, -6}},
-    PairRow{"middle game f2", in_middle_game, "4k3/8/8/8/8/8/5P2/4K3", {-4, -6}},
-    PairRow{"middle game e3", in_middle_game, "4k3/8/8/8/8/4P3/8/4K3", {12, 6}},
-    PairRow{"middle game c5", in_middle_game, "4k3/8/8/2P5/8/8/8/4K3", {5, 3}},
-    PairRow{"middle game f5", in_middle_game, "4k3/8/8/5P2/8/8/8/4K3", {5, 5}},
-    PairRow{"middle game c6", in_middle_game, "4k3/8/2P5/8/8/8/8/4K3", {6, 4}},
-    PairRow{"middle game a6", in_middle_game, "4k3/8/P7/8/8/8/8/4K3", {-12, -19}},
-    PairRow{"middle game d7", in_middle_game, "7k/3P4/8/8/8/8/8/4K3", {-6, 0}},
-    PairRow{"pawns add up", in_middle_game, "4k3/8/8/8/3PP3/8/8/4K3", {36, 56}}), RowName<PairRow>);
+INSTANTIATE_TEST_SUITE_P(PawnSquares, PawnTerms, testing::Values(
+    PairRow{"opening e4", squares_in_opening, "4k3/8/8/8/4P3/8/8/4K3", {22, 34}},
+    PairRow{"opening a2", squares_in_opening, "4k3/8/8/8/8/8/P7/4K3", {-13, -20}},
+    PairRow{"opening c2", squares_in_opening, "4k3/8/8/8/8/8/2P5/4K3", {-8, -8}},
+    PairRow{"opening f2", squares_in_opening, "4k3/8/8/8/8/8/5P2/4K3", {-4, -6}},
+    PairRow{"opening c4", squares_in_opening, "4k3/8/8/8/2P5/8/8/4K3", {10, 10}},
+    PairRow{"opening f4", squares_in_opening, "4k3/8/8/8/5P2/8/8/4K3", {6, 6}},
+    PairRow{"opening d5", squares_in_opening, "4k3/8/8/3P4/8/8/8/4K3", {14, 28}},
+    PairRow{"opening b5", squares_in_opening, "4k3/8/8/1P6/8/8/8/4K3", {-4, -14}},
+    PairRow{"opening g5", squares_in_opening, "4k3/8/8/6P1/8/8/8/4K3", {-6, -15}},
+    PairRow{"opening b6", squares_in_opening, "4k3/8/1P6/8/8/8/8/4K3", {-2, -14}},
+    PairRow{"opening g6", squares_in_opening, "4k3/8/6P1/8/8/8/8/4K3", {-6, -14}},
+    PairRow{"opening c7", squares_in_opening, "4k3/2P5/8/8/8/8/8/4K3", {10, 12}},
+    PairRow{"opening f7", squares_in_opening, "7k/5P2/8/8/8/8/8/4K3", {10, 10}},
+    PairRow{"middle game e4", squares_in_middle_game, "4k3/8/8/8/4P3/8/8/4K3", {18, 28}},
+    PairRow{"middle game h2", squares_in_middle_game, "4k3/8/8/8/8/8/7P/4K3", {-15, -25}},
+    PairRow{"middle game b2", squares_in_middle_game, "4k3/8/8/8/8/8/1P6/4K3", {-6, -18}},
+    PairRow{"middle game g2", squares_in_middle_game, "4k3/8/8/8/8/8/6P1/4K3", {-6, -15}},
+    PairRow{"middle game c2", squares_in_middle_game, "4k3/8/8/8/8/8/2P5/4K3", {-6, -6}},
+    PairRow{"middle game f2", squares_in_middle_game, "4k3/8/8/8/8/8/5P2/4K3", {-4, -6}},
+    PairRow{"middle game e3", squares_in_middle_game, "4k3/8/8/8/8/4P3/8/4K3", {12, 6}},
+    PairRow{"middle game c5", squares_in_middle_game, "4k3/8/8/2P5/8/8/8/4K3", {5, 3}},
+    PairRow{"middle game f5", squares_in_middle_game, "4k3/8/8/5P2/8/8/8/4K3", {5, 5}},
+    PairRow{"middle game c6", squares_in_middle_game, "4k3/8/2P5/8/8/8/8/4K3", {6, 4}},
+    PairRow{"middle game a6", squares_in_middle_game, "4k3/8/P7/8/8/8/8/4K3", {-12, -19}},
+    PairRow{"middle game d7", squares_in_middle_game, "7k/3P4/8/8/8/8/8/4K3", {-6, 0}},
+    PairRow{"pawns add up", squares_in_middle_game, "4k3/8/8/8/3PP3/8/8/4K3", {36, 56}}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Backward, PawnTerms, testing::Values(
+INSTANTIATE_TEST_SUITE_P(BackwardPawns, PawnTerms, testing::Values(
     PairRow{"stuck, nothing ahead", backward, "4k3/8/8/3p4/8/8/4P3/4K3", {-15, -12}, "pc-3 cc-8"},
     PairRow{"stuck, two ranks ahead", backward, "4k3/8/8/8/3pp3/8/4P3/4K3", {-6, -6}, "pc-1 cc-4"},
     PairRow{"stuck, three ranks ahead", backward, "4k3/8/8/3pp3/8/8/4P3/4K3", {-8, -8}, "pc-1 cc-4"},
@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(Backward, PawnTerms, testing::Values(
     PairRow{"b2 counts for the wing", backward, "4k3/8/8/8/p7/8/1P6/4K3", {-15, -12}, "pq-3 cq-8"},
     PairRow{"one on each wing", backward, "4k3/8/8/8/1p4p1/8/P6P/4K3", {-30, -24}, "pq-3 cq-8 pk-3 ck-8"}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Isolated, PawnTerms, testing::Values(
+INSTANTIATE_TEST_SUITE_P(IsolatedPawns, PawnTerms, testing::Values(
     PairRow{"nothing ahead", isolated, "4k3/8/8/8/4P3/8/8/4K3", {-18, -6}, "cc-4"},
     PairRow{"a pawn ahead", isolated, "4k3/8/4p3/8/4P3/8/8/4K3", {-14, -4}, "cc-2"},
     PairRow{"on the left", isolated, "4k3/8/8/8/P7/8/8/4K3", {-18, -6}, "cq-4"},
@@ -116,28 +116,28 @@ INSTANTIATE_TEST_SUITE_P(Isolated, PawnTerms, testing::Values(
     PairRow{"queen pawn beside e6", queen_pawn, "4k3/8/4P3/8/3P4/8/8/4K3", {0, 0}},
     PairRow{"queen pawn with a and h", queen_pawn, "4k3/8/8/8/P2P3P/8/8/4K3", {-8, 12}, "cc-10 pc8"}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Together, PawnTerms, testing::Values(
-    PairRow{"duo in the centre", together, "4k3/3pp3/8/8/3PP3/8/8/4K3", {18, 24}},
-    PairRow{"duo at home on the rim", together, "4k3/pp6/8/8/8/8/PP6/4K3", {12, 4}},
-    PairRow{"duo on f5 and g5", together, "4k3/5pp1/8/5PP1/8/8/8/4K3", {8 + 4, 10 + 8}},
-    PairRow{"duo on f4 and g4", together, "4k3/5pp1/8/8/5PP1/8/8/4K3", {8 + 2, 10 + 6}},
-    PairRow{"duo on c3 and d3", together, "4k3/2pp4/8/8/8/2PP4/8/4K3", {1 + 3, 1 + 4}},
-    PairRow{"duo on the sixth rank", together, "4k3/3pp3/3PP3/8/8/8/8/4K3", {32, 48}},
-    PairRow{"passed ones are not counted here", together, "4k3/8/8/8/3PP3/8/8/4K3", {0, 0}},
-    PairRow{"defended on e4", together, "4k3/3pp3/8/8/4P3/3P4/8/4K3", {5, 5}},
-    PairRow{"defended on b5", together, "4k3/pp6/8/1P6/P7/8/8/4K3", {5, 0}},
-    PairRow{"defended on c5", together, "4k3/1pp5/8/2P5/1P6/8/8/4K3", {7, 6}},
-    PairRow{"defended on f5", together, "4k3/4pp2/8/5P2/4P3/8/8/4K3", {6, 6}},
-    PairRow{"defended on g3", together, "4k3/5pp1/8/8/8/6P1/5P2/4K3", {5, 0}},
-    PairRow{"defended on d6", together, "4k3/2pp4/3P4/2P5/8/8/8/4K3", {10, 12}},
-    PairRow{"duo and defended at once", together, "4k3/1ppp4/8/8/2PP4/1P6/8/4K3", {6 + 4 + 9, 10 + 2 + 12}},
-    PairRow{"a passed pawn behind another", together, "4k3/8/1P6/8/1PP5/8/8/4K3", {2, 6}},
-    PairRow{"the foremost passed pawns", together, "4k3/8/1PP5/8/8/8/8/4K3", {0, 0}},
-    PairRow{"defended passed pawn", together, "4k3/4p3/8/1P6/2P5/8/8/4K3", {0, 0}},
-    PairRow{"defended twice counts once", together, "4k3/2ppp3/8/3P4/2P1P3/8/8/4K3", {7, 7}},
-    PairRow{"apart", together, "4k3/p1p5/8/8/P1P5/8/8/4K3", {0, 0}}), RowName<PairRow>);
+INSTANTIATE_TEST_SUITE_P(DuoAndDefendedPawns, PawnTerms, testing::Values(
+    PairRow{"duo in the centre", duo_and_defended, "4k3/3pp3/8/8/3PP3/8/8/4K3", {18, 24}},
+    PairRow{"duo at home on the rim", duo_and_defended, "4k3/pp6/8/8/8/8/PP6/4K3", {12, 4}},
+    PairRow{"duo on f5 and g5", duo_and_defended, "4k3/5pp1/8/5PP1/8/8/8/4K3", {8 + 4, 10 + 8}},
+    PairRow{"duo on f4 and g4", duo_and_defended, "4k3/5pp1/8/8/5PP1/8/8/4K3", {8 + 2, 10 + 6}},
+    PairRow{"duo on c3 and d3", duo_and_defended, "4k3/2pp4/8/8/8/2PP4/8/4K3", {1 + 3, 1 + 4}},
+    PairRow{"duo on the sixth rank", duo_and_defended, "4k3/3pp3/3PP3/8/8/8/8/4K3", {32, 48}},
+    PairRow{"passed ones are not counted here", duo_and_defended, "4k3/8/8/8/3PP3/8/8/4K3", {0, 0}},
+    PairRow{"defended on e4", duo_and_defended, "4k3/3pp3/8/8/4P3/3P4/8/4K3", {5, 5}},
+    PairRow{"defended on b5", duo_and_defended, "4k3/pp6/8/1P6/P7/8/8/4K3", {5, 0}},
+    PairRow{"defended on c5", duo_and_defended, "4k3/1pp5/8/2P5/1P6/8/8/4K3", {7, 6}},
+    PairRow{"defended on f5", duo_and_defended, "4k3/4pp2/8/5P2/4P3/8/8/4K3", {6, 6}},
+    PairRow{"defended on g3", duo_and_defended, "4k3/5pp1/8/8/8/6P1/5P2/4K3", {5, 0}},
+    PairRow{"defended on d6", duo_and_defended, "4k3/2pp4/3P4/2P5/8/8/8/4K3", {10, 12}},
+    PairRow{"duo and defended at once", duo_and_defended, "4k3/1ppp4/8/8/2PP4/1P6/8/4K3", {6 + 4 + 9, 10 + 2 + 12}},
+    PairRow{"a passed pawn behind another", duo_and_defended, "4k3/8/1P6/8/1PP5/8/8/4K3", {2, 6}},
+    PairRow{"the foremost passed pawns", duo_and_defended, "4k3/8/1PP5/8/8/8/8/4K3", {0, 0}},
+    PairRow{"defended passed pawn", duo_and_defended, "4k3/4p3/8/1P6/2P5/8/8/4K3", {0, 0}},
+    PairRow{"defended twice counts once", duo_and_defended, "4k3/2ppp3/8/3P4/2P1P3/8/8/4K3", {7, 7}},
+    PairRow{"apart", duo_and_defended, "4k3/p1p5/8/8/P1P5/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Doubled, PawnTerms, testing::Values(
+INSTANTIATE_TEST_SUITE_P(DoubledPawns, PawnTerms, testing::Values(
     PairRow{"two with a neighbour", doubled, "4k3/8/8/8/8/4P3/3PP3/4K3", {-16, -6}, "pc-2 cc-3"},
     PairRow{"two isolated", doubled, "4k3/8/8/8/4P3/8/4P3/4K3", {-50, -30}, "pc-2 cc-10"},
     PairRow{"two isolated before a pawn", doubled, "4k3/8/8/4p3/4P3/8/4P3/4K3", {-30, -10}, "pc-1 cc-7"},
@@ -168,7 +168,7 @@ INSTANTIATE_TEST_SUITE_P(Doubled, PawnTerms, testing::Values(
     PairRow{"two files side by side", doubled, "4k3/8/8/8/8/1PP5/1PP5/4K3", {-32, -12}, "pq-2 cq-3 pc-2 cc-3"},
     PairRow{"an enemy behind is no second pawn", doubled, "4k3/8/8/8/8/1P6/1p6/4K3", {0, 0}}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Connected, PawnTerms, testing::Values(
+INSTANTIATE_TEST_SUITE_P(ConnectedPassedPawns, PawnTerms, testing::Values(
     PairRow{"on one rank", connected, "4k3/8/8/PP6/8/8/8/4K3", {40, 43}, "pq3 Cq-5"},
     PairRow{"at home", connected, "4k3/8/8/8/8/8/PP6/4K3", {18, 12}, "pq3 Cq-5"},
     PairRow{"on the third rank", connected, "4k3/8/8/8/8/PP6/8/4K3", {20, 13}, "pq3 Cq-5"},
@@ -201,7 +201,7 @@ INSTANTIATE_TEST_SUITE_P(Connected, PawnTerms, testing::Values(
     PairRow{"the neighbour is held up", connected, "4k3/7p/8/8/5PP1/8/8/4K3", {0, 0}},
     PairRow{"a and h do not touch", connected, "4k3/8/8/8/P6P/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Chains, PawnTerms, testing::Values(
+INSTANTIATE_TEST_SUITE_P(PawnChains, PawnTerms, testing::Values(
     PairRow{"a loose defender", chains, "4k3/8/8/8/4P3/3P4/8/4K3", {-8, -2}, "cc-2"},
     PairRow{"a defender in a duo", chains, "4k3/8/8/8/4P3/2PP4/8/4K3", {3, 0}, "cc1"},
     PairRow{"a defender on the left rim", chains, "4k3/8/8/8/1P6/P7/8/4K3", {3, 0}, "cq1"},
@@ -226,7 +226,7 @@ INSTANTIATE_TEST_SUITE_P(Chains, PawnTerms, testing::Values(
     PairRow{"c3 and d3 hold two each", chains, "4k3/8/8/8/2PP4/2PP4/8/4K3", {6, 0}, "cc2"},
     PairRow{"an enemy is no defender", chains, "4k3/8/8/8/P7/1p6/8/4K3", {0, 0}}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Majorities, PawnTerms, testing::Values(
+INSTANTIATE_TEST_SUITE_P(PawnMajorities, PawnTerms, testing::Values(
     PairRow{"at home", majorities, "4k3/pp6/8/8/8/8/PPP5/4K3", {18, 10}, "pq2"},
     PairRow{"a pawn on the third rank", majorities, "4k3/pp6/8/8/8/2P5/PP6/4K3", {18, 12}, "pq3"},
     PairRow{"a pawn on the fourth rank", majorities, "4k3/pp6/8/8/2P5/8/PP6/4K3", {18, 16}, "pq4"},
@@ -272,53 +272,53 @@ INSTANTIATE_TEST_SUITE_P(CentreSquares, PawnTerms, testing::Values(
     PairRow{"e5 held by both", centre_of_board, "4k3/8/3p4/8/5P2/8/8/4K3", {0, 0}}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(CentrePatterns, PawnTerms, testing::Values(
-    PairRow{"d2 and e2", patterns, "4k3/8/8/8/8/8/3PP3/4K3", {-15, -34}, "pc-15 cc-10"},
-    PairRow{"d2", patterns, "4k3/8/8/8/8/8/3P4/4K3", {0, 0}, "pc-4 cc-2"},
-    PairRow{"d2 and d3", patterns, "4k3/8/8/8/8/3P4/3P4/4K3", {-12, -20}, "pc-6 cc-6"},
-    PairRow{"d2 before an enemy pawn", patterns, "4k3/8/8/8/8/3p4/3P4/4K3", {-12, -20}, "pc-6 cc-6"},
-    PairRow{"e2 alone", patterns, "4k3/8/8/8/8/8/4P3/4K3", {0, 0}},
-    PairRow{"e2 and e3", patterns, "4k3/8/8/8/8/4P3/4P3/4K3", {-12, -20}, "pc-6 cc-6"},
-    PairRow{"e2 before an enemy pawn", patterns, "4k3/8/8/8/8/4p3/4P3/4K3", {-12, -20}, "pc-6 cc-6"},
-    PairRow{"e2 and g2", patterns, "4k3/8/8/8/8/8/4P1P1/4K3", {-7, -14}, "pc-5 cc-4"},
-    PairRow{"d4 and c2 against d5", patterns, "4k3/8/8/3p4/3P4/8/2P5/4K3", {-12, -20}, "pc-6"},
-    PairRow{"d4 and c2", patterns, "4k3/8/8/8/3P4/8/2P5/4K3", {-2, -14}, "pc-3"},
-    PairRow{"d4 and c3 alone", patterns, "4k3/8/8/8/3P4/2P5/8/4K3", {-6, 2}, "cc-2"},
-    PairRow{"d4 and c4 alone", patterns, "4k3/p7/8/8/2PP4/8/8/4K3", {-6, 2}, "cc-2"},
-    PairRow{"d4 and c3 against b7", patterns, "4k3/1p6/8/8/3P4/2P5/8/4K3", {10, 8}, "cc3"},
-    PairRow{"d4 and c4 against b7", patterns, "4k3/1p6/8/8/2PP4/8/8/4K3", {8, 12}, "pc3"},
-    PairRow{"d4, c3 and c4", patterns, "4k3/8/8/8/2PP4/2P5/8/4K3", {18, 20}, "pc3 cc3"},
-    PairRow{"d4 alone", patterns, "4k3/8/8/8/3P4/8/8/4K3", {0, 0}},
-    PairRow{"e4 and f2 against e5", patterns, "4k3/8/8/4p3/4P3/8/5P2/4K3", {-3, -16}, "pk-4"},
-    PairRow{"e4 and f2", patterns, "4k3/8/8/8/4P3/8/5P2/4K3", {0, -8}, "pk-3"},
-    PairRow{"e4 and f3", patterns, "4k3/8/8/8/4P3/5P2/8/4K3", {3, 4}, "cc2"},
-    PairRow{"e4 and f4", patterns, "4k3/8/8/8/4PP2/8/8/4K3", {3, 10}, "pk6"},
-    PairRow{"e4, f2 and f4", patterns, "4k3/8/8/8/4PP2/8/5P2/4K3", {3, 2}, "pk3"},
-    PairRow{"d2, e2 and d3", patterns, "4k3/8/8/8/8/3P4/3PP3/4K3", {-27, -54}, "pc-17 cc-14"},
-    PairRow{"d2, e2 and e3", patterns, "4k3/8/8/8/8/4P3/3PP3/4K3", {-20, -40}, "pc-16 cc-12"},
-    PairRow{"d2, e2 and g2", patterns, "4k3/8/8/8/8/8/3PP1P1/4K3", {-15, -34}, "pc-15 cc-10"},
-    PairRow{"e2 and d3", patterns, "4k3/8/8/8/8/3P4/4P3/4K3", {0, 0}},
-    PairRow{"e2 and h2", patterns, "4k3/8/8/8/8/8/4P2P/4K3", {0, 0}},
-    PairRow{"d3 alone", patterns, "4k3/8/8/8/8/3P4/8/4K3", {0, 0}},
-    PairRow{"e2, e3 of the enemy, and g2", patterns, "4k3/8/8/8/8/4p3/4P1P1/4K3", {-12, -20}, "pc-6 cc-6"},
-    PairRow{"d4 and c2 against d5", patterns, "4k3/2p5/8/3p4/3P4/8/2P4P/4K3", {-12, -20}, "pc-6"},
-    PairRow{"d4 and c2 behind d5", patterns, "4k3/8/8/3P4/3P4/8/2P5/4K3", {-2, -14}, "pc-3"},
-    PairRow{"d4, c2 and c3", patterns, "4k3/8/8/8/3P4/2P5/2P5/4K3", {-2, -14}, "pc-3"},
-    PairRow{"d4, c3 and b2", patterns, "4k3/8/8/8/3P4/2P5/1P6/4K3", {10, 8}, "cc3"},
-    PairRow{"d4, c4 and e3", patterns, "4k3/8/8/8/2PP4/4P3/8/4K3", {8, 12}, "pc3"},
-    PairRow{"d4, c3 and d2", patterns, "4k3/8/8/8/3P4/2P5/3P4/4K3", {10, 8}, "pc-4 cc1"},
-    PairRow{"d4, c4, a2 and f2", patterns, "4k3/8/8/8/2PP4/8/P4P2/4K3", {-6, 2}, "cc-2"},
-    PairRow{"d4 and c3 against a7 and f7", patterns, "4k3/p4p2/8/8/3P4/2P5/8/4K3", {-6, 2}, "cc-2"},
-    PairRow{"d4 and c3 against e7", patterns, "4k3/4p3/8/8/3P4/2P5/8/4K3", {10, 8}, "cc3"},
-    PairRow{"d4 and c3 against e2", patterns, "4k3/8/8/8/3P4/2P5/4p3/6K1", {10, 8}, "cc3"},
-    PairRow{"c4 and d3", patterns, "4k3/8/8/8/2P5/3P4/8/4K3", {0, 0}},
-    PairRow{"e4, f2 and f3", patterns, "4k3/8/8/8/4P3/5P2/5P2/4K3", {3, -4}, "pk-3 cc2"},
-    PairRow{"e4, f3 and f4", patterns, "4k3/8/8/8/4PP2/5P2/8/4K3", {6, 14}, "pk6 cc2"},
-    PairRow{"e4 and f2 behind e5", patterns, "4k3/8/8/4P3/4P3/8/5P2/4K3", {0, -8}, "pk-3"},
-    PairRow{"e4, f4 and f2 against e5", patterns, "4k3/8/8/4p3/4PP2/8/5P2/4K3", {0, -6}, "pk2"},
-    PairRow{"e4 and g2", patterns, "4k3/8/8/8/4P3/8/6P1/4K3", {0, 0}},
-    PairRow{"e3 and f2", patterns, "4k3/8/8/8/8/4P3/5P2/4K3", {0, 0}}), RowName<PairRow>);
+    PairRow{"d2 and e2", centre_pawn_patterns, "4k3/8/8/8/8/8/3PP3/4K3", {-15, -34}, "pc-15 cc-10"},
+    PairRow{"d2", centre_pawn_patterns, "4k3/8/8/8/8/8/3P4/4K3", {0, 0}, "pc-4 cc-2"},
+    PairRow{"d2 and d3", centre_pawn_patterns, "4k3/8/8/8/8/3P4/3P4/4K3", {-12, -20}, "pc-6 cc-6"},
+    PairRow{"d2 before an enemy pawn", centre_pawn_patterns, "4k3/8/8/8/8/3p4/3P4/4K3", {-12, -20}, "pc-6 cc-6"},
+    PairRow{"e2 alone", centre_pawn_patterns, "4k3/8/8/8/8/8/4P3/4K3", {0, 0}},
+    PairRow{"e2 and e3", centre_pawn_patterns, "4k3/8/8/8/8/4P3/4P3/4K3", {-12, -20}, "pc-6 cc-6"},
+    PairRow{"e2 before an enemy pawn", centre_pawn_patterns, "4k3/8/8/8/8/4p3/4P3/4K3", {-12, -20}, "pc-6 cc-6"},
+    PairRow{"e2 and g2", centre_pawn_patterns, "4k3/8/8/8/8/8/4P1P1/4K3", {-7, -14}, "pc-5 cc-4"},
+    PairRow{"d4 and c2 against d5", centre_pawn_patterns, "4k3/8/8/3p4/3P4/8/2P5/4K3", {-12, -20}, "pc-6"},
+    PairRow{"d4 and c2", centre_pawn_patterns, "4k3/8/8/8/3P4/8/2P5/4K3", {-2, -14}, "pc-3"},
+    PairRow{"d4 and c3 alone", centre_pawn_patterns, "4k3/8/8/8/3P4/2P5/8/4K3", {-6, 2}, "cc-2"},
+    PairRow{"d4 and c4 alone", centre_pawn_patterns, "4k3/p7/8/8/2PP4/8/8/4K3", {-6, 2}, "cc-2"},
+    PairRow{"d4 and c3 against b7", centre_pawn_patterns, "4k3/1p6/8/8/3P4/2P5/8/4K3", {10, 8}, "cc3"},
+    PairRow{"d4 and c4 against b7", centre_pawn_patterns, "4k3/1p6/8/8/2PP4/8/8/4K3", {8, 12}, "pc3"},
+    PairRow{"d4, c3 and c4", centre_pawn_patterns, "4k3/8/8/8/2PP4/2P5/8/4K3", {18, 20}, "pc3 cc3"},
+    PairRow{"d4 alone", centre_pawn_patterns, "4k3/8/8/8/3P4/8/8/4K3", {0, 0}},
+    PairRow{"e4 and f2 against e5", centre_pawn_patterns, "4k3/8/8/4p3/4P3/8/5P2/4K3", {-3, -16}, "pk-4"},
+    PairRow{"e4 and f2", centre_pawn_patterns, "4k3/8/8/8/4P3/8/5P2/4K3", {0, -8}, "pk-3"},
+    PairRow{"e4 and f3", centre_pawn_patterns, "4k3/8/8/8/4P3/5P2/8/4K3", {3, 4}, "cc2"},
+    PairRow{"e4 and f4", centre_pawn_patterns, "4k3/8/8/8/4PP2/8/8/4K3", {3, 10}, "pk6"},
+    PairRow{"e4, f2 and f4", centre_pawn_patterns, "4k3/8/8/8/4PP2/8/5P2/4K3", {3, 2}, "pk3"},
+    PairRow{"d2, e2 and d3", centre_pawn_patterns, "4k3/8/8/8/8/3P4/3PP3/4K3", {-27, -54}, "pc-17 cc-14"},
+    PairRow{"d2, e2 and e3", centre_pawn_patterns, "4k3/8/8/8/8/4P3/3PP3/4K3", {-20, -40}, "pc-16 cc-12"},
+    PairRow{"d2, e2 and g2", centre_pawn_patterns, "4k3/8/8/8/8/8/3PP1P1/4K3", {-15, -34}, "pc-15 cc-10"},
+    PairRow{"e2 and d3", centre_pawn_patterns, "4k3/8/8/8/8/3P4/4P3/4K3", {0, 0}},
+    PairRow{"e2 and h2", centre_pawn_patterns, "4k3/8/8/8/8/8/4P2P/4K3", {0, 0}},
+    PairRow{"d3 alone", centre_pawn_patterns, "4k3/8/8/8/8/3P4/8/4K3", {0, 0}},
+    PairRow{"e2, e3 of the enemy, and g2", centre_pawn_patterns, "4k3/8/8/8/8/4p3/4P1P1/4K3", {-12, -20}, "pc-6 cc-6"},
+    PairRow{"d4 and c2 against d5", centre_pawn_patterns, "4k3/2p5/8/3p4/3P4/8/2P4P/4K3", {-12, -20}, "pc-6"},
+    PairRow{"d4 and c2 behind d5", centre_pawn_patterns, "4k3/8/8/3P4/3P4/8/2P5/4K3", {-2, -14}, "pc-3"},
+    PairRow{"d4, c2 and c3", centre_pawn_patterns, "4k3/8/8/8/3P4/2P5/2P5/4K3", {-2, -14}, "pc-3"},
+    PairRow{"d4, c3 and b2", centre_pawn_patterns, "4k3/8/8/8/3P4/2P5/1P6/4K3", {10, 8}, "cc3"},
+    PairRow{"d4, c4 and e3", centre_pawn_patterns, "4k3/8/8/8/2PP4/4P3/8/4K3", {8, 12}, "pc3"},
+    PairRow{"d4, c3 and d2", centre_pawn_patterns, "4k3/8/8/8/3P4/2P5/3P4/4K3", {10, 8}, "pc-4 cc1"},
+    PairRow{"d4, c4, a2 and f2", centre_pawn_patterns, "4k3/8/8/8/2PP4/8/P4P2/4K3", {-6, 2}, "cc-2"},
+    PairRow{"d4 and c3 against a7 and f7", centre_pawn_patterns, "4k3/p4p2/8/8/3P4/2P5/8/4K3", {-6, 2}, "cc-2"},
+    PairRow{"d4 and c3 against e7", centre_pawn_patterns, "4k3/4p3/8/8/3P4/2P5/8/4K3", {10, 8}, "cc3"},
+    PairRow{"d4 and c3 against e2", centre_pawn_patterns, "4k3/8/8/8/3P4/2P5/4p3/6K1", {10, 8}, "cc3"},
+    PairRow{"c4 and d3", centre_pawn_patterns, "4k3/8/8/8/2P5/3P4/8/4K3", {0, 0}},
+    PairRow{"e4, f2 and f3", centre_pawn_patterns, "4k3/8/8/8/4P3/5P2/5P2/4K3", {3, -4}, "pk-3 cc2"},
+    PairRow{"e4, f3 and f4", centre_pawn_patterns, "4k3/8/8/8/4PP2/5P2/8/4K3", {6, 14}, "pk6 cc2"},
+    PairRow{"e4 and f2 behind e5", centre_pawn_patterns, "4k3/8/8/4P3/4P3/8/5P2/4K3", {0, -8}, "pk-3"},
+    PairRow{"e4, f4 and f2 against e5", centre_pawn_patterns, "4k3/8/8/4p3/4PP2/8/5P2/4K3", {0, -6}, "pk2"},
+    PairRow{"e4 and g2", centre_pawn_patterns, "4k3/8/8/8/4P3/8/6P1/4K3", {0, 0}},
+    PairRow{"e3 and f2", centre_pawn_patterns, "4k3/8/8/8/8/4P3/5P2/4K3", {0, 0}}), RowName<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(PassedByFile, PawnTerms, testing::Values(
+INSTANTIATE_TEST_SUITE_P(PassedPawns, PawnTerms, testing::Values(
     PairRow{"the foremost of two files", passed, "6k1/8/8/P6P/8/8/P7/K7", {26 + 26, 17 + 17}},
     PairRow{"held up from the next file", passed, "6k1/1p6/8/P7/8/8/8/K7", {0, 0}},
     PairRow{"against a passed pawn", passed, "6k1/8/8/P6p/8/8/8/K7", {26 - 15, 17 - 8}}), RowName<PairRow>);

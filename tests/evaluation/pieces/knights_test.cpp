@@ -130,27 +130,27 @@ INSTANTIATE_TEST_SUITE_P(MiddleGame, Knights, testing::Values(
     PairRow{"before its king on b1", middle_game_knights, "6k1/8/8/8/8/2N5/8/1K6", {-20, -51}, "pq4"}), RowName<PairRow>);
 
 INSTANTIATE_TEST_SUITE_P(Mobility, Knights, testing::Values(
-    PairRow{"eight squares", knights_to_move, "4k3/8/8/8/4N3/8/8/4K3", {4, 8}, "pc2 cc2"},
-    PairRow{"four squares", knights_to_move, "4k3/8/8/8/N7/8/8/4K3", {4, 8}, "pc2 cc2"},
-    PairRow{"three squares", knights_to_move, "4k3/8/8/8/8/8/8/1N2K3", {3, 6}, "pc1 cc1"},
-    PairRow{"two squares", knights_to_move, "4k3/8/8/8/8/8/8/N3K3", {2, 4}},
-    PairRow{"one square", knights_to_move, "4k3/8/8/8/8/1P6/8/N3K3", {-2, -4}, "pc-3 cc-3"},
-    PairRow{"no square", knights_to_move, "4k3/8/8/8/4N3/8/8/4K3", {-6, -12}, "pc-6 cc-6", EnemyAttacksAll},
-    PairRow{"a square that an enemy pawn attacks", knights_to_move, "4k3/8/8/p7/8/8/8/N3K3", {2, 4}},
-    PairRow{"squares under enemy pawns", knights_to_move, "4k3/8/8/8/2p5/8/8/N3K3", {-2, -4}, "pc-3 cc-3"},
-    PairRow{"own pawns make squares safe", knights_to_move, "4k3/8/8/8/8/8/P7/N3K3", {-2, -4}, "pc-3 cc-3", EnemyAttacksAll},
-    PairRow{"eight squares", knights_to_move, "4k3/8/8/4N3/8/8/8/4K3", {4, 8}, "pc2 cc2"},
-    PairRow{"seven squares", knights_to_move, "4k3/8/8/8/4N3/8/5P2/4K3", {4, 8}, "pc2 cc2"},
-    PairRow{"six squares", knights_to_move, "4k3/8/8/8/4N3/8/3P1P2/4K3", {4, 8}, "pc2 cc2"},
-    PairRow{"five squares", knights_to_move, "4k3/8/8/8/4N3/2P5/3P1P2/4K3", {4, 8}, "pc2 cc2"},
-    PairRow{"four squares", knights_to_move, "4k3/8/3P4/8/4N3/2P5/3P1P2/4K3", {4, 8}, "pc2 cc2"},
-    PairRow{"three squares", knights_to_move, "4k3/8/3P1P2/8/4N3/2P5/3P1P2/4K3", {3, 6}, "pc1 cc1"},
-    PairRow{"a piece that it could take is no way", knights_to_move, "4k3/8/8/8/8/1r6/8/N3K3", {-2, -4}, "pc-3 cc-3"},
-    PairRow{"one square is left", knights_to_move, "4k3/8/8/8/8/8/8/N3K3", {-2, -4}, "pc-3 cc-3", EnemyLeaves<b3>},
-    PairRow{"an own pawn does not help against a pawn", knights_to_move, "4k3/8/8/8/p7/8/P7/N3K3", {-6, -12}, "pc-6 cc-6", EnemyAttacksAll},
-    PairRow{"against pieces it does", knights_to_move, "4k3/p7/8/8/8/8/P7/N3K3", {-2, -4}, "pc-3 cc-3", EnemyAttacksAll},
-    PairRow{"two knights", knights_to_move, "4k3/8/8/8/8/8/8/N3K2N", {4, 8}},
-    PairRow{"four knights", knights_to_move, "4k2N/8/8/8/1p6/8/8/NN2K2N", {2 - 2 + 2 + 2, 4 - 4 + 4 + 4}, "pc-3 cc-3"}), RowName<PairRow>);
+    PairRow{"eight squares", knight_moves, "4k3/8/8/8/4N3/8/8/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"four squares", knight_moves, "4k3/8/8/8/N7/8/8/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"three squares", knight_moves, "4k3/8/8/8/8/8/8/1N2K3", {3, 6}, "pc1 cc1"},
+    PairRow{"two squares", knight_moves, "4k3/8/8/8/8/8/8/N3K3", {2, 4}},
+    PairRow{"one square", knight_moves, "4k3/8/8/8/8/1P6/8/N3K3", {-2, -4}, "pc-3 cc-3"},
+    PairRow{"no square", knight_moves, "4k3/8/8/8/4N3/8/8/4K3", {-6, -12}, "pc-6 cc-6", EnemyAttacksAll},
+    PairRow{"a square that an enemy pawn attacks", knight_moves, "4k3/8/8/p7/8/8/8/N3K3", {2, 4}},
+    PairRow{"squares under enemy pawns", knight_moves, "4k3/8/8/8/2p5/8/8/N3K3", {-2, -4}, "pc-3 cc-3"},
+    PairRow{"own pawns make squares safe", knight_moves, "4k3/8/8/8/8/8/P7/N3K3", {-2, -4}, "pc-3 cc-3", EnemyAttacksAll},
+    PairRow{"eight squares", knight_moves, "4k3/8/8/4N3/8/8/8/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"seven squares", knight_moves, "4k3/8/8/8/4N3/8/5P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"six squares", knight_moves, "4k3/8/8/8/4N3/8/3P1P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"five squares", knight_moves, "4k3/8/8/8/4N3/2P5/3P1P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"four squares", knight_moves, "4k3/8/3P4/8/4N3/2P5/3P1P2/4K3", {4, 8}, "pc2 cc2"},
+    PairRow{"three squares", knight_moves, "4k3/8/3P1P2/8/4N3/2P5/3P1P2/4K3", {3, 6}, "pc1 cc1"},
+    PairRow{"a piece that it could take is no way", knight_moves, "4k3/8/8/8/8/1r6/8/N3K3", {-2, -4}, "pc-3 cc-3"},
+    PairRow{"one square is left", knight_moves, "4k3/8/8/8/8/8/8/N3K3", {-2, -4}, "pc-3 cc-3", EnemyLeaves<b3>},
+    PairRow{"an own pawn does not help against a pawn", knight_moves, "4k3/8/8/8/p7/8/P7/N3K3", {-6, -12}, "pc-6 cc-6", EnemyAttacksAll},
+    PairRow{"against pieces it does", knight_moves, "4k3/p7/8/8/8/8/P7/N3K3", {-2, -4}, "pc-3 cc-3", EnemyAttacksAll},
+    PairRow{"two knights", knight_moves, "4k3/8/8/8/8/8/8/N3K2N", {4, 8}},
+    PairRow{"four knights", knight_moves, "4k2N/8/8/8/1p6/8/8/NN2K2N", {2 - 2 + 2 + 2, 4 - 4 + 4 + 4}, "pc-3 cc-3"}), RowName<PairRow>);
 // clang-format on
 
 }  // namespace

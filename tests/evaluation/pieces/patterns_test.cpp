@@ -11,12 +11,18 @@ namespace {
 
 using namespace sided;
 
-class WholeBoardRows : public testing::TestWithParam<PairRow> {};
-TEST_P(WholeBoardRows, GiveTheirPairAndPoints) { ExpectPair(GetParam()); }
+class Patterns : public testing::TestWithParam<PairRow> {};
+TEST_P(Patterns, GiveTheirPairAndPoints) { ExpectPair(GetParam()); }
+
+class Space : public testing::TestWithParam<PairRow> {};
+TEST_P(Space, GivesItsPairAndPoints) { ExpectPair(GetParam()); }
+
+class Activity : public testing::TestWithParam<PairRow> {};
+TEST_P(Activity, GivesItsPairAndPoints) { ExpectPair(GetParam()); }
 
 // clang-format off
 // The right to move is worth (6, 14) and "pc4 cc6" to its side.
-INSTANTIATE_TEST_SUITE_P(Patterns, WholeBoardRows, testing::Values(
+INSTANTIATE_TEST_SUITE_P(Rules, Patterns, testing::Values(
     PairRow{"the enemy to move", game_patterns, "4k3/8/8/8/8/8/8/4K3 b - - 0 1", {-6, -14}, "Pc4 Cc6"},
     PairRow{"g1 without f1", game_patterns, "4k3/8/8/8/8/8/8/4K1N1", {6, 14}, "pc4 cc6"},
     PairRow{"b1 and f1", game_patterns, "4k3/8/8/8/8/8/8/1N2KB2", {6, 14}, "pc4 cc6"},
@@ -90,7 +96,7 @@ constexpr Bitboard forty_of_enemy = 0xFFFFFFFF000000FF;
 
 // clang-format off
 // With no square of a wing attacked by either side: "pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6".
-INSTANTIATE_TEST_SUITE_P(Space, WholeBoardRows, testing::Values(
+INSTANTIATE_TEST_SUITE_P(Rules, Space, testing::Values(
     PairRow{"8 squares against 7", of_space, "4k3/8/8/8/8/8/8/4K3", {2, 4}, "pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0xFF, 0x7F00000000000000>},
     PairRow{"7 squares against 8", of_space, "4k3/8/8/8/8/8/8/4K3", {-2, -4}, "Pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0x7F, 0xFF00000000000000>},
     PairRow{"16 squares against 14", of_space, "4k3/8/8/8/8/8/8/4K3", {4, 8}, "pc12 pq-4 pk-4 Cq6 Ck6 Pq-4 Pk-4 cq6 ck6", Attacked<0xFFFF, 0xFFFC000000000000>},
@@ -149,7 +155,7 @@ void Active(EVALUATION_CONTEXT& context, Colour own) {
     context.activity = own == white ? Points : -Points;
     context.endgame_weight = Weight / 100.0;
 }
-INSTANTIATE_TEST_SUITE_P(Activity, WholeBoardRows, testing::Values(
+INSTANTIATE_TEST_SUITE_P(Rules, Activity, testing::Values(
     PairRow{"15 points", of_activity, "4k3/8/8/8/8/8/8/4K3", {15, 1}, "a15", Active<15, 100>},
     PairRow{"16 points", of_activity, "4k3/8/8/8/8/8/8/4K3", {16, 2}, "a16", Active<16, 100>},
     PairRow{"15 points less", of_activity, "4k3/8/8/8/8/8/8/4K3", {-15, -1}, "a-15", Active<-15, 100>},
