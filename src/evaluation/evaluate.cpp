@@ -48,7 +48,8 @@ void assert_question_makes_sense(const EVALUATION_CONTEXT& context, const BOARD&
     CHECKED_ASSERT(context.settings != nullptr && context.tables != nullptr, no_error_description);
     CHECKED_ASSERT(std::abs(bound) <= infinity_bound, no_error_description);
     CHECKED_ASSERT(opening <= position_type && position_type < no_position_type, no_error_description);
-    CHECKED_ASSERT(position_type != pawnless || (board.side(white).pawns | board.side(black).pawns) == 0,
+    // Both sides without pawns, or one that is far behind.
+    CHECKED_ASSERT(position_type != pawnless || board.side(white).pawns == 0 || board.side(black).pawns == 0,
                    no_error_description);
 }
 
