@@ -14,7 +14,7 @@ void AssertMoveMade(const BOARD& board, Move move);
 void AssertMoveWasMade(const BOARD& board, Move move);
 /// After `move` was taken back: it could be made again.
 void AssertMoveUndone(const BOARD& board, Move move);
-/// Before a null move: there is room for it, and the side on move is not in check.
+/// Before a null move: there is room for it.
 void AssertNullMoveFits(const BOARD& board);
 /// After a null move: nothing has moved, and no pawn can be taken en passant any more.
 void AssertNullMoveMade(const BOARD& board);
