@@ -68,12 +68,13 @@ int reduce_by_opposite_bishops(Context& context, Colour winning_side, const BOAR
 }  // namespace
 
 template <class Context>
-int scale_ending(Context& context, int score, bool opposite_bishops, const BOARD& board) noexcept {
+int scale_ending(Context& context, int score, bool bishops_are_opposite, const BOARD& board) noexcept {
     const Colour winner = score >= 0 ? white : black;
     int value = reduce_by_pawns(context, winner, board.side(winner).pawns, std::abs(score));
-    if (opposite_bishops) value = reduce_by_opposite_bishops(context, winner, board, value);
+    if (bishops_are_opposite) value = reduce_by_opposite_bishops(context, winner, board, value);
     return score >= 0 ? value : -value;
 }
 
-template int scale_ending(EVALUATION_CONTEXT& context, int score, bool opposite_bishops, const BOARD& board) noexcept;
-template int scale_ending(TRACED_CONTEXT& context, int score, bool opposite_bishops, const BOARD& board) noexcept;
+template int scale_ending(EVALUATION_CONTEXT& context, int score, bool bishops_are_opposite,
+                          const BOARD& board) noexcept;
+template int scale_ending(TRACED_CONTEXT& context, int score, bool bishops_are_opposite, const BOARD& board) noexcept;
