@@ -74,9 +74,7 @@ void AssertMoveWasMade(const BOARD& board, Move move) {
         no_error_description);
 }
 
-void AssertNullMoveFits(const BOARD& board) {
-    CHECKED_ASSERT(board.ply + 1 < max_frames, no_error_description);
-}
+void AssertNullMoveFits(const BOARD& board) { CHECKED_ASSERT(board.ply + 1 < max_frames, no_error_description); }
 
 void AssertNullMoveMade(const BOARD& board) {
     const PLY_FRAME& frame = board.frame();
