@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 
 #include "evaluation/endings/ending.h"
@@ -74,18 +75,7 @@ void assert_evaluation_is_sound(const EVALUATION_CONTEXT& context, const BOARD& 
 
 /// Facts of the position before that nobody may read, for debug builds: a rule that reads a fact before it is found
 /// gives a score that is seen to be wrong.
-void spoil_pawn_facts(EVALUATION_CONTEXT& context) {
-    constexpr Bitboard nonsense = 0xA5A5A5A5A5A5A5A5;
-    for (PAWN_INFO& pawns : context.pawns) {
-        pawns = {};
-        for (Bitboard* const fact : {&pawns.attacks, &pawns.attacked_once, &pawns.attacked_twice, &pawns.dominated,
-                                     &pawns.defended, &pawns.blocked, &pawns.restrained, &pawns.duo, &pawns.doubled,
-                                     &pawns.front_passed, &pawns.isolated, &pawns.backward, &pawns.backward_stuck,
-                                     &pawns.covered, &pawns.advance_squares, &pawns.attack_span, &pawns.centre_gaps}) {
-            *fact = nonsense;
-        }
-    }
-}
+void spoil_pawn_facts(EVALUATION_CONTEXT& context) { std::memset(context.pawns, 0xA5, sizeof(context.pawns)); }
 
 /// Everything after the table of scores. The passed pawns are needed at once; the other pawn facts come after the lazy
 /// test, from their table or built afresh, and a finished evaluation leaves there what it has built.

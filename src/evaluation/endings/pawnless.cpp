@@ -226,7 +226,7 @@ int value_of_balance(Context& context, const BOARD& board, int material) {
     int of_white = tell<white>(context, Rule::small_part_of_material, 0, balanced::small_part_of_material(material));
     of_white += mate_helpers<white>(context, board);
     of_white -= mate_helpers<black>(context, board);
-    const auto to_move = static_cast<Colour>(board.side_to_move);
+    const Colour to_move = board.mover();
     return turned(board, of_white) + tell(context, to_move, Rule::right_to_move, 0, balanced::right_to_move);
 }
 

@@ -77,7 +77,7 @@ int with_checks(Context& context, const BOARD& board, int value) {
 
 template <class Context>
 int score_of_queen_ending(Context& context, const BOARD& board, int plain_score) noexcept {
-    const auto to_move = static_cast<Colour>(board.side_to_move);
+    const Colour to_move = board.mover();
     int value = plain_score;
     value +=
         tell(context, to_move, Rule::material_counts_half, 0, material_counts_half(board.frame().material_balance));

@@ -82,9 +82,8 @@ int race_of_two(const EVALUATION_CONTEXT& context, const BOARD& board, Square wh
     constexpr int won = 150;
     constexpr int stored_win = 1;  // of the side to move
     constexpr int stored_loss = 3;
-    const int result =
-        context.bitbases->ProbeTwoPawnsRaw(static_cast<Colour>(board.side_to_move), board.side(white).king_square,
-                                           board.side(black).king_square, white_pawn, black_pawn);
+    const int result = context.bitbases->ProbeTwoPawnsRaw(board.mover(), board.side(white).king_square,
+                                                          board.side(black).king_square, white_pawn, black_pawn);
     if (result == stored_win) return turned(board, won);
     if (result == stored_loss) return turned(board, -won);
     return result;
@@ -137,7 +136,7 @@ int checked_unstoppable_bonus(Context& context, const BOARD& board, RunnerCheck 
 template <Colour Us>
 int race_value(const EVALUATION_CONTEXT& context, const BOARD& board) noexcept {
     constexpr int most = 400;
-    const auto to_move = static_cast<Colour>(board.side_to_move);
+    const Colour to_move = board.mover();
     const Square white_king = board.side(white).king_square;
     const Square black_king = board.side(black).king_square;
     int sum = 0;

@@ -15,8 +15,8 @@ void HistoryBand::Add(std::size_t index, std::uint32_t bonus) noexcept {
                       .value = static_cast<std::uint16_t>(std::min(Value(index) + bonus, most))};
 }
 
-HistoryTable::HistoryTable() : pages_(sizeof(Bands)), bands_(static_cast<Bands*>(pages_.data())) {
-    if (bands_ == nullptr) throw std::bad_alloc();
+HistoryTable::HistoryTable() : pages_(sizeof(Bands)) {
+    if (pages_.data() == nullptr) throw std::bad_alloc();
 }
 
 void HistoryTable::NewSearch() noexcept {
@@ -34,6 +34,6 @@ void HistoryTable::UpdateHistory(Move move, Colour side, Distance distance, std:
     const std::uint32_t bonus = plies * plies + 1;
     const std::size_t index = HistoryBand::Index(move, side);
     const std::uint32_t band = std::max(ply / plies_per_band, 1U);
-    (*bands_)[band].Add(index, bonus);
-    (*bands_)[band - 1].Add(index, bonus);
+    bands()[band].Add(index, bonus);
+    bands()[band - 1].Add(index, bonus);
 }

@@ -58,13 +58,13 @@ class HistoryTable {
     [[nodiscard]] std::int32_t Score(Move move, Colour side, std::uint32_t ply) const noexcept {
         const std::size_t index = HistoryBand::Index(move, side);
         const std::uint32_t band = ply / plies_per_band;
-        std::uint32_t sum = (*bands_)[band == 0 ? 0 : band - 1].Value(index);
-        if (band != 0) sum += (*bands_)[band].Value(index);
+        std::uint32_t sum = bands()[band == 0 ? 0 : band - 1].Value(index);
+        if (band != 0) sum += bands()[band].Value(index);
         if (sum == 0) return 0;
         if (sum > largest_value) return max_sort_score;
         return std::max(static_cast<std::int32_t>(sum >> value_to_score_shift), 1);
     }
-    [[nodiscard]] HistoryBand& Band(std::uint32_t ply) noexcept { return (*bands_)[ply / plies_per_band]; }
+    [[nodiscard]] HistoryBand& Band(std::uint32_t ply) noexcept { return bands()[ply / plies_per_band]; }
 
   private:
     static constexpr std::uint32_t plies_per_band = 8;
@@ -73,6 +73,8 @@ class HistoryTable {
     static_assert(largest_value >> value_to_score_shift == max_sort_score);
     using Bands = std::array<HistoryBand, band_count>;
     static_assert(sizeof(Bands) == 0x210000);
+    [[nodiscard]] Bands& bands() noexcept { return *static_cast<Bands*>(pages_.data()); }
+    [[nodiscard]] const Bands& bands() const noexcept { return *static_cast<const Bands*>(pages_.data()); }
+
     ZeroedPages pages_;
-    Bands* bands_;  ///< in `pages_`
 };

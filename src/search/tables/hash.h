@@ -53,17 +53,16 @@ class HashSlots {
     bool Resize(std::uint64_t bytes) noexcept;
     void Clear() noexcept { pages_.Clear(); }
     [[nodiscard]] std::uint64_t count() const noexcept { return mask_ + 1; }
-    [[nodiscard]] Slot& at(std::uint64_t key) noexcept { return slots_[key & mask_]; }
-    [[nodiscard]] const Slot& at(std::uint64_t key) const noexcept { return slots_[key & mask_]; }
-    [[nodiscard]] const Slot* begin() const noexcept { return slots_; }
-    [[nodiscard]] const Slot* end() const noexcept { return slots_ + count(); }
+    [[nodiscard]] Slot& at(std::uint64_t key) noexcept { return static_cast<Slot*>(pages_.data())[key & mask_]; }
+    [[nodiscard]] const Slot& at(std::uint64_t key) const noexcept { return begin()[key & mask_]; }
+    [[nodiscard]] const Slot* begin() const noexcept { return static_cast<const Slot*>(pages_.data()); }
+    [[nodiscard]] const Slot* end() const noexcept { return begin() + count(); }
 
     static constexpr std::uint64_t first_size = 0x3000;  // bytes
     static constexpr std::uint64_t fewest_slots = 2;
 
   private:
     ZeroedPages pages_;
-    Slot* slots_ = nullptr;   ///< in `pages_`
     std::uint64_t mask_ = 0;  ///< number of slots - 1
 };
 
@@ -74,7 +73,6 @@ bool HashSlots<Slot>::Resize(std::uint64_t bytes) noexcept {
     ZeroedPages fresh(count * sizeof(Slot));
     if (fresh.data() == nullptr) return false;
     pages_ = std::move(fresh);
-    slots_ = static_cast<Slot*>(pages_.data());
     mask_ = count - 1;
     return true;
 }
