@@ -5,6 +5,9 @@
 #include <initializer_list>
 
 #include "evaluation/context/position_type.h"
+#include "frame/base/checked_assert.h"
+#include "frame/base/theory.h"
+#include "frame/base/vocabulary.h"
 #include "search/node/search_node.h"
 #include "search/tables/hash.h"
 
@@ -104,6 +107,7 @@ bool OpponentThreatensMate(Node& node) {
 
 std::optional<Score> NullMove(Node& node) {
     if (!MayPass(node)) return std::nullopt;
+    if constexpr (theory_is_checked) CHECKED_ASSERT(!node.in_check, vocabulary::no_error_description);
     SearchBoard& search = node.search;
     search.moves_played[node.ply + 1] = INVALID;
     search.board.MakeNullMove();
