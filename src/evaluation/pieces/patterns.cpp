@@ -125,18 +125,12 @@ SCORE_PAIR more_attacked_squares(EVALUATION_CONTEXT& context, int own_squares, i
 /// The squares of a wing on its fifth to seventh rank that a side attacks. Where there is none the enemy is safe.
 template <Colour Us>
 SCORE_PAIR attacked_squares_on_wing(EVALUATION_CONTEXT& context, Wing wing, Bitboard squares) {
+    static constexpr std::array<int, 4> pressure = {-4, 4, 6, 8};  // n = 0, 1, 2, more
     constexpr int enemy_cover = 6;
-    if (squares == 0) add_points(context.cover[Opponent(Us)][wing], enemy_cover);
-    const Bitboard without_one = squares & (squares - 1);
-    const int pressure = squares == 0 ? -4 : without_one == 0 ? 4 : HasSeveral(without_one) ? 8 : 6;
-    add_points(context.pressure[Us][wing], pressure);
+    const int count = PopCount(squares);
+    add_points(context.pressure[Us][wing], at(pressure, std::min(count, 3)));
+    if (count == 0) add_points(context.cover[Opponent(Us)][wing], enemy_cover);
     return {};
-}
-
-/// The squares of `first` less those of `second` in an area that has none of `first`: one count takes `first` together
-/// with what `second` leaves free there.
-int difference_of_counts(Bitboard first, Bitboard second, Bitboard area_of_second, int size_of_area) {
-    return PopCount(first | (area_of_second & ~second)) - size_of_area;
 }
 
 /// Pieces at home weaken the far wing, pieces in the enemy's half, there the king too, strengthen the near one.
@@ -144,12 +138,10 @@ template <Colour Us>
 SCORE_PAIR pieces_by_wing(EVALUATION_CONTEXT& context, Bitboard at_home, Bitboard advanced) {
     constexpr Bitboard left = files(0, 3);
     constexpr Bitboard right = files(4, 7);
-    constexpr Bitboard home = ranks<Us>(0, 2);
-    constexpr int home_squares = 12;  // of one wing
     constexpr int each = 2;
     WingCounters& pressure = context.pressure[Us];
-    add_points(pressure[queen_side], each * difference_of_counts(advanced & left, at_home, home & right, home_squares));
-    add_points(pressure[king_side], each * difference_of_counts(advanced & right, at_home, home & left, home_squares));
+    add_points(pressure[queen_side], each * (PopCount(advanced & left) - PopCount(at_home & right)));
+    add_points(pressure[king_side], each * (PopCount(advanced & right) - PopCount(at_home & left)));
     return {};
 }
 
