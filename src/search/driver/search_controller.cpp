@@ -32,6 +32,11 @@ int LastIteration(const SearchLimits& limits) {
     return std::min<int>(limits.max_depth, std::numeric_limits<std::int16_t>::max());  // it is reported in 16 bits
 }
 
+bool MayChoose(const SearchLimits& limits, Move move) {
+    const auto& chosen = limits.root_moves;
+    return chosen.empty() || std::find(chosen.begin(), chosen.end(), move) != chosen.end();
+}
+
 }  // namespace
 
 /// Marks the search as running, for as long as its tree or its wait loop is on the stack.
@@ -66,12 +71,13 @@ void SearchController::Run(const SearchLimits& limits, const UserBoard& position
     if constexpr (theory_is_checked) CHECKED_ASSERT(!IsRunning(), vocabulary::no_error_description);
     info_ = {};
     root_moves_.clear();
+    limits_ = limits;
     if (!position.IsGameOver() && position.IsPositionValid()) ListRootMoves(position.board());
     if (root_moves_.empty()) {
         host.onSearchFinished(true);
         return;
     }
-    StartSearch(limits, position.board());
+    StartSearch(position.board());
     bool discard = false;
     try {
         const RunningScope running(*this, host);
@@ -90,21 +96,22 @@ void SearchController::ListRootMoves(const BOARD& position) {
     std::vector<Move> moves;
     GenerateLegalMoves(position, moves);
     for (const Move move : moves) {
+        if (!MayChoose(limits_, move)) continue;
         root_moves_.push_back({.move = move, .text = MoveToSan(position, move), .line = {}});
     }
     info_.root_moves = static_cast<int>(root_moves_.size());
 }
 
-void SearchController::StartSearch(const SearchLimits& limits, const BOARD& position) {
-    limits_ = limits;
+void SearchController::StartSearch(const BOARD& position) {
     ponder_hit_ = {};
     fail_state_ = FailState::none;
     first_root_move_ = false;
     root_side_ = position.mover();
     UpdateDrawScore(contempt_);
     engine_.tables.NewSearch();
-    clock_.Reset(limits.max_time_limit, limits.variable_time_limit);
+    clock_.Reset(limits_.max_time_limit, limits_.variable_time_limit);
     search_->StartSearch(position, contempt_);
+    search_->poll_countdown = NodesToNextPoll(first_poll_countdown, limits_.max_nodes + 1);
 }
 
 void SearchController::PonderHit() {
@@ -226,7 +233,9 @@ void SearchController::Poll() {
     const auto milliseconds = info_.Milliseconds();
     const std::uint64_t nodes_per_second =
         milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
-    search_->poll_countdown = nodes_per_second / polls_per_second + least_countdown;
+    if (HasSpentNodes()) throw search_aborted_exception{.discard = false};
+    search_->poll_countdown =
+        NodesToNextPoll(nodes_per_second / polls_per_second + least_countdown, limits_.max_nodes - info_.nodes);
 
     if (milliseconds <= undisturbed_time && info_.depth == 1) return;
     if (limits_.kind == SearchKind::puzzle) {
@@ -238,6 +247,16 @@ void SearchController::Poll() {
     const auto moment = first_root_move_ ? SearchMoment::first_root_move : SearchMoment::later_root_move;
     const auto fail_state = first_root_move_ ? fail_state_ : FailState::none;
     if (clock_.ShouldStop(Elapsed(), moment, fail_state)) throw search_aborted_exception{.discard = false};
+}
+
+/// A poll comes before its node is counted, so the one that ends a search comes with the first node too many.
+std::uint64_t SearchController::NodesToNextPoll(std::uint64_t usual, std::uint64_t to_the_limit) const {
+    const bool is_bounded = limits_.max_nodes > info_.nodes;
+    return is_bounded ? std::min(usual, to_the_limit) : usual;
+}
+
+bool SearchController::HasSpentNodes() const {
+    return limits_.max_nodes != 0 && info_.nodes >= limits_.max_nodes && EndsByItself();
 }
 
 void SearchController::FlushCounters() {

@@ -52,7 +52,7 @@ class SearchController final : private NodePoll {
     class RunningScope;
 
     void ListRootMoves(const BOARD& position);
-    void StartSearch(const SearchLimits& limits, const BOARD& position);
+    void StartSearch(const BOARD& position);
     void IterationLoop();
     void StartIteration(int depth);
     void SearchFirstMove();
@@ -66,6 +66,8 @@ class SearchController final : private NodePoll {
     void ShowLine(const RootMoveRecord& record);
 
     void Poll() override;
+    [[nodiscard]] std::uint64_t NodesToNextPoll(std::uint64_t usual, std::uint64_t to_the_limit) const;
+    [[nodiscard]] bool HasSpentNodes() const;
     void FlushCounters();
     void NoteTableUse();
     [[nodiscard]] std::int64_t Elapsed() const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "chess/user_board.h"
 
@@ -18,6 +19,8 @@ struct SearchLimits {
     std::int32_t max_depth = 0;            ///< deepest iteration
     std::int32_t max_time_limit = 0;       ///< milliseconds that may not be exceeded
     std::int32_t variable_time_limit = 0;  ///< milliseconds that the search stretches and shrinks by what it meets
+    std::uint64_t max_nodes = 0;           ///< nodes of the tree, exactly; for a search that ends by itself
+    std::vector<Move> root_moves{};        ///< the legal moves to choose from; empty: all
 };
 
 /// What a command hands to the main loop when it wants a search.
