@@ -270,20 +270,14 @@ std::uint64_t KeyAfter(const BOARD& board, Move move) {
         const bool en_passant = piece == pawn && captured == pawn && to == en_passant_square && to != 0;
         key ^= PieceKey(en_passant ? Behind<Us>(to) : to, SignedCode<Them>(captured));
     }
-    const unsigned rights = board.frame().castling;
-    if (rights == 0) return key;
-
-    unsigned dropped = 0;
-    if (piece == rook) dropped |= castling_right_of_corner[static_cast<std::size_t>(from)] & castling_rights_of[Us];
-    if (captured == rook) dropped |= castling_right_of_corner[static_cast<std::size_t>(to)] & castling_rights_of[Them];
-    if (piece == king) {
-        dropped |= castling_rights_of[Us];
-        if (IsCastlingFromHome<Us>(from, to) && (rights & castling_rights_of[Us]) != 0) {
-            const RookJump jump = RookJumpOf(to);
-            key ^= PieceKey(jump.from, SignedCode<Us>(rook)) ^ PieceKey(jump.to, SignedCode<Us>(rook));
-        }
+    const unsigned dropped = board.frame().castling & (castling_rights_of_home[static_cast<std::size_t>(from)] |
+                                                       castling_rights_of_home[static_cast<std::size_t>(to)]);
+    if (dropped == 0) return key;
+    if (piece == king && IsCastlingFromHome<Us>(from, to)) {
+        const RookJump jump = RookJumpOf(to);
+        key ^= PieceKey(jump.from, SignedCode<Us>(rook)) ^ PieceKey(jump.to, SignedCode<Us>(rook));
     }
-    return key ^ castling_keys[rights & dropped];
+    return key ^ castling_keys[dropped];
 }
 
 }  // namespace

@@ -32,6 +32,15 @@ inline constexpr std::array<std::uint8_t, 64> castling_right_of_corner = [] {
     return right;
 }();
 
+/// By square: the rights that go when whatever stands here moves or is captured. A right is held only while its king
+/// and its rook are at home, so nobody else can stand there.
+inline constexpr std::array<std::uint8_t, 64> castling_rights_of_home = [] {
+    std::array<std::uint8_t, 64> rights = castling_right_of_corner;
+    rights[e1] = castling_rights_of[white];
+    rights[e8] = castling_rights_of[black];
+    return rights;
+}();
+
 [[nodiscard]] inline std::uint64_t PieceKey(Square s, int signed_piece) {
     return bitboard_tables.zobrist_piece[s][signed_piece + 6];
 }

@@ -6,23 +6,23 @@ namespace {
 
 constexpr std::uint32_t first_ply_of_bitbases = 3;
 
-std::optional<Score> AskBitbases(const Node& node) {
-    if (node.ply < first_ply_of_bitbases) return std::nullopt;
+NodeAnswer AskBitbases(const Node& node) {
+    if (node.ply < first_ply_of_bitbases) return go_on;
     const std::optional<int> known = node.search.engine.bitbases.Probe(node.board());
-    if (!known) return std::nullopt;
+    if (!known) return go_on;
     const auto ply = static_cast<Score>(node.ply);
     if (*known == 0) return AsAnswer(node.draw_score(), node.beta);
     if (*known > 0) return AsAnswer(*known + 1 - ply, node.beta);
     // A loss that is still good enough may be known better.
     if (*known + ply < node.beta) return node.beta - 1;
-    return std::nullopt;
+    return go_on;
 }
 
 /// Distances to the mate count from the node.
-std::optional<Score> AskTablebases(const Node& node) {
+NodeAnswer AskTablebases(const Node& node) {
     int known = 0;
     if (node.search.engine.tablebases.Probe(node.board(), known) != VorkaTablebases::ProbeResult::found) {
-        return std::nullopt;
+        return go_on;
     }
     const auto ply = static_cast<Score>(node.ply);
     if (known == 0) return AsAnswer(node.draw_score(), node.beta);
@@ -31,8 +31,8 @@ std::optional<Score> AskTablebases(const Node& node) {
 
 }  // namespace
 
-std::optional<Score> EndgameKnowledge(const Node& node) {
-    if (node.position_class < balanced_ending) return std::nullopt;
+NodeAnswer EndgameKnowledge(const Node& node) {
+    if (node.position_class < balanced_ending) return go_on;
     if (const auto answer = AskBitbases(node)) return answer;
     return AskTablebases(node);
 }

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <optional>
-
 #include "search/state/node.h"
 
 /// What bitbases and tablebases know of an ending: the answer of the node, if it settles the question. The first two
 /// plies never ask the bitbases, since they know no distances: the moves there have to be told apart by searching.
-[[nodiscard]] std::optional<Score> EndgameKnowledge(const Node& node);
+[[nodiscard]] NodeAnswer EndgameKnowledge(const Node& node);

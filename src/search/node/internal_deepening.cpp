@@ -36,13 +36,13 @@ bool IsInList(const Node& node, Move move) { return std::find(node.moves, node.m
 
 }  // namespace
 
-std::optional<Score> InternalDeepening(Node& node) {
-    if (node.hash_move != INVALID) return std::nullopt;
+NodeAnswer InternalDeepening(Node& node) {
+    if (node.hash_move != INVALID) return go_on;
     const Distance threshold = node.is_principal() ? node.settings().min_depth_for_iid_if_searching_pv_move
                                                    : node.settings().min_depth_for_iid_if_not_searching_pv_move;
-    if (node.distance < threshold) return std::nullopt;
+    if (node.distance < threshold) return go_on;
     const Distance reduced = ReducedDistance(node);
-    if (reduced >= node.distance || node.search.deepening_searches == deepest_nesting) return std::nullopt;
+    if (reduced >= node.distance || node.search.deepening_searches == deepest_nesting) return go_on;
     // It runs at this ply and on the same stacks; only its best move is of interest. A throw leaves the counter to the
     // next StartSearch.
     ++node.search.deepening_searches;
@@ -53,5 +53,5 @@ std::optional<Score> InternalDeepening(Node& node) {
     const bool was_refuted = node.has_move_list && node.settings().ettc_should_remove_refuted_moves &&
                              node.hash_move != INVALID && !IsInList(node, node.hash_move);
     if (was_refuted) return node.beta - 1;
-    return std::nullopt;
+    return go_on;
 }

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <optional>
-
 #include "search/state/node.h"
 
 /// Without a hash move, finds a move to try first by a shallower search of the same node (internal iterative
 /// deepening).
-[[nodiscard]] std::optional<Score> InternalDeepening(Node& node);
+[[nodiscard]] NodeAnswer InternalDeepening(Node& node);

@@ -5,7 +5,7 @@
 #include "search/node/node_theory.h"
 #include "search/node/quiescence.h"
 
-std::optional<Score> ListMoves(Node& node) {
+NodeAnswer ListMoves(Node& node) {
     const unsigned mode = node.is_quiescence() ? QuiescenceMode(node) : mode_legal;
     node.moves_end = GenerateMoves(node.moves, node.board(), mode);
     node.has_move_list = true;
@@ -13,9 +13,9 @@ std::optional<Score> ListMoves(Node& node) {
     const auto count = node.moves_end - node.moves;
     if (node.is_quiescence()) {
         if (count == 0) return node.beta - 1;
-        return std::nullopt;
+        return go_on;
     }
     if (count == 0) return AsAnswer(node.in_check ? MatedScore(node.ply) : node.draw_score(), node.beta);
     if (count == 1) node.flags |= NodeFlags::single_reply;
-    return std::nullopt;
+    return go_on;
 }

@@ -4,11 +4,11 @@
 
 #include "search/node/move_list.h"
 
-std::optional<Score> MoveSupply::Next(Move& move) {
+NodeAnswer MoveSupply::Next(Move& move) {
     move = INVALID;
     if (state_ == State::hash_move) {
         move = TakeHashMove();
-        return std::nullopt;
+        return go_on;
     }
     if (state_ == State::list) {
         if (const auto answer = List(move)) return answer;
@@ -21,7 +21,7 @@ std::optional<Score> MoveSupply::Next(Move& move) {
         }
         state_ = batch_.is_last ? State::none : State::sort;
     }
-    return std::nullopt;
+    return go_on;
 }
 
 Move MoveSupply::TakeHashMove() {
@@ -30,16 +30,16 @@ Move MoveSupply::TakeHashMove() {
     return node_.hash_move;
 }
 
-std::optional<Score> MoveSupply::List(Move& move) {
+NodeAnswer MoveSupply::List(Move& move) {
     state_ = State::sort;
-    if (node_.has_move_list) return std::nullopt;
+    if (node_.has_move_list) return go_on;
     if (const auto answer = ListMoves(node_)) return answer;
-    if (node_.is_quiescence() || node_.moves_end - node_.moves > 1) return std::nullopt;
+    if (node_.is_quiescence() || node_.moves_end - node_.moves > 1) return go_on;
     state_ = State::none;
     // With extensions the only move is tried again, now that it is known to be the only one: docs/oddities.md, single
     // reply.
     if (node_.settings().enable_search_extensions || node_.hash_move == INVALID) move = *node_.moves;
-    return std::nullopt;
+    return go_on;
 }
 
 void MoveSupply::Sort() {

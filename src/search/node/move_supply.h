@@ -1,7 +1,5 @@
 #pragma once
 
-#include <optional>
-
 #include "search/ordering/move_ordering.h"
 #include "search/state/node.h"
 
@@ -12,14 +10,14 @@ class MoveSupply {
     explicit MoveSupply(Node& node) : node_(node), state_(node.hash_move != INVALID ? State::hash_move : State::list) {}
 
     /// Sets `move` to the next move, INVALID after the last one. A result ends the node instead.
-    [[nodiscard]] std::optional<Score> Next(Move& move);
+    [[nodiscard]] NodeAnswer Next(Move& move);
 
   private:
     /// What is done for the next move.
     enum class State { hash_move, list, sort, pick, none };
 
     [[nodiscard]] Move TakeHashMove();
-    [[nodiscard]] std::optional<Score> List(Move& move);
+    [[nodiscard]] NodeAnswer List(Move& move);
     void Sort();
     [[nodiscard]] Move Pick();
 

@@ -105,8 +105,8 @@ bool OpponentThreatensMate(Node& node) {
 
 }  // namespace
 
-std::optional<Score> NullMove(Node& node) {
-    if (!MayPass(node)) return std::nullopt;
+NodeAnswer NullMove(Node& node) {
+    if (!MayPass(node)) return go_on;
     if constexpr (theory_is_checked) CHECKED_ASSERT(!node.in_check, vocabulary::no_error_description);
     SearchBoard& search = node.search;
     search.moves_played[node.ply + 1] = INVALID;
@@ -116,5 +116,5 @@ std::optional<Score> NullMove(Node& node) {
     if (!cuts && OpponentThreatensMate(node)) node.flags |= NodeFlags::mate_threat;
     search.board.UnmakeNullMove();
     if (cuts) return node.beta;
-    return std::nullopt;
+    return go_on;
 }

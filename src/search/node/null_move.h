@@ -1,9 +1,7 @@
 #pragma once
 
-#include <optional>
-
 #include "search/state/node.h"
 
 /// Lets the opponent move twice, and cuts if even that is good enough for the side on move. If it is not, finds out
 /// whether the opponent threatens to mate, and sets the mate threat flag.
-[[nodiscard]] std::optional<Score> NullMove(Node& node);
+[[nodiscard]] NodeAnswer NullMove(Node& node);

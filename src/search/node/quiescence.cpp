@@ -66,19 +66,19 @@ bool IsSoundExchange(const Node& node, Move move) {
 
 }  // namespace
 
-std::optional<Score> StandPat(Node& node) {
+NodeAnswer StandPat(Node& node) {
     // The name of the setting speaks of leaving the simple endings out; with it on they are the ones let in:
     // docs/oddities.md, stand pat in simple endings.
     const bool is_simple_ending = node.position_class >= rook_ending && node.position_class <= pawnless;
     const bool is_near_horizon =
         node.distance <= node.settings().max_distance_for_stand_pat_checks &&
         (!node.settings().no_stand_pat_check_if_full_searching_simple_endgames || is_simple_ending);
-    if (node.distance >= 1 && !is_near_horizon) return std::nullopt;
-    if (HasAny(node.flags, NodeFlags::mate_threat)) return std::nullopt;
+    if (node.distance >= 1 && !is_near_horizon) return go_on;
+    if (HasAny(node.flags, NodeFlags::mate_threat)) return go_on;
     if (node.settings().skip_stand_pat_because_of_pin_threat && HasAny(node.flags, NodeFlags::pin_threat)) {
-        return std::nullopt;
+        return go_on;
     }
-    if (evaluate(node.search.evaluation, node.board(), node.beta, node.position_class) < node.beta) return std::nullopt;
+    if (evaluate(node.search.evaluation, node.board(), node.beta, node.position_class) < node.beta) return go_on;
     return node.beta;
 }
 

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <optional>
-
 #include "search/state/node.h"
 
 /// Quiescence is no search of its own: below distance 1 a node that is not in check may stand pat, generates a
 /// selection of its moves, and runs each of them through a filter.
 
 /// Whether the side on move, not in check, is good enough without a move. A score below beta is no floor for the moves.
-[[nodiscard]] std::optional<Score> StandPat(Node& node);
+[[nodiscard]] NodeAnswer StandPat(Node& node);
 
 /// The kinds of moves that a quiescence node generates (a GenerationMode mask).
 [[nodiscard]] unsigned QuiescenceMode(const Node& node);

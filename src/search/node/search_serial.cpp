@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 
 #include "evaluation/context/position_type.h"
 #include "frame/base/checked_assert.h"
@@ -54,25 +53,25 @@ void EnterPly(Node& node) {
 }
 
 /// Nothing at this ply is better than mating with the next move, or worse than being mated already.
-std::optional<Score> MateDistance(const Node& node) {
+NodeAnswer MateDistance(const Node& node) {
     if (node.beta <= MatedScore(node.ply)) return node.beta;
     if (node.beta > -MatedScore(node.ply + 1)) return node.beta - 1;
-    return std::nullopt;
+    return go_on;
 }
 
-std::optional<Score> DrawByRule(const Node& node) {
-    if (!node.board().IsDraw()) return std::nullopt;
+NodeAnswer DrawByRule(const Node& node) {
+    if (!node.board().IsDraw()) return go_on;
     return AsAnswer(node.draw_score(), node.beta);
 }
 
 /// A position may be known well enough; if not, its entry at least gives a move to try first, and what was found out
 /// about it.
-std::optional<Score> ProbeHash(Node& node) {
-    if (node.distance < node.settings().required_distance_to_probe_hashtables) return std::nullopt;
+NodeAnswer ProbeHash(Node& node) {
+    if (node.distance < node.settings().required_distance_to_probe_hashtables) return go_on;
     TranspositionHit hit;
     const TranspositionAnswer answer =
         node.search.engine.tables.transposition.Probe(node.board().key(), node.ply, node.distance, node.beta, hit);
-    if (answer == TranspositionAnswer::not_found) return std::nullopt;
+    if (answer == TranspositionAnswer::not_found) return go_on;
     if (answer != TranspositionAnswer::undecided) {
         node.search.pv[node.ply][0] = hit.move;
         node.search.pv[node.ply][1] = INVALID;
@@ -87,7 +86,7 @@ std::optional<Score> ProbeHash(Node& node) {
         ReportFailedAssertion(vocabulary::transposition_collision_condition, "search_serial", __LINE__,
                               vocabulary::transposition_collision_detected);
     }
-    return std::nullopt;
+    return go_on;
 }
 
 /// The line goes on in the class that the ply before left it in: the position-type extension notes a new one.
@@ -121,12 +120,12 @@ void CountCut(Node& node) {
 /// Tries one move. Whether it cuts.
 bool TryMove(Node& node, Move move) {
     ++node.moves_tried;
-    // The child will look itself up. Most moves are searched: the memory is asked for before anything else, so that it
+    // 18. Quiescence: let it pass?
+    if (!PassesFilter(node, move)) return false;
+    // The child will look itself up. Most moves that come here are searched: the memory is asked for now, so that it
     // comes meanwhile.
     const std::uint64_t key = node.board().HashKeyAfterMove(move);
     node.search.engine.tables.Prefetch(key);
-    // 18. Quiescence: let it pass?
-    if (!PassesFilter(node, move)) return false;
     // 19. Extensions that the move earns.
     const Distance extended = ExtendedDistance(node, move);
     // 20. Futility: skip it?

@@ -43,12 +43,12 @@ Score CutWith(Node& node, Move move, Move answer_of_child) {
 
 }  // namespace
 
-std::optional<Score> EnhancedTranspositionCutoff(Node& node) {
-    if (!MayAskTheTable(node)) return std::nullopt;
+NodeAnswer EnhancedTranspositionCutoff(Node& node) {
+    if (!MayAskTheTable(node)) return go_on;
     if (const auto answer = ListMoves(node)) return answer;
     if (HasAny(node.flags, NodeFlags::single_reply)) {
         node.hash_move = *node.moves;
-        return std::nullopt;
+        return go_on;
     }
     for (Move* next = node.moves; next != node.moves_end;) {
         TranspositionHit hit;
@@ -64,5 +64,5 @@ std::optional<Score> EnhancedTranspositionCutoff(Node& node) {
     }
     ++node.search.ettc_tries;
     if (node.moves == node.moves_end) return node.beta - 1;
-    return std::nullopt;
+    return go_on;
 }

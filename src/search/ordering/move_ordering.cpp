@@ -192,6 +192,24 @@ bool ScoreRest(const MoveSortState& state, const Node& node) {
     return true;
 }
 
+/// Whether all moves from this stage on are sure to be skipped: futility spares nothing but captures, promotions and
+/// checks, which lie before.
+bool IsFutileFromHereOn(const MoveSortState& state, const Node& node) {
+    return node.is_futile && state.stage == SortStage::remaining_history;
+}
+
+/// Leaves the quiet moves out. The noise goes on as if they had been scored, so that no other node is ordered
+/// differently.
+void PassOverQuietMoves(MoveSortState& state, const Node& node) {
+    state.stage = SortStage::done;
+    if (node.settings().randomize_move_ordering_of_remaining_moves == 0) return;
+    const Colour side = node.board().mover();
+    const auto is_unknown = [&node, side](Move word) { return node.search.history.Score(word, side, node.ply) == 0; };
+    const auto unknown = state.history_end != nullptr ? node.moves_end - state.history_end
+                                                      : std::count_if(state.tacticals_end, node.moves_end, is_unknown);
+    node.search.noise.PassOver(static_cast<std::uint32_t>(unknown));
+}
+
 /// Prepares the moves of the next stage; they begin at state.next. Gives their end.
 Move* MakeStage(MoveSortState& state, Node& node) {
     switch (state.stage) {
@@ -219,7 +237,13 @@ bool IsSortedAtOnce(const Node& node) {
 }
 
 MoveBatch SortAtOnce(MoveSortState& state, Node& node) {
-    while (state.stage != SortStage::rest) GoOn(state, MakeStage(state, node));
+    while (state.stage != SortStage::rest) {
+        if (IsFutileFromHereOn(state, node)) {
+            PassOverQuietMoves(state, node);
+            return {.begin = node.moves, .end = state.next, .is_ordered = true, .is_last = true};
+        }
+        GoOn(state, MakeStage(state, node));
+    }
     if (ScoreRest(state, node)) SortLargestFirst(state.next, node.moves_end);
     GoOn(state, node.moves_end);
     return {.begin = node.moves, .end = node.moves_end, .is_ordered = true, .is_last = true};
@@ -230,6 +254,10 @@ MoveBatch SortAtOnce(MoveSortState& state, Node& node) {
 MoveBatch StagedMoveSorter(MoveSortState& state, Node& node) noexcept {
     if (state.stage == SortStage::first_group && IsSortedAtOnce(node)) return SortAtOnce(state, node);
     while (state.stage != SortStage::rest) {
+        if (IsFutileFromHereOn(state, node)) {
+            PassOverQuietMoves(state, node);
+            return {.begin = state.next, .end = state.next, .is_ordered = true, .is_last = true};
+        }
         Move* const end = MakeStage(state, node);
         const MoveBatch batch{.begin = state.next, .end = end, .is_ordered = true, .is_last = false};
         GoOn(state, end);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "search/state/node_answer.h"
 #include "search/state/search_board.h"
 #include "search/tables/node_flags.h"
 #include "search/tables/score.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 #include <string_view>
 
 #include "bitbases/bitbases.h"
@@ -29,8 +28,7 @@ class EndgameKnowledge : public testing::Test {
         return search;
     }
     /// Asks a node of a position as if it stood at a ply.
-    [[nodiscard]] static std::optional<Score> Ask(SearchBoard& search, std::uint32_t ply, Score beta,
-                                                  int position_class = 15) {
+    [[nodiscard]] static NodeAnswer Ask(SearchBoard& search, std::uint32_t ply, Score beta, int position_class = 15) {
         const Node node{.search = search,
                         .ply = ply,
                         .beta = beta,
@@ -44,16 +42,15 @@ class EndgameKnowledge : public testing::Test {
                         .moves_end = search.move_buffer};
         return ::EndgameKnowledge(node);
     }
-    [[nodiscard]] std::optional<Score> Ask(std::string_view fen, std::uint32_t ply, Score beta,
-                                           int position_class = 15) {
+    [[nodiscard]] NodeAnswer Ask(std::string_view fen, std::uint32_t ply, Score beta, int position_class = 15) {
         return Ask(*At(fen), ply, beta, position_class);
     }
     /// The score of a draw that the node stands for: the highest bound that it reaches, found by asking.
-    [[nodiscard]] static std::optional<Score> DrawScoreOf(SearchBoard& search, std::uint32_t ply) {
+    [[nodiscard]] static NodeAnswer DrawScoreOf(SearchBoard& search, std::uint32_t ply) {
         for (const Score score : {-30, 0, 30}) {
             if (Ask(search, ply, score) == score && Ask(search, ply, score + 1) == score) return score;
         }
-        return std::nullopt;
+        return go_on;
     }
 
     Engine engine_;
@@ -68,7 +65,7 @@ TEST_F(EndgameKnowledge, AWinIsTheBetterTheSoonerItIsReached) {
 TEST_F(EndgameKnowledge, ALossIsAnsweredOnlyBelowTheBound) {
     EXPECT_EQ(Ask(lost, 3, 0), -1);
     EXPECT_EQ(Ask(lost, 3, -32703 + 4), -32703 + 3);
-    EXPECT_EQ(Ask(lost, 3, -32703 + 3), std::nullopt) << "good enough: it is searched";
+    EXPECT_EQ(Ask(lost, 3, -32703 + 3), go_on) << "good enough: it is searched";
 }
 
 TEST_F(EndgameKnowledge, ADrawIsWorthTheDrawScore) {
@@ -90,14 +87,14 @@ TEST_F(EndgameKnowledge, ADrawIsWorthTheContemptOfTheSideOnMove) {
 }
 
 TEST_F(EndgameKnowledge, TheFirstPliesAreSearched) {
-    EXPECT_EQ(Ask(won, 2, 0), std::nullopt);
-    EXPECT_EQ(Ask(won, 1, 0), std::nullopt);
+    EXPECT_EQ(Ask(won, 2, 0), go_on);
+    EXPECT_EQ(Ask(won, 1, 0), go_on);
 }
 
 TEST_F(EndgameKnowledge, OnlyEndingsAreLookedUp) {
     EXPECT_EQ(Ask(won, 3, 0, 2), 0);
-    EXPECT_EQ(Ask(won, 3, 0, 1), std::nullopt);
-    EXPECT_EQ(Ask("4k3/8/4K3/4P3/8/8/8/7N w - - 0 1", 3, 0, 17), std::nullopt);
+    EXPECT_EQ(Ask(won, 3, 0, 1), go_on);
+    EXPECT_EQ(Ask("4k3/8/4K3/4P3/8/8/8/7N w - - 0 1", 3, 0, 17), go_on);
 }
 
 // --- Files ---
@@ -108,15 +105,15 @@ constexpr auto two_pawns_cell = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
 constexpr auto rammed_pawn_cell = VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0);
 
 TEST_F(EndgameKnowledge, FilesAreReadWhereTheyAreLoaded) {
-    EXPECT_EQ(Ask(two_pawns, 3, 0), std::nullopt);
-    EXPECT_EQ(Ask(rammed_pawn, 3, 0), std::nullopt);
+    EXPECT_EQ(Ask(two_pawns, 3, 0), go_on);
+    EXPECT_EQ(Ask(rammed_pawn, 3, 0), go_on);
     const BitbaseFiles files;
     files.LoadTwoPawns(engine_.bitbases);
     EXPECT_EQ(Ask(two_pawns, 3, 0), 0);
-    EXPECT_EQ(Ask(rammed_pawn, 3, 0), std::nullopt);
+    EXPECT_EQ(Ask(rammed_pawn, 3, 0), go_on);
     engine_.bitbases = {};
     files.LoadRammedPawn(engine_.bitbases);
-    EXPECT_EQ(Ask(two_pawns, 3, 0), std::nullopt);
+    EXPECT_EQ(Ask(two_pawns, 3, 0), go_on);
     EXPECT_EQ(Ask(rammed_pawn, 3, 0), 0);
 }
 
@@ -146,8 +143,8 @@ TEST_P(FilesInSearch, AnswerFromTheThirdPlyOn) {
         EXPECT_EQ(Ask(row.fen, ply, score), score);
         EXPECT_EQ(Ask(row.fen, ply, score + 1), score);
     }
-    EXPECT_EQ(Ask(row.fen, 2, 0), std::nullopt);
-    EXPECT_EQ(Ask(row.fen, 3, 0, 1), std::nullopt) << "no ending";
+    EXPECT_EQ(Ask(row.fen, 2, 0), go_on);
+    EXPECT_EQ(Ask(row.fen, 3, 0, 1), go_on) << "no ending";
 }
 
 TEST_P(FilesInSearch, SearchALossThatIsGoodEnough) {
@@ -156,7 +153,7 @@ TEST_P(FilesInSearch, SearchALossThatIsGoodEnough) {
     for (const std::uint32_t ply : {3U, 6U}) {
         const Score score = row.loss + static_cast<Score>(ply);
         EXPECT_EQ(Ask(row.fen, ply, score + 1), score);
-        EXPECT_EQ(Ask(row.fen, ply, score), std::nullopt);
+        EXPECT_EQ(Ask(row.fen, ply, score), go_on);
     }
 }
 
@@ -193,8 +190,8 @@ TEST_F(EndgameKnowledge, EnPassantRulesTheBlockedPawnsOut) {
     const BitbaseFiles files;
     files.LoadRammedPawn(engine_.bitbases);
     EXPECT_EQ(Ask("4k3/8/8/6p1/5pP1/8/8/4K3 b - - 0 1", 3, 0), 0);
-    EXPECT_EQ(Ask("4k3/8/8/6p1/5pP1/8/8/4K3 b - g3 0 1", 3, 0), std::nullopt);
-    EXPECT_EQ(Ask("4k3/8/8/2p5/8/2P3P1/8/4K3 w - - 0 1", 3, 0), std::nullopt) << "no pawn is blocked";
+    EXPECT_EQ(Ask("4k3/8/8/6p1/5pP1/8/8/4K3 b - g3 0 1", 3, 0), go_on);
+    EXPECT_EQ(Ask("4k3/8/8/2p5/8/2P3P1/8/4K3 w - - 0 1", 3, 0), go_on) << "no pawn is blocked";
 }
 
 // --- Tables ---
@@ -209,7 +206,7 @@ class TablesInSearch : public EndgameKnowledge {
 };
 
 TEST_F(TablesInSearch, AnswerWhereNoBitbaseDoes) {
-    EXPECT_EQ(Ask(rooks, 3, 0, 3), std::nullopt);
+    EXPECT_EQ(Ask(rooks, 3, 0, 3), go_on);
     Load(32767 - 20);
     EXPECT_EQ(Ask(rooks, 3, 32767 - 23, 3), 32767 - 23);
     EXPECT_EQ(Ask(rooks, 3, 32767 - 22, 3), 32767 - 23);
@@ -220,18 +217,18 @@ TEST_F(TablesInSearch, AnswerWhereNoBitbaseDoes) {
     Load(0);
     EXPECT_EQ(Ask(rooks, 3, 0, 3), 0);
     EXPECT_EQ(Ask(rooks, 3, 1, 3), 0);
-    EXPECT_EQ(Ask(rooks, 3, 0, 1), std::nullopt) << "endings only";
+    EXPECT_EQ(Ask(rooks, 3, 0, 1), go_on) << "endings only";
 }
 
 TEST_F(TablesInSearch, OtherAnswersAreNone) {
     for (const auto result : {VorkaTablebases::ProbeResult::disabled, VorkaTablebases::ProbeResult::not_found,
                               VorkaTablebases::ProbeResult::queued}) {
         Answer(result, 32767 - 20);
-        EXPECT_EQ(Ask(rooks, 3, 0, 3), std::nullopt) << static_cast<int>(result);
-        EXPECT_EQ(Ask(won, 2, 0), std::nullopt) << static_cast<int>(result);
+        EXPECT_EQ(Ask(rooks, 3, 0, 3), go_on) << static_cast<int>(result);
+        EXPECT_EQ(Ask(won, 2, 0), go_on) << static_cast<int>(result);
     }
     Load(32767 - 20);
-    EXPECT_EQ(Ask("r3k3/8/8/8/8/8/8/4K3 w q - 0 1", 3, 0, 3), std::nullopt) << "a right to castle";
+    EXPECT_EQ(Ask("r3k3/8/8/8/8/8/8/4K3 w q - 0 1", 3, 0, 3), go_on) << "a right to castle";
 }
 
 TEST_F(TablesInSearch, AnswerAtTheFirstPliesOfWhatABitbaseKnows) {

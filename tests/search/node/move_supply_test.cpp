@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +23,7 @@ constexpr std::string_view mate_fen = "7k/8/8/8/8/8/8/r5K1 w - - 0 1";
 
 struct Supplied {
     std::vector<Move> moves;
-    std::optional<Score> answer;
+    NodeAnswer answer;
 };
 
 Supplied SupplyOf(Node& node) {

@@ -34,7 +34,7 @@ class Pass : public testing::Test {
         board.MakeNullMove();
         Move move = INVALID;
         Distance distance = 0;
-        if (!search_.tables.transposition.ProbeMove(board.key(), move, distance)) return std::nullopt;
+        if (!search_.tables.transposition.ProbeMove(board.key(), move, distance)) return go_on;
         return distance;
     }
     /// Puts an answer after the null move: whatever is asked there, the side on move has `score` at any distance.
@@ -63,7 +63,7 @@ TEST_F(Pass, CutsWhenPassingIsGoodEnough) {
 TEST_F(Pass, DoesNotCutWhenItIsNot) {
     Node node = At(256, 199);
     const std::string fen = FenOf(search_.board->board);
-    EXPECT_EQ(NullMove(node), std::nullopt);
+    EXPECT_EQ(NullMove(node), go_on);
     EXPECT_EQ(FenOf(search_.board->board), fen);
     EXPECT_GT(search_.board->nodes, 0U) << "it was tried";
 }
@@ -72,7 +72,7 @@ TEST_F(Pass, DoesNotCutWhenItIsNot) {
 TEST_F(Pass, MustBeWorthOnePointMoreThanBetaToCut) {
     Node node = At(256);
     PlantAfterPass(-node.beta);
-    EXPECT_EQ(NullMove(node), std::nullopt);
+    EXPECT_EQ(NullMove(node), go_on);
     search_.tables.Clear();
     PlantAfterPass(-node.beta - 1);
     EXPECT_EQ(NullMove(node), node.beta);
@@ -173,7 +173,7 @@ class MateThreat : public testing::Test {
         node.type = type;
         node.child_flags = ChildFlags::none;
         node.position_class = position_class;
-        EXPECT_EQ(NullMove(node), std::nullopt);
+        EXPECT_EQ(NullMove(node), go_on);
         nodes_ = search.board->nodes;
         BOARD board = search.board->board;
         board.MakeNullMove();

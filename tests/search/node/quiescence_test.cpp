@@ -26,13 +26,13 @@ TEST(StandPatStep, ReturnsBetaWhenTheScoreReachesIt) {
     Node node = search.NodeAt(score, 0);
     EXPECT_EQ(StandPat(node), score);
     Node above = search.NodeAt(score + 1, 0);
-    EXPECT_EQ(StandPat(above), std::nullopt);
+    EXPECT_EQ(StandPat(above), go_on);
 }
 
 TEST(StandPatStep, IsNotForFullWidth) {
     SearchBuilder search(rook_ending_up);
     Node node = search.NodeAt(0, 1);
-    EXPECT_EQ(StandPat(node), std::nullopt);
+    EXPECT_EQ(StandPat(node), go_on);
 }
 
 TEST(StandPatStep, MayReachUpIntoTheTreeInSimpleEndings) {
@@ -41,11 +41,11 @@ TEST(StandPatStep, MayReachUpIntoTheTreeInSimpleEndings) {
     Node near = ending.NodeAt(0, 64);
     EXPECT_EQ(StandPat(near), 0);
     Node far = ending.NodeAt(0, 65);
-    EXPECT_EQ(StandPat(far), std::nullopt);
+    EXPECT_EQ(StandPat(far), go_on);
 
     SearchBuilder opening_position(start_fen, {.max_distance_for_stand_pat_checks = 64});
     Node other_type = opening_position.NodeAt(0, 64);
-    EXPECT_EQ(StandPat(other_type), std::nullopt);
+    EXPECT_EQ(StandPat(other_type), go_on);
     opening_position.settings.no_stand_pat_check_if_full_searching_simple_endgames = false;
     Node any_type = opening_position.NodeAt(0, 64);
     EXPECT_EQ(StandPat(any_type), 0);
@@ -55,7 +55,7 @@ TEST(StandPatStep, IsLeftOutUnderAMateThreat) {
     SearchBuilder search(quiet_position);
     Node node = search.NodeAt(0, 0);
     node.flags = NodeFlags::mate_threat;
-    EXPECT_EQ(StandPat(node), std::nullopt);
+    EXPECT_EQ(StandPat(node), go_on);
 }
 
 TEST(StandPatStep, IsLeftOutUnderAPinThreatIfToldSo) {
@@ -64,13 +64,13 @@ TEST(StandPatStep, IsLeftOutUnderAPinThreatIfToldSo) {
     node.flags = NodeFlags::pin_threat;
     EXPECT_EQ(StandPat(node), 0);
     search.settings.skip_stand_pat_because_of_pin_threat = true;
-    EXPECT_EQ(StandPat(node), std::nullopt);
+    EXPECT_EQ(StandPat(node), go_on);
 }
 
 TEST(StandPatStep, NeverReachesAMateScore) {
     SearchBuilder search(quiet_position);
     Node node = search.NodeAt(31767, 0);
-    EXPECT_EQ(StandPat(node), std::nullopt);
+    EXPECT_EQ(StandPat(node), go_on);
     Node below = search.NodeAt(-31767, 0);
     EXPECT_EQ(StandPat(below), -31767);
 }

@@ -72,7 +72,7 @@ TEST_F(Cutoff, ChildThatIsBadForTheOpponentCuts) {
 TEST_F(Cutoff, ChildMustBeKnownDeepEnough) {
     PlantBad("b1c3", 63);
     Node node = At(128);
-    EXPECT_EQ(EnhancedTranspositionCutoff(node), std::nullopt);
+    EXPECT_EQ(EnhancedTranspositionCutoff(node), go_on);
     EXPECT_EQ(search_.board->ettc_tries, 1U);
     EXPECT_EQ(search_.board->ettc_cutoffs, 0U);
     EXPECT_TRUE(node.has_move_list);
@@ -86,17 +86,17 @@ TEST_F(Cutoff, RefutedMovesLeaveTheList) {
     PlantGood("b1a3");
     const auto moves = LegalMovesOf(search_.board->board).size();
     Node node = At(128);
-    EXPECT_EQ(EnhancedTranspositionCutoff(node), std::nullopt);
+    EXPECT_EQ(EnhancedTranspositionCutoff(node), go_on);
     EXPECT_EQ(static_cast<std::size_t>(node.moves_end - node.moves), moves - 2);
     EXPECT_EQ(std::find(node.moves, node.moves_end, MoveNamed("b1c3")), node.moves_end);
     Node with_hash_move = At(128);
     with_hash_move.hash_move = MoveNamed("b1c3");
-    EXPECT_EQ(EnhancedTranspositionCutoff(with_hash_move), std::nullopt);
+    EXPECT_EQ(EnhancedTranspositionCutoff(with_hash_move), go_on);
     EXPECT_EQ(static_cast<std::size_t>(with_hash_move.moves_end - with_hash_move.moves), moves - 1)
         << "the hash move stays";
     search_.settings.ettc_should_remove_refuted_moves = false;
     Node all = At(128);
-    EXPECT_EQ(EnhancedTranspositionCutoff(all), std::nullopt);
+    EXPECT_EQ(EnhancedTranspositionCutoff(all), go_on);
     EXPECT_EQ(static_cast<std::size_t>(all.moves_end - all.moves), moves);
 }
 
@@ -112,7 +112,7 @@ TEST_F(Cutoff, SingleReplyIsNotAskedAbout) {
     node.type = NodeType::cut;
     node.child_flags = ChildFlags::none;
     node.position_class = balanced_ending;
-    EXPECT_EQ(EnhancedTranspositionCutoff(node), std::nullopt);
+    EXPECT_EQ(EnhancedTranspositionCutoff(node), go_on);
     EXPECT_TRUE(HasAny(node.flags, NodeFlags::single_reply));
     EXPECT_EQ(node.hash_move, MoveOf(search.board->board, "a2a3"));
     EXPECT_EQ(search.board->ettc_tries, 0U);
@@ -181,7 +181,7 @@ class Deepening : public Cutoff {
     [[nodiscard]] std::optional<Distance> StoredDistance() const {
         Move move = INVALID;
         Distance distance = 0;
-        if (!search_.tables.transposition.ProbeMove(search_.board->board.key(), move, distance)) return std::nullopt;
+        if (!search_.tables.transposition.ProbeMove(search_.board->board.key(), move, distance)) return go_on;
         return distance;
     }
 };
@@ -201,7 +201,7 @@ TEST_P(DeepeningDistances, AreReduced) {
     search_.settings.enable_limited_razoring_if_not_searching_pv_move = false;
     Node node = At(row.distance);
     node.type = row.type;
-    EXPECT_EQ(InternalDeepening(node), std::nullopt);
+    EXPECT_EQ(InternalDeepening(node), go_on);
     EXPECT_EQ(StoredDistance(), row.searched);
     EXPECT_EQ(node.hash_move != INVALID, row.searched.has_value());
     EXPECT_EQ(node.distance, row.distance);
@@ -209,12 +209,12 @@ TEST_P(DeepeningDistances, AreReduced) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(InternalDeepening, DeepeningDistances, testing::Values(
-    DeepeningRow{"cut node, too near", 255, NodeType::cut, std::nullopt},
+    DeepeningRow{"cut node, too near", 255, NodeType::cut, go_on},
     DeepeningRow{"cut node", 256, NodeType::cut, 127},
     DeepeningRow{"all node", 256, NodeType::all, 127},
     DeepeningRow{"cut node, just short of far", 511, NodeType::cut, 382},
     DeepeningRow{"cut node, far", 512, NodeType::cut, 320},
-    DeepeningRow{"principal variation, too near", 127, NodeType::principal, std::nullopt},
+    DeepeningRow{"principal variation, too near", 127, NodeType::principal, go_on},
     DeepeningRow{"principal variation, at least 1", 128, NodeType::principal, 1},
     DeepeningRow{"the extra reduction is for the principal variation, in spite of its name", 256, NodeType::principal, 63},
     DeepeningRow{"principal variation, far", 512, NodeType::principal, 256}),
@@ -224,13 +224,13 @@ INSTANTIATE_TEST_SUITE_P(InternalDeepening, DeepeningDistances, testing::Values(
 TEST_F(Deepening, HashMoveMakesItNeedless) {
     Node node = At(512);
     node.hash_move = MoveNamed("b1c3");
-    EXPECT_EQ(InternalDeepening(node), std::nullopt);
+    EXPECT_EQ(InternalDeepening(node), go_on);
     EXPECT_EQ(search_.board->nodes, 0U);
 }
 
 TEST_F(Deepening, MoveIsTheFirstOfTheLine) {
     Node node = At(256, -500);
-    EXPECT_EQ(InternalDeepening(node), std::nullopt);
+    EXPECT_EQ(InternalDeepening(node), go_on);
     EXPECT_EQ(node.hash_move, search_.board->pv[2][0]);
     EXPECT_NE(node.hash_move, INVALID);
 }
@@ -244,7 +244,7 @@ TEST_F(Deepening, MoveThatTheTableRefutedEndsTheNode) {
     Node unthinned = At(256, -500);
     unthinned.has_move_list = true;
     *unthinned.moves_end++ = MoveNamed("g1h1");
-    EXPECT_EQ(InternalDeepening(unthinned), std::nullopt);
+    EXPECT_EQ(InternalDeepening(unthinned), go_on);
 }
 
 TEST_F(Deepening, ListSurvives) {
@@ -252,7 +252,7 @@ TEST_F(Deepening, ListSurvives) {
     node.has_move_list = true;
     for (const Move move : LegalMovesOf(search_.board->board)) *node.moves_end++ = move;
     const std::vector<Move> before(node.moves, node.moves_end);
-    EXPECT_EQ(InternalDeepening(node), std::nullopt);
+    EXPECT_EQ(InternalDeepening(node), go_on);
     EXPECT_EQ(std::vector<Move>(node.moves, node.moves_end), before);
 }
 

@@ -11,11 +11,13 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "chess/notation.h"
 #include "evaluation/context/position_type.h"
 #include "search/node/move_list.h"
+#include "search/node/pruning.h"
 #include "search/node/quiescence.h"
 #include "search/ordering/hopeless_margin.h"
 #include "search/ordering/static_order.h"
@@ -42,6 +44,12 @@ std::vector<Words> BatchesOf(Node& node) {
         batches.push_back(words);
         if (batch.is_last) return batches;
     }
+}
+
+Words Joined(const std::vector<Words>& batches) {
+    Words joined;
+    for (const Words& batch : batches) joined.insert(joined.end(), batch.begin(), batch.end());
+    return joined;
 }
 
 Texts TextsOf(const Words& words) {
@@ -449,6 +457,50 @@ TEST(OrderingNoise, IsTheSameInEverySearch) {
     EXPECT_NE(orders[0], orders[1]) << "it goes on within a search";
     first.board->StartSearch(BOARD(first.board->board), 0);
     EXPECT_EQ(order_of(first), orders[0]) << "and begins again with the next";
+}
+
+TEST(OrderingNoise, DrawsPassedOverAreDraws) {
+    for (std::uint32_t count = 0; count < 256; ++count) {
+        OrderingNoise drawn, passed_over;
+        for (std::uint32_t i = 0; i < count; ++i) (void)drawn.Below(10);
+        passed_over.PassOver(count);
+        ASSERT_EQ(drawn.Below(65535), passed_over.Below(65535)) << count;
+    }
+}
+
+// --- Futile nodes: what is sure to be skipped is left out ---
+
+TEST(FutileMoves, AreLeftOutAndChangeNothingElse) {
+    std::size_t left_out = 0;
+    for (const std::string& fen : random_game_starts) {
+        SearchBuilder search(fen);
+        for (const NodeType type : {NodeType::cut, NodeType::all}) {
+            Node node = search.NodeAt(0, 256);
+            node.type = type;
+            if (ListMoves(node)) continue;
+            search.board->history.UpdateHistory(node.moves[0], search.board->board.mover(), 256, 0);
+            Node futile = node;
+            futile.is_futile = true;
+            futile.futility_base = node.beta - 1;
+            const Words listed(node.moves, node.moves_end);
+            const OrderingNoise noise = search.board->noise;
+
+            const Words all = Joined(BatchesOf(node));
+            const OrderingNoise noise_after_all = std::exchange(search.board->noise, noise);
+            std::copy(listed.begin(), listed.end(), node.moves);
+            const Words spared = Joined(BatchesOf(futile));
+
+            EXPECT_EQ(search.board->noise.Below(65535), OrderingNoise(noise_after_all).Below(65535)) << fen;
+            ASSERT_LE(spared.size(), all.size());
+            const auto first_left_out = all.begin() + static_cast<std::ptrdiff_t>(spared.size());
+            EXPECT_EQ(spared, Words(all.begin(), first_left_out)) << fen;
+            EXPECT_TRUE(std::all_of(first_left_out, all.end(), [&](Move word) {
+                return IsFutile(futile, word & move_bits);
+            })) << fen;
+            left_out += static_cast<std::size_t>(all.end() - first_left_out);
+        }
+    }
+    EXPECT_GT(left_out, 200U);
 }
 
 // --- Against a slow model ---
