@@ -24,6 +24,12 @@ NodeAnswer MoveSupply::Next(Move& move) {
     return go_on;
 }
 
+std::uint64_t MoveSupply::Foretell(Move move) const {
+    const std::uint64_t key = node_.board().HashKeyAfterMove(move);
+    node_.search.engine.tables.Prefetch(key);
+    return key;
+}
+
 Move MoveSupply::TakeHashMove() {
     // If it is the only reply nothing needs to be generated.
     state_ = HasAny(node_.flags, NodeFlags::single_reply) ? State::none : State::list;

@@ -117,15 +117,12 @@ void CountCut(Node& node) {
     if (node.best == best_score_start) ++statistics.first_move_cuts;
 }
 
-/// Tries one move. Whether it cuts.
-bool TryMove(Node& node, Move move) {
+/// Tries one move of the supply. Whether it cuts.
+bool TryMove(Node& node, MoveSupply& supply, Move move) {
     ++node.moves_tried;
     // 18. Quiescence: let it pass?
     if (!PassesFilter(node, move)) return false;
-    // The child will look itself up. Most moves that come here are searched: the memory is asked for now, so that it
-    // comes meanwhile.
-    const std::uint64_t key = node.board().HashKeyAfterMove(move);
-    node.search.engine.tables.Prefetch(key);
+    const std::uint64_t key = supply.KeyAfter(move);
     // 19. Extensions that the move earns.
     const Distance extended = ExtendedDistance(node, move);
     // 20. Futility: skip it?
@@ -134,6 +131,7 @@ bool TryMove(Node& node, Move move) {
     const Distance reduction = LateMoveReduction(node, move);
     // 22. Ask the child.
     CountMove(node, extended, reduction);
+    if (node.type != NodeType::cut) supply.AskAhead();
     const Score score = SearchChild(node, move, key, extended - reduction, node.razored + reduction);
     // 23. Keep the best; cut.
     if (score > node.best) {
@@ -153,7 +151,7 @@ Score SearchMoves(Node& node) {
         // 17. Take the next move.
         if (const auto answer = supply.Next(move)) return *answer;
         // 24. Finish: killers, history, hash entry.
-        if (move == INVALID || TryMove(node, move & move_bits)) return FinishNode(node);
+        if (move == INVALID || TryMove(node, supply, move & move_bits)) return FinishNode(node);
     }
 }
 
