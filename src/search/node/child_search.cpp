@@ -23,6 +23,8 @@ Score SearchChild(Node& node, Move move, std::uint64_t key_after_move, Distance 
     const NodeType type = node.moves_tried == 1 ? -node.type : NodeType::cut;
     search.moves_played[node.ply + 1] = move;
     search.board.MakeMove(move, key_after_move);
+    // Most children keep the class of their parent.
+    search.engine.tables.pawn.Prefetch(search.board.frame().pawn_key, node.position_class);
     Score score =
         -SearchNode(search, node.moves_end, 1 - node.beta, new_distance - ONE_PLY, type, node.position_class, flags);
     if (node.settings().enable_verification_search && score >= node.beta && reduced > 0) {

@@ -202,11 +202,18 @@ ChildFlags KeptFromPruning(const Node& node) {
     return ChildFlags::none;
 }
 
+/// Field by field, as they come in registers: the whole record would be put together in memory and wait to be read back.
+void Keep(const PinRecord& found, PinRecord& place) {
+    place.pinned_square = found.pinned_square;
+    place.pinner_square = found.pinner_square;
+    place.pinner_side = found.pinner_side;
+}
+
 }  // namespace
 
 void DetectPinThreat(Node& node) {
     const Finding finding = FollowPin(node);
-    node.search.pins[node.ply] = finding.record;
+    Keep(finding.record, node.search.pins[node.ply]);
     node.pin_result = finding.result;
     if (!HasAny(node.flags, NodeFlags::pin_threat)) {
         if (!IsThreat(node, finding)) return;

@@ -157,8 +157,7 @@ std::uint64_t PAWN_HASH_TABLE::freeSlots() const noexcept {
 }
 
 PAWN_HASH_ENTRY& PAWN_HASH_TABLE::SlotOf(std::uint64_t pawn_key, std::uint8_t position_type) noexcept {
-    // The same pawns under two types are two entries, which must not fight for one slot.
-    return slots_.at(static_cast<std::uint32_t>(pawn_key ^ bitboard_tables.zobrist_piece[position_type][0]));
+    return slots_.at(SlotKey(pawn_key, position_type));
 }
 
 const PAWN_HASH_ENTRY* PAWN_HASH_TABLE::Probe(std::uint64_t pawn_key, int position_type) noexcept {

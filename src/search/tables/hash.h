@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "chess/bitboard_tables.h"
 #include "chess/move.h"
 #include "frame/base/zeroed_pages.h"
 #include "search/tables/node_flags.h"
@@ -199,8 +200,16 @@ class PAWN_HASH_TABLE final : public ABSTRACT_HASH_TABLE {
     [[nodiscard]] const PAWN_HASH_ENTRY* Probe(std::uint64_t pawn_key, int position_type) noexcept;
     /// Overwrites whatever is in its slot.
     void Store(const PAWN_HASH_ENTRY& entry) noexcept;
+    /// Asks the memory for the head of a slot that will be probed soon.
+    void Prefetch(std::uint64_t pawn_key, int position_type) const noexcept {
+        __builtin_prefetch(&slots_.at(SlotKey(pawn_key, static_cast<std::uint8_t>(position_type))));
+    }
 
   private:
+    [[nodiscard]] static std::uint64_t SlotKey(std::uint64_t pawn_key, std::uint8_t position_type) noexcept {
+        // The same pawns under two types are two entries, which must not fight for one slot.
+        return static_cast<std::uint32_t>(pawn_key ^ bitboard_tables.zobrist_piece[position_type][0]);
+    }
     [[nodiscard]] PAWN_HASH_ENTRY& SlotOf(std::uint64_t pawn_key, std::uint8_t position_type) noexcept;
     HashSlots<PAWN_HASH_ENTRY> slots_;
 };
