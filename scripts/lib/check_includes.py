@@ -42,6 +42,7 @@ FOLDERS = {
     "interfaces/protocols": (BASE, "chess", "evaluation", *SEARCH, "frame/game"),
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),
     "frame/shell": (BASE, "chess", "bitbases", *SEARCH, "frame/game", "interfaces/"),
+    "frame/launcher": (BASE,),
     "tools/options": (BASE,),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
@@ -70,6 +71,7 @@ for layer in LAYERS:
     below += layer
     seen_by_tests = (*below, "tests/support", *(["tests/bitbases"] if "tests/bitbases" in FOLDERS else []))
     FOLDERS.update({f"tests/{folder}": seen_by_tests for folder in layer})
+FOLDERS["tests/frame/launcher"] = (BASE, "frame/launcher", "tests/support")
 FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", *SEARCH, "tools/bitbase_builder", "tools/bench_run", "tools/options",
                            "tests/bitbases", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.

@@ -32,6 +32,17 @@ inline constexpr std::string_view size_kilobyte = "kilobyte";
 inline constexpr std::string_view size_megabyte = "megabyte";
 inline constexpr std::string_view size_gigabyte = "gigabyte";
 
+// --- Launcher ---
+inline constexpr std::string_view launcher_says = "vorka: ";
+inline constexpr std::string_view no_level_of_this_name = "VORKA_LEVEL names no level: ";
+inline constexpr std::string_view levels_are = "; the levels are ";
+inline constexpr std::string_view level_above_processor = "VORKA_LEVEL is above this processor: ";
+inline constexpr std::string_view levels_it_has = "; it has ";
+inline constexpr std::string_view own_folder_unknown = "can't tell the own folder: ";
+inline constexpr std::string_view can_not_start = "can't start ";
+inline constexpr std::string_view nothing_to_start = "found nothing to start at ";
+inline constexpr std::string_view or_there = " or ";
+
 // --- Board and notation ---
 inline constexpr std::string_view board_separator_line = "    +---+---+---+---+---+---+---+---+\n";
 inline constexpr std::string_view board_files_line = "      a   b   c   d   e   f   g   h\n";
