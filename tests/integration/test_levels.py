@@ -151,6 +151,16 @@ def test_hands_on_arguments_and_input(installed):
 
 
 @with_launcher
+def test_tells_the_engine_its_own_folder(installed):
+    # The bitbases lie there. A shell that found the launcher in PATH would not name a folder.
+    installed.library.mkdir(parents=True)
+    shutil.copy(engine.PROGRAM, installed.place("x86-64"))
+    subprocess.run(["vorka"], executable=installed.launcher, cwd=installed.folder, stdin=subprocess.DEVNULL,
+                   stdout=subprocess.DEVNULL, env={**os.environ, "VORKA_LEVEL": "x86-64"}, check=True)
+    assert f"(executables directory='{installed.library}'):\n" in (installed.folder / "logfile.000").read_text()
+
+
+@with_launcher
 @pytest.mark.parametrize("wish", ["x86-64-v4", "v2", "arm64", " "])
 def test_refuses_an_unknown_level(installed, wish):
     result = installed.add(*LEVELS).run(level=wish)
