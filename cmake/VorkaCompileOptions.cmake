@@ -41,6 +41,10 @@ if(VORKA_NATIVE)
   if(VORKA_KNOWS_THIS_MACHINE)
     target_compile_options(vorka_compile_options INTERFACE -march=native)
   endif()
+  # What stays on this machine may lie at a fixed address: 2.5 % fewer instructions. What is handed out is as Debian
+  # wants it, independent of its position.
+  target_compile_options(vorka_compile_options INTERFACE -fno-pie)
+  target_link_options(vorka_compile_options INTERFACE -no-pie)
 endif()
 if(VORKA_PGO AND NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   message(STATUS "No profile-guided optimisation: it needs g++.")
