@@ -1,11 +1,12 @@
 #include "selfplay/openings.h"
 
-#include <sstream>
+#include <fstream>
 #include <stdexcept>
 #include <utility>
 
 #include "chess/pgn.h"
 #include "frame/base/text_utilities.h"
+#include "frame/base/whole_file.h"
 #include "selfplay/random_numbers.h"
 
 namespace {
@@ -75,6 +76,16 @@ std::vector<Opening> ReadOpenings(std::istream& file, std::uint32_t most_plies) 
     auto openings = file.peek() == '[' ? ReadGames(file, most_plies) : ReadLines(file);
     if (openings.empty()) throw std::runtime_error("no openings");
     return openings;
+}
+
+std::vector<Opening> OpeningsOfFile(const std::string& path, std::uint32_t most_plies) {
+    std::ifstream file;
+    if (!OpenForReading(path, file)) throw std::runtime_error("can't open " + path);
+    try {
+        return ReadOpenings(file, most_plies);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
 }
 
 void Shuffle(std::vector<Opening>& openings, std::uint64_t seed) {

@@ -20,6 +20,9 @@ struct Opening {
 /// that can't be played on among it, and a file without any.
 [[nodiscard]] std::vector<Opening> ReadOpenings(std::istream& file, std::uint32_t most_plies);
 
+/// The same from a file by its path, which stands in front of what is wrong.
+[[nodiscard]] std::vector<Opening> OpeningsOfFile(const std::string& path, std::uint32_t most_plies);
+
 /// Puts them into the order of a seed, the same on every machine; 0 leaves them as they are.
 void Shuffle(std::vector<Opening>& openings, std::uint64_t seed);
 

@@ -46,6 +46,7 @@ std::int32_t PersonalityOf(std::string_view text) {
 }
 
 void TakeWord(PlayerSetup& player, std::string_view word) {
+    if (word == as_it_is) return;
     const std::size_t sign = word.find('=');
     if (sign == std::string_view::npos) Refuse("not key=value: \"" + std::string(word) + '"');
     const std::string_view key = word.substr(0, sign);

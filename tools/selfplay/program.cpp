@@ -26,6 +26,7 @@
 #include "selfplay/option_texts.h"
 #include "selfplay/pair_scores.h"
 #include "selfplay/report.h"
+#include "selfplay/rule_options.h"
 #include "selfplay/state_file.h"
 
 namespace {
@@ -90,9 +91,8 @@ std::string_view SecondWord(int argc, char** argv) { return optind < argc ? argv
 void TakeOption(int letter, int argc, char** argv, Options& options) {
     constexpr std::int64_t most = 1'000'000'000'000;
     MatchPlan& plan = options.plan;
-    GameRules& rules = plan.rules;
-    AdjudicationRules& ends = rules.adjudication;
     const std::string_view value = optarg != nullptr ? optarg : "";
+    if (TakeRuleOption(letter, value, plan.rules)) return;
     switch (letter) {
         case '1':
             plan.players[0] = ReadPlayer(value);
@@ -103,15 +103,6 @@ void TakeOption(int letter, int argc, char** argv, Options& options) {
         case 'g':
             plan.games = ReadNumber<std::uint64_t>("--games", value, 2, most);
             if (plan.games % 2 != 0) throw std::runtime_error("--games takes an even number");
-            break;
-        case 'n':
-            rules.nodes = ReadNumber<std::uint64_t>("--nodes", value, 1, most);
-            break;
-        case 'd':
-            rules.depth = ReadNumber("--depth", value, 1, 80);
-            break;
-        case 't':
-            ReadTimeControl(value, rules.base_time, rules.increment);
             break;
         case 'o':
             options.openings_file = value;
@@ -125,22 +116,6 @@ void TakeOption(int letter, int argc, char** argv, Options& options) {
         case 'c':
             plan.concurrency = ReadNumber<unsigned>("--concurrency", value, 1, 1024);
             break;
-        case 'h':
-            rules.hash_megabytes = ReadNumber<std::uint64_t>("--hash", value, 1, 1 << 20);
-            break;
-        case 'r': {
-            const auto numbers = ReadNumbers<2>("--resign", value);
-            ends.resign_moves = numbers[0];
-            ends.resign_score = numbers[1];
-            break;
-        }
-        case 'D': {
-            const auto numbers = ReadNumbers<3>("--draw", value);
-            ends.draw_from_move = numbers[0];
-            ends.draw_moves = numbers[1];
-            ends.draw_score = numbers[2];
-            break;
-        }
         case 'S':
             options.test = std::make_unique<Sprt>();
             options.test->elo0 = ReadReal("--sprt", value, -1000, 1000);
@@ -168,23 +143,14 @@ void TakeOption(int letter, int argc, char** argv, Options& options) {
 
 /// Throws std::runtime_error for options that don't fit together.
 void CheckOptions(const Options& options) {
-    const GameRules& rules = options.plan.rules;
     if (options.openings_file.empty()) throw std::runtime_error("--openings is missing");
-    if (rules.nodes == 0 && rules.depth == 0 && rules.base_time == 0) {
-        throw std::runtime_error("one of --nodes, --depth and --time is missing");
-    }
+    CheckRules(options.plan.rules);
 }
 
 /// Throws std::runtime_error.
 void LoadOpenings(Options& options) {
-    std::ifstream file;
-    if (!OpenForReading(options.openings_file, file)) throw std::runtime_error("can't open " + options.openings_file);
     MatchPlan& plan = options.plan;
-    try {
-        plan.openings = ReadOpenings(file, options.opening_plies);
-    } catch (const std::runtime_error& error) {
-        throw std::runtime_error(options.openings_file + ": " + error.what());
-    }
+    plan.openings = OpeningsOfFile(options.openings_file, options.opening_plies);
     Shuffle(plan.openings, options.seed);
     const bool is_exact = plan.rules.base_time == 0;
     if (is_exact && plan.games / 2 > plan.openings.size()) {

@@ -66,7 +66,7 @@ StateFile::StateFile(const std::string& path, const MatchPlan& plan)
         }
         if (!text.starts_with(head)) Refuse(path, "it belongs to another match: " + Difference(text, head));
         const std::size_t end = text.rfind('\n') + 1;
-        if (ftruncate(descriptor_, static_cast<off_t>(end)) != 0) Refuse(path, "can't be written");
+        if (end < text.size() && ftruncate(descriptor_, static_cast<off_t>(end)) != 0) Refuse(path, "can't be written");
         ReadGames(plan, std::string_view(text).substr(head.size(), end - head.size()));
     } catch (...) {
         close(descriptor_);
