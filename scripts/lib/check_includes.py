@@ -47,6 +47,7 @@ FOLDERS = {
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
     "tools/selfplay": (BASE, "chess", "evaluation", *SEARCH, "tools/options", "tools/host"),
+    "tools/tune": (BASE, "chess", *SEARCH, "tools/options", "tools/selfplay"),
     "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options", "tools/host",
               "tools/bench_run"),
     "tests/support": (BASE, "chess", "bitbases", "evaluation", "evaluation/", "search/", "frame/game", "interfaces/"),
@@ -76,6 +77,7 @@ for layer in LAYERS:
 FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", *SEARCH, "tools/bitbase_builder", "tools/bench_run", "tools/options",
                            "tests/bitbases", "tests/support")
 FOLDERS["tests/tools/selfplay"] = (BASE, "chess", *SEARCH, "tools/selfplay", "tests/support")
+FOLDERS["tests/tools/tune"] = (BASE, *SEARCH, "tools/selfplay", "tools/tune", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.
 FOLDERS["tests/fuzz"] = (*below, "tests/support")
 
