@@ -124,7 +124,12 @@ def test_bad_parameters_are_told(tmp_path, parameters, complaint):
     assert run.returncode == 1 and run.stdout == "" and run.stderr == f"tune: {tmp_path}/parameters: {complaint}\n"
 
 
-def test_bad_words_are_refused(tmp_path):
+def test_parameters_of_the_tree_can_be_read(tmp_path):
+    parameters = pathlib.Path(__file__).resolve().parents[2] / "settings/parameters.txt"
+    assert tune(tmp_path, parameters=parameters.read_text(), pairs=1).returncode == 0
+
+
+def test_bad_words_are_refused():
     for options, complaint in (([], "one of --nodes, --depth and --time is missing"),
                                (["--nodes", "10"], "--openings is missing"),
                                (["--nodes", "10", "--openings", "x"], "--state is missing"),
