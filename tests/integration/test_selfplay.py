@@ -62,7 +62,7 @@ def test_killed_match_goes_on_to_the_same_games(tmp_path):
     for games in (2, 5):
         match = subprocess.Popen([SELFPLAY, *map(str, ["--openings", OPENINGS, "--nodes", 3000, "--games", 12, *options, *kept])],
                                  stdout=subprocess.DEVNULL)
-        while match.poll() is None and not (state.exists() and state.read_text().count("\n") >= 7 + games):
+        while match.poll() is None and not (state.exists() and state.read_text().count("\n") >= 8 + games):
             time.sleep(0.01)
         match.kill()
         match.wait()
@@ -75,7 +75,7 @@ def test_killed_match_goes_on_to_the_same_games(tmp_path):
 def test_interrupt_keeps_what_was_played(tmp_path):
     match = subprocess.Popen([SELFPLAY, "--openings", OPENINGS, "--nodes", "3000", "--games", "200", "--state", tmp_path / "state"],
                              stdout=subprocess.PIPE, text=True)
-    while not (tmp_path / "state").exists() or (tmp_path / "state").read_text().count("\n") < 11:
+    while not (tmp_path / "state").exists() or (tmp_path / "state").read_text().count("\n") < 12:
         time.sleep(0.01)
     match.send_signal(signal.SIGINT)
     said = match.communicate(timeout=60)[0]

@@ -93,6 +93,18 @@ std::optional<PlayedMove> Player::Think(const UserBoard& game, const SearchLimit
         .move = controller_->best_move() & move_bits, .score = controller_->score(), .depth = listener.depth()};
 }
 
+std::uint64_t SignatureOfEngine() {
+    constexpr std::int32_t depth = 4;
+    constexpr const char* middle_game = "r2q1rk1/pb1nbppp/1p2pn2/2p5/2BP4/P1N1PN2/1P2QPPP/R1B2RK1 w - - 0 12";
+    Engine engine;
+    SearchController controller(engine);
+    SilentHost silence;
+    UserBoard game;
+    game.SetBoardFromFen(middle_game);
+    controller.Run({.max_depth = depth}, game, silence);
+    return controller.info().nodes;
+}
+
 std::optional<PlayedGame> PlayGame(Player& white_player, Player& black_player, const Opening& opening,
                                    const GameRules& rules, const std::atomic<bool>& stop) {
     const std::array<Player*, 2> players{&white_player, &black_player};

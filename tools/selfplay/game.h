@@ -64,6 +64,10 @@ class Player {
     std::unique_ptr<SearchController> controller_;
 };
 
+/// The nodes of a short search with the defaults: a number that changes when the search or the evaluation does, by
+/// which kept games are told from those of another version.
+[[nodiscard]] std::uint64_t SignatureOfEngine();
+
 /// Plays a game to its end; nothing if `stop` is set before.
 [[nodiscard]] std::optional<PlayedGame> PlayGame(Player& white_player, Player& black_player, const Opening& opening,
                                                  const GameRules& rules, const std::atomic<bool>& stop);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 #include <vector>
@@ -47,7 +48,13 @@ class Paragraph {
 
 std::string CommentOn(const PlayedMove& move) {
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "{%+.2f/%d}", move.score / 100.0, move.depth);
+    const Score size = std::abs(move.score);
+    if (size >= mate_score_limit) {
+        const char sign = move.score > 0 ? '+' : '-';
+        std::snprintf(text.data(), text.size(), "{%cM%d/%d}", sign, (infinity_bound - size + 1) / 2, move.depth);
+    } else {
+        std::snprintf(text.data(), text.size(), "{%+.2f/%d}", move.score / 100.0, move.depth);
+    }
     return text.data();
 }
 

@@ -7,8 +7,8 @@
 
 /// Games as text.
 
-/// In Portable Game Notation, with the score (pawns, as the mover sees it) and the depth of each move as a comment, and
-/// an empty line at the end. The same game gives the same text: it has no date.
+/// In Portable Game Notation, with the score (pawns, as the mover sees it, or +M3 for a mate in three) and the depth of
+/// each move as a comment, and an empty line at the end. The same game gives the same text: it has no date.
 [[nodiscard]] std::string PgnOf(const MatchPlan& plan, const PlayedGame& game);
 
 /// As a line without its end: number, result, reason, and each move with its score and depth.

@@ -121,7 +121,7 @@ std::string Grid(const Axes& axes) {
         const bool is_zero = std::abs(elo) < step / 2;
         svg += "<line x1=\"" + Number(left) + "\" x2=\"" + Number(right) + "\" y1=\"" + y + "\" y2=\"" + y +
                "\" stroke=\"" + (is_zero ? "#555" : "#ddd") + "\"/>\n" +
-               Text(left - 6, axes.Y(elo) + 4, "end", Formatted("%+g", is_zero ? 0 : elo));
+               Text(left - 6, axes.Y(elo) + 4, "end", is_zero ? "0" : Formatted("%+g", elo));
     }
     return svg + Text(right, bottom + 18, "end", Formatted("%.0f games", axes.most_games));
 }

@@ -34,10 +34,12 @@ std::string Difference(std::string_view kept, std::string_view wanted) {
 }  // namespace
 
 std::string HeadOf(const MatchPlan& plan) {
+    static const std::uint64_t signature = SignatureOfEngine();
     const GameRules& rules = plan.rules;
     const AdjudicationRules& ends = rules.adjudication;
     std::ostringstream head;
     head << "selfplay 1\n"
+         << "engine " << signature << '\n'
          << "first " << DescriptionOf(plan.players[0]) << '\n'
          << "second " << DescriptionOf(plan.players[1]) << '\n'
          << "nodes " << rules.nodes << " depth " << rules.depth << " time " << rules.base_time << '+' << rules.increment

@@ -12,6 +12,7 @@
 /// ended. A last line without its end was cut off, and that game is played again.
 ///
 ///     selfplay 1
+///     engine 61345
 ///     first min_ply_for_null_move=1
 ///     second defaults
 ///     ..

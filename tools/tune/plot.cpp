@@ -8,8 +8,8 @@
 namespace {
 
 constexpr std::size_t columns = 3;
-constexpr double cell_width = 320, cell_height = 130;
-constexpr double left = 50, right = 305, top = 30, bottom = 110;
+constexpr double cell_width = 340, cell_height = 130;
+constexpr double left = 40, right = 325, top = 30, bottom = 110;
 constexpr std::size_t most_points = 300;
 
 std::string Number(double value) {
@@ -49,7 +49,8 @@ std::string Diagram(const Spsa& spsa, const std::vector<TuningPoint>& way, std::
            "\" fill=\"none\" stroke=\"#bbb\"/>\n<line x1=\"" + Number(left) + "\" x2=\"" + Number(right) + "\" y1=\"" +
            start + "\" y2=\"" + start + "\" stroke=\"#bbb\" stroke-dasharray=\"4\"/>\n<polyline points=\"" + line +
            "\" fill=\"none\" stroke=\"#2980b9\" stroke-width=\"1.5\"/>\n" +
-           Text(left, top - 8, "start", parameter.name + ": " + Number(spsa.values()[index])) +
+           Text(left, top - 8, "start", parameter.name) +
+           Text(right - 5, top + 12, "end", Number(spsa.values()[index])) +
            Text(left - 5, top + 9, "end", Short(parameter.most)) +
            Text(left - 5, bottom, "end", Short(parameter.least)) + "</g>\n";
 }
@@ -62,7 +63,7 @@ std::string PlotSvg(const Spsa& spsa, const std::vector<TuningPoint>& way) {
     const double height = cell_height * static_cast<double>((count + columns - 1) / columns) + 24;
     std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + Number(width) + ' ' +
                       Number(height) +
-                      "\" font-family=\"sans-serif\" font-size=\"10\">\n<rect width=\"100%\" height=\"100%\" "
+                      "\" font-family=\"sans-serif\" font-size=\"9\">\n<rect width=\"100%\" height=\"100%\" "
                       "fill=\"white\"/>\n";
     for (std::size_t i = 0; i < count; ++i) svg += Diagram(spsa, way, i);
     svg += Text(left, height - 8, "start",

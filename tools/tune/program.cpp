@@ -188,7 +188,8 @@ class Tuning {
         const GameRules& rules = options.rules;
         const AdjudicationRules& ends = rules.adjudication;
         std::ostringstream more;
-        more << "nodes " << rules.nodes << " depth " << rules.depth << " hash " << rules.hash_megabytes << '\n'
+        more << "engine " << SignatureOfEngine() << '\n'
+             << "nodes " << rules.nodes << " depth " << rules.depth << " hash " << rules.hash_megabytes << '\n'
              << "resign " << ends.resign_moves << ' ' << ends.resign_score << " draw " << ends.draw_from_move << ' '
              << ends.draw_moves << ' ' << ends.draw_score << '\n'
              << "openings " << openings_.size() << ' ' << FingerprintOf(openings_) << '\n'

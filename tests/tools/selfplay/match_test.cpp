@@ -163,6 +163,25 @@ TEST(GameText, PgnShowsScoresDepthsAndTheMovesOfTheOpening) {
               "1. e4 e5 2. Nf3 Nc6 {-0.25/6} 1/2-1/2\n\n");
 }
 
+TEST(GameText, PgnCountsTheMovesToAMate) {
+    MatchPlan plan = SmallMatch(2);
+    std::istringstream opening("4k3/8/8/8/8/8/4P3/4K3 w - -\n");
+    plan.openings = ReadOpenings(opening, 0);
+    PlayedGame game{.number = 0, .result = GameResult::white_wins, .reason = GameEndReason::mate, .moves = {}};
+    BOARD board = plan.openings[0].position.board();
+    constexpr std::pair<const char*, Score> moves[] = {{"e2e4", infinity_bound - 5},
+                                                       {"e8e7", -infinity_bound + 4},
+                                                       {"e4e5", infinity_bound - 1},
+                                                       {"e7e8", -infinity_bound}};
+    for (const auto& [text, score] : moves) {
+        MoveParseError error{};
+        game.moves.push_back({.move = ParseMove(text, board, error) & move_bits, .score = score, .depth = 7});
+        PlayGameMove(board, game.moves.back().move);
+    }
+    EXPECT_NE(PgnOf(plan, game).find("1. e4 {+M3/7} Ke7 {-M2/7} 2. e5 {+M1/7} Ke8 {-M0/7} 1-0"), std::string::npos)
+        << PgnOf(plan, game);
+}
+
 TEST(GameText, LineReadsBack) {
     const MatchPlan plan = SmallMatch(2);
     for (const auto& [number, game] : GamesOf(plan)) EXPECT_EQ(GameOfLine(plan, LineOf(game)), game);

@@ -81,9 +81,9 @@ TEST_F(StateOfMatch, WhatIsNoGameIsToldWithItsLine) {
     Keep();
     const std::string whole = TextOf(path);
     Rewrite(whole + "nonsense\n");
-    EXPECT_EQ(WhyRefused(path, plan), path + ": line 12: no game: \"nonsense\"");
+    EXPECT_EQ(WhyRefused(path, plan), path + ": line 13: no game: \"nonsense\"");
     Rewrite(whole + LineOf(games.at(2)) + '\n');
-    EXPECT_EQ(WhyRefused(path, plan), path + ": line 12: this game is there already");
+    EXPECT_EQ(WhyRefused(path, plan), path + ": line 13: this game is there already");
 }
 
 TEST_F(StateOfMatch, HasOneUserAtATime) {
