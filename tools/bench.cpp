@@ -24,10 +24,10 @@
 #include "bench_run/bench_run.h"
 #include "chess/user_board.h"
 #include "frame/base/whole_file.h"
+#include "host/silent_host.h"
 #include "options/number_option.h"
 #include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
-#include "silent_host.h"
 
 namespace {
 
@@ -180,18 +180,30 @@ std::optional<std::int32_t> ValueOf(const search_settings::SettingRow& row, std:
     return NumberIn(text, row.lower_bound, row.upper_bound);
 }
 
+/// The elements of an array have commas between them. False, with nothing changed, if one is none, or their number is
+/// another.
+bool SetElements(SearchSettings& settings, const search_settings::SettingRow& row, std::string_view text) {
+    std::vector<std::int32_t> values;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(',', begin), text.size());
+        const std::optional<std::int32_t> value = ValueOf(row, text.substr(begin, end - begin));
+        if (!value) return false;
+        values.push_back(*value);
+        begin = end + 1;
+    }
+    if (values.size() != row.size) return false;
+    for (std::size_t i = 0; i < row.size; ++i) row.Set(settings, i, values[i]);
+    return true;
+}
+
 /// `name=value` with a search setting. False, with a message, if there is none such.
 bool Set(SearchSettings& settings, std::string_view assignment) {
     const std::size_t sign = std::min(assignment.find('='), assignment.size());
     const std::string_view name = assignment.substr(0, sign);
     const std::string_view text = assignment.substr(std::min(sign + 1, assignment.size()));
-    for (const search_settings::SettingRow& row : search_settings::Table()) {
-        if (row.name != name || row.size != 1) continue;
-        const std::optional<std::int32_t> value = ValueOf(row, text);
-        if (!value) break;
-        row.Set(settings, 0, *value);
-        return true;
-    }
+    const auto rows = search_settings::Table();
+    const auto row = std::ranges::find(rows, name, &search_settings::SettingRow::name);
+    if (row != rows.end() && SetElements(settings, *row, text)) return true;
     std::cerr << "bench: no such setting or value: " << assignment << '\n';
     return false;
 }

@@ -231,6 +231,14 @@ def program_answers_help(words):
             assert word in told
 
 
+def tool_answers_help(words):
+    """The same for a program of the build under test."""
+    told = run(in_this_build(words[0]), "--help")
+    for word in words[1:]:
+        if word.startswith("--"):
+            assert word in told
+
+
 def fuzz_target_has_seeds(words):
     """A fuzz target needs clang's library and is not built here; its source and its seeds must be there."""
     name = Path(words[0]).name
@@ -249,7 +257,8 @@ SHOWN = [
     (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
     (r"build/\w+/tools/solve_epd .*", solves_positions),
     (r"build/\w+/tools/bitbase_builder/bitbase_builder --help", program_runs),
-    (r"(tools|benchmarks)/\w+ .*", program_answers_help),
+    (r"build/\w+/tools/(selfplay|tune)/\w+ .*", tool_answers_help),
+    (r"(tools|benchmarks|scripts)/\w+ .*", program_answers_help),
 ]
 
 
