@@ -19,7 +19,6 @@ constexpr int deepest_iteration = 80;
 /// For so long the first iteration is not disturbed, and a puzzle goes on; milliseconds.
 constexpr std::int64_t undisturbed_time = 3000;
 constexpr int wait_between_polls = 125;  // milliseconds
-constexpr std::uint64_t polls_per_second = 8;
 constexpr std::uint64_t least_countdown = 100;
 /// A candidate beat the best score already, so its bisection begins a little above it.
 constexpr Score candidate_lead = 10;
@@ -68,16 +67,31 @@ SearchController::SearchController(Engine& engine) : engine_(engine), search_(st
 SearchController::~SearchController() = default;
 
 void SearchController::Run(const SearchLimits& limits, const UserBoard& position, SearchHost& host) {
+    Begin(limits);
+    if (!position.IsGameOver() && position.IsPositionValid()) ListRootMoves(position.board());
+    RunFrom(position.board(), host);
+}
+
+void SearchController::Run(const SearchLimits& limits, const BOARD& position, SearchHost& host) {
+    Begin(limits);
+    ListRootMoves(position);
+    RunFrom(position, host);
+}
+
+void SearchController::Begin(const SearchLimits& limits) {
     if constexpr (theory_is_checked) CHECKED_ASSERT(!IsRunning(), vocabulary::no_error_description);
     info_ = {};
     root_moves_.clear();
     limits_ = limits;
-    if (!position.IsGameOver() && position.IsPositionValid()) ListRootMoves(position.board());
+}
+
+/// The root moves are listed.
+void SearchController::RunFrom(const BOARD& position, SearchHost& host) {
     if (root_moves_.empty()) {
         host.onSearchFinished(true);
         return;
     }
-    StartSearch(position.board());
+    StartSearch(position);
     bool discard = false;
     try {
         const RunningScope running(*this, host);
@@ -87,7 +101,6 @@ void SearchController::Run(const SearchLimits& limits, const UserBoard& position
         discard = aborted.discard;
     }
     NoteTableUse();
-    info_.statistics = search_->statistics;
     host.sendSearchStatistics(info_);
     host.onSearchFinished(discard);
 }
@@ -143,6 +156,7 @@ void SearchController::StartIteration(int depth) {
     clock_.NewIteration();
     info_.depth = static_cast<std::int16_t>(depth);
     search_->iteration_depth = depth;
+    search_->ForgetMovesPlayed();
     info_.moves_to_search = info_.root_moves;
     host_->sendDepthStarted(depth);
 }
@@ -193,7 +207,7 @@ void SearchController::ConfirmCandidate(std::size_t index) {
 /// Analysis and pondering do not end by themselves.
 void SearchController::WaitForInput() {
     while (!EndsByItself()) {
-        SleepMilliseconds(wait_between_polls);
+        SleepMilliseconds(limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls);
         host_->pollInput();
     }
 }
@@ -203,12 +217,19 @@ void SearchController::WaitForInput() {
 void SearchController::NameCurrentMove(const RootMoveRecord& record) {
     info_.root_move_text = record.text;
     info_.valid = true;
+    host_->sendCurrentMove(info_, record.move);
 }
 
 Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score guess) {
     first_root_move_ = true;
     const BoundSearchTask task{.depth = info_.depth, .lower = lower, .guess = guess, .contempt = contempt_};
-    const Score score = BoundSearch(task, clock_, fail_state_, [&](Score test) { return Ask(record, test); });
+    const auto ask = [&](Score test) {
+        const Score answer = Ask(record, test);
+        const ScoreBound bound = answer == test ? ScoreBound::at_least : ScoreBound::at_most;
+        host_->sendBound(info_, answer, bound, record.line);
+        return answer;
+    };
+    const Score score = BoundSearch(task, clock_, fail_state_, ask);
     first_root_move_ = false;
     return score;
 }
@@ -231,13 +252,10 @@ void SearchController::ShowLine(const RootMoveRecord& record) {
 void SearchController::Poll() {
     FlushCounters();
     const auto milliseconds = info_.Milliseconds();
-    const std::uint64_t nodes_per_second =
-        milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
     if (HasSpentNodes()) throw search_aborted_exception{.discard = false};
-    search_->poll_countdown =
-        NodesToNextPoll(nodes_per_second / polls_per_second + least_countdown, limits_.max_nodes - info_.nodes);
+    search_->poll_countdown = NodesToNextPoll(UsualCountdown(milliseconds), limits_.max_nodes - info_.nodes);
 
-    if (milliseconds <= undisturbed_time && info_.depth == 1) return;
+    if (milliseconds <= undisturbed_time && info_.depth == 1 && limits_.poll_interval == 0) return;
     if (limits_.kind == SearchKind::puzzle) {
         if (milliseconds > undisturbed_time) throw search_aborted_exception{.discard = false};
     } else {
@@ -247,6 +265,14 @@ void SearchController::Poll() {
     const auto moment = first_root_move_ ? SearchMoment::first_root_move : SearchMoment::later_root_move;
     const auto fail_state = first_root_move_ ? fail_state_ : FailState::none;
     if (clock_.ShouldStop(Elapsed(), moment, fail_state)) throw search_aborted_exception{.discard = false};
+}
+
+/// The nodes of one interval. In the first second there are fewer: the speed is not known yet, or no more than begun.
+std::uint64_t SearchController::UsualCountdown(std::int64_t milliseconds) const {
+    const std::uint64_t nodes_per_second =
+        milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
+    const int interval = limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls;
+    return nodes_per_second * static_cast<std::uint64_t>(interval) / 1000 + least_countdown;
 }
 
 /// A poll comes before its node is counted, so the one that ends a search comes with the first node too many.
@@ -263,6 +289,8 @@ void SearchController::FlushCounters() {
     info_.nodes += std::exchange(search_->nodes, 0);
     info_.ettc_tries += std::exchange(search_->ettc_tries, 0);
     info_.ettc_cutoffs += std::exchange(search_->ettc_cutoffs, 0);
+    info_.statistics = search_->statistics;
+    info_.selective_depth = search_->DeepestPly();
 }
 
 void SearchController::NoteTableUse() {

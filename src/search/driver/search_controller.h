@@ -31,6 +31,8 @@ class SearchController final : private NodePoll {
     /// once if the game has a result already or no legal move. Catches search_aborted_exception; everything else passes
     /// through, and leaves the controller fit for the next search.
     void Run(const SearchLimits& limits, const UserBoard& position, SearchHost& host);
+    /// The same from a position at ply 0 that may be a draw by rule already: there is no game to be over.
+    void Run(const SearchLimits& limits, const BOARD& position, SearchHost& host);
 
     /// The opponent played the predicted move: a pondering search goes on as a normal one.
     void PonderHit();
@@ -51,6 +53,8 @@ class SearchController final : private NodePoll {
   private:
     class RunningScope;
 
+    void Begin(const SearchLimits& limits);
+    void RunFrom(const BOARD& position, SearchHost& host);
     void ListRootMoves(const BOARD& position);
     void StartSearch(const BOARD& position);
     void IterationLoop();
@@ -68,6 +72,7 @@ class SearchController final : private NodePoll {
     void Poll() override;
     [[nodiscard]] std::uint64_t NodesToNextPoll(std::uint64_t usual, std::uint64_t to_the_limit) const;
     [[nodiscard]] bool HasSpentNodes() const;
+    [[nodiscard]] std::uint64_t UsualCountdown(std::int64_t milliseconds) const;
     void FlushCounters();
     void NoteTableUse();
     [[nodiscard]] std::int64_t Elapsed() const;

@@ -33,6 +33,8 @@ std::optional<Score> AskTablebases(const Node& node) {
 
 std::optional<Score> EndgameKnowledge(const Node& node) {
     if (node.position_class < balanced_ending) return std::nullopt;
-    if (const auto answer = AskBitbases(node)) return answer;
-    return AskTablebases(node);
+    auto answer = AskBitbases(node);
+    if (!answer) answer = AskTablebases(node);
+    if (answer) ++node.search.statistics.endings_known;
+    return answer;
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -91,6 +92,76 @@ TEST(SearchLimits, RootMovesThatTheGameDoesNotHaveLeaveNothingToSearch) {
     const FreshSearch search({.max_depth = 3, .root_moves = {INVALID}});
     EXPECT_EQ(search.host.finished, true);
     EXPECT_EQ(search.controller.best_move(), INVALID);
+}
+
+// --- Polls ---
+
+TEST(PollInterval, DoesNotChangeTheSearch) {
+    const FreshSearch usual({.max_nodes = 60000}), often({.max_nodes = 60000, .poll_interval = 1});
+    EXPECT_EQ(usual.nodes(), often.nodes());
+    EXPECT_EQ(usual.host.events, often.host.events);
+    EXPECT_GT(often.host.polls, 2 * usual.host.polls);
+}
+
+TEST(PollInterval, DisturbsTheFirstIterationToo) {
+    const FreshSearch usual({.max_depth = 1}), often({.max_depth = 1, .poll_interval = 1});
+    ASSERT_GT(usual.nodes(), first_poll_countdown);
+    EXPECT_EQ(usual.host.polls, 0);
+    EXPECT_GT(often.host.polls, 0);
+}
+
+// --- What is told besides ---
+
+/// Notes root moves and bounds.
+struct ListeningHost : FakeSearchHost {
+    void sendCurrentMove(const SearchInfo& info, Move move) override {
+        current.push_back(MoveToCoordinate(move));
+        places.push_back(info.root_moves - info.moves_to_search + 1);
+    }
+    void sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) override {
+        ASSERT_FALSE(line.empty());
+        EXPECT_EQ(MoveToCoordinate(line.front()), current.back());
+        (bound == ScoreBound::at_least ? lowest : highest)[info.depth] = score;
+    }
+    std::vector<std::string> current;
+    std::vector<int> places;
+    std::map<int, int> lowest, highest;  ///< the last bounds of each iteration
+};
+
+TEST(SearchHost, HearsEachRootMoveAndTheBoundsOfItsScore) {
+    UserBoard game;
+    game.SetBoardFromFen(std::string(middle_game));
+    Engine engine;
+    SearchController controller(engine);
+    ListeningHost host;
+    controller.Run({.max_depth = 2}, game, host);
+    const auto moves = static_cast<std::size_t>(controller.info().root_moves);
+    ASSERT_EQ(host.current.size(), 2 * moves);
+    for (std::size_t i = 0; i < host.places.size(); ++i) EXPECT_EQ(host.places[i], static_cast<int>(i % moves) + 1);
+    EXPECT_LE(host.lowest[2], controller.score());
+    EXPECT_GE(host.highest[2], controller.score());
+}
+
+TEST(SearchInfo, TellsTheLongestLineOfTheIteration) {
+    const FreshSearch search({.max_depth = 3});
+    EXPECT_GT(search.controller.info().selective_depth, 3);
+    EXPECT_LT(search.controller.info().selective_depth, static_cast<int>(max_frames));
+}
+
+TEST(SearchController, SearchesAPositionThatIsADrawByRuleIfThereIsNoGame) {
+    UserBoard game;
+    game.SetBoardFromFen("4k3/8/8/8/8/8/8/4K2R w - - 100 80");
+    ASSERT_TRUE(game.IsGameOver());
+    Engine engine;
+    SearchController controller(engine);
+    FakeSearchHost host;
+    controller.Run({.max_depth = 2}, game, host);
+    EXPECT_EQ(host.finished, true);
+    EXPECT_EQ(controller.best_move(), INVALID);
+    controller.Run({.max_depth = 2}, game.board(), host);
+    EXPECT_EQ(host.finished, false);
+    EXPECT_NE(controller.best_move(), INVALID);
+    EXPECT_EQ(controller.score(), 0);
 }
 
 }  // namespace
