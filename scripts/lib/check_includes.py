@@ -42,6 +42,7 @@ FOLDERS = {
     "interfaces/protocols": (BASE, "chess", "evaluation", *SEARCH, "frame/game"),
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),
     "frame/shell": (BASE, "chess", "bitbases", *SEARCH, "frame/game", "interfaces/"),
+    "uci": (BASE, "chess", "bitbases", "evaluation", *SEARCH),
     "tools/options": (BASE,),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
@@ -64,6 +65,7 @@ LAYERS = (
     ("frame/game",),
     ("interfaces/protocols", "interfaces/commands"),
     ("frame/shell",),
+    ("uci",),
 )
 below = []
 for layer in LAYERS:

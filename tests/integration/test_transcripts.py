@@ -8,7 +8,7 @@ files anew.
 
 In the documents every block in plain fences is either a session at the prompt, which is typed anew and compared line by
 line, or a list of shell commands. Each command has to be known to the table SHOWN, which says how it is tried. A block
-that is neither, such as a drawing, begins with ```text.
+that is neither, such as a drawing, begins with ```text, and a dialogue with vorka-uci with ```uci: test_uci tries those.
 """
 
 import difflib
@@ -86,7 +86,7 @@ LEFT_OUT = "[..]"
 def blocks(document):
     """The blocks between plain fences, as lists of lines."""
     found = re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", (ROOT / document).read_text())
-    return [block.splitlines() for kind, block in found if kind != "text"]
+    return [block.splitlines() for kind, block in found if kind not in ("text", "uci")]
 
 
 def is_session(block):

@@ -1,0 +1,208 @@
+#include "uci/uci_program.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "frame/base/logfile.h"
+#include "frame/base/os_dependent.h"
+#include "frame/base/vocabulary.h"
+#include "search/tables/score.h"
+#include "uci/commands.h"
+#include "uci/go_command.h"
+#include "uci/info_line.h"
+#include "uci/move_text.h"
+#include "uci/position_command.h"
+#include "uci/time_use.h"
+#include "uci/uci_texts.h"
+
+namespace VorkaUci {
+
+namespace {
+
+// Milliseconds.
+constexpr std::int64_t quiet_about_moves = 3000;  ///< the root move in work is told from here on
+constexpr std::int64_t quiet_about_bounds = 100;  ///< and the bounds of a score: a fast game hears scores alone
+constexpr std::int64_t status_interval = 1000;
+constexpr int wait_between_polls = 10;
+
+/// The shares of the tables in what Hash gives: the rest of a power of two is a size that the large table can have.
+constexpr std::uint64_t transposition_quarters = 3;
+constexpr std::uint64_t evaluation_part = 8;
+
+/// Half moves that a mate in so many moves takes at most.
+std::int64_t PliesOfMate(std::int64_t moves) { return 2 * moves; }
+
+}  // namespace
+
+UciProgram::UciProgram(Engine& engine) : engine_(engine), position_(StartPosition()) {
+    resizeTables();
+    newGame();
+}
+
+// --- The main loop ---
+
+void UciProgram::run() {
+    try {
+        for (;;) {
+            if (waiting_.empty()) waiting_.push_back(ReadLine());
+            const std::string line = std::move(waiting_.front());
+            waiting_.pop_front();
+            handle(line);
+            if (request_) runSearch();
+        }
+    } catch (const quit_command_received_exception&) {
+        // The end of the program.
+    }
+}
+
+void UciProgram::handle(const std::string& text) {
+    CommandLine line;
+    const CommandRow* const command = FindCommand(text, line);
+    if (command == nullptr) return;
+    if (is_searching_ && !command->beside_search) {
+        waiting_.push_back(text);
+    } else {
+        command->carry_out(*this, line);
+    }
+}
+
+// --- Commands ---
+
+void UciProgram::introduce() {
+    send(std::string(uci_texts::id_name) + std::string(vocabulary::program_name) + ' ' +
+         std::string(vocabulary::program_version));
+    send(uci_texts::id_author);
+    for (const OptionRow& row : OptionRows()) send(OptionLine(row));
+    send("uciok");
+}
+
+void UciProgram::newGame() {
+    clearTables();
+    controller_.emplace(engine_);
+}
+
+void UciProgram::setPosition(const std::vector<std::string>& words) {
+    std::string refused;
+    if (!ReadPosition(words, position_, refused)) {
+        output_.say(uci_texts::impossible_position);
+    } else if (!refused.empty()) {
+        output_.say(std::string(uci_texts::impossible_move) + refused);
+    }
+}
+
+void UciProgram::go(const std::vector<std::string>& words) {
+    const GoCommand go = ReadGo(words);
+    Request request{.limits = LimitsFor(go, position_.mover(), values_.move_overhead)};
+    request.mate = std::max<std::int64_t>(go.mate.value_or(0), 0);
+    for (const std::string& text : go.search_moves) {
+        if (const Move move = FindMove(text, position_); move != INVALID) request.limits.root_moves.push_back(move);
+    }
+    request_ = std::move(request);
+}
+
+void UciProgram::stop() {
+    if (is_searching_) throw search_aborted_exception{.discard = false};
+}
+
+void UciProgram::ponderHit() {
+    if (request_ && request_->limits.kind == SearchKind::pondering) {
+        request_->limits.kind = SearchKind::normal;
+        controller_->PonderHit();
+    }
+}
+
+void UciProgram::setOption(const std::string& line) {
+    const SetOptionCommand command = ReadSetOption(line);
+    const OptionRow* const row = FindOption(command.name);
+    if (row == nullptr) {
+        output_.say(std::string(uci_texts::no_such_option) + command.name);
+    } else if (!TakeValue(*row, command.value, values_)) {
+        output_.say(std::string(uci_texts::refused_value) + std::string(row->name) + ": " + command.value);
+    } else if (row->took != nullptr) {
+        row->took(*this);
+    }
+}
+
+// --- Options ---
+
+void UciProgram::resizeTables() {
+    const std::uint64_t bytes = static_cast<std::uint64_t>(values_.hash) * mebibyte;
+    if (!engine_.tables.Resize(bytes * transposition_quarters / 4, bytes / evaluation_part)) {
+        output_.say(uci_texts::no_memory);
+    }
+}
+
+void UciProgram::clearTables() { engine_.tables.Clear(); }
+
+void UciProgram::openLog() {
+    vlog.Close();
+    if (!values_.log_file.empty() && !vlog.Open(values_.log_file)) {
+        output_.say(std::string(uci_texts::could_not_open) + values_.log_file);
+    }
+}
+
+// --- Searches ---
+
+void UciProgram::runSearch() {
+    is_searching_ = true;
+    next_status_ = status_interval;
+    controller_->Run(request_->limits, position_, *this);
+    is_searching_ = false;
+    request_.reset();
+}
+
+void UciProgram::pollInput() {
+    while (IsInputAvailable()) handle(ReadLine());
+    if (!controller_->IsRunning()) return;
+    const SearchInfo& info = controller_->info();
+    if (info.Milliseconds() < next_status_) return;
+    next_status_ = info.Milliseconds() + status_interval;
+    send("info " + StatusText(info, engine_.tables));
+}
+
+/// Ends a search for a mate that has found it.
+void UciProgram::sendThinking(const SearchInfo& info) {
+    send(ThinkingLine(info, engine_.tables));
+    if (request_->mate != 0 && info.score >= mate_score_limit &&
+        infinity_bound - info.score <= PliesOfMate(request_->mate)) {
+        throw search_aborted_exception{.discard = false};
+    }
+}
+
+void UciProgram::sendCurrentMove(const SearchInfo& info, Move move) {
+    if (info.Milliseconds() >= quiet_about_moves) send(CurrentMoveLine(info, move));
+}
+
+void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) {
+    if (info.Milliseconds() < quiet_about_bounds) return;
+    send(BoundLine(info, engine_.tables, score, bound, position_, line));
+}
+
+void UciProgram::sendSearchStatistics(const SearchInfo& info) { send("info " + StatusText(info, engine_.tables)); }
+
+void UciProgram::onSearchFinished(bool discard) {
+    if (discard) {
+        send(position_.in_check() ? uci_texts::score_of_mate : uci_texts::score_of_stalemate);
+        waitForStop();
+    }
+    sendBestMove();
+}
+
+void UciProgram::waitForStop() try {
+    while (request_->limits.kind != SearchKind::normal) {
+        SleepMilliseconds(wait_between_polls);
+        pollInput();
+    }
+} catch (const search_aborted_exception&) {
+    // That was it.
+}
+
+void UciProgram::sendBestMove() {
+    const auto& line = controller_->info().principal_variation;
+    std::string text = "bestmove " + MoveText(controller_->best_move());
+    if (line.size() > 1) text += " ponder " + MoveText(line[1].first);
+    send(text);
+}
+
+}  // namespace VorkaUci
