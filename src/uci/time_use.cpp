@@ -2,8 +2,8 @@
 // the search stretches and shrinks by what it meets. A quiet search ends at a third of the variable limit, a usual one
 // near it, and one whose score falls into a hole goes up to ten times as far, or to the hard limit.
 //
-// With 60 s left, 0.6 s for each move and no time control ahead: 59.97 s can be used, the variable limit is a fiftieth
-// of that and most of the increment, 1.7 s, and the hard limit is a quarter and the increment, 15.6 s.
+// With 60 s left, 0.6 s for each move and no time control ahead: 59.94 s can be used, the variable limit is a fiftieth
+// of that and most of the increment, 1.6 s, and the hard limit is a quarter and as much, 15.4 s.
 
 #include "uci/time_use.h"
 
@@ -22,8 +22,13 @@ constexpr std::int64_t most_moves_to_go = 50;
 /// time control is ahead.
 constexpr std::int64_t part_for_one_move = 4;
 constexpr std::int64_t shares_for_one_move = 4;
-/// The part of the increment that a usual search takes.
+/// The part of the increment that a usual search takes, and the most that it takes for it of what is left: a clock that
+/// is nearly empty is filled first.
 constexpr std::int64_t increment_tenths = 7;
+constexpr std::int64_t part_for_increment = 20;
+/// What no move uses, or half of what is left where that is less: a busy machine stops a program for as long, and with
+/// less than this on the clock the engine answers at once, until increments have filled it. Milliseconds.
+constexpr std::int64_t kept_back = 50;
 /// The last move before a time control may take nearly all.
 constexpr std::int64_t tenths_for_last_move = 9;
 
@@ -43,14 +48,15 @@ struct Budget {
 
 /// `left` and `increment` are not negative.
 Budget BudgetOf(std::int64_t left, std::int64_t increment, const std::optional<std::int64_t>& moves_to_go) {
+    const std::int64_t extra = std::min(increment * increment_tenths / 10, left / part_for_increment);
     if (moves_to_go) {
         const std::int64_t moves = std::clamp<std::int64_t>(*moves_to_go, 1, most_moves_to_go);
         const std::int64_t shares = left / moves * std::min(moves, shares_for_one_move);
-        const std::int64_t hard = std::min(shares + increment, left * tenths_for_last_move / 10);
-        return {.hard = hard, .variable = left / (2 * moves) + increment * increment_tenths / 10};
+        const std::int64_t hard = std::min(shares + extra, left * tenths_for_last_move / 10);
+        return {.hard = hard, .variable = left / (2 * moves) + extra};
     }
-    const std::int64_t hard = std::min(left / part_for_one_move + increment, left * tenths_for_last_move / 10);
-    return {.hard = hard, .variable = left / (2 * moves_to_the_end) + increment * increment_tenths / 10};
+    const std::int64_t hard = std::min(left / part_for_one_move + extra, left * tenths_for_last_move / 10);
+    return {.hard = hard, .variable = left / (2 * moves_to_the_end) + extra};
 }
 
 void SetTime(SearchLimits& limits, const GoCommand& go, Colour side, std::int64_t overhead) {
@@ -58,7 +64,8 @@ void SetTime(SearchLimits& limits, const GoCommand& go, Colour side, std::int64_
     if (go.time[side]) {
         const std::int64_t left = std::clamp<std::int64_t>(*go.time[side], 0, longest);
         const std::int64_t increment = std::clamp<std::int64_t>(go.increment[side].value_or(0), 0, longest);
-        const Budget budget = BudgetOf(std::max<std::int64_t>(left - overhead, 1), increment, go.moves_to_go);
+        const std::int64_t usable = left - overhead - std::min(kept_back, (left - overhead) / 2);
+        const Budget budget = BudgetOf(std::max<std::int64_t>(usable, 1), increment, go.moves_to_go);
         limits.max_time_limit = Milliseconds(budget.hard);
         limits.variable_time_limit = Milliseconds(std::min(budget.variable, budget.hard));
     }

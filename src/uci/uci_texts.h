@@ -18,6 +18,14 @@ inline constexpr std::string_view info_string = "info string ";
 inline constexpr std::string_view score_of_mate = "info depth 0 score mate 0";
 inline constexpr std::string_view score_of_stalemate = "info depth 0 score cp 0";
 
+// --- The command line ---
+inline constexpr std::string_view usage =
+    "usage: vorka-uci [bench [DEPTH]]\n"
+    "Speaks the UCI protocol, or searches the positions of the bench and tells the nodes and the speed.\n";
+inline constexpr std::string_view total_time = "Total time (ms) : ";
+inline constexpr std::string_view nodes_searched = "Nodes searched  : ";
+inline constexpr std::string_view nodes_per_second = "Nodes/second    : ";
+
 // --- The log ---
 inline constexpr std::string_view sent = "sent: ";
 

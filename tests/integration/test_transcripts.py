@@ -239,7 +239,14 @@ def fuzz_target_has_seeds(words):
     assert words[1] == f"tests/fuzz/seeds/{name}"
 
 
+def makefile_names_the_program(words):
+    """Nothing is built here; test_uci builds it where it is asked to. make says what it would do."""
+    told = run(words[0], "-n", *words[1:])
+    assert "--target vorka-uci" in told and told.splitlines()[-1].endswith(" " + words[1].split("=")[1])
+
+
 SHOWN = [
+    (r"make EXE=.*", makefile_names_the_program),
     (r"scripts/\w+( \w+)?", script_answers_help),
     (r"(cmake|ctest) .*", preset_exists),
     (r"apt install .*", packages_are_those_of_the_scripts),

@@ -2,7 +2,7 @@
 
 import random
 import re
-import time
+import subprocess
 from pathlib import Path
 
 import pytest
@@ -314,6 +314,29 @@ def test_a_log_file_takes_both_sides(uci):
     assert "Vorka received input: go depth 2\n" in log and "sent: bestmove " in log
     uci.send("setoption name Log File value /no/such/folder/log")
     uci.expect_text("info string could not open /no/such/folder/log\n")
+
+
+# --- The command line ---
+
+def told_by(*words):
+    return subprocess.run([UCI_PROGRAM, *words], capture_output=True, text=True, stdin=subprocess.DEVNULL)
+
+
+def test_bench_tells_the_signature():
+    """The total of the depth on record, in the forms that frameworks look for."""
+    totals = dict(line.split() for line in (ROOT / "tests/data/bench_total.txt").read_text().splitlines()
+                  if not line.startswith("#"))
+    told = told_by("bench", "4")
+    assert told.returncode == 0 and told.stderr == ""
+    assert re.fullmatch(rf"Total time \(ms\) : \d+\nNodes searched  : {totals['4']}\nNodes/second    : \d+\n"
+                        rf"{totals['4']} nodes \d+ nps\n", told.stdout)
+
+
+def test_other_words_are_refused():
+    for words in (["bench", "0"], ["bench", "x"], ["bench", "3", "4"], ["bench", "-1"], ["nonsense"], ["--bench"]):
+        told = told_by(*words)
+        assert told.returncode == 1 and told.stdout == "" and "usage: vorka-uci" in told.stderr, words
+    assert "usage: vorka-uci" in told_by("--help").stdout
 
 
 # --- What the document shows ---
