@@ -16,11 +16,14 @@ ifneq ($(origin CXX),default)
 SETTINGS += -DCMAKE_CXX_COMPILER=$(CXX)
 endif
 
+# Lines of a recipe begin with this instead of a tab.
+.RECIPEPREFIX := >
+
 .PHONY: all clean
 all:
-	cmake -S . -B $(BUILD) $(SETTINGS)
-	cmake --build $(BUILD) --target vorka-uci --parallel $(JOBS)
-	cp $(BUILD)/vorka-uci $(EXE)
+> cmake -S . -B $(BUILD) $(SETTINGS)
+> cmake --build $(BUILD) --target vorka-uci --parallel $(JOBS)
+> cp $(BUILD)/vorka-uci $(EXE)
 
 clean:
-	rm -rf $(BUILD)
+> rm -rf $(BUILD)

@@ -42,7 +42,9 @@ FOLDERS = {
     "interfaces/protocols": (BASE, "chess", "evaluation", *SEARCH, "frame/game"),
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),
     "frame/shell": (BASE, "chess", "bitbases", *SEARCH, "frame/game", "interfaces/"),
-    "uci": (BASE, "chess", "bitbases", "evaluation", *SEARCH),
+    "uci/book": (BASE, "chess"),
+    "uci/syzygy": (BASE, "chess", TABLES, "bitbases"),
+    "uci": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "uci/"),
     "tools/options": (BASE,),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
@@ -65,7 +67,7 @@ LAYERS = (
     ("frame/game",),
     ("interfaces/protocols", "interfaces/commands"),
     ("frame/shell",),
-    ("uci",),
+    ("uci/book", "uci/syzygy", "uci"),
 )
 below = []
 for layer in LAYERS:

@@ -26,6 +26,13 @@ class OptionActions {
     virtual ~OptionActions() = default;
     virtual void resizeTables() = 0;
     virtual void clearTables() = 0;
+    virtual void weighDraws() = 0;
+    virtual void takeStyle() = 0;
+    virtual void readSettings() = 0;
+    virtual void openBook() = 0;
+    virtual void loadBitbases() = 0;
+    virtual void openSyzygy() = 0;
+    virtual void noteOpponent() = 0;
     virtual void openLog() = 0;
 };
 

@@ -20,8 +20,8 @@ constexpr int known_win = 10000;
 
 std::string Head(const SearchInfo& info, int score, std::string_view bound) {
     return std::string(uci_texts::info_depth) + std::to_string(info.depth) + " seldepth " +
-           std::to_string(std::max<int>(info.selective_depth, info.depth)) + " multipv 1 score " + ScoreText(score) +
-           std::string(bound) + ' ';
+           std::to_string(std::max<int>(info.selective_depth, info.depth)) + " multipv " +
+           std::to_string(info.line + 1) + " score " + ScoreText(score) + std::string(bound) + ' ';
 }
 
 }  // namespace

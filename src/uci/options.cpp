@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "evaluation/personality.h"
 #include "frame/base/text_utilities.h"
+#include "uci/strength.h"
 #include "uci/uci_texts.h"
 
 namespace VorkaUci {
@@ -11,6 +13,9 @@ namespace VorkaUci {
 namespace {
 
 constexpr int largest_hash = 65536;  // MiB
+constexpr int most_lines = 8;
+constexpr int largest_contempt = 1000;
+constexpr int largest_style = 1000;
 constexpr int largest_overhead = 5000;
 
 // clang-format off
@@ -18,7 +23,20 @@ constexpr std::array option_rows{
     OptionRow{"Hash", SpinOption{&OptionValues::hash, 1, largest_hash}, [](OptionActions& program) { program.resizeTables(); }},
     OptionRow{uci_texts::clear_hash, ButtonOption{}, [](OptionActions& program) { program.clearTables(); }},
     OptionRow{"Ponder", CheckOption{&OptionValues::ponder}},
+    OptionRow{"MultiPV", SpinOption{&OptionValues::lines, 1, most_lines}},
+    OptionRow{"Contempt", SpinOption{&OptionValues::contempt, -largest_contempt, largest_contempt}, [](OptionActions& program) { program.weighDraws(); }},
+    OptionRow{"Personality", ComboOption{&OptionValues::personality, personality_names}, [](OptionActions& program) { program.takeStyle(); }},
+    OptionRow{"Style", SpinOption{&OptionValues::style, -largest_style, largest_style}, [](OptionActions& program) { program.takeStyle(); }},
+    OptionRow{uci_texts::settings_file, StringOption{&OptionValues::settings_file}, [](OptionActions& program) { program.readSettings(); }},
+    OptionRow{"OwnBook", CheckOption{&OptionValues::own_book}},
+    OptionRow{uci_texts::book_file, StringOption{&OptionValues::book_file}, [](OptionActions& program) { program.openBook(); }},
+    OptionRow{"UCI_LimitStrength", CheckOption{&OptionValues::limit_strength}},
+    OptionRow{"UCI_Elo", SpinOption{&OptionValues::elo, weakest_elo, strongest_elo}},
+    OptionRow{"UCI_AnalyseMode", CheckOption{&OptionValues::analyse_mode}, [](OptionActions& program) { program.weighDraws(); }},
+    OptionRow{"UCI_Opponent", StringOption{&OptionValues::opponent}, [](OptionActions& program) { program.noteOpponent(); }},
     OptionRow{uci_texts::move_overhead, SpinOption{&OptionValues::move_overhead, 0, largest_overhead}},
+    OptionRow{uci_texts::bitbase_path, StringOption{&OptionValues::bitbase_path}, [](OptionActions& program) { program.loadBitbases(); }},
+    OptionRow{uci_texts::syzygy_path, StringOption{&OptionValues::syzygy_path}, [](OptionActions& program) { program.openSyzygy(); }},
     OptionRow{uci_texts::log_file, StringOption{&OptionValues::log_file}, [](OptionActions& program) { program.openLog(); }},
 };
 // clang-format on

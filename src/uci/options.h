@@ -16,7 +16,20 @@ namespace VorkaUci {
 struct OptionValues {
     int hash = 32;  ///< MiB, of all tables together
     bool ponder = false;
+    int lines = 1;
+    int contempt = 0;  ///< centipawns that a draw is worse than an even position
+    std::string personality = "Default";
+    int style = 0;  ///< counts instead of the personality, unless it is 0
+    std::string settings_file;
+    bool own_book = false;
+    std::string book_file;
+    bool limit_strength = false;
+    int elo = 1500;
+    bool analyse_mode = false;
+    std::string opponent;
     int move_overhead = 10;  ///< milliseconds
+    std::string bitbase_path;
+    std::string syzygy_path;
     std::string log_file;
 };
 

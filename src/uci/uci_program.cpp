@@ -1,18 +1,23 @@
 #include "uci/uci_program.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <functional>
 #include <utility>
 
+#include "bitbases/bitbases.h"
+#include "evaluation/personality.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
+#include "search/settings/settings_file.h"
 #include "search/tables/score.h"
 #include "uci/commands.h"
 #include "uci/go_command.h"
 #include "uci/info_line.h"
 #include "uci/move_text.h"
+#include "uci/named_settings.h"
 #include "uci/position_command.h"
+#include "uci/syzygy/syzygy.h"
 #include "uci/time_use.h"
 #include "uci/uci_texts.h"
 
@@ -36,6 +41,8 @@ std::int64_t PliesOfMate(std::int64_t moves) { return 2 * moves; }
 }  // namespace
 
 UciProgram::UciProgram(Engine& engine) : engine_(engine), position_(StartPosition()) {
+    const Timestamp now = Timestamp::Now();
+    chance_.seed(static_cast<std::uint64_t>(now.seconds) * 1000000 + static_cast<std::uint64_t>(now.microseconds));
     resizeTables();
     newGame();
 }
@@ -80,6 +87,8 @@ void UciProgram::introduce() {
 void UciProgram::newGame() {
     clearTables();
     controller_.emplace(engine_);
+    weighDraws();
+    takeStyle();
 }
 
 void UciProgram::setPosition(const std::vector<std::string>& words) {
@@ -94,11 +103,31 @@ void UciProgram::setPosition(const std::vector<std::string>& words) {
 void UciProgram::go(const std::vector<std::string>& words) {
     const GoCommand go = ReadGo(words);
     Request request{.limits = LimitsFor(go, position_.mover(), values_.move_overhead)};
+    if (const Move move = bookMove(go); move != INVALID) {
+        send("bestmove " + MoveText(move));
+        return;
+    }
     request.mate = std::max<std::int64_t>(go.mate.value_or(0), 0);
     for (const std::string& text : go.search_moves) {
         if (const Move move = FindMove(text, position_); move != INVALID) request.limits.root_moves.push_back(move);
     }
+    if (request.limits.root_moves.empty()) request.limits.root_moves = SyzygyRootMoves(position_);
+    request.limits.lines = values_.lines;
+    request.is_weakened = values_.limit_strength && request.limits.kind != SearchKind::analyze;
+    if (request.is_weakened) limitStrength(request.limits);
     request_ = std::move(request);
+}
+
+Move UciProgram::bookMove(const GoCommand& go) {
+    const bool is_wanted =
+        values_.own_book && !values_.analyse_mode && !go.infinite && !go.ponder && !go.mate && go.search_moves.empty();
+    return is_wanted ? book_.Choose(position_, chance_()) : INVALID;
+}
+
+void UciProgram::limitStrength(SearchLimits& limits) const {
+    const std::uint64_t nodes = StrengthOf(values_.elo).nodes;
+    limits.max_nodes = limits.max_nodes == 0 ? nodes : std::min(limits.max_nodes, nodes);
+    limits.lines = std::max(limits.lines, candidate_count);
 }
 
 void UciProgram::stop() {
@@ -135,6 +164,63 @@ void UciProgram::resizeTables() {
 
 void UciProgram::clearTables() { engine_.tables.Clear(); }
 
+void UciProgram::weighDraws() { controller_->SetContempt(values_.analyse_mode ? 0 : -values_.contempt); }
+
+void UciProgram::takeStyle() {
+    int style = values_.style;
+    if (style == 0) (void)parse_personality(values_.personality, style);
+    controller_->SetPersonality(style);
+}
+
+void UciProgram::readSettings() {
+    if (values_.settings_file.empty()) {
+        engine_.settings = {};
+        return;
+    }
+    try {
+        auto settings = OptimizeInterface::Settings::Of(engine_.settings);
+        settings.ReadFile(SettingsPath(values_.settings_file));
+        settings.ApplyTo(engine_.settings);
+    } catch (const TextException& error) {
+        output_.say(std::string(uci_texts::no_settings) + error.text());
+    }
+}
+
+void UciProgram::openBook() {
+    book_.Close();
+    if (values_.book_file.empty() || book_.Open(values_.book_file)) return;
+    output_.say(std::string(uci_texts::no_book) + values_.book_file);
+}
+
+void UciProgram::loadBitbases() {
+    engine_.bitbases = {};
+    if (values_.bitbase_path.empty()) {
+        engine_.bitbases.Init();
+        return;
+    }
+    const std::string folder = values_.bitbase_path + '/';
+    try {
+        engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
+        engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
+    } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
+        output_.say(error.text());
+    }
+}
+
+void UciProgram::openSyzygy() {
+    engine_.tablebases.Use(nullptr);
+    const int men = OpenSyzygy(values_.syzygy_path);
+    if (men > 0) {
+        engine_.tablebases.Use(MakeSyzygySource());
+        output_.say(std::string(uci_texts::tables_found) + std::to_string(men));
+    } else if (!values_.syzygy_path.empty()) {
+        output_.say(HasSyzygy() ? std::string(uci_texts::no_tables) + values_.syzygy_path
+                                : std::string(uci_texts::no_syzygy));
+    }
+}
+
+void UciProgram::noteOpponent() { LogOnly(std::string(uci_texts::opponent) + values_.opponent); }
+
 void UciProgram::openLog() {
     vlog.Close();
     if (!values_.log_file.empty() && !vlog.Open(values_.log_file)) {
@@ -146,6 +232,7 @@ void UciProgram::openLog() {
 
 void UciProgram::runSearch() {
     is_searching_ = true;
+    candidates_.clear();
     next_status_ = status_interval;
     controller_->Run(request_->limits, position_, *this);
     is_searching_ = false;
@@ -163,19 +250,29 @@ void UciProgram::pollInput() {
 
 /// Ends a search for a mate that has found it.
 void UciProgram::sendThinking(const SearchInfo& info) {
-    send(ThinkingLine(info, engine_.tables));
-    if (request_->mate != 0 && info.score >= mate_score_limit &&
+    noteCandidate(info);
+    if (info.line < values_.lines) send(ThinkingLine(info, engine_.tables));
+    if (request_->mate != 0 && info.line == 0 && info.score >= mate_score_limit &&
         infinity_bound - info.score <= PliesOfMate(request_->mate)) {
         throw search_aborted_exception{.discard = false};
     }
 }
 
+/// A better line of an iteration takes the place of the one before; those after it are of the iteration before.
+void UciProgram::noteCandidate(const SearchInfo& info) {
+    if (info.principal_variation.empty()) return;
+    const auto place = static_cast<std::size_t>(info.line);
+    const Move move = info.principal_variation.front().first;
+    candidates_.resize(std::min(candidates_.size(), place));
+    candidates_.push_back({.move = move, .score = info.score});
+}
+
 void UciProgram::sendCurrentMove(const SearchInfo& info, Move move) {
-    if (info.Milliseconds() >= quiet_about_moves) send(CurrentMoveLine(info, move));
+    if (info.Milliseconds() >= quiet_about_moves && info.line == 0) send(CurrentMoveLine(info, move));
 }
 
 void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) {
-    if (info.Milliseconds() < quiet_about_bounds) return;
+    if (info.Milliseconds() < quiet_about_bounds || info.line >= values_.lines) return;
     send(BoundLine(info, engine_.tables, score, bound, position_, line));
 }
 
@@ -200,8 +297,12 @@ void UciProgram::waitForStop() try {
 
 void UciProgram::sendBestMove() {
     const auto& line = controller_->info().principal_variation;
-    std::string text = "bestmove " + MoveText(controller_->best_move());
-    if (line.size() > 1) text += " ponder " + MoveText(line[1].first);
+    Move best = controller_->best_move();
+    if (request_->is_weakened && !candidates_.empty()) {
+        best = ChooseBlurred(candidates_, StrengthOf(values_.elo).blur, std::ref(chance_));
+    }
+    std::string text = "bestmove " + MoveText(best);
+    if (line.size() > 1 && line.front().first == best) text += " ponder " + MoveText(line[1].first);
     send(text);
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <optional>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,11 @@
 #include "search/driver/steering.h"
 #include "search/engine/engine.h"
 #include "uci/actions.h"
+#include "uci/book/polyglot_book.h"
+#include "uci/go_command.h"
 #include "uci/options.h"
 #include "uci/output.h"
+#include "uci/strength.h"
 
 /// The UCI protocol in force: reads lines, answers them, and runs searches. docs/uci.md describes every word.
 namespace VorkaUci {
@@ -49,6 +53,13 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
 
     void resizeTables() override;
     void clearTables() override;
+    void weighDraws() override;
+    void takeStyle() override;
+    void readSettings() override;
+    void openBook() override;
+    void loadBitbases() override;
+    void openSyzygy() override;
+    void noteOpponent() override;
     void openLog() override;
 
     // --- What the search tells and asks ---
@@ -67,12 +78,18 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void runSearch();
     /// Waits for the word that ends a search which never ends by itself.
     void waitForStop();
+    /// A move of the book instead of a search; INVALID if there is none, or none is wanted.
+    [[nodiscard]] Move bookMove(const GoCommand& go);
+    /// Few nodes and several lines to choose from, if the strength is limited.
+    void limitStrength(SearchLimits& limits) const;
+    void noteCandidate(const SearchInfo& info);
     void sendBestMove();
 
     /// A search that has been asked for.
     struct Request {
         SearchLimits limits;
         std::int64_t mate = 0;  ///< ends with a mate in so many moves; 0: does not
+        bool is_weakened = false;
     };
 
     Engine& engine_;
@@ -83,7 +100,10 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     std::deque<std::string> waiting_;
     std::optional<Request> request_;
     bool is_searching_ = false;
-    std::int64_t next_status_ = 0;  ///< milliseconds of the search
+    std::int64_t next_status_ = 0;       ///< milliseconds of the search
+    std::vector<Candidate> candidates_;  ///< of the last iteration, the best one in front
+    PolyglotBook book_;
+    std::mt19937_64 chance_;
 };
 
 }  // namespace VorkaUci

@@ -45,5 +45,11 @@ inline constexpr std::string_view impossible_position = "there is no such positi
 inline constexpr std::string_view impossible_move = "this move can't be played, nor those after it: ";
 inline constexpr std::string_view no_memory = "no memory for so large tables, the last ones stay";
 inline constexpr std::string_view could_not_open = "could not open ";
+inline constexpr std::string_view no_settings = "no settings were read, the last ones stay: ";
+inline constexpr std::string_view no_book = "could not open as a book in Polyglot's format: ";
+inline constexpr std::string_view no_syzygy = "this build can't read Syzygy tablebases: it was made without Fathom";
+inline constexpr std::string_view no_tables = "no tablebases were found in ";
+inline constexpr std::string_view tables_found = "tablebases found, with men up to ";
+inline constexpr std::string_view opponent = "opponent: ";
 
 }  // namespace uci_texts

@@ -24,6 +24,11 @@ TEST(Options, AreOfferedWithDefaultAndLimits) {
     EXPECT_EQ(OptionLine(*FindOption("Hash")), "option name Hash type spin default 32 min 1 max 65536");
     EXPECT_EQ(OptionLine(*FindOption("Clear Hash")), "option name Clear Hash type button");
     EXPECT_EQ(OptionLine(*FindOption("Ponder")), "option name Ponder type check default false");
+    EXPECT_EQ(OptionLine(*FindOption("Personality")).substr(0, 65),
+              "option name Personality type combo default Default var Default va");
+    EXPECT_EQ(OptionLine(*FindOption("Style")), "option name Style type spin default 0 min -1000 max 1000");
+    EXPECT_EQ(OptionLine(*FindOption("MultiPV")), "option name MultiPV type spin default 1 min 1 max 8");
+    EXPECT_EQ(OptionLine(*FindOption("UCI_Elo")), "option name UCI_Elo type spin default 1500 min 1000 max 2200");
     EXPECT_EQ(OptionLine(*FindOption("Log File")), "option name Log File type string default <empty>");
 }
 

@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(TimeUse, Clock, testing::Values(
     ClockRow{"a time control far away", "wtime 100050 movestogo 1000", 8000, 1000},
     ClockRow{"an increment larger than what is left", "wtime 150 winc 5000", 30, 7},
     ClockRow{"a fallen flag", "wtime -50 winc 100", 1, 1},
-    ClockRow{"a bullet's end", "wtime 90 winc 10", 12, 2},
+    ClockRow{"a bullet's end", "wtime 90 winc 10", 13, 2},
     ClockRow{"a nearly empty clock", "wtime 40 winc 10", 6, 1}),
     RowName<ClockRow>);
 // clang-format on

@@ -46,6 +46,7 @@ class SearchController::RunningScope {
         controller_.info_.start = Timestamp::Now();
     }
     ~RunningScope() {
+        controller_.ReturnToBestLine();
         controller_.FlushCounters();
         controller_.info_.end = Timestamp::Now();
         controller_.info_.valid = false;
@@ -123,6 +124,8 @@ void SearchController::StartSearch(const BOARD& position) {
     UpdateDrawScore(contempt_);
     engine_.tables.NewSearch();
     clock_.Reset(limits_.max_time_limit, limits_.variable_time_limit);
+    clock_of_other_lines_.Reset(0, 0);
+    line_scores_.clear();
     search_->StartSearch(position, contempt_);
     search_->poll_countdown = NodesToNextPoll(first_poll_countdown, limits_.max_nodes + 1);
 }
@@ -143,8 +146,8 @@ void SearchController::IterationLoop() {
     const int last_iteration = LastIteration(limits_);
     for (int depth = 1; depth <= last_iteration; ++depth) {
         StartIteration(depth);
-        SearchFirstMove();
-        for (std::size_t index = 1; index < root_moves_.size(); ++index) SearchFurtherMove(index);
+        SearchLine();
+        SearchOtherLines();
         if (limits_.kind == SearchKind::normal &&
             clock_.ShouldStop(Elapsed(), SearchMoment::iteration_complete, FailState::none)) {
             return;
@@ -161,8 +164,42 @@ void SearchController::StartIteration(int depth) {
     host_->sendDepthStarted(depth);
 }
 
+/// The moves from the first of the line on, until no other is better.
+void SearchController::SearchLine() {
+    SearchFirstMove();
+    for (auto index = static_cast<std::size_t>(info_.line) + 1; index < root_moves_.size(); ++index) {
+        SearchFurtherMove(index);
+    }
+}
+
+/// The next best moves: the same search among the root moves that no line has yet.
+void SearchController::SearchOtherLines() {
+    const auto lines = std::min(static_cast<std::size_t>(std::max(limits_.lines, 1)), root_moves_.size());
+    if (lines == 1) return;
+    line_scores_.resize(lines, info_.score);
+    best_line_ = LineResult{.score = info_.score, .variation = info_.principal_variation};
+    for (std::size_t line = 1; line < lines; ++line) {
+        most_ = info_.score;
+        info_.line = static_cast<int>(line);
+        info_.score = std::min(line_scores_[line], most_);
+        info_.moves_to_search = info_.root_moves - info_.line;
+        SearchLine();
+        line_scores_[line] = info_.score;
+    }
+    ReturnToBestLine();
+}
+
+void SearchController::ReturnToBestLine() {
+    if (!best_line_) return;
+    info_.line = 0;
+    info_.score = best_line_->score;
+    info_.principal_variation = std::move(best_line_->variation);
+    best_line_.reset();
+    most_ = infinity_bound;
+}
+
 void SearchController::SearchFirstMove() {
-    RootMoveRecord& record = root_moves_.front();
+    RootMoveRecord& record = *FirstOfLine();
     NameCurrentMove(record);
     info_.score = FindScore(record, -infinity_bound, info_.score);
     --info_.moves_to_search;
@@ -174,7 +211,8 @@ void SearchController::SearchFurtherMove(std::size_t index) {
     RootMoveRecord& record = root_moves_[index];
     NameCurrentMove(record);
     fail_state_ = FailState::none;
-    const bool refuted = RefutationTest(info_.score, [&](Score test) { return Ask(record, test); });
+    const bool refuted =
+        info_.score >= most_ || RefutationTest(info_.score, [&](Score test) { return Ask(record, test); });
     if (!refuted) ConfirmCandidate(index);
     --info_.moves_to_search;
 }
@@ -182,11 +220,11 @@ void SearchController::SearchFurtherMove(std::size_t index) {
 /// A later move seems to beat the best one. Its line stands as the best one from here on, since it did well enough to
 /// be played if the search is stopped now, and goes away only if the bisection finds that the move is no better.
 void SearchController::ConfirmCandidate(std::size_t index) {
-    const auto first = root_moves_.begin();
-    const auto candidate = std::next(first, static_cast<std::ptrdiff_t>(index));
+    const auto first = FirstOfLine();
+    const auto candidate = std::next(root_moves_.begin(), static_cast<std::ptrdiff_t>(index));
     std::rotate(first, candidate, std::next(candidate));
-    RootMoveRecord& record = root_moves_.front();
-    clock_.NoteCandidate();
+    RootMoveRecord& record = *first;
+    ClockOfLine().NoteCandidate();
     host_->sendNewPvMove(record.text);
     auto old_line = info_.principal_variation;
     ShowLine(record);
@@ -197,9 +235,9 @@ void SearchController::ConfirmCandidate(std::size_t index) {
         ShowLine(record);
         host_->sendThinking(info_);
     } else {
-        clock_.NoteInstability();
+        ClockOfLine().NoteInstability();
         host_->sendSearchInstability();
-        std::swap(root_moves_[0], root_moves_[1]);
+        std::swap(*first, *std::next(first));
         info_.principal_variation = std::move(old_line);
     }
 }
@@ -222,14 +260,18 @@ void SearchController::NameCurrentMove(const RootMoveRecord& record) {
 
 Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score guess) {
     first_root_move_ = true;
-    const BoundSearchTask task{.depth = info_.depth, .lower = lower, .guess = guess, .contempt = contempt_};
+    const BoundSearchTask task{.depth = info_.depth,
+                               .lower = lower,
+                               .upper = most_,
+                               .guess = best_line_ ? std::min(guess, most_) : guess,
+                               .contempt = contempt_};
     const auto ask = [&](Score test) {
         const Score answer = Ask(record, test);
         const ScoreBound bound = answer == test ? ScoreBound::at_least : ScoreBound::at_most;
         host_->sendBound(info_, answer, bound, record.line);
         return answer;
     };
-    const Score score = BoundSearch(task, clock_, fail_state_, ask);
+    const Score score = BoundSearch(task, ClockOfLine(), fail_state_, ask);
     first_root_move_ = false;
     return score;
 }
@@ -262,8 +304,9 @@ void SearchController::Poll() {
         host_->pollInput();
         if (!EndsByItself()) return;
     }
-    const auto moment = first_root_move_ ? SearchMoment::first_root_move : SearchMoment::later_root_move;
-    const auto fail_state = first_root_move_ ? fail_state_ : FailState::none;
+    const bool is_first = first_root_move_ && !best_line_;
+    const auto moment = is_first ? SearchMoment::first_root_move : SearchMoment::later_root_move;
+    const auto fail_state = is_first ? fail_state_ : FailState::none;
     if (clock_.ShouldStop(Elapsed(), moment, fail_state)) throw search_aborted_exception{.discard = false};
 }
 

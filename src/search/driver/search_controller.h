@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "evaluation/context/evaluation_context.h"
@@ -59,6 +61,9 @@ class SearchController final : private NodePoll {
     void StartSearch(const BOARD& position);
     void IterationLoop();
     void StartIteration(int depth);
+    void SearchLine();
+    void SearchOtherLines();
+    void ReturnToBestLine();
     void SearchFirstMove();
     void SearchFurtherMove(std::size_t index);
     void ConfirmCandidate(std::size_t index);
@@ -93,4 +98,17 @@ class SearchController final : private NodePoll {
     SearchClock clock_;
     FailState fail_state_ = FailState::none;  ///< of the bisection under way
     bool first_root_move_ = false;            ///< a bisection is under way, not a refutation test
+
+    /// What stands in `info_` while it is of the best line.
+    struct LineResult {
+        Score score;
+        std::vector<std::pair<Move, std::string>> variation;
+    };
+    std::optional<LineResult> best_line_;  ///< set while another line is searched
+    std::vector<Score> line_scores_;       ///< of the other lines, in the last iteration that has found them
+    Score most_ = infinity_bound;          ///< no move of this line is better: those that are stand in lines before it
+    SearchClock clock_of_other_lines_;     ///< what happens there says nothing about the best move
+
+    [[nodiscard]] SearchClock& ClockOfLine() { return best_line_ ? clock_of_other_lines_ : clock_; }
+    [[nodiscard]] auto FirstOfLine() { return root_moves_.begin() + info_.line; }
 };

@@ -21,6 +21,7 @@ struct SearchInfo {
     int root_moves = 0;       ///< number of root moves
     int moves_to_search = 0;  ///< root moves of this iteration not finished yet, the one being searched included
     std::int16_t depth = 0;   ///< number of the iteration
+    int line = 0;             ///< which of several lines the score and the variation are of; 0: the best one
     int selective_depth = 0;  ///< half moves of the longest line that the iteration has looked at
     std::uint64_t nodes = 0;
     std::string root_move_text;  ///< the root move in work

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -92,6 +93,77 @@ TEST(SearchLimits, RootMovesThatTheGameDoesNotHaveLeaveNothingToSearch) {
     const FreshSearch search({.max_depth = 3, .root_moves = {INVALID}});
     EXPECT_EQ(search.host.finished, true);
     EXPECT_EQ(search.controller.best_move(), INVALID);
+}
+
+// --- Several lines ---
+
+/// Notes the last score and the first move of each line in each iteration.
+struct LineHost : FakeSearchHost {
+    struct Told {
+        int score;
+        std::string move;
+    };
+    void sendThinking(const SearchInfo& info) override {
+        told[info.depth][info.line] = {info.score, MoveToCoordinate(info.principal_variation.front().first)};
+    }
+    std::map<int, std::map<int, Told>> told;
+};
+
+struct LineSearch {
+    explicit LineSearch(SearchLimits limits, std::string_view fen = middle_game) {
+        game.SetBoardFromFen(std::string(fen));
+        controller.Run(limits, game, host);
+    }
+    Engine engine;
+    SearchController controller{engine};
+    LineHost host;
+    UserBoard game;
+};
+
+TEST(Lines, HaveMovesOfTheirOwnAndFallingScores) {
+    const LineSearch search({.max_depth = 3, .lines = 5});
+    for (const auto& [depth, lines] : search.host.told) {
+        ASSERT_EQ(lines.size(), 5U) << depth;
+        std::set<std::string> moves;
+        for (const auto& [line, told] : lines) {
+            EXPECT_TRUE(moves.insert(told.move).second) << depth << ' ' << told.move;
+            if (line > 0) {
+                EXPECT_LE(told.score, lines.at(line - 1).score) << depth;
+            }
+        }
+    }
+    EXPECT_EQ(MoveToCoordinate(search.controller.best_move()), search.host.told.at(3).at(0).move);
+    EXPECT_EQ(search.controller.score(), search.host.told.at(3).at(0).score);
+    EXPECT_EQ(search.controller.info().line, 0);
+}
+
+TEST(Lines, SecondOneIsWhatIsBestWithoutTheFirst) {
+    constexpr std::string_view two_rooks = "6k1/5ppp/8/8/8/8/1R3PPP/R5K1 w - - 0 1";  // two mates, and nothing as good
+    const LineSearch both({.max_depth = 2, .lines = 3}, two_rooks);
+    const auto& lines = both.host.told.at(2);
+    EXPECT_EQ((std::set<std::string>{lines.at(0).move, lines.at(1).move}), (std::set<std::string>{"a1a8", "b2b8"}));
+    EXPECT_EQ(lines.at(0).score, 32766);
+    EXPECT_EQ(lines.at(1).score, 32766);
+    EXPECT_LT(lines.at(2).score, 32766);
+}
+
+TEST(Lines, AreNotMoreThanThereAreMoves) {
+    const LineSearch search({.max_depth = 2, .lines = 8}, "7k/8/8/8/8/8/1r6/7K w - - 0 1");
+    EXPECT_EQ(search.host.told.at(2).size(), 1U);
+}
+
+TEST(Lines, LeaveTheBestMoveInPlaceWhereverTheSearchEnds) {
+    for (std::uint64_t nodes = 500; nodes < 30000; nodes += 777) {
+        const LineSearch search({.max_nodes = nodes, .lines = 4});
+        const auto& info = search.controller.info();
+        EXPECT_EQ(info.line, 0);
+        ASSERT_FALSE(info.principal_variation.empty());
+        EXPECT_EQ(info.principal_variation.front().first, search.controller.best_move());
+        const auto& last = search.host.told.rbegin()->second;
+        if (last.size() > 1) {
+            EXPECT_EQ(MoveToCoordinate(search.controller.best_move()), last.at(0).move) << nodes;
+        }
+    }
 }
 
 // --- Polls ---
