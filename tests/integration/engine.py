@@ -28,8 +28,9 @@ class Engine:
     terminal's echo stays out of it. `stdout` may name another file descriptor, for tests that break the output.
     """
 
-    def __init__(self, folder, *options, program=PROGRAM, terminal=False, stdout=subprocess.PIPE, preexec_fn=None,
+    def __init__(self, folder, *options, program=None, terminal=False, stdout=subprocess.PIPE, preexec_fn=None,
                  close_fds=True):
+        program = program or PROGRAM
         assert program, "VORKA_ENGINE and VORKA_UCI have to name the programs under test; ctest sets them"
         self.folder = Path(folder)
         self.terminal = None
