@@ -2,7 +2,7 @@
 // the search stretches and shrinks by what it meets. A quiet search ends at a third of the variable limit, a usual one
 // near it, and one whose score falls into a hole goes up to ten times as far, or to the hard limit.
 //
-// With 60 s left, 0.6 s for each move and no time control ahead: 59.94 s can be used, the variable limit is a fiftieth
+// With 60 s left, 0.6 s for each move and no time control ahead: 59.89 s can be used, the variable limit is a fiftieth
 // of that and most of the increment, 1.6 s, and the hard limit is a quarter and as much, 15.4 s.
 
 #include "uci/time_use.h"
@@ -26,9 +26,10 @@ constexpr std::int64_t shares_for_one_move = 4;
 /// is nearly empty is filled first.
 constexpr std::int64_t increment_tenths = 7;
 constexpr std::int64_t part_for_increment = 20;
-/// What no move uses, or half of what is left where that is less: a busy machine stops a program for as long, and with
-/// less than this on the clock the engine answers at once, until increments have filled it. Milliseconds.
-constexpr std::int64_t kept_back = 50;
+/// What no move uses, in milliseconds: a busy machine stops a program for so long. With less than this on the clock the
+/// engine shares out a small part of it, which means an answer at once, until increments have filled it.
+constexpr std::int64_t kept_back = 100;
+constexpr std::int64_t part_below_it = 8;
 /// The last move before a time control may take nearly all.
 constexpr std::int64_t tenths_for_last_move = 9;
 
@@ -64,7 +65,8 @@ void SetTime(SearchLimits& limits, const GoCommand& go, Colour side, std::int64_
     if (go.time[side]) {
         const std::int64_t left = std::clamp<std::int64_t>(*go.time[side], 0, longest);
         const std::int64_t increment = std::clamp<std::int64_t>(go.increment[side].value_or(0), 0, longest);
-        const std::int64_t usable = left - overhead - std::min(kept_back, (left - overhead) / 2);
+        const std::int64_t arriving = left - overhead;
+        const std::int64_t usable = std::max(arriving - kept_back, arriving / part_below_it);
         const Budget budget = BudgetOf(std::max<std::int64_t>(usable, 1), increment, go.moves_to_go);
         limits.max_time_limit = Milliseconds(budget.hard);
         limits.variable_time_limit = Milliseconds(std::min(budget.variable, budget.hard));

@@ -23,6 +23,7 @@ class Player:
     def __init__(self, folder):
         self.process = subprocess.Popen([UCI_PROGRAM], cwd=folder, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                         text=True, bufsize=1)
+        self.own_time = 0  # milliseconds of the last search, as the engine has measured them
         self.ask("isready", "readyok")
 
     def ask(self, line, answer):
@@ -31,6 +32,8 @@ class Player:
         for said in self.process.stdout:
             if said.startswith(answer):
                 return said.split()
+            if said.startswith("info nodes"):
+                self.own_time = int(said.split()[-1])
         raise AssertionError("the program has ended")
 
     def close(self):
@@ -40,10 +43,11 @@ class Player:
 
 
 def play(players, seed):
-    """One game from a few random moves. What is left on both clocks, the half moves, and whose flag fell, if one did."""
+    """One game from a few random moves. What is left on both clocks, the half moves, and if a flag fell, each move of
+    that side, the last one first: what was left, what it took, and in brackets what the engine measured."""
     chance = random.Random(seed)
     position = Position.from_fen()
-    keys, moves = [], []
+    keys, moves, used = [], [], []
     clocks = [BASE, BASE]
     for player in players:
         player.process.stdin.write("ucinewgame\n")
@@ -60,9 +64,11 @@ def play(players, seed):
             players[side].process.stdin.write(f"position startpos moves {' '.join(moves)}\n")
             answer = players[side].ask(f"go wtime {white} btime {black} winc {int(1000 * INCREMENT)} "
                                        f"binc {int(1000 * INCREMENT)}", "bestmove")
-            clocks[side] -= time.monotonic() - start
+            spent = time.monotonic() - start
+            used.append(f"{1000 * clocks[side]:.0f}: {1000 * spent:.0f} ({players[side].own_time})")
+            clocks[side] -= spent
             if clocks[side] < 0:
-                return clocks, len(moves), side
+                return clocks, len(moves), used[::-2]
             clocks[side] += INCREMENT
             move = position.find(answer[1])
         keys.append(position.key())
@@ -76,10 +82,11 @@ def test_no_flag_falls(tmp_path):
     players = [Player(tmp_path), Player(tmp_path)]
     fallen = []
     for seed in range(GAMES):
-        clocks, length, side = play(players, seed)
+        clocks, length, fall = play(players, seed)
         print(f"game {seed}: {length} half moves, left {clocks[0]:.3f} and {clocks[1]:.3f}", flush=True)
-        if side is not None:
-            fallen.append(f"game {seed}, half move {length}: {1000 * -clocks[side]:.0f} ms too late")
+        if fall:
+            fallen.append(f"game {seed}, half move {length}: " + ", ".join(fall))
+            print(fallen[-1], flush=True)
     for player in players:
         player.close()
     assert not fallen

@@ -42,8 +42,8 @@ TEST(TimeUse, MoveTimeIsTheHardLimitLessTheOverhead) {
 }
 
 TEST(TimeUse, ClockIsThatOfTheSideOnMove) {
-    EXPECT_EQ(Limits("wtime 60050 btime 1", 0, white).max_time_limit, 15000);
-    EXPECT_EQ(Limits("wtime 1 btime 60050", 0, black).max_time_limit, 15000);
+    EXPECT_EQ(Limits("wtime 60100 btime 1", 0, white).max_time_limit, 15000);
+    EXPECT_EQ(Limits("wtime 1 btime 60100", 0, black).max_time_limit, 15000);
     EXPECT_EQ(Limits("wtime 60000", 0, black).max_time_limit, 0) << "no clock of its own, so no limit";
 }
 
@@ -64,17 +64,17 @@ TEST_P(Clock, IsShared) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(TimeUse, Clock, testing::Values(
-    ClockRow{"rest of the game", "wtime 60050", 15000, 1200},
-    ClockRow{"with an increment", "wtime 60050 winc 600", 15420, 1620},
-    ClockRow{"forty moves", "wtime 300050 movestogo 40", 30000, 3750},
-    ClockRow{"two moves", "wtime 10050 movestogo 2", 9000, 2500},
-    ClockRow{"the last move", "wtime 10050 movestogo 1", 9000, 5000},
-    ClockRow{"no moves left is one", "wtime 10050 movestogo 0", 9000, 5000},
-    ClockRow{"a time control far away", "wtime 100050 movestogo 1000", 8000, 1000},
-    ClockRow{"an increment larger than what is left", "wtime 150 winc 5000", 30, 7},
+    ClockRow{"rest of the game", "wtime 60100", 15000, 1200},
+    ClockRow{"with an increment", "wtime 60100 winc 600", 15420, 1620},
+    ClockRow{"forty moves", "wtime 300100 movestogo 40", 30000, 3750},
+    ClockRow{"two moves", "wtime 10100 movestogo 2", 9000, 2500},
+    ClockRow{"the last move", "wtime 10100 movestogo 1", 9000, 5000},
+    ClockRow{"no moves left is one", "wtime 10100 movestogo 0", 9000, 5000},
+    ClockRow{"a time control far away", "wtime 100100 movestogo 1000", 8000, 1000},
+    ClockRow{"an increment larger than what is left", "wtime 200 winc 5000", 30, 7},
     ClockRow{"a fallen flag", "wtime -50 winc 100", 1, 1},
-    ClockRow{"a bullet's end", "wtime 90 winc 10", 13, 2},
-    ClockRow{"a nearly empty clock", "wtime 40 winc 10", 6, 1}),
+    ClockRow{"a bullet's end", "wtime 150 winc 10", 14, 3},
+    ClockRow{"a nearly empty clock", "wtime 40 winc 10", 1, 1}),
     RowName<ClockRow>);
 // clang-format on
 
