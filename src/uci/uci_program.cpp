@@ -233,6 +233,8 @@ void UciProgram::openLog() {
 void UciProgram::runSearch() {
     is_searching_ = true;
     candidates_.clear();
+    earlier_candidates_.clear();
+    last_shown_ = INVALID;
     next_status_ = status_interval;
     controller_->Run(request_->limits, position_, *this);
     is_searching_ = false;
@@ -248,19 +250,23 @@ void UciProgram::pollInput() {
     send("info " + StatusText(info, engine_.tables));
 }
 
-/// Ends a search for a mate that has found it.
 void UciProgram::sendThinking(const SearchInfo& info) {
     noteCandidate(info);
     if (info.line < values_.lines) send(ThinkingLine(info, engine_.tables));
-    if (request_->mate != 0 && info.line == 0 && info.score >= mate_score_limit &&
-        infinity_bound - info.score <= PliesOfMate(request_->mate)) {
-        throw search_aborted_exception{.discard = false};
-    }
+    if (info.line == 0 && !info.principal_variation.empty()) last_shown_ = info.principal_variation.front().first;
+    if (info.line == 0 && hasFoundMate(info)) throw search_aborted_exception{.discard = false};
+}
+
+/// Whether the search may end with the mate that it was to find.
+bool UciProgram::hasFoundMate(const SearchInfo& info) const {
+    return request_->mate != 0 && request_->limits.kind == SearchKind::normal && info.score >= mate_score_limit &&
+           infinity_bound - info.score <= PliesOfMate(request_->mate);
 }
 
 /// A better line of an iteration takes the place of the one before; those after it are of the iteration before.
 void UciProgram::noteCandidate(const SearchInfo& info) {
     if (info.principal_variation.empty()) return;
+    if (info.line == 0 && candidates_.size() > 1) earlier_candidates_ = candidates_;
     const auto place = static_cast<std::size_t>(info.line);
     const Move move = info.principal_variation.front().first;
     candidates_.resize(std::min(candidates_.size(), place));
@@ -276,7 +282,15 @@ void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, 
     send(BoundLine(info, engine_.tables, score, bound, position_, line));
 }
 
-void UciProgram::sendSearchStatistics(const SearchInfo& info) { send("info " + StatusText(info, engine_.tables)); }
+/// A search that ends while a better move is being confirmed plays it: then that line is shown, as a lower bound.
+void UciProgram::sendSearchStatistics(const SearchInfo& info) {
+    if (!info.principal_variation.empty() && info.principal_variation.front().first != last_shown_) {
+        std::vector<Move> line;
+        for (const auto& [move, ignored_san] : info.principal_variation) line.push_back(move);
+        send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, position_, line));
+    }
+    send("info " + StatusText(info, engine_.tables));
+}
 
 void UciProgram::onSearchFinished(bool discard) {
     if (discard) {
@@ -299,7 +313,9 @@ void UciProgram::sendBestMove() {
     const auto& line = controller_->info().principal_variation;
     Move best = controller_->best_move();
     if (request_->is_weakened && !candidates_.empty()) {
-        best = ChooseBlurred(candidates_, StrengthOf(values_.elo).blur, std::ref(chance_));
+        // An iteration that was cut off has fewer lines than the one before it.
+        const auto& most = candidates_.size() < earlier_candidates_.size() ? earlier_candidates_ : candidates_;
+        best = ChooseBlurred(most, StrengthOf(values_.elo).blur, std::ref(chance_));
     }
     std::string text = "bestmove " + MoveText(best);
     if (line.size() > 1 && line.front().first == best) text += " ponder " + MoveText(line[1].first);

@@ -82,6 +82,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     [[nodiscard]] Move bookMove(const GoCommand& go);
     /// Few nodes and several lines to choose from, if the strength is limited.
     void limitStrength(SearchLimits& limits) const;
+    [[nodiscard]] bool hasFoundMate(const SearchInfo& info) const;
     void noteCandidate(const SearchInfo& info);
     void sendBestMove();
 
@@ -100,8 +101,10 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     std::deque<std::string> waiting_;
     std::optional<Request> request_;
     bool is_searching_ = false;
-    std::int64_t next_status_ = 0;       ///< milliseconds of the search
-    std::vector<Candidate> candidates_;  ///< of the last iteration, the best one in front
+    std::int64_t next_status_ = 0;               ///< milliseconds of the search
+    Move last_shown_ = INVALID;                  ///< with which the last line began whose score is known
+    std::vector<Candidate> candidates_;          ///< of the iteration, the best one in front
+    std::vector<Candidate> earlier_candidates_;  ///< of the last iteration that had several
     PolyglotBook book_;
     std::mt19937_64 chance_;
 };

@@ -165,6 +165,14 @@ def test_a_finished_infinite_search_waits_for_stop(uci):
     uci.ask("stop", BESTMOVE)
 
 
+def test_a_mate_that_is_found_ends_no_infinite_search(uci):
+    for words in ("mate 2 infinite", "mate 2 ponder"):
+        uci.send(f"position fen {MATE_IN_TWO}", "go " + words)
+        uci.expect("^info depth 5 .* mate 2 ")
+        assert "bestmove" not in ready(uci)
+        uci.ask("stop", BESTMOVE)
+
+
 def test_ponderhit_puts_the_search_on_the_clock(uci):
     uci.send("position startpos moves e2e4", "go ponder wtime 2000 btime 2000")
     uci.expect("^info depth 4 ")
@@ -213,6 +221,13 @@ def test_stop_at_random_moments_is_answered_with_one_legal_move(uci):
 
 # --- What it tells ---
 
+def last_lines(shown):
+    """How the lines begin that a best move may come from: the last one whose score is known, or the very last one, of a
+    better move whose score is not known yet."""
+    known = [line for line in shown if "bound" not in line]
+    return [(line.split(" pv ")[1].split() + [None])[:2] for line in (*known[-1:], shown[-1])]
+
+
 def test_each_line_that_it_shows_can_be_played(uci):
     for fen in (rules.START, "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
                 "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1", "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N b - - 0 1"):
@@ -223,9 +238,14 @@ def test_each_line_that_it_shows_can_be_played(uci):
             position = rules.Position.from_fen(fen)
             for text in line.split(" pv ")[1].split():
                 position = position.make(position.find(text))
-        last = [line for line in shown if "bound" not in line][-1].split(" pv ")[1].split()
-        assert best[1] == last[0]
-        assert best[2] == (last[1] if len(last) > 1 else None)
+        assert [best[1], best[2]] in last_lines(shown)
+
+
+def test_the_move_that_is_played_was_the_last_one_shown(uci):
+    """Wherever the search ends: also while a better move is being confirmed."""
+    for nodes in range(300, 40000, 997):
+        lines, best = search(uci, "ucinewgame", "position startpos moves e2e4 e7e5 g1f3 b8c6", f"go nodes {nodes}")
+        assert [best[1], best[2]] in last_lines([line for line in lines if " pv " in line]), nodes
 
 
 def test_lines_have_all_their_words(uci):
