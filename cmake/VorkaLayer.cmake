@@ -2,7 +2,7 @@
 #
 # Adds one layer of the engine as the static library vorka_<name>. A layer links only what USES names, and the layers
 # stand in one row (base, chess, tables, bitbases, evaluation, search, game, interfaces, shell): each uses layers to its
-# left only, so an arrow the wrong way fails to link.
+# left only, so an arrow the wrong way fails to link. uci stands beside the last three, on the search.
 #
 # With VORKA_PGO each layer that the bench runs has a twin vorka_<name>_training, built to count what is executed;
 # VorkaProfile.cmake lets the bench run on the twins and hands the counts to the layers.

@@ -42,6 +42,9 @@ FOLDERS = {
     "interfaces/protocols": (BASE, "chess", "evaluation", *SEARCH, "frame/game"),
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),
     "frame/shell": (BASE, "chess", "bitbases", *SEARCH, "frame/game", "interfaces/"),
+    "uci/book": (BASE, "chess"),
+    "uci/syzygy": (BASE, "chess", TABLES, "bitbases"),
+    "uci": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "uci/"),
     "tools/options": (BASE,),
     "tools/host": (BASE, *SEARCH),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
@@ -68,6 +71,7 @@ LAYERS = (
     ("frame/game",),
     ("interfaces/protocols", "interfaces/commands"),
     ("frame/shell",),
+    ("uci/book", "uci/syzygy", "uci"),
 )
 below = []
 for layer in LAYERS:
