@@ -17,10 +17,10 @@
 
 #include "chess/notation.h"
 #include "chess/user_board.h"
+#include "host/silent_host.h"
 #include "options/number_option.h"
 #include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
-#include "silent_host.h"
 
 namespace {
 

@@ -43,10 +43,17 @@ FOLDERS = {
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),
     "frame/shell": (BASE, "chess", "bitbases", *SEARCH, "frame/game", "interfaces/"),
     "frame/launcher": (BASE,),
+    "uci/book": (BASE, "chess"),
+    "uci/syzygy": (BASE, "chess", TABLES, "bitbases"),
+    "uci": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "uci/"),
     "tools/options": (BASE,),
+    "tools/host": (BASE, *SEARCH),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
-    "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options", "tools/bench_run"),
+    "tools/selfplay": (BASE, "chess", "evaluation", *SEARCH, "tools/options", "tools/host"),
+    "tools/tune": (BASE, "chess", *SEARCH, "tools/options", "tools/selfplay"),
+    "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options", "tools/host",
+              "tools/bench_run"),
     "tests/support": (BASE, "chess", "bitbases", "evaluation", "evaluation/", "search/", "frame/game", "interfaces/"),
     "benchmarks": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "tests/support", "tools/options"),
 }
@@ -65,6 +72,7 @@ LAYERS = (
     ("frame/game",),
     ("interfaces/protocols", "interfaces/commands"),
     ("frame/shell",),
+    ("uci/book", "uci/syzygy", "uci"),
 )
 below = []
 for layer in LAYERS:
@@ -74,6 +82,8 @@ for layer in LAYERS:
 FOLDERS["tests/frame/launcher"] = (BASE, "frame/launcher", "tests/support")
 FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", *SEARCH, "tools/bitbase_builder", "tools/bench_run", "tools/options",
                            "tests/bitbases", "tests/support")
+FOLDERS["tests/tools/selfplay"] = (BASE, "chess", *SEARCH, "tools/selfplay", "tests/support")
+FOLDERS["tests/tools/tune"] = (BASE, *SEARCH, "tools/selfplay", "tools/tune", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.
 FOLDERS["tests/fuzz"] = (*below, "tests/support")
 

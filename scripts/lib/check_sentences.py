@@ -14,7 +14,7 @@ import sys
 from pathlib import Path
 
 # Where sentences belong.
-VOCABULARY = {"src/frame/base/vocabulary.h", "src/interfaces/protocols/help_texts.h"}
+VOCABULARY = {"src/frame/base/vocabulary.h", "src/interfaces/protocols/help_texts.h", "src/uci/uci_texts.h"}
 # What no user of the engine ever reads, and why.
 FOR_DEVELOPERS = {"src/bitbases/single_pawn_generator.cpp": "a program that the build runs; it writes C++"}
 

@@ -46,12 +46,11 @@ static_assert(AsksForCheckType(mode_direct_checks, CheckKind::direct) &&
               AsksForCheckType(mode_discovered_checks, CheckKind::discovered) &&
               AsksForCheckType(mode_double_checks, CheckKind::both) && !AsksForCheckType(mode_legal, CheckKind::none));
 
-template <Colour Us>
+/// With `Every` the mode is mode_legal and known to the compiler, which leaves out what a selection of the moves needs.
+template <Colour Us, bool Every>
 class Generator {
   public:
-    Generator(Move* buffer, const BOARD& board, unsigned mode) noexcept
-        // In check the kinds don't matter: every way out is wanted.
-        : end_(buffer), board_(board), mode_(board.in_check() ? unsigned{mode_legal} : mode) {}
+    Generator(Move* buffer, const BOARD& board, unsigned mode) noexcept : end_(buffer), board_(board), mode_(mode) {}
 
     Move* Run() noexcept {
         if (!in_check_) Castling();
@@ -62,8 +61,8 @@ class Generator {
             Sliders<bishop>(own_.bishops);
             Sliders<rook>(own_.rooks);
             Sliders<queen>(own_.queens);
-            if ((mode_ & modes_with_pushes) != 0) PawnPushes();
-            if ((mode_ & modes_with_pawn_captures) != 0) PawnCaptures();
+            if ((mode() & modes_with_pushes) != 0) PawnPushes();
+            if ((mode() & modes_with_pawn_captures) != 0) PawnCaptures();
             EnPassant();
         }
         KingMoves();
@@ -73,6 +72,9 @@ class Generator {
   private:
     static constexpr Colour Them = Opponent(Us);
     static constexpr int forward = Forward(Us);
+
+    [[nodiscard]] unsigned mode() const noexcept { return Every ? unsigned{mode_legal} : mode_; }
+
     // Towards the a-file and towards the h-file, as White sees the board.
     static constexpr int capture_westwards = forward - 1;
     static constexpr int capture_eastwards = forward + 1;
@@ -83,7 +85,7 @@ class Generator {
         constexpr Bitboard short_gap = Bit(Seen<Us>(f1)) | Bit(Seen<Us>(g1));
         constexpr Bitboard long_gap = Bit(Seen<Us>(b1)) | Bit(Seen<Us>(c1)) | Bit(Seen<Us>(d1));
         const unsigned rights = board_.frame().castling & castling_rights_of[Us];
-        if (rights == 0 || (mode_ & (mode_castling | mode_direct_checks)) == 0) return;
+        if (rights == 0 || (mode() & (mode_castling | mode_direct_checks)) == 0) return;
         if ((rights & (white_short | black_short)) != 0 && (board_.occupied & short_gap) == 0)
             CastleThrough(Seen<Us>(f1), Seen<Us>(g1), castling_word[Us][0]);
         if ((rights & (white_long | black_long)) != 0 && (board_.occupied & long_gap) == 0)
@@ -94,21 +96,21 @@ class Generator {
         if (IsAttacked<Them>(passed, board_) || IsAttacked<Them>(target, board_)) return;
         if (CastlingGivesCheck(board_, Seen<Us>(e1), target, enemy_king_))
             *end_++ = word | direct_check_bit;
-        else if ((mode_ & mode_castling) != 0)
+        else if ((mode() & mode_castling) != 0)
             *end_++ = word;
     }
 
     /// The squares that every piece but the king may go to; checks that the mode asks for add to them piece by piece.
     void FindTargets() noexcept {
         if (in_check_) return FindEvasions();
-        if ((mode_ & mode_all) != 0)
+        if ((mode() & mode_all) != 0)
             targets_ = ~own_.all;
-        else if ((mode_ & mode_captures) != 0)
+        else if ((mode() & mode_captures) != 0)
             targets_ = enemy_.all;
-        if ((mode_ & mode_all) == 0) {
-            added_direct_ = (mode_ & mode_direct_checks) != 0 ? ~own_.all : 0;
-            added_discovered_ = (mode_ & mode_discovered_checks) != 0 ? ~own_.all : 0;
-            added_double_ = (mode_ & mode_double_checks) != 0 ? ~own_.all : 0;
+        if ((mode() & mode_all) == 0) {
+            added_direct_ = (mode() & mode_direct_checks) != 0 ? ~own_.all : 0;
+            added_discovered_ = (mode() & mode_discovered_checks) != 0 ? ~own_.all : 0;
+            added_double_ = (mode() & mode_double_checks) != 0 ? ~own_.all : 0;
         }
     }
 
@@ -135,6 +137,7 @@ class Generator {
 
     /// Where a piece goes, given what it attacks and which squares give direct and discovered check.
     [[nodiscard]] Bitboard Wanted(Bitboard attacks, Bitboard direct, Bitboard discovered) const noexcept {
+        if (Every) return attacks & targets_;
         return attacks & (targets_ | (added_direct_ & direct) | (added_discovered_ & discovered) |
                           (added_double_ & direct & discovered));
     }
@@ -207,12 +210,12 @@ class Generator {
         const Bitboard discovered_twice = Shifted<forward>(discovered_single & third_rank);
 
         Bitboard wanted = Wanted(single, direct, discovered_single);
-        if (!in_check_ && (mode_ & modes_that_keep_promotion_rank) != 0) wanted |= single & last_rank;
+        if (!in_check_ && (mode() & modes_that_keep_promotion_rank) != 0) wanted |= single & last_rank;
         while (wanted != 0) {
             const Square to = TakeNextBit(wanted);
             const Move word = MakeWord(to - forward, to, pawn) | CheckField(to, direct, discovered_single);
             if (Has(last_rank, to))
-                Promotions(word, mode_);
+                Promotions(word, mode());
             else
                 *end_++ = word;
         }
@@ -236,13 +239,13 @@ class Generator {
         if (in_check_) targets &= targets_;
         if (targets == 0) return;
         const Bitboard discovered = Shifted<Step>(pawns & discoverers_ & ~CaptureDiagonal<Step>(enemy_king_));
-        const bool every_capture = (mode_ & (mode_captures | mode_all)) != 0;
+        const bool every_capture = (mode() & (mode_captures | mode_all)) != 0;
         while (targets != 0) {
             const Square to = TakeNextBit(targets);
             const Move word = MakeWord(to - Step, to, pawn) | CapturedField(to) | CheckField(to, direct, discovered);
             if (Has(last_rank, to))
-                Promotions(word, mode_ | mode_queen_promotions);
-            else if (every_capture || AsksForCheckType(mode_, CheckType(word)))
+                Promotions(word, mode() | mode_queen_promotions);
+            else if (every_capture || AsksForCheckType(mode(), CheckType(word)))
                 *end_++ = word;
         }
     }
@@ -280,13 +283,13 @@ class Generator {
     void EnPassant() noexcept {
         const Square to = board_.frame().en_passant_square;
         if (to == 0) return;
-        const bool every_capture = (mode_ & (mode_captures | mode_all)) != 0;
+        const bool every_capture = (mode() & (mode_captures | mode_all)) != 0;
         if (in_check_ && !Has(checkers_, Behind<Us>(to)) && !Has(targets_, to)) return;
         for (Bitboard capturers = t_.pawn_attacks(Them)[to] & own_.pawns; capturers != 0;) {
             const EnPassantCapture<Us> capture{board_, TakeNextBit(capturers)};
             if (capture.ExposesOwnKing()) continue;
             const Move word = MakeWord(capture.from, to, pawn, pawn) | capture.CheckBits();
-            if (every_capture || AsksForCheckType(mode_, CheckType(word))) *end_++ = word;
+            if (every_capture || AsksForCheckType(mode(), CheckType(word))) *end_++ = word;
         }
     }
 
@@ -305,7 +308,7 @@ class Generator {
 
     Move* end_;
     const BOARD& board_;
-    const unsigned mode_;
+    const unsigned mode_;  ///< of a selection
     const BITBOARD_TABLES& t_ = bitboard_tables;
     const SIDE_PIECES& own_ = board_.sides[Us];
     const SIDE_PIECES& enemy_ = board_.sides[Them];
@@ -322,11 +325,18 @@ class Generator {
     Bitboard discoverers_ = 0, pinned_ = 0;
 };
 
+template <Colour Us>
+Move* GenerateFor(Move* buffer, const BOARD& board, unsigned mode) noexcept {
+    // In check the kinds don't matter: every way out is wanted.
+    if (mode == mode_legal || board.in_check()) return Generator<Us, true>(buffer, board, mode_legal).Run();
+    return Generator<Us, false>(buffer, board, mode).Run();
+}
+
 }  // namespace
 
 Move* GenerateMoves(Move* buffer, const BOARD& board, unsigned mode) noexcept {
-    return board.side_to_move == white ? Generator<white>(buffer, board, mode).Run()
-                                       : Generator<black>(buffer, board, mode).Run();
+    return board.side_to_move == white ? GenerateFor<white>(buffer, board, mode)
+                                       : GenerateFor<black>(buffer, board, mode);
 }
 
 bool VerifyMove(Move move, const BOARD& board) noexcept {

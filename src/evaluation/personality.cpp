@@ -47,6 +47,12 @@ bool parse_personality(std::string_view text, int& value) {
     }
 }
 
+std::vector<std::string_view> personality_names() {
+    std::vector<std::string_view> names;
+    for (const NamedPersonality& entry : named_personalities) names.push_back(entry.name);
+    return names;
+}
+
 std::string personality_name(int value) {
     const auto* const named = std::find_if(named_personalities.begin(), named_personalities.end(),
                                            [value](const NamedPersonality& entry) { return entry.value == value; });

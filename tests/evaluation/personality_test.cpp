@@ -68,4 +68,14 @@ TEST(Personality, NameIsTheFirstOfItsValueOrTheNumber) {
     EXPECT_EQ(personality_name(-999), "-999");
 }
 
+TEST(Personality, NamesAreEighteenAndEachIsRead) {
+    const std::vector<std::string_view> names = personality_names();
+    EXPECT_EQ(names.size(), 18U);
+    EXPECT_EQ(names.front(), "Default");
+    for (const std::string_view name : names) {
+        int value = 0;
+        EXPECT_TRUE(parse_personality(name, value)) << name;
+    }
+}
+
 }  // namespace

@@ -1,7 +1,7 @@
 """What every dialogue test uses."""
 
 import pytest
-from engine import Engine
+from engine import UCI_PROGRAM, Engine
 
 
 @pytest.fixture
@@ -41,6 +41,14 @@ def xboard(start):
     engine = start()
     engine.send("xboard", "protover 2")
     engine.expect_text("feature done=1\n")
+    return engine
+
+
+@pytest.fixture
+def uci(start):
+    """vorka-uci, after its handshake."""
+    engine = start(program=UCI_PROGRAM)
+    engine.ask_text("uci", "uciok\n")
     return engine
 
 

@@ -14,6 +14,7 @@ from pathlib import Path
 PATIENCE = float(os.environ.get("VORKA_PATIENCE", "120"))
 
 PROGRAM = os.environ.get("VORKA_ENGINE", "")
+UCI_PROGRAM = os.environ.get("VORKA_UCI", "")
 
 
 class Unexpected(AssertionError):
@@ -27,14 +28,16 @@ class Engine:
     terminal's echo stays out of it. `stdout` may name another file descriptor, for tests that break the output.
     """
 
-    def __init__(self, folder, *options, terminal=False, stdout=subprocess.PIPE, preexec_fn=None, close_fds=True):
-        assert PROGRAM, "VORKA_ENGINE has to name the program under test; ctest sets it"
+    def __init__(self, folder, *options, program=None, terminal=False, stdout=subprocess.PIPE, preexec_fn=None,
+                 close_fds=True):
+        program = program or PROGRAM
+        assert program, "VORKA_ENGINE and VORKA_UCI have to name the programs under test; ctest sets them"
         self.folder = Path(folder)
         self.terminal = None
         stdin = subprocess.PIPE
         if terminal:
             self.terminal, stdin = pty.openpty()
-        self.process = subprocess.Popen([PROGRAM, *options], cwd=self.folder, stdin=stdin, stdout=stdout,
+        self.process = subprocess.Popen([program, *options], cwd=self.folder, stdin=stdin, stdout=stdout,
                                         stderr=subprocess.PIPE, preexec_fn=preexec_fn, close_fds=close_fds)
         if terminal:
             self.terminal_of_child = stdin  # kept open: the settings of the terminal are read from it

@@ -31,6 +31,7 @@ def test_the_total_is_the_one_on_record():
 
 def test_a_setting_changes_them():
     assert nodes("--set", "enable_search_extensions=false") != nodes()
+    assert nodes("--set", "capture_move_sorting_bonus=0,8,10,10,12,20") != nodes()
 
 
 def test_quiet_says_the_totals_alone():
@@ -60,6 +61,7 @@ def test_what_is_no_kept_run_is_refused_before_the_search(tmp_path):
 def test_bad_words_are_refused():
     for options in (["--set", "foo=1"], ["--set", "root_distance_multiplier=0"], ["--set", "enable_ettc=yes"],
                     ["--set", "enable_ettc="], ["--set", "enable_ettc"], ["--set", "root_distance_multiplier=true"],
+                    ["--set", "capture_move_sorting_bonus=0"], ["--set", "capture_move_sorting_bonus=0,1,2,3,4,5,6"],
                     ["--depth", "0"], ["--depth", "3x"], ["--depth", "-1"], ["--time", "abc"], ["--time", "0"],
                     ["--hash", "1M"], ["--nonsense"], ["x"]):
         run = subprocess.run([BENCH, *options], capture_output=True, text=True)

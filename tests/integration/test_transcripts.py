@@ -8,7 +8,7 @@ files anew.
 
 In the documents every block in plain fences is either a session at the prompt, which is typed anew and compared line by
 line, or a list of shell commands. Each command has to be known to the table SHOWN, which says how it is tried. A block
-that is neither, such as a drawing, begins with ```text.
+that is neither, such as a drawing, begins with ```text, and a dialogue with vorka-uci with ```uci: test_uci tries those.
 """
 
 import difflib
@@ -86,7 +86,7 @@ LEFT_OUT = "[..]"
 def blocks(document):
     """The blocks between plain fences, as lists of lines."""
     found = re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", (ROOT / document).read_text())
-    return [block.splitlines() for kind, block in found if kind != "text"]
+    return [block.splitlines() for kind, block in found if kind not in ("text", "uci")]
 
 
 def is_session(block):
@@ -185,7 +185,7 @@ def packages_are_those_of_the_scripts(words):
 
 def xboard_gets_the_engine(words):
     """XBoard opens a window and stays out: its options must be its own, test_xboard_match plays with them."""
-    assert words[1] == "-fcp" and words[2].endswith("/build/release/vorka") and words[3] == "-fd"
+    assert words[1] == "-fcp" and words[2].endswith("/build/release/vorka-xboard") and words[3] == "-fd"
     shown = (ROOT / "tests/integration/test_xboard_match.py").read_text()
     assert '"-fcp"' in shown and '"-fd"' in shown
 
@@ -231,6 +231,14 @@ def program_answers_help(words):
             assert word in told
 
 
+def tool_answers_help(words):
+    """The same for a program of the build under test."""
+    told = run(in_this_build(words[0]), "--help")
+    for word in words[1:]:
+        if word.startswith("--"):
+            assert word in told
+
+
 def fuzz_target_has_seeds(words):
     """A fuzz target needs clang's library and is not built here; its source and its seeds must be there."""
     name = Path(words[0]).name
@@ -239,7 +247,14 @@ def fuzz_target_has_seeds(words):
     assert words[1] == f"tests/fuzz/seeds/{name}"
 
 
+def makefile_names_the_program(words):
+    """Nothing is built here; test_uci builds it where it is asked to. make says what it would do."""
+    told = run(words[0], "-n", *words[1:])
+    assert "--target vorka-uci" in told and told.splitlines()[-1].endswith(" " + words[1].split("=")[1])
+
+
 SHOWN = [
+    (r"make EXE=.*", makefile_names_the_program),
     (r"scripts/\w+( \w+)?", script_answers_help),
     (r"(cmake|ctest) .*", preset_exists),
     (r"apt install .*", packages_are_those_of_the_scripts),
@@ -249,7 +264,8 @@ SHOWN = [
     (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
     (r"build/\w+/tools/solve_epd .*", solves_positions),
     (r"build/\w+/tools/bitbase_builder/bitbase_builder --help", program_runs),
-    (r"(tools|benchmarks)/\w+ .*", program_answers_help),
+    (r"build/\w+/tools/(selfplay|tune)/\w+ .*", tool_answers_help),
+    (r"(tools|benchmarks|scripts)/\w+ .*", program_answers_help),
 ]
 
 

@@ -7,7 +7,7 @@ import subprocess
 
 import pytest
 import rules
-from engine import PROGRAM
+from engine import PROGRAM, UCI_PROGRAM
 
 GAMES = 2  # one with each colour
 PATIENCE = 420.0
@@ -93,3 +93,13 @@ def test_matches_against_fairymax(tmp_path):
     assert not [line for line in sent if line.startswith(("Error", "Illegal move"))]
     # Two games are one run of the program, with one log.
     assert [path.name for path in tmp_path.glob("logfile.*")] == ["logfile.000"]
+
+
+def test_vorka_uci_through_an_adapter(tmp_path):
+    """Debian's polyglot stands between: it speaks XBoard's protocol on one side and UCI on the other."""
+    games, conversation = play_match(tmp_path, f"polyglot -noini -ec {UCI_PROGRAM}", "fairymax", "-timeControl", "0:08",
+                                     "-timeIncrement", "0.2")
+    assert len(games) == GAMES
+    assert {side for game in games for side in ("White", "Black") if game.tags[side].startswith("Vorka")} == {"White", "Black"}
+    for game in games:
+        check_game(game, conversation)

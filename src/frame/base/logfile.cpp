@@ -15,12 +15,20 @@ class Logfile::Tee : public std::streambuf {
     bool echo_to_console = true;
     bool flush_always = true;
     bool file_output = true;
+    Listener listener;
+    bool hears_all = false;
+    std::string open_line;  ///< what the listener will be told once its line is whole
 
   protected:
     std::streamsize xsputn(const char* text, std::streamsize length) override {
         if (length == 0) return 0;  // an empty text may have no address
         if (file && file_output) file->write(text, length);
-        if (echo_to_console) (void)std::fwrite(text, 1, static_cast<std::size_t>(length), stdout);
+        const std::string_view chunk(text, static_cast<std::size_t>(length));
+        if (listener) {
+            if (echo_to_console || hears_all) Tell(chunk);
+        } else if (echo_to_console) {
+            (void)std::fwrite(chunk.data(), 1, chunk.size(), stdout);
+        }
         return length;
     }
 
@@ -36,6 +44,16 @@ class Logfile::Tee : public std::streambuf {
         (void)std::fflush(stdout);
         if (file && flush_always) file->flush();
         return 0;
+    }
+
+  private:
+    void Tell(std::string_view chunk) {
+        for (std::size_t end = 0; (end = chunk.find('\n')) != std::string_view::npos; chunk.remove_prefix(end + 1)) {
+            open_line += chunk.substr(0, end);
+            // The listener may write to the log itself, which must find no line half told.
+            listener(std::exchange(open_line, {}));
+        }
+        open_line += chunk;
     }
 };
 
@@ -63,6 +81,12 @@ void Logfile::Flush() { flush(); }
 
 bool Logfile::SetEcho(bool on) { return std::exchange(tee_->echo_to_console, on); }
 bool Logfile::SetFlush(bool always) { return std::exchange(tee_->flush_always, always); }
+void Logfile::SetListener(Listener listener, bool hears_all) {
+    tee_->listener = std::move(listener);
+    tee_->hears_all = hears_all;
+    tee_->open_line.clear();
+}
+
 bool Logfile::SetFileOutput(bool on) { return std::exchange(tee_->file_output, on); }
 
 void LogOnly(std::string_view message) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <streambuf>
@@ -33,6 +34,10 @@ class Logfile : public std::ostream {
     /// Each returns the old value. Prefer EchoScope and FileScope: a command may throw through the caller.
     bool SetEcho(bool on);
     bool SetFlush(bool always);
+    /// Who is told each whole line of the echo, instead of standard output, which then has a form of its own. With
+    /// `hears_all` it is told the lines of the log alone as well. Empty: the echo goes to standard output.
+    using Listener = std::function<void(std::string_view line)>;
+    void SetListener(Listener listener, bool hears_all = false);
     /// Whether the text reaches the file; off only for what is meant for the screen alone (a carriage return).
     bool SetFileOutput(bool on);
 

@@ -65,6 +65,8 @@ ZeroedPages::~ZeroedPages() {
     if (data_ != nullptr) munmap(data_, size_);
 }
 
+/// A small table is cleared by hand: to get each of its pages back from the system takes longer.
 void ZeroedPages::Clear() noexcept {
-    if (data_ != nullptr && !GiveBack(data_, size_)) std::memset(data_, 0, size_);
+    if (data_ == nullptr || (size_ >= large_page && GiveBack(data_, size_))) return;
+    std::memset(data_, 0, size_);
 }

@@ -19,7 +19,6 @@ constexpr int deepest_iteration = 80;
 /// For so long the first iteration is not disturbed, and a puzzle goes on; milliseconds.
 constexpr std::int64_t undisturbed_time = 3000;
 constexpr int wait_between_polls = 125;  // milliseconds
-constexpr std::uint64_t polls_per_second = 8;
 constexpr std::uint64_t least_countdown = 100;
 /// A candidate beat the best score already, so its bisection begins a little above it.
 constexpr Score candidate_lead = 10;
@@ -47,6 +46,7 @@ class SearchController::RunningScope {
         controller_.info_.start = Timestamp::Now();
     }
     ~RunningScope() {
+        controller_.ReturnToBestLine();
         controller_.FlushCounters();
         controller_.info_.end = Timestamp::Now();
         controller_.info_.valid = false;
@@ -68,16 +68,31 @@ SearchController::SearchController(Engine& engine) : engine_(engine), search_(st
 SearchController::~SearchController() = default;
 
 void SearchController::Run(const SearchLimits& limits, const UserBoard& position, SearchHost& host) {
+    Begin(limits);
+    if (!position.IsGameOver() && position.IsPositionValid()) ListRootMoves(position.board());
+    RunFrom(position.board(), host);
+}
+
+void SearchController::Run(const SearchLimits& limits, const BOARD& position, SearchHost& host) {
+    Begin(limits);
+    ListRootMoves(position);
+    RunFrom(position, host);
+}
+
+void SearchController::Begin(const SearchLimits& limits) {
     if constexpr (theory_is_checked) CHECKED_ASSERT(!IsRunning(), vocabulary::no_error_description);
     info_ = {};
     root_moves_.clear();
     limits_ = limits;
-    if (!position.IsGameOver() && position.IsPositionValid()) ListRootMoves(position.board());
+}
+
+/// The root moves are listed.
+void SearchController::RunFrom(const BOARD& position, SearchHost& host) {
     if (root_moves_.empty()) {
         host.onSearchFinished(true);
         return;
     }
-    StartSearch(position.board());
+    StartSearch(position);
     bool discard = false;
     try {
         const RunningScope running(*this, host);
@@ -87,7 +102,6 @@ void SearchController::Run(const SearchLimits& limits, const UserBoard& position
         discard = aborted.discard;
     }
     NoteTableUse();
-    info_.statistics = search_->statistics;
     host.sendSearchStatistics(info_);
     host.onSearchFinished(discard);
 }
@@ -110,6 +124,8 @@ void SearchController::StartSearch(const BOARD& position) {
     UpdateDrawScore(contempt_);
     engine_.tables.NewSearch();
     clock_.Reset(limits_.max_time_limit, limits_.variable_time_limit);
+    clock_of_other_lines_.Reset(0, 0);
+    line_scores_.clear();
     search_->StartSearch(position, contempt_);
     search_->poll_countdown = NodesToNextPoll(first_poll_countdown, limits_.max_nodes + 1);
 }
@@ -130,8 +146,8 @@ void SearchController::IterationLoop() {
     const int last_iteration = LastIteration(limits_);
     for (int depth = 1; depth <= last_iteration; ++depth) {
         StartIteration(depth);
-        SearchFirstMove();
-        for (std::size_t index = 1; index < root_moves_.size(); ++index) SearchFurtherMove(index);
+        SearchLine();
+        SearchOtherLines();
         if (limits_.kind == SearchKind::normal &&
             clock_.ShouldStop(Elapsed(), SearchMoment::iteration_complete, FailState::none)) {
             return;
@@ -143,12 +159,47 @@ void SearchController::StartIteration(int depth) {
     clock_.NewIteration();
     info_.depth = static_cast<std::int16_t>(depth);
     search_->iteration_depth = depth;
+    search_->ForgetMovesPlayed();
     info_.moves_to_search = info_.root_moves;
     host_->sendDepthStarted(depth);
 }
 
+/// The moves from the first of the line on, until no other is better.
+void SearchController::SearchLine() {
+    SearchFirstMove();
+    for (auto index = static_cast<std::size_t>(info_.line) + 1; index < root_moves_.size(); ++index) {
+        SearchFurtherMove(index);
+    }
+}
+
+/// The next best moves: the same search among the root moves that no line has yet.
+void SearchController::SearchOtherLines() {
+    const auto lines = std::min(static_cast<std::size_t>(std::max(limits_.lines, 1)), root_moves_.size());
+    if (lines == 1) return;
+    line_scores_.resize(lines, info_.score);
+    best_line_ = LineResult{.score = info_.score, .variation = info_.principal_variation};
+    for (std::size_t line = 1; line < lines; ++line) {
+        most_ = info_.score;
+        info_.line = static_cast<int>(line);
+        info_.score = std::min(line_scores_[line], most_);
+        info_.moves_to_search = info_.root_moves - info_.line;
+        SearchLine();
+        line_scores_[line] = info_.score;
+    }
+    ReturnToBestLine();
+}
+
+void SearchController::ReturnToBestLine() {
+    if (!best_line_) return;
+    info_.line = 0;
+    info_.score = best_line_->score;
+    info_.principal_variation = std::move(best_line_->variation);
+    best_line_.reset();
+    most_ = infinity_bound;
+}
+
 void SearchController::SearchFirstMove() {
-    RootMoveRecord& record = root_moves_.front();
+    RootMoveRecord& record = *FirstOfLine();
     NameCurrentMove(record);
     info_.score = FindScore(record, -infinity_bound, info_.score);
     --info_.moves_to_search;
@@ -160,7 +211,8 @@ void SearchController::SearchFurtherMove(std::size_t index) {
     RootMoveRecord& record = root_moves_[index];
     NameCurrentMove(record);
     fail_state_ = FailState::none;
-    const bool refuted = RefutationTest(info_.score, [&](Score test) { return Ask(record, test); });
+    const bool refuted =
+        info_.score >= most_ || RefutationTest(info_.score, [&](Score test) { return Ask(record, test); });
     if (!refuted) ConfirmCandidate(index);
     --info_.moves_to_search;
 }
@@ -168,11 +220,11 @@ void SearchController::SearchFurtherMove(std::size_t index) {
 /// A later move seems to beat the best one. Its line stands as the best one from here on, since it did well enough to
 /// be played if the search is stopped now, and goes away only if the bisection finds that the move is no better.
 void SearchController::ConfirmCandidate(std::size_t index) {
-    const auto first = root_moves_.begin();
-    const auto candidate = std::next(first, static_cast<std::ptrdiff_t>(index));
+    const auto first = FirstOfLine();
+    const auto candidate = std::next(root_moves_.begin(), static_cast<std::ptrdiff_t>(index));
     std::rotate(first, candidate, std::next(candidate));
-    RootMoveRecord& record = root_moves_.front();
-    clock_.NoteCandidate();
+    RootMoveRecord& record = *first;
+    ClockOfLine().NoteCandidate();
     host_->sendNewPvMove(record.text);
     auto old_line = info_.principal_variation;
     ShowLine(record);
@@ -183,9 +235,9 @@ void SearchController::ConfirmCandidate(std::size_t index) {
         ShowLine(record);
         host_->sendThinking(info_);
     } else {
-        clock_.NoteInstability();
+        ClockOfLine().NoteInstability();
         host_->sendSearchInstability();
-        std::swap(root_moves_[0], root_moves_[1]);
+        std::swap(*first, *std::next(first));
         info_.principal_variation = std::move(old_line);
     }
 }
@@ -193,7 +245,7 @@ void SearchController::ConfirmCandidate(std::size_t index) {
 /// Analysis and pondering do not end by themselves.
 void SearchController::WaitForInput() {
     while (!EndsByItself()) {
-        SleepMilliseconds(wait_between_polls);
+        SleepMilliseconds(limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls);
         host_->pollInput();
     }
 }
@@ -203,12 +255,23 @@ void SearchController::WaitForInput() {
 void SearchController::NameCurrentMove(const RootMoveRecord& record) {
     info_.root_move_text = record.text;
     info_.valid = true;
+    host_->sendCurrentMove(info_, record.move);
 }
 
 Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score guess) {
     first_root_move_ = true;
-    const BoundSearchTask task{.depth = info_.depth, .lower = lower, .guess = guess, .contempt = contempt_};
-    const Score score = BoundSearch(task, clock_, fail_state_, [&](Score test) { return Ask(record, test); });
+    const BoundSearchTask task{.depth = info_.depth,
+                               .lower = lower,
+                               .upper = most_,
+                               .guess = best_line_ ? std::min(guess, most_) : guess,
+                               .contempt = contempt_};
+    const auto ask = [&](Score test) {
+        const Score answer = Ask(record, test);
+        const ScoreBound bound = answer == test ? ScoreBound::at_least : ScoreBound::at_most;
+        host_->sendBound(info_, answer, bound, record.line);
+        return answer;
+    };
+    const Score score = BoundSearch(task, ClockOfLine(), fail_state_, ask);
     first_root_move_ = false;
     return score;
 }
@@ -231,22 +294,28 @@ void SearchController::ShowLine(const RootMoveRecord& record) {
 void SearchController::Poll() {
     FlushCounters();
     const auto milliseconds = info_.Milliseconds();
-    const std::uint64_t nodes_per_second =
-        milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
     if (HasSpentNodes()) throw search_aborted_exception{.discard = false};
-    search_->poll_countdown =
-        NodesToNextPoll(nodes_per_second / polls_per_second + least_countdown, limits_.max_nodes - info_.nodes);
+    search_->poll_countdown = NodesToNextPoll(UsualCountdown(milliseconds), limits_.max_nodes - info_.nodes);
 
-    if (milliseconds <= undisturbed_time && info_.depth == 1) return;
+    if (milliseconds <= undisturbed_time && info_.depth == 1 && limits_.poll_interval == 0) return;
     if (limits_.kind == SearchKind::puzzle) {
         if (milliseconds > undisturbed_time) throw search_aborted_exception{.discard = false};
     } else {
         host_->pollInput();
         if (!EndsByItself()) return;
     }
-    const auto moment = first_root_move_ ? SearchMoment::first_root_move : SearchMoment::later_root_move;
-    const auto fail_state = first_root_move_ ? fail_state_ : FailState::none;
+    const bool is_first = first_root_move_ && !best_line_;
+    const auto moment = is_first ? SearchMoment::first_root_move : SearchMoment::later_root_move;
+    const auto fail_state = is_first ? fail_state_ : FailState::none;
     if (clock_.ShouldStop(Elapsed(), moment, fail_state)) throw search_aborted_exception{.discard = false};
+}
+
+/// The nodes of one interval. In the first second there are fewer: the speed is not known yet, or no more than begun.
+std::uint64_t SearchController::UsualCountdown(std::int64_t milliseconds) const {
+    const std::uint64_t nodes_per_second =
+        milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
+    const int interval = limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls;
+    return nodes_per_second * static_cast<std::uint64_t>(interval) / 1000 + least_countdown;
 }
 
 /// A poll comes before its node is counted, so the one that ends a search comes with the first node too many.
@@ -263,6 +332,8 @@ void SearchController::FlushCounters() {
     info_.nodes += std::exchange(search_->nodes, 0);
     info_.ettc_tries += std::exchange(search_->ettc_tries, 0);
     info_.ettc_cutoffs += std::exchange(search_->ettc_cutoffs, 0);
+    info_.statistics = search_->statistics;
+    info_.selective_depth = search_->DeepestPly();
 }
 
 void SearchController::NoteTableUse() {

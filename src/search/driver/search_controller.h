@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "evaluation/context/evaluation_context.h"
@@ -31,6 +33,8 @@ class SearchController final : private NodePoll {
     /// once if the game has a result already or no legal move. Catches search_aborted_exception; everything else passes
     /// through, and leaves the controller fit for the next search.
     void Run(const SearchLimits& limits, const UserBoard& position, SearchHost& host);
+    /// The same from a position at ply 0 that may be a draw by rule already: there is no game to be over.
+    void Run(const SearchLimits& limits, const BOARD& position, SearchHost& host);
 
     /// The opponent played the predicted move: a pondering search goes on as a normal one.
     void PonderHit();
@@ -51,10 +55,15 @@ class SearchController final : private NodePoll {
   private:
     class RunningScope;
 
+    void Begin(const SearchLimits& limits);
+    void RunFrom(const BOARD& position, SearchHost& host);
     void ListRootMoves(const BOARD& position);
     void StartSearch(const BOARD& position);
     void IterationLoop();
     void StartIteration(int depth);
+    void SearchLine();
+    void SearchOtherLines();
+    void ReturnToBestLine();
     void SearchFirstMove();
     void SearchFurtherMove(std::size_t index);
     void ConfirmCandidate(std::size_t index);
@@ -68,6 +77,7 @@ class SearchController final : private NodePoll {
     void Poll() override;
     [[nodiscard]] std::uint64_t NodesToNextPoll(std::uint64_t usual, std::uint64_t to_the_limit) const;
     [[nodiscard]] bool HasSpentNodes() const;
+    [[nodiscard]] std::uint64_t UsualCountdown(std::int64_t milliseconds) const;
     void FlushCounters();
     void NoteTableUse();
     [[nodiscard]] std::int64_t Elapsed() const;
@@ -88,4 +98,17 @@ class SearchController final : private NodePoll {
     SearchClock clock_;
     FailState fail_state_ = FailState::none;  ///< of the bisection under way
     bool first_root_move_ = false;            ///< a bisection is under way, not a refutation test
+
+    /// What stands in `info_` while it is of the best line.
+    struct LineResult {
+        Score score;
+        std::vector<std::pair<Move, std::string>> variation;
+    };
+    std::optional<LineResult> best_line_;  ///< set while another line is searched
+    std::vector<Score> line_scores_;       ///< of the other lines, in the last iteration that has found them
+    Score most_ = infinity_bound;          ///< no move of this line is better: those that are stand in lines before it
+    SearchClock clock_of_other_lines_;     ///< what happens there says nothing about the best move
+
+    [[nodiscard]] SearchClock& ClockOfLine() { return best_line_ ? clock_of_other_lines_ : clock_; }
+    [[nodiscard]] auto FirstOfLine() { return root_moves_.begin() + info_.line; }
 };

@@ -21,6 +21,8 @@ struct SearchInfo {
     int root_moves = 0;       ///< number of root moves
     int moves_to_search = 0;  ///< root moves of this iteration not finished yet, the one being searched included
     std::int16_t depth = 0;   ///< number of the iteration
+    int line = 0;             ///< which of several lines the score and the variation are of; 0: the best one
+    int selective_depth = 0;  ///< half moves of the longest line that the iteration has looked at
     std::uint64_t nodes = 0;
     std::string root_move_text;  ///< the root move in work
     std::vector<std::pair<Move, std::string>> principal_variation;
@@ -29,15 +31,18 @@ struct SearchInfo {
     Timestamp end;  ///< valid once the search has ended
     std::uint64_t ettc_tries = 0;
     std::uint64_t ettc_cutoffs = 0;
+    SearchStatistics statistics;
     // Set once the search has ended.
     TableUse transposition_table, pawn_hash_table, evaluation_hash_table;
-    SearchStatistics statistics;
 
     /// Milliseconds from the start to the end, or to now while the search runs.
     [[nodiscard]] std::int64_t Milliseconds() const {
         return ElapsedMilliseconds(start, end.valid ? end : Timestamp::Now());
     }
 };
+
+/// What an answer to a question of the root says about a score.
+enum class ScoreBound { at_least, at_most };
 
 /// What the search asks of the world. It runs on the caller's stack, with no thread beside it: pollInput runs commands
 /// that have arrived, and one that can't run beside a search leaves it as an exception of steering.h.
@@ -49,6 +54,12 @@ class SearchHost {
     virtual void sendDepthStarted(int depth) = 0;
     virtual void sendNewPvMove(const std::string& move) = 0;
     virtual void sendSearchInstability() = 0;
+    /// A root move begins to be searched: the one that info.root_move_text names.
+    virtual void sendCurrentMove(const SearchInfo& /*info*/, Move /*move*/) {}
+    /// One question about the score of a root move is answered. `line` begins with that move; it was played through
+    /// for the question, and may end in a move that can't be played.
+    virtual void sendBound(const SearchInfo& /*info*/, int /*score*/, ScoreBound /*bound*/,
+                           const std::vector<Move>& /*line*/) {}
     virtual void sendSearchStatistics(const SearchInfo& info) = 0;
     /// The very last call of a search; may throw a request for the next one.
     virtual void onSearchFinished(bool discard) = 0;

@@ -21,6 +21,10 @@ struct SearchLimits {
     std::int32_t variable_time_limit = 0;  ///< milliseconds that the search stretches and shrinks by what it meets
     std::uint64_t max_nodes = 0;           ///< nodes of the tree, exactly; for a search that ends by itself
     std::vector<Move> root_moves{};        ///< the legal moves to choose from; empty: all
+    std::int32_t lines = 1;                ///< best moves to find with their scores, each without those before it
+    /// Milliseconds between two looks for input and at the clock, from the first node on. 0: an eighth of a second, and
+    /// none in the first iteration. Does not change which nodes are visited.
+    std::int32_t poll_interval = 0;
 };
 
 /// What a command hands to the main loop when it wants a search.

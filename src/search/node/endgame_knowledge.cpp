@@ -33,6 +33,8 @@ NodeAnswer AskTablebases(const Node& node) {
 
 NodeAnswer EndgameKnowledge(const Node& node) {
     if (node.position_class < balanced_ending) return go_on;
-    if (const auto answer = AskBitbases(node)) return answer;
-    return AskTablebases(node);
+    NodeAnswer answer = AskBitbases(node);
+    if (!answer) answer = AskTablebases(node);
+    if (answer) ++node.search.statistics.endings_known;
+    return answer;
 }

@@ -202,7 +202,8 @@ ChildFlags KeptFromPruning(const Node& node) {
     return ChildFlags::none;
 }
 
-/// Field by field, as they come in registers: the whole record would be put together in memory and wait to be read back.
+/// Field by field, as they come in registers: the whole record would be put together in memory and wait to be read
+/// back.
 void Keep(const PinRecord& found, PinRecord& place) {
     place.pinned_square = found.pinned_square;
     place.pinner_square = found.pinner_square;

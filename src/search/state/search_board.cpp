@@ -23,3 +23,11 @@ void SearchBoard::StartSearch(const BOARD& position, Score contempt) {
     statistics = {};
     poll_countdown = first_poll_countdown;
 }
+
+int SearchBoard::DeepestPly() const noexcept {
+    const auto deepest =
+        std::find_if(std::rbegin(moves_played), std::rend(moves_played), [](Move move) { return move != INVALID; });
+    return deepest == std::rend(moves_played) ? 0 : static_cast<int>(std::rend(moves_played) - deepest) - 1;
+}
+
+void SearchBoard::ForgetMovesPlayed() noexcept { std::fill(std::begin(moves_played), std::end(moves_played), INVALID); }

@@ -83,4 +83,9 @@ struct SearchBoard {
     /// Sets everything up for a search from `position` (at ply 0). `contempt` is the worth of a draw for the side on
     /// move there.
     void StartSearch(const BOARD& position, Score contempt);
+
+    /// The deepest ply that a move has led to since ForgetMovesPlayed. A null move alone does not count.
+    [[nodiscard]] int DeepestPly() const noexcept;
+    /// To be called at the root, where no move of the tree is on the board.
+    void ForgetMovesPlayed() noexcept;
 };

@@ -11,6 +11,7 @@ struct SearchStatistics {
     std::uint64_t extended_moves = 0;    ///< searched deeper than the node's distance says
     std::uint64_t reduced_moves = 0;     ///< late ones, searched less deep
     std::uint64_t verifications = 0;     ///< reduced searches that reached beta and were repeated
+    std::uint64_t endings_known = 0;     ///< positions that bitbases or tablebases have answered
 
     friend bool operator==(const SearchStatistics&, const SearchStatistics&) = default;
 };

@@ -71,6 +71,18 @@ std::uint64_t TRANSPOSITION_TABLE::freeSlots() const noexcept {
     return empty;
 }
 
+int TRANSPOSITION_TABLE::PermilleInUse() const noexcept {
+    // The first buckets are as good as any others: keys are spread evenly.
+    constexpr std::uint64_t sample_size = 500;
+    const auto size = static_cast<std::ptrdiff_t>(std::min(buckets_.count(), sample_size));
+    std::ptrdiff_t in_use = 0;
+    std::for_each(buckets_.begin(), buckets_.begin() + size, [&](const Bucket& bucket) {
+        in_use += std::count_if(bucket.begin(), bucket.end(),
+                                [this](const TranspositionEntry& entry) { return entry.key != 0 && IsCurrent(entry); });
+    });
+    return static_cast<int>(in_use * 1000 / (2 * size));
+}
+
 void TRANSPOSITION_TABLE::newSearch() noexcept {
     ABSTRACT_HASH_TABLE::newSearch();
     constexpr std::uint32_t age_limit = 0x800000;  // an entry has 23 bits for it

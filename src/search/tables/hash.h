@@ -156,6 +156,8 @@ class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
     void Store(TranspositionEntry entry) noexcept;
 
     [[nodiscard]] std::uint32_t age() const noexcept { return age_; }
+    /// How many of a thousand entries the running search has written or used, from a sample.
+    [[nodiscard]] int PermilleInUse() const noexcept;
 
   private:
     using Bucket = std::array<TranspositionEntry, 2>;

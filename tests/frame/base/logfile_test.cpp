@@ -7,6 +7,9 @@
 
 #include <csignal>
 #include <ctime>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "frame/base/os_dependent.h"
 #include "support/log_capture.h"
@@ -24,6 +27,27 @@ TEST(Logfile, EchoesToStandardOutputAtFirst) {
     vlog.Flush();
     EXPECT_EQ(GetCapturedStdout(), "move e2e4\n");
     EXPECT_EQ(log.text(), "move e2e4\n");
+}
+
+TEST(Logfile, TellsAListenerWholeLinesInsteadOfStandardOutput) {
+    CaptureStdout();
+    const LogCapture log;
+    std::vector<std::string> lines;
+    const auto listener = [&](std::string_view line) { lines.emplace_back(line); };
+    vlog.SetListener(listener);
+    vlog << "one"
+         << " line\nthe next\n\nan open";
+    LogOnly("unheard");
+    EXPECT_EQ(lines, (std::vector<std::string>{"one line", "the next", ""}));
+    vlog.SetListener(listener, true);
+    LogOnly("heard");
+    EXPECT_EQ(lines.back(), "heard (not sent to xboard)") << "the open line is forgotten";
+    vlog.SetListener(nullptr);
+    vlog << "plain\n";
+    vlog.Flush();
+    EXPECT_EQ(GetCapturedStdout(), "plain\n");
+    EXPECT_EQ(log.text(),
+              "one line\nthe next\n\nan openunheard (not sent to xboard)\nheard (not sent to xboard)\nplain\n");
 }
 
 TEST(Logfile, PrintsNumbersInTheDefaultFormat) {

@@ -34,7 +34,7 @@ class Pass : public testing::Test {
         board.MakeNullMove();
         Move move = INVALID;
         Distance distance = 0;
-        if (!search_.tables.transposition.ProbeMove(board.key(), move, distance)) return go_on;
+        if (!search_.tables.transposition.ProbeMove(board.key(), move, distance)) return std::nullopt;
         return distance;
     }
     /// Puts an answer after the null move: whatever is asked there, the side on move has `score` at any distance.

@@ -181,7 +181,7 @@ class Deepening : public Cutoff {
     [[nodiscard]] std::optional<Distance> StoredDistance() const {
         Move move = INVALID;
         Distance distance = 0;
-        if (!search_.tables.transposition.ProbeMove(search_.board->board.key(), move, distance)) return go_on;
+        if (!search_.tables.transposition.ProbeMove(search_.board->board.key(), move, distance)) return std::nullopt;
         return distance;
     }
 };
@@ -209,12 +209,12 @@ TEST_P(DeepeningDistances, AreReduced) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(InternalDeepening, DeepeningDistances, testing::Values(
-    DeepeningRow{"cut node, too near", 255, NodeType::cut, go_on},
+    DeepeningRow{"cut node, too near", 255, NodeType::cut, std::nullopt},
     DeepeningRow{"cut node", 256, NodeType::cut, 127},
     DeepeningRow{"all node", 256, NodeType::all, 127},
     DeepeningRow{"cut node, just short of far", 511, NodeType::cut, 382},
     DeepeningRow{"cut node, far", 512, NodeType::cut, 320},
-    DeepeningRow{"principal variation, too near", 127, NodeType::principal, go_on},
+    DeepeningRow{"principal variation, too near", 127, NodeType::principal, std::nullopt},
     DeepeningRow{"principal variation, at least 1", 128, NodeType::principal, 1},
     DeepeningRow{"the extra reduction is for the principal variation, in spite of its name", 256, NodeType::principal, 63},
     DeepeningRow{"principal variation, far", 512, NodeType::principal, 256}),

@@ -43,6 +43,16 @@ TEST(SearchBoard, SeesADrawFromBothSides) {
     EXPECT_EQ(black_root.board->draw_score[black], 25);
 }
 
+TEST(SearchBoard, KnowsTheDeepestPlyThatAMoveHasLedTo) {
+    SearchBuilder search(start_fen);
+    EXPECT_EQ(search.board->DeepestPly(), 0);
+    search.board->moves_played[3] = MakeWord(a2, a3, pawn);
+    search.board->moves_played[1] = MakeWord(a7, a6, pawn);
+    EXPECT_EQ(search.board->DeepestPly(), 3);
+    search.board->ForgetMovesPlayed();
+    EXPECT_EQ(search.board->DeepestPly(), 0);
+}
+
 TEST(SearchBoard, EmptyPinRecordHasItsOwnNumbers) {
     EXPECT_EQ(PinRecord{}.pinned_square, -1);
     EXPECT_EQ(PinRecord{}.pinner_square, -2);

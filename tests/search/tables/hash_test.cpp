@@ -233,6 +233,17 @@ TEST(Transpositions, ProbeMoveGivesTheMoveAndTheLargerDistance) {
     EXPECT_FALSE(table.ProbeMove(8, known, distance));
 }
 
+TEST(Transpositions, CountInAThousandWhatTheRunningSearchHasStored) {
+    TRANSPOSITION_TABLE table;
+    ASSERT_TRUE(table.resize(std::uint64_t{1} << 20));
+    table.newSearch();
+    EXPECT_EQ(table.PermilleInUse(), 0);
+    for (std::uint64_t key = 1; key <= 250; ++key) table.Store(LowerBound(key, 10, 64));
+    EXPECT_EQ(table.PermilleInUse(), 250) << "a bucket has room for two";
+    table.newSearch();
+    EXPECT_EQ(table.PermilleInUse(), 0) << "old entries are free to go";
+}
+
 TEST(Transpositions, AgeWrapsToOne) {
     TRANSPOSITION_TABLE table;
     for (std::uint32_t age = table.age() + 1; age < 0x800000; ++age) {

@@ -1,0 +1,158 @@
+#include "uci/options.h"
+
+#include <algorithm>
+#include <array>
+
+#include "evaluation/personality.h"
+#include "frame/base/text_utilities.h"
+#include "uci/strength.h"
+#include "uci/uci_texts.h"
+
+namespace VorkaUci {
+
+namespace {
+
+constexpr int largest_hash = 65536;  // MiB
+constexpr int most_lines = 8;
+constexpr int largest_contempt = 1000;
+constexpr int largest_style = 1000;
+constexpr int largest_overhead = 5000;
+
+// clang-format off
+constexpr std::array option_rows{
+    OptionRow{"Hash", SpinOption{&OptionValues::hash, 1, largest_hash}, [](OptionActions& program) { program.resizeTables(); }},
+    OptionRow{uci_texts::clear_hash, ButtonOption{}, [](OptionActions& program) { program.clearTables(); }},
+    OptionRow{"Ponder", CheckOption{&OptionValues::ponder}},
+    OptionRow{"MultiPV", SpinOption{&OptionValues::lines, 1, most_lines}},
+    OptionRow{"Contempt", SpinOption{&OptionValues::contempt, -largest_contempt, largest_contempt}, [](OptionActions& program) { program.weighDraws(); }},
+    OptionRow{"Personality", ComboOption{&OptionValues::personality, personality_names}, [](OptionActions& program) { program.takeStyle(); }},
+    OptionRow{"Style", SpinOption{&OptionValues::style, -largest_style, largest_style}, [](OptionActions& program) { program.takeStyle(); }},
+    OptionRow{uci_texts::settings_file, StringOption{&OptionValues::settings_file}, [](OptionActions& program) { program.readSettings(); }},
+    OptionRow{"OwnBook", CheckOption{&OptionValues::own_book}},
+    OptionRow{uci_texts::book_file, StringOption{&OptionValues::book_file}, [](OptionActions& program) { program.openBook(); }},
+    OptionRow{"UCI_LimitStrength", CheckOption{&OptionValues::limit_strength}},
+    OptionRow{"UCI_Elo", SpinOption{&OptionValues::elo, weakest_elo, strongest_elo}},
+    OptionRow{"UCI_AnalyseMode", CheckOption{&OptionValues::analyse_mode}, [](OptionActions& program) { program.weighDraws(); }},
+    OptionRow{"UCI_Opponent", StringOption{&OptionValues::opponent}, [](OptionActions& program) { program.noteOpponent(); }},
+    OptionRow{uci_texts::move_overhead, SpinOption{&OptionValues::move_overhead, 0, largest_overhead}},
+    OptionRow{uci_texts::bitbase_path, StringOption{&OptionValues::bitbase_path}, [](OptionActions& program) { program.loadBitbases(); }},
+    OptionRow{uci_texts::syzygy_path, StringOption{&OptionValues::syzygy_path}, [](OptionActions& program) { program.openSyzygy(); }},
+    OptionRow{uci_texts::log_file, StringOption{&OptionValues::log_file}, [](OptionActions& program) { program.openLog(); }},
+};
+// clang-format on
+
+constexpr std::string_view empty_value = "<empty>";
+
+std::string_view TextOf(bool value) { return value ? "true" : "false"; }
+std::string_view ShownString(const std::string& value) { return value.empty() ? empty_value : value; }
+
+/// The kind with its default and limits, as the offer has it.
+struct Offer {
+    const OptionValues defaults{};
+
+    std::string operator()(const CheckOption& option) const {
+        return std::string(uci_texts::check_default) + std::string(TextOf(defaults.*option.value));
+    }
+    std::string operator()(const SpinOption& option) const {
+        return std::string(uci_texts::spin_default) + std::to_string(defaults.*option.value) + " min " +
+               std::to_string(option.least) + " max " + std::to_string(option.most);
+    }
+    std::string operator()(const StringOption& option) const {
+        return std::string(uci_texts::string_default) + std::string(ShownString(defaults.*option.value));
+    }
+    std::string operator()(const ComboOption& option) const {
+        std::string text = std::string(uci_texts::combo_default) + defaults.*option.value;
+        for (const std::string_view choice : option.choices()) (text += " var ") += choice;
+        return text;
+    }
+    std::string operator()(const ButtonOption&) const { return "button"; }
+};
+
+/// Takes a value; whether the text is one.
+struct Take {
+    std::string_view text;
+    OptionValues& values;
+
+    bool operator()(const CheckOption& option) const {
+        const std::string word = VorkaUtils::ToLower(text);
+        if (word != TextOf(true) && word != TextOf(false)) return false;
+        values.*option.value = word == TextOf(true);
+        return true;
+    }
+    bool operator()(const SpinOption& option) const try {
+        const int number = VorkaUtils::ToInteger(text);
+        if (number < option.least || number > option.most) return false;
+        values.*option.value = number;
+        return true;
+    } catch (const string_conversion_error&) {
+        return false;
+    }
+    bool operator()(const StringOption& option) const {
+        values.*option.value = text == empty_value ? std::string() : std::string(text);
+        return true;
+    }
+    bool operator()(const ComboOption& option) const {
+        for (const std::string_view choice : option.choices()) {
+            if (VorkaUtils::ToLower(choice) != VorkaUtils::ToLower(text)) continue;
+            values.*option.value = choice;
+            return true;
+        }
+        return false;
+    }
+    bool operator()(const ButtonOption&) const { return true; }
+};
+
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(VorkaUtils::white_space);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(VorkaUtils::white_space) - begin + 1);
+}
+
+/// Where `word` stands in the text, with white space or the ends of the text around it; npos if it doesn't.
+std::size_t FindWord(std::string_view text, std::string_view word) {
+    const auto is_edge = [&](std::size_t at) {
+        return at >= text.size() || VorkaUtils::white_space.find(text[at]) != std::string_view::npos;
+    };
+    std::size_t at = text.find(word);
+    while (at != std::string_view::npos && !((at == 0 || is_edge(at - 1)) && is_edge(at + word.size()))) {
+        at = text.find(word, at + 1);
+    }
+    return at;
+}
+
+}  // namespace
+
+std::span<const OptionRow> OptionRows() { return option_rows; }
+
+const OptionRow* FindOption(std::string_view name) {
+    const std::string wanted = VorkaUtils::ToLower(name);
+    const auto* const row = std::find_if(option_rows.begin(), option_rows.end(), [&](const OptionRow& candidate) {
+        return VorkaUtils::ToLower(candidate.name) == wanted;
+    });
+    return row == option_rows.end() ? nullptr : row;
+}
+
+std::string OptionLine(const OptionRow& row) {
+    return std::string(uci_texts::option_name) + std::string(row.name) + " type " + std::visit(Offer{}, row.kind);
+}
+
+bool TakeValue(const OptionRow& row, std::string_view text, OptionValues& values) {
+    return std::visit(Take{text, values}, row.kind);
+}
+
+SetOptionCommand ReadSetOption(std::string_view line) {
+    constexpr std::string_view name_word = "name";
+    constexpr std::string_view value_word = "value";
+    SetOptionCommand command;
+    const std::size_t name = FindWord(line, name_word);
+    if (name == std::string_view::npos) return command;
+    line.remove_prefix(name + name_word.size());
+    const std::size_t value = FindWord(line, value_word);
+    if (value != std::string_view::npos) command.value = Trimmed(line.substr(value + value_word.size()));
+    for (const std::string& word : VorkaUtils::tokenize(line.substr(0, value))) {
+        command.name += (command.name.empty() ? "" : " ") + word;
+    }
+    return command;
+}
+
+}  // namespace VorkaUci

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bitbases/tablebases.h"
+#include "chess/board.h"
+#include "chess/move.h"
+
+/// Syzygy tablebases by the library Fathom, where it was installed when the program was built. The library keeps what
+/// it has opened for the whole process: one folder, or one list of folders, at a time.
+namespace VorkaUci {
+
+/// Whether this build can read the tables.
+[[nodiscard]] bool HasSyzygy();
+/// Opens the tables of the folders that `path` lists, with colons between them; an empty path closes those in use. The
+/// number of men of the largest, 0 if there are none.
+[[nodiscard]] int OpenSyzygy(const std::string& path);
+/// Gives the search the tables that are open: who wins, of a position whose fifty counter is 0. A win is told as a mate
+/// that is further away than the search goes.
+[[nodiscard]] std::unique_ptr<VorkaTablebases::TableSource> MakeSyzygySource();
+/// The root moves that the tables leave to the search; empty if they don't know the position.
+[[nodiscard]] std::vector<Move> SyzygyRootMoves(const BOARD& board);
+
+}  // namespace VorkaUci

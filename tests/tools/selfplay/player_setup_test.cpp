@@ -1,0 +1,73 @@
+#include "selfplay/player_setup.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "search/settings/settings_file.h"
+#include "support/temporary_directory.h"
+
+namespace {
+
+std::string WhyRefused(const std::string& text) {
+    try {
+        (void)ReadPlayer(text);
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return "nothing was refused";
+}
+
+TEST(PlayerSetup, NothingIsTheEngineAsItIs) {
+    const PlayerSetup player = ReadPlayer("");
+    EXPECT_EQ(player.settings, SearchSettings());
+    EXPECT_EQ(player.name, "defaults");
+}
+
+TEST(PlayerSetup, WordsChangeIt) {
+    const PlayerSetup player = ReadPlayer(
+        " min_ply_for_null_move=1 enable_ettc=true  capture_move_sorting_bonus=0,1,2,3,4,5 personality=Rux "
+        "contempt=-20 "
+        "nodes=500 name=A");
+    EXPECT_EQ(player.settings.min_ply_for_null_move, 1);
+    EXPECT_TRUE(player.settings.enable_ettc);
+    EXPECT_EQ(player.settings.capture_move_sorting_bonus, (std::array{0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(player.personality, 1000);
+    EXPECT_EQ(player.contempt, -20);
+    EXPECT_EQ(player.nodes, 500U);
+    EXPECT_EQ(player.name, "A");
+}
+
+TEST(PlayerSetup, DescriptionReadsBack) {
+    PlayerSetup player = ReadPlayer(
+        "enable_search_extensions=false capture_move_sorting_bonus=0,1,2,3,4,5 contempt=7 personality=-4 nodes=9");
+    EXPECT_EQ(player.name, DescriptionOf(player));
+    EXPECT_EQ(ReadPlayer(DescriptionOf(player)), player);
+}
+
+TEST(PlayerSetup, FileComesFirstAndLaterWordsChangeIt) {
+    const TemporaryDirectory folder;
+    OptimizeInterface::Settings::Of({.min_ply_for_null_move = 2, .futility_pruning_margin = 99})
+        .WriteFile(folder.File("tuned.txt"));
+    const PlayerSetup player = ReadPlayer("settings=" + folder.File("tuned.txt") + " min_ply_for_null_move=3");
+    EXPECT_EQ(player.settings.futility_pruning_margin, 99);
+    EXPECT_EQ(player.settings.min_ply_for_null_move, 3);
+}
+
+TEST(PlayerSetup, BadWordsAreTold) {
+    EXPECT_EQ(WhyRefused("fast"), "not key=value: \"fast\"");
+    EXPECT_EQ(WhyRefused("speed=1"), "no such setting: \"speed\"");
+    EXPECT_EQ(WhyRefused("futility_pruning_margin=x"),
+              "futility_pruning_margin (integer : [1] {0..32767}) can't be \"x\"");
+    EXPECT_EQ(WhyRefused("futility_pruning_margin=-1"),
+              "futility_pruning_margin (integer : [1] {0..32767}) can't be \"-1\"");
+    EXPECT_EQ(WhyRefused("contempt=5x"), "contempt takes a number from -1000 to 1000, not \"5x\"");
+    EXPECT_EQ(WhyRefused("personality=Random"), "no personality: \"Random\"");
+    EXPECT_EQ(WhyRefused("personality=nobody"), "no personality: \"nobody\"");
+    EXPECT_EQ(WhyRefused("nodes=0"), "nodes takes a number from 1 to 1000000000000, not \"0\"");
+    EXPECT_EQ(WhyRefused("name="), "an empty name");
+    EXPECT_TRUE(WhyRefused("settings=/nowhere/x.txt").starts_with("/nowhere/x.txt: "));
+}
+
+}  // namespace
