@@ -3,8 +3,6 @@ include(CheckCXXCompilerFlag)
 # One interface target carries what every target of this project is compiled with.
 add_library(vorka_compile_options INTERFACE)
 target_compile_options(vorka_compile_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
-# Sums of products round alike on every machine.
-target_compile_options(vorka_compile_options INTERFACE -ffp-contract=off)
 if(VORKA_WARNINGS_AS_ERRORS)
   target_compile_options(vorka_compile_options INTERFACE -Werror)
 endif()
