@@ -1,30 +1,31 @@
 #include "uci/strength.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <iterator>
 
 namespace VorkaUci {
 
 namespace {
 
 /// A first guess, from what twice the nodes are worth (some 80 points) and a program of known strength: to be measured.
-constexpr std::array strength_table{
+constexpr Strength strength_table[] = {
     Strength{.elo = 1000, .nodes = 60, .blur = 120},   Strength{.elo = 1200, .nodes = 300, .blur = 80},
     Strength{.elo = 1400, .nodes = 1200, .blur = 50},  Strength{.elo = 1600, .nodes = 5000, .blur = 30},
     Strength{.elo = 1800, .nodes = 25000, .blur = 15}, Strength{.elo = 2000, .nodes = 130000, .blur = 5},
     Strength{.elo = 2200, .nodes = 700000, .blur = 0},
 };
 
-static_assert(strength_table.front().elo == weakest_elo && strength_table.back().elo == strongest_elo);
+static_assert(std::begin(strength_table)->elo == weakest_elo &&
+              std::prev(std::end(strength_table))->elo == strongest_elo);
 
 }  // namespace
 
 std::span<const Strength> StrengthTable() { return strength_table; }
 
 Strength StrengthOf(int elo) {
-    elo = std::clamp(elo, strength_table.front().elo, strength_table.back().elo);
-    const auto* const above = std::find_if(std::next(strength_table.begin()), std::prev(strength_table.end()),
+    elo = std::clamp(elo, std::begin(strength_table)->elo, std::prev(std::end(strength_table))->elo);
+    const auto* const above = std::find_if(std::next(std::begin(strength_table)), std::prev(std::end(strength_table)),
                                            [elo](const Strength& row) { return row.elo >= elo; });
     const Strength& low = *std::prev(above);
     const Strength& high = *above;
