@@ -22,7 +22,9 @@ TEST_P(Choice, IsTheBestOrTheWish) {
     const ChoiceRow& row = GetParam();
     const LevelChoice choice = ChooseLevel(row.processor, row.wish);
     EXPECT_EQ(choice.refusal, row.refusal);
-    if (row.refusal.empty()) EXPECT_EQ(choice.level, row.level);
+    if (row.refusal.empty()) {
+        EXPECT_EQ(choice.level, row.level);
+    }
 }
 
 using enum Level;
