@@ -17,7 +17,6 @@
 #include "uci/move_text.h"
 #include "uci/named_settings.h"
 #include "uci/position_command.h"
-#include "uci/syzygy/syzygy.h"
 #include "uci/time_use.h"
 #include "uci/uci_texts.h"
 
@@ -111,7 +110,7 @@ void UciProgram::go(const std::vector<std::string>& words) {
     for (const std::string& text : go.search_moves) {
         if (const Move move = FindMove(text, position_); move != INVALID) request.limits.root_moves.push_back(move);
     }
-    if (request.limits.root_moves.empty()) request.limits.root_moves = SyzygyRootMoves(position_);
+    if (request.limits.root_moves.empty()) request.limits.root_moves = syzygy_.rootMoves(position_);
     request.limits.lines = values_.lines;
     request.is_weakened = values_.limit_strength && request.limits.kind != SearchKind::analyze;
     if (request.is_weakened) limitStrength(request.limits);
@@ -209,9 +208,9 @@ void UciProgram::loadBitbases() {
 
 void UciProgram::openSyzygy() {
     engine_.tablebases.Use(nullptr);
-    const int men = OpenSyzygy(values_.syzygy_path);
+    const int men = syzygy_.open(values_.syzygy_path);
     if (men > 0) {
-        engine_.tablebases.Use(MakeSyzygySource());
+        engine_.tablebases.Use(SyzygyTables::makeSource());
         output_.say(std::string(uci_texts::tables_found) + std::to_string(men));
     } else if (!values_.syzygy_path.empty()) {
         output_.say(HasSyzygy() ? std::string(uci_texts::no_tables) + values_.syzygy_path

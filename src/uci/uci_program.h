@@ -19,6 +19,7 @@
 #include "uci/options.h"
 #include "uci/output.h"
 #include "uci/strength.h"
+#include "uci/syzygy/syzygy.h"
 
 /// The UCI protocol in force: reads lines, answers them, and runs searches. docs/uci.md describes every word.
 namespace VorkaUci {
@@ -106,6 +107,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     std::vector<Candidate> candidates_;          ///< of the iteration, the best one in front
     std::vector<Candidate> earlier_candidates_;  ///< of the last iteration that had several
     PolyglotBook book_;
+    SyzygyTables syzygy_;
     std::mt19937_64 chance_;
 };
 

@@ -1,5 +1,6 @@
 """The UCI protocol, spoken over pipes: every word of it, and positions that interfaces send."""
 
+import os
 import random
 import re
 import subprocess
@@ -511,6 +512,47 @@ def test_other_words_are_refused():
         told = told_by(*words)
         assert told.returncode == 1 and told.stdout == "" and "usage: vorka-uci" in told.stderr, words
     assert "usage: vorka-uci" in told_by("--help").stdout
+
+
+# --- Syzygy tablebases ---
+
+# A folder of tables with up to four men; nothing stands in for them.
+SYZYGY = os.environ.get("VORKA_SYZYGY", "")
+with_syzygy = pytest.mark.skipif(not SYZYGY, reason="VORKA_SYZYGY names no folder of Syzygy tablebases")
+ROOK_ENDING = "position fen 4k3/8/8/8/8/8/8/4K2R w - - 0 1"
+
+
+@pytest.fixture
+def syzygy(uci):
+    """vorka-uci with tables in use."""
+    uci.send(f"setoption name Syzygy Path value {SYZYGY}")
+    if "made without Fathom" in ready(uci):
+        pytest.skip("this build can't read Syzygy tablebases")
+    return uci
+
+
+@with_syzygy
+def test_syzygy_tables_can_be_put_out_of_use_and_into_it_again(syzygy):
+    search(syzygy, ROOK_ENDING, "go depth 3")
+    syzygy.send("setoption name Syzygy Path value <empty>")
+    search(syzygy, ROOK_ENDING, "go depth 3")
+    syzygy.send(f"setoption name Syzygy Path value {SYZYGY}")
+    syzygy.expect("^info string tablebases found, with men up to 4$")
+    search(syzygy, ROOK_ENDING, "go depth 3")
+    syzygy.send(f"setoption name Syzygy Path value {syzygy.folder}")
+    syzygy.expect("^info string no tablebases were found in ")
+    syzygy.send("setoption name Syzygy Path value <empty>")
+    search(syzygy, ROOK_ENDING, "go depth 3")
+
+
+@with_syzygy
+def test_the_same_syzygy_tables_again_are_no_trouble(syzygy):
+    for _ in range(2):
+        search(syzygy, ROOK_ENDING, "go depth 3")
+        syzygy.send(f"setoption name Syzygy Path value {SYZYGY}")
+        syzygy.expect("^info string tablebases found")
+    syzygy.finish()
+    assert syzygy.errors == ""
 
 
 # --- What the document shows ---

@@ -14,13 +14,22 @@ namespace VorkaUci {
 
 /// Whether this build can read the tables.
 [[nodiscard]] bool HasSyzygy();
-/// Opens the tables of the folders that `path` lists, with colons between them; an empty path closes those in use. The
-/// number of men of the largest, 0 if there are none.
-[[nodiscard]] int OpenSyzygy(const std::string& path);
-/// Gives the search the tables that are open: who wins, of a position whose fifty counter is 0. A win is told as a mate
-/// that is further away than the search goes.
-[[nodiscard]] std::unique_ptr<VorkaTablebases::TableSource> MakeSyzygySource();
-/// The root moves that the tables leave to the search; empty if they don't know the position.
-[[nodiscard]] std::vector<Move> SyzygyRootMoves(const BOARD& board);
+
+/// The tables in use. The library holds one state for the process, so there is one such object at a time.
+class SyzygyTables {
+  public:
+    /// Opens the tables of the folders that `path` lists, with colons between them; an empty path puts those in use out
+    /// of it. The number of men of the largest, 0 if there are none. No source of the tables before may be asked after.
+    [[nodiscard]] int open(const std::string& path);
+    /// Gives the search the tables that are open: who wins, of a position whose fifty counter is 0. A win is told as a
+    /// mate that is further away than the search goes.
+    [[nodiscard]] static std::unique_ptr<VorkaTablebases::TableSource> makeSource();
+    /// The root moves that the tables leave to the search; empty if they don't know the position.
+    [[nodiscard]] std::vector<Move> rootMoves(const BOARD& board) const;
+
+  private:
+    std::string opened_;  ///< the path whose tables the library holds, in use or not
+    int men_ = 0;         ///< of the largest table in use; 0: none is
+};
 
 }  // namespace VorkaUci

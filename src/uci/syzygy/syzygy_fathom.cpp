@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <utility>
 
 #include "chess/move_generator.h"
 #include "search/tables/score.h"
@@ -16,7 +17,7 @@ namespace {
 /// A win by the tables, as a mate after so many half moves: nearer than the wins of the bitbases, which say more.
 constexpr int plies_of_win = 300;
 
-unsigned Men(const BOARD& board) { return static_cast<unsigned>(std::popcount(board.occupied)); }
+int Men(const BOARD& board) { return std::popcount(board.occupied); }
 
 bool IsWhite(const BOARD& board) { return board.mover() == white; }
 
@@ -35,7 +36,7 @@ class Source final : public VorkaTablebases::TableSource {
   public:
     VorkaTablebases::ProbeResult Probe(const BOARD& board, int& score) noexcept override {
         using enum VorkaTablebases::ProbeResult;
-        if (Men(board) > TB_LARGEST || board.frame().fifty_counter != 0) return not_found;
+        if (std::cmp_greater(Men(board), TB_LARGEST) || board.frame().fifty_counter != 0) return not_found;
         const unsigned result = Ask(board, tb_probe_wdl);
         if (result == TB_RESULT_FAILED) return not_found;
         constexpr int win = infinity_bound - plies_of_win;
@@ -55,15 +56,22 @@ int PromotionOf(unsigned result) {
 
 bool HasSyzygy() { return true; }
 
-int OpenSyzygy(const std::string& path) {
-    // An empty path makes the library forget its tables.
-    return tb_init(path.c_str()) && !path.empty() ? static_cast<int>(TB_LARGEST) : 0;
+int SyzygyTables::open(const std::string& path) {
+    men_ = 0;
+    if (path.empty()) return 0;
+    // The library must not be told to close: it does not forget how many men it knew, and the next probe reads tables
+    // that are gone. Nor is it asked twice for the same, since it complains on standard error about what it unmaps.
+    if (path != opened_) {
+        opened_ = tb_init(path.c_str()) ? path : std::string();
+    }
+    if (!opened_.empty()) men_ = static_cast<int>(TB_LARGEST);
+    return men_;
 }
 
-std::unique_ptr<VorkaTablebases::TableSource> MakeSyzygySource() { return std::make_unique<Source>(); }
+std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::makeSource() { return std::make_unique<Source>(); }
 
-std::vector<Move> SyzygyRootMoves(const BOARD& board) {
-    if (Men(board) > TB_LARGEST || board.frame().castling != 0) return {};
+std::vector<Move> SyzygyTables::rootMoves(const BOARD& board) const {
+    if (Men(board) > men_ || board.frame().castling != 0) return {};
     std::array<unsigned, TB_MAX_MOVES> results;
     if (Ask(board, tb_probe_root, results.data()) == TB_RESULT_FAILED) return {};
     std::vector<Move> legal;

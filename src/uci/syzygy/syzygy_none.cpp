@@ -5,8 +5,8 @@
 namespace VorkaUci {
 
 bool HasSyzygy() { return false; }
-int OpenSyzygy(const std::string& /*path*/) { return 0; }
-std::unique_ptr<VorkaTablebases::TableSource> MakeSyzygySource() { return nullptr; }
-std::vector<Move> SyzygyRootMoves(const BOARD& /*board*/) { return {}; }
+int SyzygyTables::open(const std::string& /*path*/) { return 0; }
+std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::makeSource() { return nullptr; }
+std::vector<Move> SyzygyTables::rootMoves(const BOARD& /*board*/) const { return {}; }
 
 }  // namespace VorkaUci
