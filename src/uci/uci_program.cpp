@@ -110,10 +110,15 @@ void UciProgram::go(const std::vector<std::string>& words) {
     for (const std::string& text : go.search_moves) {
         if (const Move move = FindMove(text, position_); move != INVALID) request.limits.root_moves.push_back(move);
     }
-    if (request.limits.root_moves.empty()) request.limits.root_moves = syzygy_.rootMoves(position_);
     request.limits.lines = values_.lines;
     request.is_weakened = values_.limit_strength && request.limits.kind != SearchKind::analyze;
-    if (request.is_weakened) limitStrength(request.limits);
+    if (request.is_weakened) {
+        limitStrength(request.limits);
+    } else if (request.limits.root_moves.empty()) {
+        request.limits.root_moves = syzygy_.rootMoves(position_);
+    }
+    const bool has_help = syzygy_.isOpen() && !request.is_weakened;
+    engine_.tablebases.Use(has_help ? SyzygyTables::makeSource() : nullptr);
     request_ = std::move(request);
 }
 
@@ -210,7 +215,6 @@ void UciProgram::openSyzygy() {
     engine_.tablebases.Use(nullptr);
     const int men = syzygy_.open(values_.syzygy_path);
     if (men > 0) {
-        engine_.tablebases.Use(SyzygyTables::makeSource());
         output_.say(std::string(uci_texts::tables_found) + std::to_string(men));
     } else if (!values_.syzygy_path.empty()) {
         output_.say(HasSyzygy() ? std::string(uci_texts::no_tables) + values_.syzygy_path
@@ -240,13 +244,27 @@ void UciProgram::runSearch() {
     request_.reset();
 }
 
-void UciProgram::pollInput() {
+void UciProgram::hearInput() {
     while (IsInputAvailable()) handle(ReadLine());
+}
+
+void UciProgram::pollInput() {
+    hearInput();
     if (!controller_->IsRunning()) return;
+    if (hasSpentStrength()) {
+        waitForWord();
+        throw search_aborted_exception{.discard = false};
+    }
     const SearchInfo& info = controller_->info();
     if (info.Milliseconds() < next_status_) return;
     next_status_ = info.Milliseconds() + status_interval;
     send("info " + StatusText(info, engine_.tables));
+}
+
+/// A search that ponders goes beyond its nodes, since it does not end by itself. A weakened one must not: it waits, and
+/// has no more nodes when `ponderhit` comes at its last one.
+bool UciProgram::hasSpentStrength() const {
+    return request_->is_weakened && controller_->info().nodes >= request_->limits.max_nodes;
 }
 
 void UciProgram::sendThinking(const SearchInfo& info) {
@@ -294,18 +312,20 @@ void UciProgram::sendSearchStatistics(const SearchInfo& info) {
 void UciProgram::onSearchFinished(bool discard) {
     if (discard) {
         send(position_.in_check() ? uci_texts::score_of_mate : uci_texts::score_of_stalemate);
-        waitForStop();
+        try {
+            waitForWord();
+        } catch (const search_aborted_exception&) {
+            // That was it.
+        }
     }
     sendBestMove();
 }
 
-void UciProgram::waitForStop() try {
+void UciProgram::waitForWord() {
     while (request_->limits.kind != SearchKind::normal) {
         SleepMilliseconds(wait_between_polls);
-        pollInput();
+        hearInput();
     }
-} catch (const search_aborted_exception&) {
-    // That was it.
 }
 
 void UciProgram::sendBestMove() {

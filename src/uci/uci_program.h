@@ -77,8 +77,10 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
 
     void handle(const std::string& text);
     void runSearch();
-    /// Waits for the word that ends a search which never ends by itself.
-    void waitForStop();
+    void hearInput();
+    /// Waits for the word that ends a search which does not end by itself: `ponderhit`, or `stop`, which throws.
+    void waitForWord();
+    [[nodiscard]] bool hasSpentStrength() const;
     /// A move of the book instead of a search; INVALID if there is none, or none is wanted.
     [[nodiscard]] Move bookMove(const GoCommand& go);
     /// Few nodes and several lines to choose from, if the strength is limited.

@@ -477,6 +477,17 @@ def test_limited_strength_searches_few_nodes(uci):
     assert number(search(uci, "position startpos", "go depth 4")[0][-1], "nodes") > 1000
 
 
+@pytest.mark.parametrize("word", ["ponderhit", "stop"])
+def test_limited_strength_stays_limited_on_the_opponents_time(uci, word):
+    uci.send("setoption name UCI_LimitStrength value true", "setoption name UCI_Elo value 1000")
+    for _ in range(5):
+        uci.send("ucinewgame", "position startpos", "go ponder wtime 60000 btime 60000")
+        assert "bestmove" not in ready(uci)
+        lines, best = search(uci, word)
+        assert number(lines[-1], "nodes") <= 60
+        START.find(best[1])
+
+
 def test_the_opponent_is_noted(uci):
     uci.send("setoption name Log File value log", "setoption name UCI_Opponent value GM 2800 human Gary Kasparov")
     ready(uci)
@@ -553,6 +564,14 @@ def test_the_same_syzygy_tables_again_are_no_trouble(syzygy):
         syzygy.expect("^info string tablebases found")
     syzygy.finish()
     assert syzygy.errors == ""
+
+
+@with_syzygy
+def test_limited_strength_has_no_help_from_tables(syzygy):
+    """They would leave it one move alone."""
+    assert {search(syzygy, "ucinewgame", ROOK_ENDING, "go depth 1")[1][1] for _ in range(5)} == {"h1h7"}
+    syzygy.send("setoption name UCI_LimitStrength value true", "setoption name UCI_Elo value 1000")
+    assert {search(syzygy, "ucinewgame", ROOK_ENDING, "go depth 1")[1][1] for _ in range(20)} != {"h1h7"}
 
 
 # --- What the document shows ---

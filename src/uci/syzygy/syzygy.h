@@ -21,6 +21,7 @@ class SyzygyTables {
     /// Opens the tables of the folders that `path` lists, with colons between them; an empty path puts those in use out
     /// of it. The number of men of the largest, 0 if there are none. No source of the tables before may be asked after.
     [[nodiscard]] int open(const std::string& path);
+    [[nodiscard]] bool isOpen() const { return men_ > 0; }
     /// Gives the search the tables that are open: who wins, of a position whose fifty counter is 0. A win is told as a
     /// mate that is further away than the search goes.
     [[nodiscard]] static std::unique_ptr<VorkaTablebases::TableSource> makeSource();
