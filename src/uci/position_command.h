@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 
@@ -11,10 +12,14 @@ namespace VorkaUci {
 /// The normal start position, at ply 0.
 [[nodiscard]] BOARD StartPosition();
 
+struct PositionCommand {
+    BOARD board;          ///< at ply 0 after the moves
+    std::string refused;  ///< the first move that can't be played, which ends the list; empty if there is none
+};
+
 /// Reads the words after `position`: `startpos` or `fen` with a position, then perhaps `moves`. A position may lack its
-/// last fields, and a clock above 100 half moves counts as 100. False, with the board left as it was, if there is no
-/// possible position; otherwise the board stands at ply 0 after the moves. `refused` is set to the first move that
-/// can't be played, which ends the list, and is empty if there is none.
-[[nodiscard]] bool ReadPosition(std::span<const std::string> words, BOARD& board, std::string& refused);
+/// last fields, a clock above 100 half moves counts as 100, and castling rights and an en passant square that the men
+/// contradict are left out. Nothing if there is no possible position.
+[[nodiscard]] std::optional<PositionCommand> ReadPosition(std::span<const std::string> words);
 
 }  // namespace VorkaUci

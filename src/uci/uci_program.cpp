@@ -91,31 +91,37 @@ void UciProgram::newGame() {
 }
 
 void UciProgram::setPosition(const std::vector<std::string>& words) {
-    std::string refused;
-    if (!ReadPosition(words, position_, refused)) {
+    const std::optional<PositionCommand> command = ReadPosition(words);
+    position_.reset();
+    if (!command) {
         output_.say(uci_texts::impossible_position);
-    } else if (!refused.empty()) {
-        output_.say(std::string(uci_texts::impossible_move) + refused);
+        return;
     }
+    position_ = command->board;
+    if (!command->refused.empty()) output_.say(std::string(uci_texts::impossible_move) + command->refused);
 }
 
 void UciProgram::go(const std::vector<std::string>& words) {
     const GoCommand go = ReadGo(words);
-    Request request{.limits = LimitsFor(go, position_.mover(), values_.move_overhead)};
+    if (!position_) {
+        request_ = Request{.limits = LimitsFor(go, white, values_.move_overhead)};
+        return;
+    }
+    Request request{.limits = LimitsFor(go, position_->mover(), values_.move_overhead)};
     if (const Move move = bookMove(go); move != INVALID) {
         send("bestmove " + MoveText(move));
         return;
     }
     request.mate = std::max<std::int64_t>(go.mate.value_or(0), 0);
     for (const std::string& text : go.search_moves) {
-        if (const Move move = FindMove(text, position_); move != INVALID) request.limits.root_moves.push_back(move);
+        if (const Move move = FindMove(text, *position_); move != INVALID) request.limits.root_moves.push_back(move);
     }
     request.limits.lines = values_.lines;
     request.is_weakened = values_.limit_strength && request.limits.kind != SearchKind::analyze;
     if (request.is_weakened) {
         limitStrength(request.limits);
     } else if (request.limits.root_moves.empty()) {
-        request.limits.root_moves = syzygy_.rootMoves(position_);
+        request.limits.root_moves = syzygy_.rootMoves(*position_);
     }
     const bool has_help = syzygy_.isOpen() && !request.is_weakened;
     engine_.tablebases.Use(has_help ? SyzygyTables::makeSource() : nullptr);
@@ -125,7 +131,7 @@ void UciProgram::go(const std::vector<std::string>& words) {
 Move UciProgram::bookMove(const GoCommand& go) {
     const bool is_wanted =
         values_.own_book && !values_.analyse_mode && !go.infinite && !go.ponder && !go.mate && go.search_moves.empty();
-    return is_wanted ? book_.Choose(position_, chance_()) : INVALID;
+    return is_wanted ? book_.Choose(*position_, chance_()) : INVALID;
 }
 
 void UciProgram::limitStrength(SearchLimits& limits) const {
@@ -239,7 +245,11 @@ void UciProgram::runSearch() {
     earlier_candidates_.clear();
     last_shown_ = INVALID;
     next_status_ = status_interval;
-    controller_->Run(request_->limits, position_, *this);
+    if (position_) {
+        controller_->Run(request_->limits, *position_, *this);
+    } else {
+        sendNoMove();
+    }
     is_searching_ = false;
     request_.reset();
 }
@@ -296,7 +306,7 @@ void UciProgram::sendCurrentMove(const SearchInfo& info, Move move) {
 
 void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) {
     if (info.Milliseconds() < quiet_about_bounds || info.line >= values_.lines) return;
-    send(BoundLine(info, engine_.tables, score, bound, position_, line));
+    send(BoundLine(info, engine_.tables, score, bound, *position_, line));
 }
 
 /// A search that ends while a better move is being confirmed plays it: then that line is shown, as a lower bound.
@@ -304,21 +314,27 @@ void UciProgram::sendSearchStatistics(const SearchInfo& info) {
     if (!info.principal_variation.empty() && info.principal_variation.front().first != last_shown_) {
         std::vector<Move> line;
         for (const auto& [move, ignored_san] : info.principal_variation) line.push_back(move);
-        send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, position_, line));
+        send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, *position_, line));
     }
     send("info " + StatusText(info, engine_.tables));
 }
 
 void UciProgram::onSearchFinished(bool discard) {
     if (discard) {
-        send(position_.in_check() ? uci_texts::score_of_mate : uci_texts::score_of_stalemate);
-        try {
-            waitForWord();
-        } catch (const search_aborted_exception&) {
-            // That was it.
-        }
+        send(position_->in_check() ? uci_texts::score_of_mate : uci_texts::score_of_stalemate);
+        sendNoMove();
+    } else {
+        sendBestMove();
     }
-    sendBestMove();
+}
+
+void UciProgram::sendNoMove() {
+    try {
+        waitForWord();
+    } catch (const search_aborted_exception&) {
+        // That was the word.
+    }
+    send("bestmove " + MoveText(INVALID));
 }
 
 void UciProgram::waitForWord() {

@@ -87,6 +87,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void limitStrength(SearchLimits& limits) const;
     [[nodiscard]] bool hasFoundMate(const SearchInfo& info) const;
     void noteCandidate(const SearchInfo& info);
+    /// The answer where there is nothing to search: at once, or when the word comes that ends the search.
+    void sendNoMove();
     void sendBestMove();
 
     /// A search that has been asked for.
@@ -100,7 +102,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     Output output_;
     OptionValues values_;
     std::optional<SearchController> controller_;
-    BOARD position_;  ///< at ply 0
+    std::optional<BOARD> position_;  ///< at ply 0; nothing after a position that is none
     std::deque<std::string> waiting_;
     std::optional<Request> request_;
     bool is_searching_ = false;

@@ -41,7 +41,7 @@ inline constexpr std::string_view log_file = "Log File";
 // --- What went wrong; said as info string ---
 inline constexpr std::string_view no_such_option = "there is no option ";
 inline constexpr std::string_view refused_value = "refused value of ";
-inline constexpr std::string_view impossible_position = "there is no such position, the last one stays";
+inline constexpr std::string_view impossible_position = "there is no such position, and no move in it";
 inline constexpr std::string_view impossible_move = "this move can't be played, nor those after it: ";
 inline constexpr std::string_view no_memory = "no memory for so large tables, the last ones stay";
 inline constexpr std::string_view could_not_open = "could not open ";

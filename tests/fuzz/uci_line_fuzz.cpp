@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 #include "search/driver/steering.h"
@@ -23,10 +24,9 @@ void Require(bool holds) {
 }
 
 void ReadAsPosition(const CommandLine& line) {
-    BOARD board = StartPosition();
-    std::string refused;
-    const bool is_position = ReadPosition(line.words, board, refused);
-    Require(is_position || refused.empty());
+    const std::optional<PositionCommand> command = ReadPosition(line.words);
+    if (!command) return;
+    const BOARD& board = command->board;
     Require(board.IsValid() && board.ply == 0 && board.frame().fifty_counter <= 100);
 }
 

@@ -288,11 +288,15 @@ def test_debug_tells_what_the_log_says(uci):
 
 # --- Positions ---
 
-def test_a_position_that_is_none_leaves_the_last_one(uci):
+def test_a_position_that_is_none_has_no_move(uci):
     uci.send(f"position fen {MATE_IN_TWO}", "position fen nonsense")
     uci.expect("^info string there is no such position")
-    lines, _ = search(uci, "go mate 2")
-    assert " score mate 2 " in lines[-2]
+    lines, best = search(uci, "go depth 2")
+    assert lines == [] and best[1] == "0000"
+    uci.send("go infinite")
+    assert ready(uci) == ""
+    assert uci.ask("stop", BESTMOVE)[1] == "0000"
+    assert " score mate 2 " in search(uci, f"position fen {MATE_IN_TWO}", "go mate 2")[0][-2]
 
 
 def test_moves_end_before_one_that_cannot_be_played(uci):
