@@ -109,12 +109,6 @@ def test_depth_is_the_last_iteration(uci):
     assert max(number(line, "depth") for line in lines if " depth " in line) == 4
 
 
-def test_move_time_is_kept(uci):
-    """Not measured here but by the program itself: the last line says how long it took."""
-    lines, _ = search(uci, "go movetime 300")
-    assert number(lines[-1], "time") <= 300
-
-
 def test_a_mate_is_found_and_ends_the_search(uci):
     lines, best = search(uci, f"position fen {MATE_IN_TWO}", "go mate 2")
     assert " score mate 2 " in lines[-2]
