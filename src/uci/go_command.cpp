@@ -1,10 +1,10 @@
 #include "uci/go_command.h"
 
 #include <algorithm>
+#include <limits>
 #include <string_view>
 
 #include "chess/bits.h"
-#include "frame/base/text_utilities.h"
 #include "uci/move_text.h"
 
 namespace VorkaUci {
@@ -40,10 +40,25 @@ constexpr std::array flag_words{FlagWord{"infinite", &GoCommand::infinite}, Flag
 
 constexpr std::string_view search_moves_word = "searchmoves";
 
-Number ReadNumber(std::string_view text) try {
-    return VorkaUtils::ToSigned64(text);
-} catch (const string_conversion_error&) {
-    return std::nullopt;
+bool HasDigitsOnly(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return '0' <= c && c <= '9'; });
+}
+
+/// A fraction is dropped, since some interfaces write one, and a number that is too large is the largest there is.
+Number ReadNumber(std::string_view text) {
+    const bool is_negative = text.starts_with('-');
+    if (is_negative) text.remove_prefix(1);
+    const std::string_view whole = text.substr(0, text.find('.'));
+    std::string_view fraction = text.substr(whole.size());
+    if (!fraction.empty()) fraction.remove_prefix(1);
+    if (whole.empty() || !HasDigitsOnly(whole) || !HasDigitsOnly(fraction)) return std::nullopt;
+    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+    std::int64_t number = 0;
+    for (const char digit : whole) {
+        const std::int64_t value = digit - '0';
+        number = number > (largest - value) / 10 ? largest : 10 * number + value;
+    }
+    return is_negative ? -number : number;
 }
 
 template <class Rows>

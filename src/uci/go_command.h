@@ -27,7 +27,7 @@ struct GoCommand {
     [[nodiscard]] bool hasAnEnd() const;
 };
 
-/// Reads the words after `go`. A word that it does not know, and a number that can't be read, are skipped.
+/// Reads the words after `go`. A word that it does not know, and a word where a number should stand, are skipped.
 [[nodiscard]] GoCommand ReadGo(std::span<const std::string> words);
 
 }  // namespace VorkaUci

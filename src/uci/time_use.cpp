@@ -33,7 +33,8 @@ constexpr std::int64_t part_below_it = 8;
 /// The last move before a time control may take nearly all.
 constexpr std::int64_t tenths_for_last_move = 9;
 
-/// How often the search looks at the clock and for input: ten times within the hard limit, but at least at these times.
+/// How often the search looks at the clock and for input: twenty times within the hard limit, but at least at these
+/// times.
 constexpr std::int64_t longest_poll_interval = 10;
 constexpr std::int64_t shortest_poll_interval = 1;
 constexpr std::int64_t polls_in_hard_limit = 20;
@@ -62,9 +63,11 @@ Budget BudgetOf(std::int64_t left, std::int64_t increment, const std::optional<s
 
 void SetTime(SearchLimits& limits, const GoCommand& go, Colour side, std::int64_t overhead) {
     constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
-    if (go.time[side]) {
-        const std::int64_t left = std::clamp<std::int64_t>(*go.time[side], 0, longest);
-        const std::int64_t increment = std::clamp<std::int64_t>(go.increment[side].value_or(0), 0, longest);
+    // Where the side on move has no clock, it thinks as if the other's were its own.
+    const std::size_t clock = go.time[side] ? side : Opponent(side);
+    if (go.time[clock]) {
+        const std::int64_t left = std::clamp<std::int64_t>(*go.time[clock], 0, longest);
+        const std::int64_t increment = std::clamp<std::int64_t>(go.increment[clock].value_or(0), 0, longest);
         const std::int64_t arriving = left - overhead;
         const std::int64_t usable = std::max(arriving - kept_back, arriving / part_below_it);
         const Budget budget = BudgetOf(std::max<std::int64_t>(usable, 1), increment, go.moves_to_go);
@@ -77,6 +80,15 @@ void SetTime(SearchLimits& limits, const GoCommand& go, Colour side, std::int64_
     }
 }
 
+constexpr std::int64_t deepest = std::numeric_limits<std::int16_t>::max();
+
+/// The iteration that has refuted a mate in so many moves: the last of its half moves, and two more, for lines that the
+/// search has looked at less deeply.
+std::int64_t DepthOfMate(std::int64_t moves) {
+    constexpr std::int64_t more = 2;
+    return 2 * std::clamp<std::int64_t>(moves, 1, deepest) - 1 + more;
+}
+
 }  // namespace
 
 SearchLimits LimitsFor(const GoCommand& go, Colour side, std::int64_t overhead) {
@@ -86,8 +98,10 @@ SearchLimits LimitsFor(const GoCommand& go, Colour side, std::int64_t overhead) 
     } else if (go.infinite || !go.hasAnEnd()) {
         limits.kind = SearchKind::analyze;
     }
-    constexpr std::int64_t deepest = std::numeric_limits<std::int16_t>::max();
-    if (go.depth) limits.max_depth = static_cast<std::int32_t>(std::clamp<std::int64_t>(*go.depth, 1, deepest));
+    if (go.depth || go.mate) {
+        const std::int64_t depth = std::min(go.depth.value_or(deepest), go.mate ? DepthOfMate(*go.mate) : deepest);
+        limits.max_depth = static_cast<std::int32_t>(std::clamp<std::int64_t>(depth, 1, deepest));
+    }
     if (go.nodes) limits.max_nodes = static_cast<std::uint64_t>(std::max<std::int64_t>(*go.nodes, 1));
     SetTime(limits, go, side, overhead);
     limits.poll_interval = static_cast<std::int32_t>(longest_poll_interval);

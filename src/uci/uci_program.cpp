@@ -112,7 +112,7 @@ void UciProgram::go(const std::vector<std::string>& words) {
         send("bestmove " + MoveText(move));
         return;
     }
-    request.mate = std::max<std::int64_t>(go.mate.value_or(0), 0);
+    request.mate = std::clamp<std::int64_t>(go.mate.value_or(0), 0, infinity_bound);
     for (const std::string& text : go.search_moves) {
         if (const Move move = FindMove(text, *position_); move != INVALID) request.limits.root_moves.push_back(move);
     }

@@ -90,7 +90,8 @@ def test_it_writes_no_file_unless_it_is_asked_to(uci):
 @pytest.mark.parametrize("words", ["depth 3", "nodes 5000", "movetime 50", "wtime 1000 btime 1000",
                                    "wtime 1000 btime 1000 winc 10 binc 10", "wtime 1000 btime 1000 movestogo 5",
                                    "wtime 1 btime 1", "wtime -5 btime 3", "mate 1 depth 2", "depth 2 unknown 5 words",
-                                   "wtime x depth 2", "searchmoves e2e4 d2d4 depth 3"])
+                                   "wtime x depth 2", "btime 1000", "wtime 1000.5 btime 1000.5", "mate 1",
+                                   "mate 2", "nodes 99999999999999999999999 depth 3", "searchmoves e2e4 d2d4 depth 3"])
 def test_each_way_to_limit_a_search_ends_with_a_move(uci, words):
     position = START
     _, best = search(uci, "position startpos", "go " + words)

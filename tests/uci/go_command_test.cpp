@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 #include "chess/bits.h"
@@ -30,10 +31,20 @@ TEST_P(GoNumber, IsRead) {
 
 TEST_P(GoNumber, IsSkippedIfItIsNone) {
     const std::string word(GetParam().name);
-    for (const char* text : {"", " x", " 12x", " 99999999999999999999", " infinite"}) {
+    for (const char* text : {"", " x", " 12x", " -", " .5", " 1.x", " 1e3", " infinite"}) {
         EXPECT_EQ(GetParam().of(Read(word + text)), std::nullopt) << text;
     }
     EXPECT_TRUE(Read(word + " infinite").infinite);
+}
+
+TEST_P(GoNumber, MayHaveAFractionOrBeTooLarge) {
+    const std::string word(GetParam().name);
+    EXPECT_EQ(GetParam().of(Read(word + " 1000.5")), 1000);
+    EXPECT_EQ(GetParam().of(Read(word + " -20.75")), -20);
+    EXPECT_EQ(GetParam().of(Read(word + " 9223372036854775807")), INT64_MAX);
+    EXPECT_EQ(GetParam().of(Read(word + " 9223372036854775808")), INT64_MAX);
+    EXPECT_EQ(GetParam().of(Read(word + " 99999999999999999999999")), INT64_MAX);
+    EXPECT_EQ(GetParam().of(Read(word + " -99999999999999999999999")), -INT64_MAX);
 }
 
 // clang-format off

@@ -32,6 +32,15 @@ TEST(TimeUse, DepthAndNodesArePassedOn) {
     EXPECT_EQ(Limits("depth 7").max_time_limit, 0);
 }
 
+TEST(TimeUse, MateIsLookedForUntilItIsRefuted) {
+    EXPECT_EQ(Limits("mate 1").max_depth, 3);
+    EXPECT_EQ(Limits("mate 5").max_depth, 11);
+    EXPECT_EQ(Limits("mate 5 depth 4").max_depth, 4);
+    EXPECT_EQ(Limits("mate 2 depth 9").max_depth, 5);
+    EXPECT_EQ(Limits("mate -3").max_depth, 3) << "no less than one move";
+    EXPECT_EQ(Limits("mate 99999999999999999999").max_depth, 32767);
+}
+
 TEST(TimeUse, MoveTimeIsTheHardLimitLessTheOverhead) {
     const SearchLimits limits = Limits("movetime 500", 30);
     EXPECT_EQ(limits.max_time_limit, 470);
@@ -44,7 +53,10 @@ TEST(TimeUse, MoveTimeIsTheHardLimitLessTheOverhead) {
 TEST(TimeUse, ClockIsThatOfTheSideOnMove) {
     EXPECT_EQ(Limits("wtime 60100 btime 1", 0, white).max_time_limit, 15000);
     EXPECT_EQ(Limits("wtime 1 btime 60100", 0, black).max_time_limit, 15000);
-    EXPECT_EQ(Limits("wtime 60000", 0, black).max_time_limit, 0) << "no clock of its own, so no limit";
+    EXPECT_EQ(Limits("wtime 60000", 0, white).max_time_limit, Limits("wtime 60000", 0, black).max_time_limit)
+        << "no clock of its own, so it takes the other's";
+    EXPECT_EQ(Limits("wtime 60100 winc 600", 0, black).max_time_limit, 15420);
+    EXPECT_EQ(Limits("winc 600", 0, black).max_time_limit, 0);
 }
 
 struct ClockRow {
