@@ -51,15 +51,23 @@ UciProgram::UciProgram(Engine& engine) : engine_(engine), position_(StartPositio
 void UciProgram::run() {
     try {
         for (;;) {
-            if (waiting_.empty()) waiting_.push_back(ReadLine());
-            const std::string line = std::move(waiting_.front());
-            waiting_.pop_front();
-            handle(line);
+            handle(nextLine());
             if (request_) runSearch();
         }
     } catch (const quit_command_received_exception&) {
         // The end of the program.
     }
+}
+
+std::string UciProgram::nextLine() {
+    if (!waiting_.empty()) {
+        std::string line = std::move(waiting_.front());
+        waiting_.pop_front();
+        return line;
+    }
+    std::optional<std::string> line = has_input_ended_ ? std::nullopt : ReadLineOrEnd();
+    if (!line) throw quit_command_received_exception();
+    return *std::move(line);
 }
 
 void UciProgram::handle(const std::string& text) {
@@ -255,7 +263,14 @@ void UciProgram::runSearch() {
 }
 
 void UciProgram::hearInput() {
-    while (IsInputAvailable()) handle(ReadLine());
+    while (!has_input_ended_ && IsInputAvailable()) {
+        if (const std::optional<std::string> line = ReadLineOrEnd()) {
+            handle(*line);
+        } else {
+            has_input_ended_ = true;
+        }
+    }
+    if (has_input_ended_ && request_->limits.kind != SearchKind::normal) throw quit_command_received_exception();
 }
 
 void UciProgram::pollInput() {

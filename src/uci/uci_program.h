@@ -75,8 +75,12 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void sendSearchStatistics(const SearchInfo& info) override;
     void onSearchFinished(bool discard) override;
 
+    /// The line that has waited longest, or else the next one of the input. Throws at its end.
+    [[nodiscard]] std::string nextLine();
     void handle(const std::string& text);
     void runSearch();
+    /// Carries out the lines that have come. At the end of the input it ends the program, unless a search is under way
+    /// that ends by itself: its answer is still wanted, as are those to the lines that wait for it.
     void hearInput();
     /// Waits for the word that ends a search which does not end by itself: `ponderhit`, or `stop`, which throws.
     void waitForWord();
@@ -106,6 +110,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     std::deque<std::string> waiting_;
     std::optional<Request> request_;
     bool is_searching_ = false;
+    bool has_input_ended_ = false;
     std::int64_t next_status_ = 0;               ///< milliseconds of the search
     Move last_shown_ = INVALID;                  ///< with which the last line began whose score is known
     std::vector<Candidate> candidates_;          ///< of the iteration, the best one in front

@@ -67,6 +67,24 @@ def test_the_end_of_the_input_ends_it_inside_a_search(uci):
     assert "bestmove" not in uci.finish()
 
 
+def test_a_search_with_an_end_is_answered_after_the_end_of_the_input(uci):
+    uci.send("position startpos", "go depth 5", "position fen " + MATED, "go depth 1")
+    told = uci.finish()
+    assert re.findall(r"^bestmove (\w+)", told, re.M)[1:] == ["0000"]
+    assert " depth 5 " in told
+
+
+def test_an_infinite_search_that_waits_at_the_end_of_the_input_ends(uci):
+    uci.send("go depth 5", "go infinite")
+    assert len(re.findall("^bestmove", uci.finish(), re.M)) == 1
+
+
+def test_quit_ends_it_inside_a_search_with_an_end(uci):
+    uci.send("go depth 40", "quit")
+    uci.wait()
+    assert "bestmove" not in uci.output
+
+
 def test_quit_ends_it(uci):
     uci.send("quit")
     uci.wait()
@@ -402,7 +420,7 @@ def test_style_and_personality_change_the_score(uci):
 
     def told(*changes):
         lines, _ = search(uci, *[f"setoption name {change}" for change in changes], "ucinewgame", position, "go nodes 20000")
-        return [re.sub(r" (nps|time) \d+", "", line) for line in lines]
+        return [re.sub(r" (nps|time) \d+", "", line) for line in lines if " pv " in line and "bound" not in line]
 
     usual = told()
     reckless = told("Personality value Rux")

@@ -88,14 +88,16 @@ void SetStdinRawMode() {
 
 bool IsInputAvailable() { return StandardInput().IsInputAvailable(); }
 
-std::string ReadLine() {
+std::optional<std::string> ReadLineOrEnd() {
     std::fflush(stdout);  // the question must be visible before anybody can answer
     std::optional<std::string> line = StandardInput().ReadLine();
-    if (!line) return std::string(vocabulary::quit);
+    if (!line) return std::nullopt;
     const EchoScope file_only(vlog, Echo::off);
     vlog << vocabulary::vorka_received_input << ": " << *line << '\n';
-    return *std::move(line);
+    return line;
 }
+
+std::string ReadLine() { return ReadLineOrEnd().value_or(std::string(vocabulary::quit)); }
 
 std::optional<TerminalSize> SizeOfTerminal() {
     if (isatty(STDIN_FILENO) == 0) return std::nullopt;

@@ -30,8 +30,10 @@ class DescriptorReader {
 void SetStdinRawMode();
 /// Whether ReadLine has something to read: buffered characters, or a descriptor that is ready. Never blocks.
 [[nodiscard]] bool IsInputAvailable();
-/// The next line of standard input without its end, written to the log; "quit" once the input has ended or failed.
-/// Blocks until there is one.
+/// The next line of standard input without its end, written to the log; nothing once the input has ended or failed.
+/// Blocks until there is one or the other.
+[[nodiscard]] std::optional<std::string> ReadLineOrEnd();
+/// The same, with "quit" for the end of the input.
 [[nodiscard]] std::string ReadLine();
 
 struct TerminalSize {
