@@ -12,6 +12,7 @@ class CommandActions {
     virtual ~CommandActions() = default;
     virtual void send(std::string_view line) = 0;
     virtual void introduce() = 0;
+    virtual void getReady() = 0;
     virtual void newGame() = 0;
     virtual void setPosition(const std::vector<std::string>& words) = 0;
     virtual void go(const std::vector<std::string>& words) = 0;

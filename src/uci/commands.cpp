@@ -18,7 +18,7 @@ constexpr std::array command_rows{
     CommandRow{"uci", true, [](CommandActions& program, const CommandLine&) { program.introduce(); }},
     CommandRow{"debug", true,
                [](CommandActions& program, const CommandLine& line) { program.setDebug(!Has(line, "off")); }},
-    CommandRow{"isready", true, [](CommandActions& program, const CommandLine&) { program.send("readyok"); }},
+    CommandRow{"isready", true, [](CommandActions& program, const CommandLine&) { program.getReady(); }},
     CommandRow{"setoption", false,
                [](CommandActions& program, const CommandLine& line) { program.setOption(line.text); }},
     CommandRow{"ucinewgame", false, [](CommandActions& program, const CommandLine&) { program.newGame(); }},

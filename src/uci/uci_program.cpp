@@ -91,6 +91,17 @@ void UciProgram::introduce() {
     send("uciok");
 }
 
+/// Memory is taken here, where no clock runs: the first use of 4 GiB costs seconds, and a fast search has milliseconds.
+void UciProgram::getReady() {
+    if (!is_searching_ && hasMemoryForTables()) engine_.tables.Touch();
+    send("readyok");
+}
+
+/// Who asks for more than half of the memory gets what his searches use, and no more.
+bool UciProgram::hasMemoryForTables() const {
+    return static_cast<std::uint64_t>(values_.hash) * mebibyte <= PhysicalMemory() / 2;
+}
+
 void UciProgram::newGame() {
     clearTables();
     controller_.emplace(engine_);

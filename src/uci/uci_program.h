@@ -42,6 +42,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
 
     void send(std::string_view line) override { output_.send(line); }
     void introduce() override;
+    void getReady() override;
     void newGame() override;
     void setPosition(const std::vector<std::string>& words) override;
     void go(const std::vector<std::string>& words) override;
@@ -78,6 +79,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     /// The line that has waited longest, or else the next one of the input. Throws at its end.
     [[nodiscard]] std::string nextLine();
     void handle(const std::string& text);
+    [[nodiscard]] bool hasMemoryForTables() const;
     void runSearch();
     /// Carries out the lines that have come. At the end of the input it ends the program, unless a search is under way
     /// that ends by itself: its answer is still wanted, as are those to the lines that wait for it.

@@ -106,6 +106,12 @@ std::optional<TerminalSize> SizeOfTerminal() {
     return TerminalSize{.rows = size.ws_row, .columns = size.ws_col};
 }
 
+std::uint64_t PhysicalMemory() {
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    const long page = sysconf(_SC_PAGESIZE);
+    return pages > 0 && page > 0 ? static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(page) : 0;
+}
+
 void IgnoreTerminationSignals() {
     std::signal(SIGINT, SIG_IGN);
     std::signal(SIGTERM, SIG_IGN);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,6 +44,9 @@ struct TerminalSize {
 /// The size of the terminal that standard input and standard output share; nothing if either is no terminal, or the
 /// terminal does not know its size.
 [[nodiscard]] std::optional<TerminalSize> SizeOfTerminal();
+
+/// Bytes of memory that the machine has, whoever uses them; 0 if the system does not say.
+[[nodiscard]] std::uint64_t PhysicalMemory();
 
 /// SIGINT and SIGTERM have no effect from here on: an interface sends them, and `quit` ends the program.
 void IgnoreTerminationSignals();

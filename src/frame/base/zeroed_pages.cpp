@@ -70,3 +70,15 @@ void ZeroedPages::Clear() noexcept {
     if (data_ == nullptr || (size_ >= large_page && GiveBack(data_, size_))) return;
     std::memset(data_, 0, size_);
 }
+
+void ZeroedPages::Touch() noexcept {
+    if (data_ == nullptr) return;
+#ifdef MADV_POPULATE_WRITE
+    if (madvise(data_, size_, MADV_POPULATE_WRITE) == 0) return;
+#endif
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    for (std::size_t at = 0; at < size_; at += page) {
+        volatile std::byte& first = static_cast<std::byte*>(data_)[at];
+        first = first;
+    }
+}

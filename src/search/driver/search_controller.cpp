@@ -20,6 +20,10 @@ constexpr int deepest_iteration = 80;
 constexpr std::int64_t undisturbed_time = 3000;
 constexpr int wait_between_polls = 125;  // milliseconds
 constexpr std::uint64_t least_countdown = 100;
+/// The first nodes are slow, since the memory of their tables is cold: a search with an interval of its own looks up
+/// after a few of them, and then after so many parts of what it has searched.
+constexpr std::uint64_t least_countdown_at_first = 10;
+constexpr std::uint64_t parts_at_first = 10;
 /// A candidate beat the best score already, so its bisection begins a little above it.
 constexpr Score candidate_lead = 10;
 
@@ -127,7 +131,7 @@ void SearchController::StartSearch(const BOARD& position) {
     clock_of_other_lines_.Reset(0, 0);
     line_scores_.clear();
     search_->StartSearch(position, contempt_);
-    search_->poll_countdown = NodesToNextPoll(first_poll_countdown, limits_.max_nodes + 1);
+    search_->poll_countdown = NodesToNextPoll(UsualCountdown(0), limits_.max_nodes + 1);
 }
 
 void SearchController::PonderHit() {
@@ -315,7 +319,10 @@ std::uint64_t SearchController::UsualCountdown(std::int64_t milliseconds) const 
     const std::uint64_t nodes_per_second =
         milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
     const int interval = limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls;
-    return nodes_per_second * static_cast<std::uint64_t>(interval) / 1000 + least_countdown;
+    const std::uint64_t least =
+        limits_.poll_interval != 0 ? std::clamp(info_.nodes / parts_at_first, least_countdown_at_first, least_countdown)
+                                   : least_countdown;
+    return nodes_per_second * static_cast<std::uint64_t>(interval) / 1000 + least;
 }
 
 /// A poll comes before its node is counted, so the one that ends a search comes with the first node too many.

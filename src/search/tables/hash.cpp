@@ -217,6 +217,12 @@ void HashTables::Clear() noexcept {
     pawn.clear();
 }
 
+void HashTables::Touch() noexcept {
+    transposition.touch();
+    pawn.touch();
+    evaluation.touch();
+}
+
 void HashTables::ClearScores() noexcept {
     transposition.clear();
     evaluation.clear();

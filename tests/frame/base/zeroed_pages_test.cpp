@@ -1,6 +1,8 @@
 #include "frame/base/zeroed_pages.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -8,6 +10,7 @@
 #include <limits>
 #include <span>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -32,6 +35,27 @@ TEST_P(ZeroedPagesOfSize, AreZeroAtFirstAndAfterClear) {
     BytesOf(pages).back() = 1;  // still there to be written
 }
 
+/// How many of the pages the system has given already.
+std::size_t PagesInMemory(const ZeroedPages& pages) {
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    std::vector<unsigned char> is_there((pages.size() + page - 1) / page);
+    EXPECT_EQ(mincore(pages.data(), pages.size(), is_there.data()), 0);
+    return static_cast<std::size_t>(
+        std::ranges::count_if(is_there, [](unsigned char flags) { return (flags & 1U) != 0; }));
+}
+
+TEST_P(ZeroedPagesOfSize, AreInMemoryAfterTouchAndKeepWhatStandsThere) {
+    ZeroedPages pages(GetParam());
+    EXPECT_EQ(PagesInMemory(pages), 0U) << "they cost nothing before";
+    BytesOf(pages).back() = 9;
+    pages.Touch();
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    EXPECT_EQ(PagesInMemory(pages), (GetParam() + page - 1) / page);
+    EXPECT_EQ(BytesOf(pages).back(), 9);
+    BytesOf(pages).back() = 0;
+    EXPECT_TRUE(AreAllZero(pages));
+}
+
 // A byte, a page and a byte beside it, and as much as asks for large pages.
 INSTANTIATE_TEST_SUITE_P(Sizes, ZeroedPagesOfSize, testing::Values(1, 4095, 4096, 4097, std::size_t{33} << 20));
 
@@ -45,6 +69,7 @@ TEST(ZeroedPages, AreNullWithoutMemory) {
     EXPECT_EQ(pages.data(), nullptr);
     EXPECT_EQ(pages.size(), 0U);
     pages.Clear();
+    pages.Touch();
 }
 
 TEST(ZeroedPages, MoveFromOneOwnerToAnother) {
