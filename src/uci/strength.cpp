@@ -8,7 +8,8 @@ namespace VorkaUci {
 
 namespace {
 
-/// A first guess, from what twice the nodes are worth (some 80 points) and a program of known strength: to be measured.
+/// Estimated, not measured by games: from what twice the nodes are worth (some 80 points) and a program of known
+/// strength.
 constexpr Strength strength_table[] = {
     Strength{.elo = 1000, .nodes = 60, .blur = 120},   Strength{.elo = 1200, .nodes = 300, .blur = 80},
     Strength{.elo = 1400, .nodes = 1200, .blur = 50},  Strength{.elo = 1600, .nodes = 5000, .blur = 30},

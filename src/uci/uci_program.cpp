@@ -139,8 +139,11 @@ void UciProgram::go(const std::vector<std::string>& words) {
     request.is_weakened = values_.limit_strength && request.limits.kind != SearchKind::analyze;
     if (request.is_weakened) {
         limitStrength(request.limits);
-    } else if (request.limits.root_moves.empty()) {
-        request.limits.root_moves = syzygy_.rootMoves(*position_);
+    } else {
+        request.known = syzygy_.rootMoves(*position_);
+        // Who analyses wants to see the other moves too.
+        const bool is_game = request.limits.kind != SearchKind::analyze && values_.lines == 1 && !values_.analyse_mode;
+        if (is_game && request.limits.root_moves.empty()) request.limits.root_moves = BestTableMoves(request.known);
     }
     const bool has_help = syzygy_.isOpen() && !request.is_weakened;
     engine_.tablebases.Use(has_help ? SyzygyTables::makeSource() : nullptr);
@@ -294,7 +297,7 @@ void UciProgram::pollInput() {
     const SearchInfo& info = controller_->info();
     if (info.Milliseconds() < next_status_) return;
     next_status_ = info.Milliseconds() + status_interval;
-    send("info " + StatusText(info, engine_.tables));
+    send("info " + StatusText(told(info), engine_.tables));
 }
 
 /// A search that ponders goes beyond its nodes, since it does not end by itself. A weakened one must not: it waits, and
@@ -305,9 +308,19 @@ bool UciProgram::hasSpentStrength() const {
 
 void UciProgram::sendThinking(const SearchInfo& info) {
     noteCandidate(info);
-    if (info.line < values_.lines) send(ThinkingLine(info, engine_.tables));
+    if (info.line < values_.lines) send(ThinkingLine(told(info), engine_.tables));
     if (info.line == 0 && !info.principal_variation.empty()) last_shown_ = info.principal_variation.front().first;
     if (info.line == 0 && hasFoundMate(info)) throw search_aborted_exception{.discard = false};
+}
+
+SearchInfo UciProgram::told(const SearchInfo& info) const {
+    SearchInfo told = info;
+    told.statistics.endings_known += request_->known.size();
+    if (info.principal_variation.empty()) return told;
+    if (const TableMove* const known = FindTableMove(request_->known, info.principal_variation.front().first)) {
+        told.score = KnownScore(*known, info.score, controller_->contempt());
+    }
+    return told;
 }
 
 /// Whether the search may end with the mate that it was to find.
@@ -332,6 +345,7 @@ void UciProgram::sendCurrentMove(const SearchInfo& info, Move move) {
 
 void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) {
     if (info.Milliseconds() < quiet_about_bounds || info.line >= values_.lines) return;
+    if (!line.empty() && FindTableMove(request_->known, line.front()) != nullptr) return;  // there is no doubt
     send(BoundLine(info, engine_.tables, score, bound, *position_, line));
 }
 
@@ -340,9 +354,9 @@ void UciProgram::sendSearchStatistics(const SearchInfo& info) {
     if (!info.principal_variation.empty() && info.principal_variation.front().first != last_shown_) {
         std::vector<Move> line;
         for (const auto& [move, ignored_san] : info.principal_variation) line.push_back(move);
-        send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, *position_, line));
+        send(BoundLine(told(info), engine_.tables, told(info).score, ScoreBound::at_least, *position_, line));
     }
-    send("info " + StatusText(info, engine_.tables));
+    send("info " + StatusText(told(info), engine_.tables));
 }
 
 void UciProgram::onSearchFinished(bool discard) {

@@ -91,6 +91,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     [[nodiscard]] Move bookMove(const GoCommand& go);
     /// Few nodes and several lines to choose from, if the strength is limited.
     void limitStrength(SearchLimits& limits) const;
+    /// The search as it is told: with the score and the count of the tables, where they know the root.
+    [[nodiscard]] SearchInfo told(const SearchInfo& info) const;
     [[nodiscard]] bool hasFoundMate(const SearchInfo& info) const;
     void noteCandidate(const SearchInfo& info);
     /// The answer where there is nothing to search: at once, or when the word comes that ends the search.
@@ -102,6 +104,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
         SearchLimits limits;
         std::int64_t mate = 0;  ///< ends with a mate in so many moves; 0: does not
         bool is_weakened = false;
+        std::vector<TableMove> known{};  ///< what the tables say of the root moves
     };
 
     Engine& engine_;

@@ -584,6 +584,32 @@ def test_the_same_syzygy_tables_again_are_no_trouble(syzygy):
 
 
 @with_syzygy
+def test_syzygy_tables_tell_the_score_of_the_root(syzygy):
+    lines, best = search(syzygy, ROOK_ENDING, "go depth 2")
+    assert best[1] == "h1h7" and 9000 < number(lines[0], "score cp") < 9800
+    assert number(lines[0], "tbhits") > 10, "each root move was looked up"
+    lines, _ = search(syzygy, "position fen 8/8/8/4n3/4k3/8/8/K2R4 w - - 0 1", "go depth 2")
+    assert number(lines[0], "score cp") == 0
+
+
+@with_syzygy
+def test_who_analyses_with_syzygy_tables_sees_every_move(syzygy):
+    def moves_in_work(*lines):
+        start = syzygy._cursor
+        syzygy.send(ROOK_ENDING, *lines)
+        match = syzygy.expect(BESTMOVE)
+        shown = [line for line in match.string[start:match.start()].splitlines() if " pv " in line]
+        return {line.split(" pv ")[1].split()[0] for line in shown if number(line, "depth") == 2}
+
+    assert moves_in_work("go depth 2") == {"h1h7"}
+    syzygy.send("setoption name MultiPV value 8")
+    assert len(moves_in_work("go depth 2")) >= 8
+    syzygy.send("setoption name MultiPV value 1", ROOK_ENDING, "go infinite")
+    syzygy.expect("^info depth 2 ")
+    syzygy.ask("stop", BESTMOVE)
+
+
+@with_syzygy
 def test_limited_strength_has_no_help_from_tables(syzygy):
     """They would leave it one move alone."""
     assert {search(syzygy, "ucinewgame", ROOK_ENDING, "go depth 1")[1][1] for _ in range(5)} == {"h1h7"}

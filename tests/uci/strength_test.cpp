@@ -4,8 +4,6 @@
 
 #include <random>
 
-#include "uci/named_settings.h"
-
 namespace {
 
 using namespace VorkaUci;
@@ -46,11 +44,6 @@ TEST(Blur, LetsAMoveWinThatIsNoWorseThanItsSize) {
     }
     EXPECT_GT(second, 5);
     EXPECT_LT(second, 100);
-}
-
-TEST(NamedSettings, AreLookedForByNameAndOtherPathsAreLeftAlone) {
-    EXPECT_EQ(SettingsPath("some/file.txt"), "some/file.txt");
-    for (const NamedSettings& row : named_settings) EXPECT_FALSE(SettingsPath(std::string(row.name)).empty());
 }
 
 }  // namespace

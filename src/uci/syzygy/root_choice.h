@@ -4,19 +4,31 @@
 
 #include "chess/move.h"
 
-/// Which root moves the tables leave to the search.
+/// What the tables say of the root: which moves they leave to the search, and what those are worth.
 namespace VorkaUci {
 
-/// What the tables say of a move, from the view of the side that plays it: from a loss (0) over a draw (2) to a win
-/// (4), 1 and 3 being a loss and a win that the fifty moves make a draw; and the half moves to the next capture, pawn
-/// move or mate.
+/// How a position ends, from the worst to the best; the numbers are those of the library.
+enum class TableResult {
+    loss = 0,
+    loss_drawn_by_fifty_moves = 1,
+    draw = 2,
+    win_drawn_by_fifty_moves = 3,
+    win = 4,
+};
+
+/// What the tables say of a move, from the view of the side that plays it.
 struct TableMove {
     Move move;
-    int result;
-    int distance;
+    TableResult result;
+    int distance;  ///< half moves to the next capture, pawn move or mate
 };
 
 /// The moves that keep the best result; of those that win the shortest ways, of those that lose the longest.
 [[nodiscard]] std::vector<Move> BestTableMoves(const std::vector<TableMove>& moves);
+/// What the tables say of `move`; null if they say nothing.
+[[nodiscard]] const TableMove* FindTableMove(const std::vector<TableMove>& moves, Move move);
+/// The score that is told for a move whose result is known. `score` is what the search has found: a mate stays. Wins
+/// are further away than the search goes, the nearer to the next capture, pawn move or mate the better.
+[[nodiscard]] int KnownScore(const TableMove& known, int score, int draw_score);
 
 }  // namespace VorkaUci

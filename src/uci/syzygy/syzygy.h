@@ -6,7 +6,7 @@
 
 #include "bitbases/tablebases.h"
 #include "chess/board.h"
-#include "chess/move.h"
+#include "uci/syzygy/root_choice.h"
 
 /// Syzygy tablebases by the library Fathom, where it was installed when the program was built. The library keeps what
 /// it has opened for the whole process: one folder, or one list of folders, at a time.
@@ -25,8 +25,8 @@ class SyzygyTables {
     /// Gives the search the tables that are open: who wins, of a position whose fifty counter is 0. A win is told as a
     /// mate that is further away than the search goes.
     [[nodiscard]] static std::unique_ptr<VorkaTablebases::TableSource> makeSource();
-    /// The root moves that the tables leave to the search; empty if they don't know the position.
-    [[nodiscard]] std::vector<Move> rootMoves(const BOARD& board) const;
+    /// What the tables say of each move; empty if they don't know the position.
+    [[nodiscard]] std::vector<TableMove> rootMoves(const BOARD& board) const;
 
   private:
     std::string opened_;  ///< the path whose tables the library holds, in use or not

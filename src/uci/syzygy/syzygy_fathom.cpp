@@ -7,7 +7,6 @@
 
 #include "chess/move_generator.h"
 #include "search/tables/score.h"
-#include "uci/syzygy/root_choice.h"
 #include "uci/syzygy/syzygy.h"
 
 namespace VorkaUci {
@@ -70,7 +69,7 @@ int SyzygyTables::open(const std::string& path) {
 
 std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::makeSource() { return std::make_unique<Source>(); }
 
-std::vector<Move> SyzygyTables::rootMoves(const BOARD& board) const {
+std::vector<TableMove> SyzygyTables::rootMoves(const BOARD& board) const {
     if (Men(board) > men_ || board.frame().castling != 0) return {};
     std::array<unsigned, TB_MAX_MOVES> results;
     if (Ask(board, tb_probe_root, results.data()) == TB_RESULT_FAILED) return {};
@@ -85,9 +84,9 @@ std::vector<Move> SyzygyTables::rootMoves(const BOARD& board) const {
         };
         const auto move = std::find_if(legal.begin(), legal.end(), is_that);
         if (move == legal.end()) continue;
-        known.push_back({*move, static_cast<int>(TB_GET_WDL(*result)), static_cast<int>(TB_GET_DTZ(*result))});
+        known.push_back({*move, static_cast<TableResult>(TB_GET_WDL(*result)), static_cast<int>(TB_GET_DTZ(*result))});
     }
-    return BestTableMoves(known);
+    return known;
 }
 
 }  // namespace VorkaUci

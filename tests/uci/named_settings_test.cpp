@@ -1,0 +1,27 @@
+#include "uci/named_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+using namespace VorkaUci;
+
+TEST(NamedSettings, HaveNamesOfTheirOwn) {
+    std::set<std::string_view> names;
+    for (const NamedSettings& row : named_settings) EXPECT_TRUE(names.insert(row.name).second) << row.name;
+}
+
+TEST(NamedSettings, AreLookedForBesideTheProgramOrLeftAsTheyStand) {
+    for (const NamedSettings& row : named_settings) {
+        const std::string path = SettingsPath(std::string(row.name));
+        EXPECT_TRUE(path == row.name || path.ends_with(row.file)) << path;
+    }
+}
+
+TEST(NamedSettings, LeaveAnyOtherPathAlone) {
+    for (const char* path : {"some/file.txt", "", "TUNED", "tuned.txt"}) EXPECT_EQ(SettingsPath(path), path);
+}
+
+}  // namespace
