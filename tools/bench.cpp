@@ -24,10 +24,10 @@
 #include "bench_run/bench_run.h"
 #include "chess/user_board.h"
 #include "frame/base/whole_file.h"
-#include "host/silent_host.h"
 #include "options/number_option.h"
 #include "search/driver/bench_positions.h"
 #include "search/driver/search_controller.h"
+#include "search/driver/silent_host.h"
 #include "search/engine/engine.h"
 
 namespace {

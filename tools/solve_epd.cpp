@@ -17,9 +17,9 @@
 
 #include "chess/notation.h"
 #include "chess/user_board.h"
-#include "host/silent_host.h"
 #include "options/number_option.h"
 #include "search/driver/search_controller.h"
+#include "search/driver/silent_host.h"
 #include "search/engine/engine.h"
 
 namespace {

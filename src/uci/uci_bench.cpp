@@ -9,24 +9,12 @@
 #include "frame/base/wall_clock.h"
 #include "search/driver/bench_positions.h"
 #include "search/driver/search_controller.h"
-#include "search/driver/search_host.h"
+#include "search/driver/silent_host.h"
 #include "uci/uci_texts.h"
 
 namespace VorkaUci {
 
 namespace {
-
-/// A search that nobody listens to.
-class Silence : public SearchHost {
-  public:
-    void pollInput() override {}
-    void sendThinking(const SearchInfo&) override {}
-    void sendDepthStarted(int) override {}
-    void sendNewPvMove(const std::string&) override {}
-    void sendSearchInstability() override {}
-    void sendSearchStatistics(const SearchInfo&) override {}
-    void onSearchFinished(bool) override {}
-};
 
 std::uint64_t NodesOf(Engine& engine, std::string_view fen, int depth) {
     engine.tables.Clear();
@@ -34,7 +22,7 @@ std::uint64_t NodesOf(Engine& engine, std::string_view fen, int depth) {
     std::uint32_t ignored_offset = 0;
     ReadFen(board, std::string(fen), ignored_offset);
     SearchController controller(engine);
-    Silence silence;
+    SilentHost silence;
     controller.Run(SearchLimits{.max_depth = depth}, board, silence);
     return controller.info().nodes;
 }

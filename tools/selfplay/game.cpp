@@ -5,7 +5,7 @@
 #include <chrono>
 #include <new>
 
-#include "host/silent_host.h"
+#include "search/driver/silent_host.h"
 
 namespace {
 

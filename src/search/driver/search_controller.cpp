@@ -249,7 +249,7 @@ void SearchController::ConfirmCandidate(std::size_t index) {
 /// Analysis and pondering do not end by themselves.
 void SearchController::WaitForInput() {
     while (!EndsByItself()) {
-        SleepMilliseconds(limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls);
+        SleepMilliseconds(PollInterval());
         host_->pollInput();
     }
 }
@@ -314,15 +314,19 @@ void SearchController::Poll() {
     if (clock_.ShouldStop(Elapsed(), moment, fail_state)) throw search_aborted_exception{.discard = false};
 }
 
+/// Milliseconds.
+int SearchController::PollInterval() const {
+    return limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls;
+}
+
 /// The nodes of one interval. In the first second there are fewer: the speed is not known yet, or no more than begun.
 std::uint64_t SearchController::UsualCountdown(std::int64_t milliseconds) const {
     const std::uint64_t nodes_per_second =
         milliseconds < 1000 ? info_.nodes : info_.nodes * 1000 / static_cast<std::uint64_t>(milliseconds);
-    const int interval = limits_.poll_interval != 0 ? limits_.poll_interval : wait_between_polls;
     const std::uint64_t least =
         limits_.poll_interval != 0 ? std::clamp(info_.nodes / parts_at_first, least_countdown_at_first, least_countdown)
                                    : least_countdown;
-    return nodes_per_second * static_cast<std::uint64_t>(interval) / 1000 + least;
+    return nodes_per_second * static_cast<std::uint64_t>(PollInterval()) / 1000 + least;
 }
 
 /// A poll comes before its node is counted, so the one that ends a search comes with the first node too many.

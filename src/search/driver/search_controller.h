@@ -77,6 +77,7 @@ class SearchController final : private NodePoll {
     void Poll() override;
     [[nodiscard]] std::uint64_t NodesToNextPoll(std::uint64_t usual, std::uint64_t to_the_limit) const;
     [[nodiscard]] bool HasSpentNodes() const;
+    [[nodiscard]] int PollInterval() const;
     [[nodiscard]] std::uint64_t UsualCountdown(std::int64_t milliseconds) const;
     void FlushCounters();
     void NoteTableUse();

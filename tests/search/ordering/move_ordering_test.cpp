@@ -470,10 +470,16 @@ TEST(OrderingNoise, DrawsPassedOverAreDraws) {
 
 // --- Futile nodes: what is sure to be skipped is left out ---
 
-TEST(FutileMoves, AreLeftOutAndChangeNothingElse) {
+class FutileMoves : public testing::TestWithParam<bool> {};
+
+/// The parameter: whether history is read before the remaining tactical moves.
+TEST_P(FutileMoves, AreLeftOutAndChangeNothingElse) {
+    const bool best_history_first = GetParam();
     std::size_t left_out = 0;
     for (const std::string& fen : random_game_starts) {
         SearchBuilder search(fen);
+        search.settings.enable_best_history_moves_before_remaining_tacticals = best_history_first;
+        search.settings.max_history_moves_before_remaining_tacticals = 2;
         for (const NodeType type : {NodeType::cut, NodeType::all}) {
             Node node = search.NodeAt(0, 256);
             node.type = type;
@@ -502,6 +508,8 @@ TEST(FutileMoves, AreLeftOutAndChangeNothingElse) {
     }
     EXPECT_GT(left_out, 200U);
 }
+
+INSTANTIATE_TEST_SUITE_P(MoveOrdering, FutileMoves, testing::Bool());
 
 // --- Against a slow model ---
 //
