@@ -7,15 +7,14 @@
 #include "chess/move_generator.h"
 #include "search/tables/score.h"
 #include "uci/move_text.h"
+#include "uci/syzygy/root_choice.h"
 #include "uci/uci_texts.h"
 
 namespace VorkaUci {
 
 namespace {
 
-/// A mate that is further away than a search goes is the way in which bitbases and tablebases say that they know a win.
-constexpr int furthest_mate = 55;
-/// Such a win in centipawns, less a point for each half move.
+/// A win that is known, not found, in centipawns, less a point for each half move.
 constexpr int known_win = 10000;
 
 std::string Head(const SearchInfo& info, int score, std::string_view bound) {

@@ -20,24 +20,24 @@ constexpr int largest_overhead = 5000;
 
 // clang-format off
 constexpr std::array option_rows{
-    OptionRow{"Hash", SpinOption{&OptionValues::hash, 1, largest_hash}, [](OptionActions& program) { program.resizeTables(); }},
-    OptionRow{uci_texts::clear_hash, ButtonOption{}, [](OptionActions& program) { program.clearTables(); }},
+    OptionRow{"Hash", SpinOption{&OptionValues::hash, 1, largest_hash}, &OptionActions::resizeTables},
+    OptionRow{uci_texts::clear_hash, ButtonOption{}, &OptionActions::clearTables},
     OptionRow{"Ponder", CheckOption{&OptionValues::ponder}},
     OptionRow{"MultiPV", SpinOption{&OptionValues::lines, 1, most_lines}},
-    OptionRow{"Contempt", SpinOption{&OptionValues::contempt, -largest_contempt, largest_contempt}, [](OptionActions& program) { program.weighDraws(); }},
-    OptionRow{"Personality", ComboOption{&OptionValues::personality, personality_names}, [](OptionActions& program) { program.takeStyle(); }},
-    OptionRow{"Style", SpinOption{&OptionValues::style, -largest_style, largest_style}, [](OptionActions& program) { program.takeStyle(); }},
-    OptionRow{uci_texts::settings_file, StringOption{&OptionValues::settings_file}, [](OptionActions& program) { program.readSettings(); }},
+    OptionRow{"Contempt", SpinOption{&OptionValues::contempt, -largest_contempt, largest_contempt}, &OptionActions::weighDraws},
+    OptionRow{"Personality", ComboOption{&OptionValues::personality, personality_names}, &OptionActions::takeStyle},
+    OptionRow{"Style", SpinOption{&OptionValues::style, -largest_style, largest_style}, &OptionActions::takeStyle},
+    OptionRow{uci_texts::settings_file, StringOption{&OptionValues::settings_file}, &OptionActions::readSettings},
     OptionRow{"OwnBook", CheckOption{&OptionValues::own_book}},
-    OptionRow{uci_texts::book_file, StringOption{&OptionValues::book_file}, [](OptionActions& program) { program.openBook(); }},
+    OptionRow{uci_texts::book_file, StringOption{&OptionValues::book_file}, &OptionActions::openBook},
     OptionRow{"UCI_LimitStrength", CheckOption{&OptionValues::limit_strength}},
     OptionRow{"UCI_Elo", SpinOption{&OptionValues::elo, weakest_elo, strongest_elo}},
-    OptionRow{"UCI_AnalyseMode", CheckOption{&OptionValues::analyse_mode}, [](OptionActions& program) { program.weighDraws(); }},
-    OptionRow{"UCI_Opponent", StringOption{&OptionValues::opponent}, [](OptionActions& program) { program.noteOpponent(); }},
+    OptionRow{"UCI_AnalyseMode", CheckOption{&OptionValues::analyse_mode}, &OptionActions::weighDraws},
+    OptionRow{"UCI_Opponent", StringOption{&OptionValues::opponent}, &OptionActions::noteOpponent},
     OptionRow{uci_texts::move_overhead, SpinOption{&OptionValues::move_overhead, 0, largest_overhead}},
-    OptionRow{uci_texts::bitbase_path, StringOption{&OptionValues::bitbase_path}, [](OptionActions& program) { program.loadBitbases(); }},
-    OptionRow{uci_texts::syzygy_path, StringOption{&OptionValues::syzygy_path}, [](OptionActions& program) { program.openSyzygy(); }},
-    OptionRow{uci_texts::log_file, StringOption{&OptionValues::log_file}, [](OptionActions& program) { program.openLog(); }},
+    OptionRow{uci_texts::bitbase_path, StringOption{&OptionValues::bitbase_path}, &OptionActions::loadBitbases},
+    OptionRow{uci_texts::syzygy_path, StringOption{&OptionValues::syzygy_path}, &OptionActions::openSyzygy},
+    OptionRow{uci_texts::log_file, StringOption{&OptionValues::log_file}, &OptionActions::openLog},
 };
 // clang-format on
 

@@ -55,7 +55,7 @@ struct ButtonOption {};
 struct OptionRow {
     std::string_view name;
     std::variant<CheckOption, SpinOption, StringOption, ComboOption, ButtonOption> kind;
-    void (*took)(OptionActions& program) = nullptr;  ///< what a new value changes; called after it was taken
+    void (OptionActions::*took)() = nullptr;  ///< what a new value changes; called after it was taken
 };
 
 [[nodiscard]] std::span<const OptionRow> OptionRows();

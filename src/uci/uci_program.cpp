@@ -181,7 +181,7 @@ void UciProgram::setOption(const std::string& line) {
     } else if (!TakeValue(*row, command.value, values_)) {
         output_.say(std::string(uci_texts::refused_value) + std::string(row->name) + ": " + command.value);
     } else if (row->took != nullptr) {
-        row->took(*this);
+        (static_cast<OptionActions&>(*this).*row->took)();
     }
 }
 
@@ -350,13 +350,14 @@ void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, 
 }
 
 /// A search that ends while a better move is being confirmed plays it: then that line is shown, as a lower bound.
-void UciProgram::sendSearchStatistics(const SearchInfo& info) {
+void UciProgram::sendSearchStatistics(const SearchInfo& searched) {
+    const SearchInfo info = told(searched);
     if (!info.principal_variation.empty() && info.principal_variation.front().first != last_shown_) {
         std::vector<Move> line;
         for (const auto& [move, ignored_san] : info.principal_variation) line.push_back(move);
-        send(BoundLine(told(info), engine_.tables, told(info).score, ScoreBound::at_least, *position_, line));
+        send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, *position_, line));
     }
-    send("info " + StatusText(told(info), engine_.tables));
+    send("info " + StatusText(info, engine_.tables));
 }
 
 void UciProgram::onSearchFinished(bool discard) {

@@ -10,12 +10,8 @@ namespace VorkaUci {
 
 namespace {
 
-/// A win by the tables is told as a mate after so many half moves, and those to the next step; never nearer than the
-/// wins of the bitbases, and above the least score of a mate.
-constexpr int plies_of_win = 300;
+/// More half moves to the next step than this are told as so many: the score stays one of a mate.
 constexpr int furthest_step = 200;
-/// A mate that is nearer than this was found by the search.
-constexpr int plies_of_search = 55;
 
 /// Larger is better.
 std::tuple<TableResult, int> WorthOf(const TableMove& candidate) {
@@ -44,8 +40,8 @@ const TableMove* FindTableMove(const std::vector<TableMove>& moves, Move move) {
 }
 
 int KnownScore(const TableMove& known, int score, int draw_score) {
-    if (infinity_bound - std::abs(score) <= plies_of_search) return score;
-    const int win = infinity_bound - plies_of_win - std::min(known.distance, furthest_step);
+    if (infinity_bound - std::abs(score) <= furthest_mate) return score;
+    const int win = infinity_bound - plies_of_table_win - std::min(known.distance, furthest_step);
     switch (known.result) {
         case TableResult::win:
             return win;

@@ -7,6 +7,14 @@
 /// What the tables say of the root: which moves they leave to the search, and what those are worth.
 namespace VorkaUci {
 
+/// Half moves of the longest mate that is told as one. The wins that bitbases and tables know without their way are
+/// written as mates that are further away.
+inline constexpr int furthest_mate = 55;
+
+/// A win by the tables is told as a mate after so many half moves, and those to the next step: further away than the
+/// wins of the bitbases, which say more.
+inline constexpr int plies_of_table_win = 300;
+
 /// How a position ends, from the worst to the best; the numbers are those of the library.
 enum class TableResult {
     loss = 0,

@@ -13,9 +13,6 @@ namespace VorkaUci {
 
 namespace {
 
-/// A win by the tables, as a mate after so many half moves: nearer than the wins of the bitbases, which say more.
-constexpr int plies_of_win = 300;
-
 int Men(const BOARD& board) { return std::popcount(board.occupied); }
 
 bool IsWhite(const BOARD& board) { return board.mover() == white; }
@@ -38,7 +35,7 @@ class Source final : public VorkaTablebases::TableSource {
         if (std::cmp_greater(Men(board), TB_LARGEST) || board.frame().fifty_counter != 0) return not_found;
         const unsigned result = Ask(board, tb_probe_wdl);
         if (result == TB_RESULT_FAILED) return not_found;
-        constexpr int win = infinity_bound - plies_of_win;
+        constexpr int win = infinity_bound - plies_of_table_win;
         score = result == TB_WIN ? win : result == TB_LOSS ? -win : 0;
         return found;
     }
