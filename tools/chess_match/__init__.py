@@ -15,5 +15,6 @@
 | pgn | games written and read |
 | statistics, standing | what results say about strength, and the line that tells it |
 | state_file | games kept, so that a match can go on |
+| losses | where lost games turned, for tools/lost_games |
 | referee | the rules of chess |
 """
