@@ -15,6 +15,7 @@
 | pgn | games written and read |
 | statistics, standing | what results say about strength, and the line that tells it |
 | state_file | games kept, so that a match can go on |
+| ratings | ratings of players who have played each other, for scripts/cross_table |
 | losses | where lost games turned, for tools/lost_games |
 | referee | the rules of chess |
 """
