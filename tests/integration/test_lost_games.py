@@ -39,7 +39,7 @@ ENDING = "r5k1/7n/8/8/8/8/8/R5K1 w - - 0 1"
 @pytest.mark.parametrize("scores, phase, move, before, after, fall, is_sudden, fall_move", [
     ([0.2, 0.1, -0.9, -4], "opening", 2, 10, -90, 310, True, 4),
     ([0.2, -0.5, -0.8, -1.4, -2.0, -9], "opening", 2, -50, -80, 700, True, 6),
-    ([0.2, -0.5, -0.8, -1.4, -2.0, -2.7, -3.1, -9], "opening", 2, -50, -80, 70, False, 6),
+    ([0.2, -0.5, -0.8, -1.4, -2.0, -2.7, -3.0, -9], "opening", 2, -50, -80, 70, False, 6),
     ([0.2, -0.9, -0.4, -1.2, -3.0], "opening", 3, -40, -120, 180, True, 5),
     ([0.1] * 13 + [-0.6, -1.3], "middle game", 13, 10, -60, 70, False, 14),
     ([0.1] * 12 + [-0.7], "opening", 12, 10, -70, 80, True, 13),
@@ -64,6 +64,7 @@ def test_phase_is_told_by_the_material():
     position = losses.rules.Position.from_fen
     criteria = losses.Criteria()
     assert losses.phase_of(position("r2qk3/8/8/8/8/8/8/3QK3 w - - 0 1"), 5, criteria) == "ending", "23"
+    assert losses.phase_of(position("r2qk3/8/8/8/8/8/8/3QKB2 w - - 0 1"), 5, criteria) == "ending", "26"
     assert losses.phase_of(position("r2qk3/8/8/8/8/8/8/R2QK3 w - - 0 1"), 5, criteria) == "opening", "28"
     assert losses.phase_of(position("r2qk3/8/8/8/8/8/8/R2QK3 w - - 0 1"), 13, criteria) == "middle game"
     assert losses.phase_of(position("rnb1k3/8/8/8/8/8/8/RNB1K1B1 w - - 0 1"), 30, criteria) == "ending", "25"

@@ -69,7 +69,8 @@ class ReadGame(NamedTuple):
     result: str
 
 
-TOKEN = re.compile(r"\{(?P<comment>[^}]*)\}|(?P<number>\d+\.+)|\$\d+|(?P<result>1-0|0-1|1/2-1/2|\*)(?=\s|$)|(?P<word>[^\s{}()]+)")
+TOKEN = re.compile(r"\{(?P<comment>[^}]*)\}|(?P<number>\d+\.+)|\$\d+|(?P<result>1-0|0-1|1/2-1/2|\*)(?=\s|$)|"
+                   r"(?P<word>[^\s{}()]+)")
 
 
 def read_games(text):

@@ -14,7 +14,6 @@ from .game import COLOUR, GameRules, play
 from .openings import Opening
 from .pgn import pgn_of
 from .player import Terms, protocol_of
-from .setup import Setup
 from .standing import Standing, half_points_of_first, wins_draws_losses
 from .state_file import StateFile
 from .uci import UciPlayer
@@ -22,7 +21,7 @@ from .xboard import XboardPlayer
 
 
 class Plan(NamedTuple):
-    players: list  # setups: the engine that is tested, and its opponents
+    players: list  # of Setup: the engine that is tested, and its opponents
     openings: list  # one for each pair of games with an opponent
     controls: list  # time controls: pairs of games take turns; [None]: no clock
     rules: GameRules
