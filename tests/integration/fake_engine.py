@@ -1,9 +1,10 @@
 """A chess program for the tests of tools/match: it plays the first legal move by name, and misbehaves when told to.
 
-    fake_engine.py uci|xboard|xboard1|mute [die|hang|illegal|late|resign|claim=RESULT|refuse=MOVE] [at=N] [score=N] [ponder=MOVE] [log=FILE]
+    fake_engine.py uci|xboard|xboard1|mute [die|hang|illegal|late|resign|claim=RESULT|refuse=MOVE] [at=N] [deaf] [score=N]
+                   [ponder=MOVE] [log=FILE]
 
-At its move number N (1) it does what the word says; `score` are the centipawns that it tells from then on, `log` keeps
-what it was told.
+At its move number N (1) it does what the word says. One that is deaf overlooks its first greeting. `score` are the
+centipawns that it tells from that move on, `ponder` is what it expects, and `log` keeps what it was told.
 """
 
 import sys
@@ -81,7 +82,9 @@ class Fake:
             self.think()
 
     def hear_xboard(self, word, rest):
-        if word == "protover" and self.protocol == "xboard":
+        if word == "protover" and "deaf" in self.words:
+            del self.words["deaf"]
+        elif word == "protover" and self.protocol == "xboard":
             for feature in FEATURES:
                 self.say(feature)
         elif word == "ping":

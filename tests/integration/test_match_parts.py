@@ -10,7 +10,7 @@ import pytest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tools"))
-from chess_match import openings, pgn, scores  # noqa: E402
+from chess_match import child, openings, pgn, scores  # noqa: E402
 from chess_match.adjudication import Adjudicator, Agreement  # noqa: E402
 from chess_match.controls import Clock, control_of, controls_of  # noqa: E402
 from chess_match.errors import Trouble  # noqa: E402
@@ -55,6 +55,17 @@ def test_moves_of_the_opening_are_moves_of_the_time_control():
     """XBoard counts them, and so do programs that keep their own clock."""
     clock = Clock(control_of("4/10"), 0, made=2)
     assert clock.moves_to_go() == 2 and clock.take(5) and clock.take(1) and clock.left == 14 and clock.moves_to_go() == 4
+
+
+def test_missing_package_is_named(tmp_path, monkeypatch):
+    monkeypatch.setattr(child, "PATH", str(tmp_path))
+    with pytest.raises(Trouble, match="^there is no program toga2; it is in Debian's package toga2$"):
+        child.find_program("toga2")
+    with pytest.raises(Trouble, match="^there is no program nonsense$"):
+        child.find_program("nonsense")
+    (tmp_path / "toga2").write_text("#!/bin/sh\n")
+    (tmp_path / "toga2").chmod(0o755)
+    assert child.find_program("toga2") == str(tmp_path / "toga2")
 
 
 def test_players_are_described():

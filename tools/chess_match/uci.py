@@ -17,6 +17,8 @@ class UciPlayer(Player):
 
     def start(self):
         """The handshake. Trouble if there is none, or an option that it doesn't take."""
+        if self.setup.init:
+            raise Trouble(f"{self.setup.text}: UCI has no commands of its own; option.NAME=VALUE sets options")
         self.send("uci")
         self.options = {}  # what it has, by small letters
         try:
