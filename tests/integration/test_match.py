@@ -220,6 +220,8 @@ def test_controls_take_turns(tmp_path):
     ([UCI, "--resign", "3"], '--resign: takes 2 numbers with colons between them, not "3"'),
     ([UCI, "--margin", "-1"], "--margin: "),
     ([UCI, "--openings", "/nowhere"], "can't open /nowhere: No such file"),
+    ([UCI, "--depth", "1", "--games", "22"],
+     "only 10 openings for 11 pairs: without a clock the same games would come again"),
     ([UCI, "--pgn", "/nowhere/x"], "can't write /nowhere/x: No such file"),
     ([UCI, "--state", "/nowhere/x"], "/nowhere/x: No such file"),
 ])

@@ -112,6 +112,9 @@ def plan_of(arguments):
         arguments.time = [None] if arguments.depth or arguments.nodes else controls_of(USUAL_TIMES)
     order = openings.openings_of(arguments.openings, arguments.opening_plies) if arguments.openings else openings.built_in()
     order = openings.ordered(order, arguments.seed)
+    if arguments.time == [None] and arguments.games // 2 > len(order):
+        raise Trouble(f"only {len(order)} openings for {arguments.games // 2} pairs: without a clock the same games would come "
+                      "again")
     players = [arguments.engine, *(arguments.opponent or [setup_of("fairymax")])]
     plan = Plan(players, openings.picked(order, arguments.games // 2), arguments.time, rules_of(arguments), arguments.ponder,
                 arguments.concurrency)
