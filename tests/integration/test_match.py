@@ -284,6 +284,11 @@ def test_bad_state_is_told(tmp_path, text, complaint):
     assert (tmp_path / "state").read_text() == text
 
 
+def test_full_disk_ends_the_match():
+    run = match(UCI, XBOARD, check=2, options=short("--pgn", "/dev/full"))
+    assert "No space left on device" in run.stderr and "Traceback" not in run.stderr
+
+
 def test_state_of_the_match_is_json(tmp_path):
     """One line for each game, which other programs may read."""
     match(UCI, XBOARD, check=0, options=short("--state", tmp_path / "state"))

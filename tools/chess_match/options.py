@@ -144,7 +144,7 @@ def main(description):
     arguments = parser_of(description).parse_args()
     try:
         return run(arguments)
-    except Trouble as trouble:
+    except (Trouble, OSError) as trouble:  # such as a full disk
         print(f"tools/match: {trouble}", file=sys.stderr)
         return 2
     except Stopped:
