@@ -57,8 +57,11 @@ class Position(NamedTuple):
                          str(move_number)))
 
     def key(self):
-        """What has to be the same for a repetition."""
-        return self[:4]
+        """What has to be the same for a repetition: an en passant square counts if a pawn may capture there."""
+        may_capture = self.en_passant >= 0 and any(
+            to == self.en_passant and self.men[start].lower() == "p" and self.is_legal((start, to, promotion))
+            for start, to, promotion in self._pseudo_legal())
+        return (*self[:3], self.en_passant if may_capture else -1)
 
     def _own(self, man, white):
         return bool(man) and man.isupper() == white
@@ -136,21 +139,28 @@ class Position(NamedTuple):
                         (start + to) // 2 if pawn and abs(to - start) == 16 else -1,
                         0 if pawn or capture else self.halfmove_clock + 1)
 
+    def is_legal(self, pseudo_legal_move):
+        return not self.make(pseudo_legal_move).in_check(self.white_to_move)
+
     def legal_moves(self):
-        return [move for move in self._pseudo_legal() if not self.make(move).in_check(self.white_to_move)]
+        return [move for move in self._pseudo_legal() if self.is_legal(move)]
+
+    def has_legal_move(self):
+        return any(self.is_legal(move) for move in self._pseudo_legal())
 
     def san(self, move):
         start, to, promotion = move
         man = self.men[start].lower()
         after = self.make(move)
-        mark = ("#" if not after.legal_moves() else "+") if after.in_check() else ""
+        mark = ("#" if not after.has_legal_move() else "+") if after.in_check() else ""
         if man == "k" and abs(to - start) == 2:
             return ("O-O" if to > start else "O-O-O") + mark
         captures = bool(self.men[to]) or (man == "p" and to == self.en_passant)
         if man == "p":
             return ((name(start)[0] + "x" if captures else "") + name(to)
                     + ("=" + promotion.upper() if promotion else "") + mark)
-        rivals = [s for s, t, _ in self.legal_moves() if t == to and s != start and self.men[s] == self.men[start]]
+        rivals = [rival[0] for rival in self._pseudo_legal() if rival[1] == to and rival[0] != start
+                  and self.men[rival[0]] == self.men[start] and self.is_legal(rival)]
         origin = ""
         if rivals:
             if all(s & 7 != start & 7 for s in rivals):
@@ -164,14 +174,17 @@ class Position(NamedTuple):
     def find(self, text):
         """The legal move that this standard or coordinate notation names. ValueError where there is none."""
         wanted = text.rstrip("+#")
-        for move in self.legal_moves():
-            if wanted in (coordinate(move), self.san(move).rstrip("+#")):
-                return move
+        # Both notations name the square that a move goes to, but for castling.
+        likely = [move for move in self._pseudo_legal() if name(move[1]) in wanted or wanted.startswith("O-O")]
+        for notation in (coordinate, lambda move: self.san(move).rstrip("+#")):
+            for move in likely:
+                if notation(move) == wanted and self.is_legal(move):
+                    return move
         raise ValueError(f"{text} is no legal move in {self.fen()}")
 
     def result(self, earlier=()):
         """(result, reason in the engine's words) if the game is over, else None. `earlier`: keys of earlier positions."""
-        if not self.legal_moves():
+        if not self.has_legal_move():
             if self.in_check():
                 return ("0-1", "Black mates") if self.white_to_move else ("1-0", "White mates")
             return "1/2-1/2", "Stalemate"
