@@ -134,9 +134,7 @@ def test_session_of_a_document(start, document, session):
         prompt = PROMPT.match(line)
         if not prompt:
             continue
-        begin = engine._cursor
-        match = engine.expect(r" \r" + re.escape(prompt[0]))
-        before = match.string[begin:match.start()]
+        before, _ = engine.hear(r" \r" + re.escape(prompt[0]))
         seen = (seen or "") + ("" if seen == "" and PROMPT.match(session[0]) else before) + line + "\n"
         engine.send(line[prompt.end():])
     seen = "\n".join(as_seen(seen))

@@ -20,17 +20,15 @@ BESTMOVE = r"^bestmove (\w+)(?: ponder (\w+))?\n"
 
 def search(engine, *lines):
     """Sends the lines, the last one a `go` that ends by itself, and returns the info lines and the match of bestmove."""
-    start = engine._cursor
     engine.send(*lines)
-    match = engine.expect(BESTMOVE)
-    return [line for line in match.string[start:match.start()].splitlines() if line.startswith("info ")], match
+    told, match = engine.hear(BESTMOVE)
+    return [line for line in told.splitlines() if line.startswith("info ")], match
 
 
 def ready(engine):
     """Returns what came since the last match, when all that was sent before is dealt with."""
-    start = engine._cursor
-    match = engine.ask("isready", "^readyok\n")
-    return match.string[start:match.start()]
+    engine.send("isready")
+    return engine.hear("^readyok\n")[0]
 
 
 def number(line, word):
@@ -43,9 +41,8 @@ def test_it_says_who_it_is_and_what_can_be_set(start):
     engine = start(program=UCI_PROGRAM)
     said = ready(engine)
     assert said == "", "nothing before it is asked"
-    begin = engine._cursor
-    match = engine.ask("uci", "^uciok\n")
-    lines = match.string[begin:match.start()].splitlines()
+    engine.send("uci")
+    lines = engine.hear("^uciok\n")[0].splitlines()
     assert re.fullmatch(r"id name Vorka v\S+", lines[0])
     assert lines[1] == "id author the Vorka developers"
     assert all(line.startswith("option name ") for line in lines[2:])
@@ -356,10 +353,9 @@ def test_a_log_file_takes_both_sides(uci):
 
 def options(engine):
     """Type, default, least, most and choices of each option, by its name."""
-    start = engine._cursor
-    match = engine.ask("uci", "^uciok\n")
+    engine.send("uci")
     told = {}
-    for line in match.string[start:match.start()].splitlines():
+    for line in engine.hear("^uciok\n")[0].splitlines():
         if found := re.fullmatch(r"option name (.+) type (\w+)(?: default (.*?))?(?: min (\S+) max (\S+))?((?: var \w+)*)", line):
             told[found[1]] = (found[2], found[3], found[4], found[5], found[6].split(" var ")[1:])
     return told
@@ -595,10 +591,7 @@ def test_syzygy_tables_tell_the_score_of_the_root(syzygy):
 @with_syzygy
 def test_who_analyses_with_syzygy_tables_sees_every_move(syzygy):
     def moves_in_work(*lines):
-        start = syzygy._cursor
-        syzygy.send(ROOK_ENDING, *lines)
-        match = syzygy.expect(BESTMOVE)
-        shown = [line for line in match.string[start:match.start()].splitlines() if " pv " in line]
+        shown = [line for line in search(syzygy, ROOK_ENDING, *lines)[0] if " pv " in line]
         return {line.split(" pv ")[1].split()[0] for line in shown if number(line, "depth") == 2}
 
     assert moves_in_work("go depth 2") == {"h1h7"}
