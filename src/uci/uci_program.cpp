@@ -343,7 +343,7 @@ void UciProgram::sendCurrentMove(const SearchInfo& info, Move move) {
     if (info.Milliseconds() >= quiet_about_moves && info.line == 0) send(CurrentMoveLine(info, move));
 }
 
-void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) {
+void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, std::span<const Move> line) {
     if (info.Milliseconds() < quiet_about_bounds || info.line >= values_.lines) return;
     if (!line.empty() && FindTableMove(request_->known, line.front()) != nullptr) return;  // there is no doubt
     send(BoundLine(info, engine_.tables, score, bound, *position_, line));
@@ -354,7 +354,9 @@ void UciProgram::sendSearchStatistics(const SearchInfo& searched) {
     const SearchInfo info = told(searched);
     if (!info.principal_variation.empty() && info.principal_variation.front().first != last_shown_) {
         std::vector<Move> line;
-        for (const auto& [move, ignored_san] : info.principal_variation) line.push_back(move);
+        for (const auto& [move, ignored_san] : std::span(info.principal_variation).first(info.known_moves)) {
+            line.push_back(move);
+        }
         send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, *position_, line));
     }
     send("info " + StatusText(info, engine_.tables));
@@ -394,6 +396,7 @@ void UciProgram::sendBestMove() {
         best = ChooseBlurred(most, StrengthOf(values_.elo).blur, std::ref(chance_));
     }
     std::string text = "bestmove " + MoveText(best);
+    // A move that only stood in the table is no part of the line that is shown, but good enough to ponder on.
     if (line.size() > 1 && line.front().first == best) text += " ponder " + MoveText(line[1].first);
     send(text);
 }

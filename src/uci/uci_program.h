@@ -4,6 +4,7 @@
 #include <deque>
 #include <optional>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -72,7 +73,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void sendNewPvMove(const std::string& /*move*/) override {}
     void sendSearchInstability() override {}
     void sendCurrentMove(const SearchInfo& info, Move move) override;
-    void sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) override;
+    void sendBound(const SearchInfo& info, int score, ScoreBound bound, std::span<const Move> line) override;
     void sendSearchStatistics(const SearchInfo& info) override;
     void onSearchFinished(bool discard) override;
 
