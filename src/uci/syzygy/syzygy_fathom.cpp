@@ -52,7 +52,7 @@ int PromotionOf(unsigned result) {
 
 bool HasSyzygy() { return true; }
 
-int SyzygyTables::open(const std::string& path) {
+int SyzygyTables::Open(const std::string& path) {
     men_ = 0;
     if (path.empty()) return 0;
     // The library must not be told to close: it does not forget how many men it knew, and the next probe reads tables
@@ -64,9 +64,9 @@ int SyzygyTables::open(const std::string& path) {
     return men_;
 }
 
-std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::makeSource() { return std::make_unique<Source>(); }
+std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::MakeSource() { return std::make_unique<Source>(); }
 
-std::vector<TableMove> SyzygyTables::rootMoves(const BOARD& board) const {
+std::vector<TableMove> SyzygyTables::RootMoves(const BOARD& board) const {
     if (Men(board) > men_ || board.frame().castling != 0) return {};
     std::array<unsigned, TB_MAX_MOVES> results;
     if (Ask(board, tb_probe_root, results.data()) == TB_RESULT_FAILED) return {};
