@@ -599,6 +599,23 @@ def test_the_same_syzygy_tables_again_are_no_trouble(syzygy):
 
 
 @with_syzygy
+def test_another_folder_of_syzygy_tables_is_taken_into_use_without_a_word(syzygy):
+    """The first one has tables for three men, the second for four."""
+    few = syzygy.folder / "three men"
+    few.mkdir()
+    for table in Path(SYZYGY).glob("K?vK.*"):
+        (few / table.name).symlink_to(table.resolve())
+    search(syzygy, ROOK_ENDING, "go depth 3")
+    for folder, men in ((few, 3), (SYZYGY, 4), (few, 3)):
+        syzygy.send(f"setoption name Syzygy Path value {folder}")
+        syzygy.expect(f"^info string tablebases found, with men up to {men}$")
+        lines, best = search(syzygy, "ucinewgame", ROOK_ENDING, "go depth 2")
+        assert best[1] == "h1h7" and 9000 < number(lines[0], "score cp") < 9800
+    syzygy.finish()
+    assert syzygy.errors == ""
+
+
+@with_syzygy
 def test_syzygy_tables_tell_the_score_of_the_root(syzygy):
     lines, best = search(syzygy, ROOK_ENDING, "go depth 2")
     assert best[1] == "h1h7" and 9000 < number(lines[0], "score cp") < 9800

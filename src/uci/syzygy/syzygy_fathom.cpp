@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "chess/move_generator.h"
+#include "frame/base/os_dependent.h"
 #include "search/tables/score.h"
 #include "uci/syzygy/syzygy.h"
 
@@ -56,8 +57,10 @@ int SyzygyTables::Open(const std::string& path) {
     men_ = 0;
     if (path.empty()) return 0;
     // The library must not be told to close: it does not forget how many men it knew, and the next probe reads tables
-    // that are gone. Nor is it asked twice for the same, since it complains on standard error about what it unmaps.
+    // that are gone. Another path it can be told: it puts away the tables it has used, and says "munmap" on standard
+    // error for each, since it takes success for failure there.
     if (path != opened_) {
+        const SilentStandardError silence;
         opened_ = tb_init(path.c_str()) ? path : std::string();
     }
     if (!opened_.empty()) men_ = static_cast<int>(TB_LARGEST);
