@@ -281,7 +281,7 @@ def test_links_and_paths_of_a_document(document):
     text = (ROOT / document).read_text()
     for target in re.findall(r"\]\((?!https?:)([^)#]+)(?:#[^)]*)?\)", text):
         assert ((ROOT / document).parent / target).exists(), f"{document} links to {target}"
-    folders = r"(?:\.ci|benchmarks|cmake|docs|scripts|settings|src|tests|tools)"
+    folders = r"(?:\.ci|benchmarks|cmake|docs|packaging|scripts|settings|src|tests|tools)"
     for path in re.findall(rf"`({folders}/[\w./]+)`", text):
         found = (ROOT / path).exists() or (ROOT / f"{path}.cpp").exists()
         assert found, f"{document} names {path}"
