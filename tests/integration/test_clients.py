@@ -39,14 +39,15 @@ def test_engine_file_names_a_program_of_the_build_and_plain_chess():
 
 @needs("xboard")
 def test_xboard_starts_what_the_engine_file_names(tmp_path):
-    """It finds the command in PATH, as it does after an installation. Here it plays one game of the engine with itself."""
+    """It finds the command in PATH, as it does after an installation. Here it plays one game of the engine with itself.
+    XBoard keeps its settings where the user's are, whatever HOME says: nothing may be saved there."""
     command, _ = engine_file()
     games = tmp_path / "games.pgn"
     with screen() as display:
         environment = dict(os.environ, DISPLAY=display, HOME=str(tmp_path), PATH=f"{BUILD}:{PATH}")
         subprocess.run(["xboard", "-fcp", command, "-fd", str(tmp_path), "-scp", command, "-sd", str(tmp_path),
                         "-matchGames", "1", "-saveGameFile", str(games), "-searchDepth", "1", "-adjudicateLossThreshold",
-                        "-500", "-popupExitMessage", "false", "-soundProgram", ""],
+                        "-500", "-saveSettingsOnExit", "false", "-popupExitMessage", "false", "-soundProgram", ""],
                        cwd=tmp_path, env=environment, stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE,
                        check=True)
     told = games.read_text("latin-1")

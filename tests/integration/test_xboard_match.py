@@ -24,6 +24,9 @@ def play_match(folder, first, second, *options):
         match = subprocess.Popen(
             ["xboard", "-fcp", first, "-fd", str(folder), "-scp", second, "-sd", str(folder),
              "-matchGames", str(GAMES), "-saveGameFile", str(games), "-autoCallFlag", "true",
+             # What the user has set stays out of the match, as far as it matters, and as it is: HOME does not lead XBoard
+             # away from his settings.
+             "-adjudicateLossThreshold", "0", "-saveSettingsOnExit", "false",
              "-popupExitMessage", "false", "-soundProgram", "", "-debug", "-nameOfDebugFile", str(debug), *options],
             cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT)
         try:
