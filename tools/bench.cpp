@@ -22,11 +22,10 @@
 #include <vector>
 
 #include "bench_run/bench_run.h"
-#include "chess/user_board.h"
 #include "frame/base/whole_file.h"
 #include "options/number_option.h"
 #include "search/driver/bench_positions.h"
-#include "search/driver/search_controller.h"
+#include "search/driver/bench_search.h"
 #include "search/driver/silent_host.h"
 #include "search/engine/engine.h"
 
@@ -51,25 +50,22 @@ std::uint64_t MicrosecondsSince(std::chrono::steady_clock::time_point start) {
 class Listener : public SilentHost {
   public:
     void sendDepthStarted(int depth) override {
+        if (depth == 1) start_ = std::chrono::steady_clock::now();
         last_depth_ = depth;
         microseconds_before_it_ = MicrosecondsSince(start_);
     }
-    void sendSearchStatistics(const SearchInfo& info) override {
-        info_ = info;
-        microseconds_ = MicrosecondsSince(start_);
-    }
+    void sendSearchStatistics(const SearchInfo&) override { microseconds_ = MicrosecondsSince(start_); }
 
-    [[nodiscard]] const SearchInfo& info() const { return info_; }
-    [[nodiscard]] BenchRow Row(std::string_view fen, bool is_by_time) const {
+    [[nodiscard]] BenchRow Row(std::string_view fen, const SearchInfo& info, bool is_by_time) const {
         BenchRow row{.fen = std::string(fen),
-                     .nodes = info_.nodes,
+                     .nodes = info.nodes,
                      .microseconds = microseconds_,
                      .depth = static_cast<std::uint64_t>(last_depth_),
                      .microseconds_to_depth = microseconds_,
-                     .statistics = info_.statistics,
-                     .transposition = info_.transposition_table,
-                     .scores = info_.evaluation_hash_table,
-                     .pawns = info_.pawn_hash_table};
+                     .statistics = info.statistics,
+                     .transposition = info.transposition_table,
+                     .scores = info.evaluation_hash_table,
+                     .pawns = info.pawn_hash_table};
         if (is_by_time && last_depth_ > 0) {
             --row.depth;  // the last iteration was cut off
             row.microseconds_to_depth = microseconds_before_it_;
@@ -78,18 +74,13 @@ class Listener : public SilentHost {
     }
 
   private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-    SearchInfo info_;
+    std::chrono::steady_clock::time_point start_;  ///< of the first iteration
     int last_depth_ = 0;
     std::uint64_t microseconds_before_it_ = 0;
     std::uint64_t microseconds_ = 0;
 };
 
 BenchRow SearchPosition(Engine& engine, std::string_view fen, const Options& options) {
-    engine.tables.Clear();
-    UserBoard game;
-    game.SetBoardFromFen(std::string(fen));
-    SearchController controller(engine);
     SearchLimits limits;
     if (options.milliseconds > 0) {
         limits.max_time_limit = options.milliseconds;
@@ -97,10 +88,9 @@ BenchRow SearchPosition(Engine& engine, std::string_view fen, const Options& opt
         limits.max_depth = options.depth;
     }
     Listener listener;
-    controller.Run(limits, game, listener);
-    const BenchRow row = listener.Row(fen, options.milliseconds > 0);
+    const SearchInfo info = SearchBenchPosition(engine, fen, limits, listener);
+    const BenchRow row = listener.Row(fen, info, options.milliseconds > 0);
     if (options.is_quiet) return row;
-    const SearchInfo& info = listener.info();
     const std::string best = info.principal_variation.empty() ? "-" : info.principal_variation.front().second;
     std::cout << TableRow(row) << std::setw(7) << info.score << "  " << std::left << std::setw(8) << best << std::right
               << ' ' << fen << std::endl;

@@ -1,40 +1,45 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// What the rows of the commands and of the options ask of the program.
 namespace VorkaUci {
 
+/// A line from its command on.
+struct CommandLine {
+    std::string text;                ///< what stands after the command, as it was written
+    std::vector<std::string> words;  ///< the same, split
+};
+
 class CommandActions {
   public:
     virtual ~CommandActions() = default;
-    virtual void send(std::string_view line) = 0;
-    virtual void introduce() = 0;
-    virtual void getReady() = 0;
-    virtual void newGame() = 0;
-    virtual void setPosition(const std::vector<std::string>& words) = 0;
-    virtual void go(const std::vector<std::string>& words) = 0;
-    virtual void stop() = 0;
-    virtual void ponderHit() = 0;
-    virtual void setOption(const std::string& line) = 0;
-    virtual void setDebug(bool on) = 0;
+    virtual void Introduce(const CommandLine& line) = 0;
+    virtual void SetDebug(const CommandLine& line) = 0;
+    virtual void GetReady(const CommandLine& line) = 0;
+    virtual void SetOption(const CommandLine& line) = 0;
+    virtual void NewGame(const CommandLine& line) = 0;
+    virtual void SetPosition(const CommandLine& line) = 0;
+    virtual void Go(const CommandLine& line) = 0;
+    virtual void Stop(const CommandLine& line) = 0;
+    virtual void PonderHit(const CommandLine& line) = 0;
+    virtual void Quit(const CommandLine& line) = 0;
 };
 
 class OptionActions {
   public:
     virtual ~OptionActions() = default;
-    virtual void resizeTables() = 0;
-    virtual void clearTables() = 0;
-    virtual void weighDraws() = 0;
-    virtual void takeStyle() = 0;
-    virtual void readSettings() = 0;
-    virtual void openBook() = 0;
-    virtual void loadBitbases() = 0;
-    virtual void openSyzygy() = 0;
-    virtual void noteOpponent() = 0;
-    virtual void openLog() = 0;
+    virtual void ResizeTables() = 0;
+    virtual void ClearTables() = 0;
+    virtual void WeighDraws() = 0;
+    virtual void TakeStyle() = 0;
+    virtual void ReadSettings() = 0;
+    virtual void OpenBook() = 0;
+    virtual void LoadBitbases() = 0;
+    virtual void OpenSyzygy() = 0;
+    virtual void NoteOpponent() = 0;
+    virtual void OpenLog() = 0;
 };
 
 }  // namespace VorkaUci

@@ -11,24 +11,32 @@ namespace VorkaUci {
 
 namespace {
 
+using Number = std::optional<std::int64_t>;
+
 /// A word with a number after it.
 struct NumberWord {
     std::string_view word;
-    std::optional<std::int64_t>& (*of)(GoCommand& go);
+    Number GoCommand::*number;
 };
 
-using Number = std::optional<std::int64_t>;
-
 constexpr std::array number_words{
-    NumberWord{"wtime", [](GoCommand& go) -> Number& { return go.time[white]; }},
-    NumberWord{"btime", [](GoCommand& go) -> Number& { return go.time[black]; }},
-    NumberWord{"winc", [](GoCommand& go) -> Number& { return go.increment[white]; }},
-    NumberWord{"binc", [](GoCommand& go) -> Number& { return go.increment[black]; }},
-    NumberWord{"movestogo", [](GoCommand& go) -> Number& { return go.moves_to_go; }},
-    NumberWord{"depth", [](GoCommand& go) -> Number& { return go.depth; }},
-    NumberWord{"nodes", [](GoCommand& go) -> Number& { return go.nodes; }},
-    NumberWord{"mate", [](GoCommand& go) -> Number& { return go.mate; }},
-    NumberWord{"movetime", [](GoCommand& go) -> Number& { return go.move_time; }},
+    NumberWord{"movestogo", &GoCommand::moves_to_go}, NumberWord{"depth", &GoCommand::depth},
+    NumberWord{"nodes", &GoCommand::nodes},           NumberWord{"mate", &GoCommand::mate},
+    NumberWord{"movetime", &GoCommand::move_time},
+};
+
+/// The same for one side.
+struct ClockWord {
+    std::string_view word;
+    std::array<Number, 2> GoCommand::*numbers;
+    Colour side;
+};
+
+constexpr std::array clock_words{
+    ClockWord{"wtime", &GoCommand::time, white},
+    ClockWord{"btime", &GoCommand::time, black},
+    ClockWord{"winc", &GoCommand::increment, white},
+    ClockWord{"binc", &GoCommand::increment, black},
 };
 
 struct FlagWord {
@@ -66,17 +74,24 @@ auto FindRow(const Rows& rows, std::string_view word) {
     return std::find_if(rows.begin(), rows.end(), [word](const auto& row) { return row.word == word; });
 }
 
+/// Where the number after a word goes; null if none belongs there.
+Number* PlaceOfNumber(GoCommand& go, std::string_view word) {
+    if (const auto row = FindRow(number_words, word); row != number_words.end()) return &(go.*(row->number));
+    const auto clock = FindRow(clock_words, word);
+    return clock == clock_words.end() ? nullptr : &(go.*(clock->numbers))[clock->side];
+}
+
 }  // namespace
 
-bool GoCommand::hasAnEnd() const { return time[white] || time[black] || depth || nodes || mate || move_time; }
+bool GoCommand::HasAnEnd() const { return time[white] || time[black] || depth || nodes || mate || move_time; }
 
 GoCommand ReadGo(std::span<const std::string> words) {
     GoCommand go;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (const auto row = FindRow(number_words, words[i]); row != number_words.end()) {
+        if (Number* const place = PlaceOfNumber(go, words[i])) {
             const Number number = i + 1 < words.size() ? ReadNumber(words[i + 1]) : std::nullopt;
             if (!number) continue;
-            row->of(go) = number;
+            *place = number;
             ++i;
         } else if (const auto flag = FindRow(flag_words, words[i]); flag != flag_words.end()) {
             go.*(flag->flag) = true;

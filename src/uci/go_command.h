@@ -24,7 +24,7 @@ struct GoCommand {
     std::vector<std::string> search_moves;  ///< as they were written
 
     /// Whether anything says when the search is to end.
-    [[nodiscard]] bool hasAnEnd() const;
+    [[nodiscard]] bool HasAnEnd() const;
 };
 
 /// Reads the words after `go`. A word that it does not know, and a word where a number should stand, are skipped.

@@ -43,14 +43,16 @@ std::string StatusText(const SearchInfo& info, const HashTables& tables) {
 
 std::string ThinkingLine(const SearchInfo& info, const HashTables& tables) {
     std::string text = Head(info, info.score, "") + StatusText(info, tables);
-    if (info.principal_variation.empty()) return text;
+    if (info.known_moves == 0) return text;
     text += " pv";
-    for (const auto& [move, ignored_san] : info.principal_variation) text += ' ' + MoveText(move);
+    for (const auto& [move, ignored_san] : std::span(info.principal_variation).first(info.known_moves)) {
+        text += ' ' + MoveText(move);
+    }
     return text;
 }
 
 std::string BoundLine(const SearchInfo& info, const HashTables& tables, int score, ScoreBound bound, const BOARD& root,
-                      const std::vector<Move>& line) {
+                      std::span<const Move> line) {
     std::string text = Head(info, score, bound == ScoreBound::at_least ? " lowerbound" : " upperbound");
     text += StatusText(info, tables) + " pv";
     BOARD board = root;

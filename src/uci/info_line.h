@@ -1,8 +1,7 @@
 #pragma once
 
-#include <optional>
+#include <span>
 #include <string>
-#include <vector>
 
 #include "chess/board.h"
 #include "search/driver/search_host.h"
@@ -15,11 +14,11 @@ namespace VorkaUci {
 [[nodiscard]] std::string ScoreText(int score);
 /// "nodes .. nps .. hashfull .. tbhits .. time ..".
 [[nodiscard]] std::string StatusText(const SearchInfo& info, const HashTables& tables);
-/// The line of a score: info.score with info.principal_variation.
+/// The line of a score: info.score with the moves of info.principal_variation that it rests on.
 [[nodiscard]] std::string ThinkingLine(const SearchInfo& info, const HashTables& tables);
 /// The line of a bound. `line` is shown as far as it can be played.
 [[nodiscard]] std::string BoundLine(const SearchInfo& info, const HashTables& tables, int score, ScoreBound bound,
-                                    const BOARD& root, const std::vector<Move>& line);
+                                    const BOARD& root, std::span<const Move> line);
 /// "info depth .. currmove .. currmovenumber ..".
 [[nodiscard]] std::string CurrentMoveLine(const SearchInfo& info, Move move);
 

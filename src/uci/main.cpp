@@ -42,7 +42,7 @@ int main(int argc, char* argv[]) {
     Engine engine;
     if (words.empty()) {
         engine.bitbases.Init();
-        VorkaUci::UciProgram(engine).run();
+        VorkaUci::UciProgram(engine).Run();
         return EXIT_SUCCESS;
     }
     if (words.front() == help_word) return Usage(std::cout, EXIT_SUCCESS);

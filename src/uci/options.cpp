@@ -20,24 +20,24 @@ constexpr int largest_overhead = 5000;
 
 // clang-format off
 constexpr std::array option_rows{
-    OptionRow{"Hash", SpinOption{&OptionValues::hash, 1, largest_hash}, &OptionActions::resizeTables},
-    OptionRow{uci_texts::clear_hash, ButtonOption{}, &OptionActions::clearTables},
+    OptionRow{"Hash", SpinOption{&OptionValues::hash, 1, largest_hash}, &OptionActions::ResizeTables},
+    OptionRow{uci_texts::clear_hash, ButtonOption{}, &OptionActions::ClearTables},
     OptionRow{"Ponder", CheckOption{&OptionValues::ponder}},
     OptionRow{"MultiPV", SpinOption{&OptionValues::lines, 1, most_lines}},
-    OptionRow{"Contempt", SpinOption{&OptionValues::contempt, -largest_contempt, largest_contempt}, &OptionActions::weighDraws},
-    OptionRow{"Personality", ComboOption{&OptionValues::personality, personality_names}, &OptionActions::takeStyle},
-    OptionRow{"Style", SpinOption{&OptionValues::style, -largest_style, largest_style}, &OptionActions::takeStyle},
-    OptionRow{uci_texts::settings_file, StringOption{&OptionValues::settings_file}, &OptionActions::readSettings},
+    OptionRow{"Contempt", SpinOption{&OptionValues::contempt, -largest_contempt, largest_contempt}, &OptionActions::WeighDraws},
+    OptionRow{"Personality", ComboOption{&OptionValues::personality, personality_names}, &OptionActions::TakeStyle},
+    OptionRow{"Style", SpinOption{&OptionValues::style, -largest_style, largest_style}, &OptionActions::TakeStyle},
+    OptionRow{uci_texts::settings_file, StringOption{&OptionValues::settings_file}, &OptionActions::ReadSettings},
     OptionRow{"OwnBook", CheckOption{&OptionValues::own_book}},
-    OptionRow{uci_texts::book_file, StringOption{&OptionValues::book_file}, &OptionActions::openBook},
+    OptionRow{uci_texts::book_file, StringOption{&OptionValues::book_file}, &OptionActions::OpenBook},
     OptionRow{"UCI_LimitStrength", CheckOption{&OptionValues::limit_strength}},
     OptionRow{"UCI_Elo", SpinOption{&OptionValues::elo, weakest_elo, strongest_elo}},
-    OptionRow{"UCI_AnalyseMode", CheckOption{&OptionValues::analyse_mode}, &OptionActions::weighDraws},
-    OptionRow{"UCI_Opponent", StringOption{&OptionValues::opponent}, &OptionActions::noteOpponent},
+    OptionRow{"UCI_AnalyseMode", CheckOption{&OptionValues::analyse_mode}, &OptionActions::WeighDraws},
+    OptionRow{"UCI_Opponent", StringOption{&OptionValues::opponent}, &OptionActions::NoteOpponent},
     OptionRow{uci_texts::move_overhead, SpinOption{&OptionValues::move_overhead, 0, largest_overhead}},
-    OptionRow{uci_texts::bitbase_path, StringOption{&OptionValues::bitbase_path}, &OptionActions::loadBitbases},
-    OptionRow{uci_texts::syzygy_path, StringOption{&OptionValues::syzygy_path}, &OptionActions::openSyzygy},
-    OptionRow{uci_texts::log_file, StringOption{&OptionValues::log_file}, &OptionActions::openLog},
+    OptionRow{uci_texts::bitbase_path, StringOption{&OptionValues::bitbase_path}, &OptionActions::LoadBitbases},
+    OptionRow{uci_texts::syzygy_path, StringOption{&OptionValues::syzygy_path}, &OptionActions::OpenSyzygy},
+    OptionRow{uci_texts::log_file, StringOption{&OptionValues::log_file}, &OptionActions::OpenLog},
 };
 // clang-format on
 

@@ -8,11 +8,11 @@
 
 namespace VorkaUci {
 
-Output::Output() { setDebug(false); }
+Output::Output() { SetDebug(false); }
 
 Output::~Output() { vlog.SetListener(nullptr); }
 
-void Output::send(std::string_view line) {
+void Output::Send(std::string_view line) {
     const std::string text = std::string(line) + '\n';
     (void)std::fwrite(text.data(), 1, text.size(), stdout);
     (void)std::fflush(stdout);
@@ -24,18 +24,18 @@ void Output::send(std::string_view line) {
     sending_ = false;
 }
 
-void Output::say(std::string_view text) {
+void Output::Say(std::string_view text) {
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
         if (line.find_first_not_of(" \t\r") != std::string_view::npos)
-            send(std::string(uci_texts::info_string) + std::string(line));
+            Send(std::string(uci_texts::info_string) + std::string(line));
         text.remove_prefix(line.size() == text.size() ? line.size() : line.size() + 1);
     }
 }
 
-void Output::setDebug(bool on) {
+void Output::SetDebug(bool on) {
     const auto listener = [this](std::string_view line) {
-        if (!sending_) say(line);
+        if (!sending_) Say(line);
     };
     vlog.SetListener(listener, on);
 }

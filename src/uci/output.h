@@ -14,11 +14,11 @@ class Output {
     Output& operator=(const Output&) = delete;
 
     /// `line` without its end.
-    void send(std::string_view line);
+    void Send(std::string_view line);
     /// As `info string`; a text of several lines becomes as many.
-    void say(std::string_view text);
+    void Say(std::string_view text);
     /// Whether everything that the log says is sent as `info string`, what is meant for the file alone too.
-    void setDebug(bool on);
+    void SetDebug(bool on);
 
   private:
     bool sending_ = false;  ///< what the log hears now it need not tell

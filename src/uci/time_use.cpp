@@ -95,7 +95,7 @@ SearchLimits LimitsFor(const GoCommand& go, Colour side, std::int64_t overhead) 
     SearchLimits limits;
     if (go.ponder) {
         limits.kind = SearchKind::pondering;
-    } else if (go.infinite || !go.hasAnEnd()) {
+    } else if (go.infinite || !go.HasAnEnd()) {
         limits.kind = SearchKind::analyze;
     }
     if (go.depth || go.mate) {

@@ -1,7 +1,6 @@
 #include "uci/uci_program.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 #include "bitbases/bitbases.h"
@@ -42,24 +41,24 @@ std::int64_t PliesOfMate(std::int64_t moves) { return 2 * moves; }
 UciProgram::UciProgram(Engine& engine) : engine_(engine), position_(StartPosition()) {
     const Timestamp now = Timestamp::Now();
     chance_.seed(static_cast<std::uint64_t>(now.seconds) * 1000000 + static_cast<std::uint64_t>(now.microseconds));
-    resizeTables();
-    newGame();
+    ResizeTables();
+    NewGame({});
 }
 
 // --- The main loop ---
 
-void UciProgram::run() {
+void UciProgram::Run() {
     try {
         for (;;) {
-            handle(nextLine());
-            if (request_) runSearch();
+            Handle(NextLine());
+            if (request_) RunSearch();
         }
     } catch (const quit_command_received_exception&) {
         // The end of the program.
     }
 }
 
-std::string UciProgram::nextLine() {
+std::string UciProgram::NextLine() {
     if (!waiting_.empty()) {
         std::string line = std::move(waiting_.front());
         waiting_.pop_front();
@@ -70,67 +69,73 @@ std::string UciProgram::nextLine() {
     return *std::move(line);
 }
 
-void UciProgram::handle(const std::string& text) {
-    CommandLine line;
-    const CommandRow* const command = FindCommand(text, line);
-    if (command == nullptr) return;
-    if (is_searching_ && !command->beside_search) {
+void UciProgram::Handle(const std::string& text) {
+    const std::optional<FoundCommand> command = FindCommand(text);
+    if (!command) return;
+    if (is_searching_ && !command->row.beside_search) {
         waiting_.push_back(text);
     } else {
-        command->carry_out(*this, line);
+        (static_cast<CommandActions&>(*this).*command->row.carry_out)(command->line);
     }
 }
 
 // --- Commands ---
 
-void UciProgram::introduce() {
-    send(std::string(uci_texts::id_name) + std::string(vocabulary::program_name) + ' ' +
+void UciProgram::Introduce(const CommandLine& /*line*/) {
+    Send(std::string(uci_texts::id_name) + std::string(vocabulary::program_name) + ' ' +
          std::string(vocabulary::program_version));
-    send(uci_texts::id_author);
-    for (const OptionRow& row : OptionRows()) send(OptionLine(row));
-    send("uciok");
+    Send(uci_texts::id_author);
+    for (const OptionRow& row : OptionRows()) Send(OptionLine(row));
+    Send("uciok");
+}
+
+void UciProgram::SetDebug(const CommandLine& line) {
+    constexpr std::string_view off_word = "off";
+    output_.SetDebug(std::find(line.words.begin(), line.words.end(), off_word) == line.words.end());
 }
 
 /// Memory is taken here, where no clock runs: the first use of 4 GiB costs seconds, and a fast search has milliseconds.
-void UciProgram::getReady() {
-    if (!is_searching_ && hasMemoryForTables()) engine_.tables.Touch();
-    send("readyok");
+void UciProgram::GetReady(const CommandLine& /*line*/) {
+    if (!is_searching_ && HasMemoryForTables()) engine_.tables.Touch();
+    Send("readyok");
 }
 
 /// Who asks for more than half of the memory gets what his searches use, and no more.
-bool UciProgram::hasMemoryForTables() const {
+bool UciProgram::HasMemoryForTables() const {
     return static_cast<std::uint64_t>(values_.hash) * mebibyte <= PhysicalMemory() / 2;
 }
 
-void UciProgram::newGame() {
-    clearTables();
+void UciProgram::NewGame(const CommandLine& /*line*/) {
+    ClearTables();
     controller_.emplace(engine_);
-    weighDraws();
-    takeStyle();
+    WeighDraws();
+    TakeStyle();
 }
 
-void UciProgram::setPosition(const std::vector<std::string>& words) {
-    const std::optional<PositionCommand> command = ReadPosition(words);
+void UciProgram::SetPosition(const CommandLine& line) {
+    const std::optional<PositionCommand> command = ReadPosition(line.words);
     position_.reset();
     if (!command) {
-        output_.say(uci_texts::impossible_position);
+        output_.Say(uci_texts::impossible_position);
         return;
     }
     position_ = command->board;
-    if (!command->refused.empty()) output_.say(std::string(uci_texts::impossible_move) + command->refused);
+    if (!command->refused.empty()) output_.Say(std::string(uci_texts::impossible_move) + command->refused);
 }
 
-void UciProgram::go(const std::vector<std::string>& words) {
-    const GoCommand go = ReadGo(words);
+void UciProgram::Go(const CommandLine& line) {
+    const GoCommand go = ReadGo(line.words);
     if (!position_) {
         request_ = Request{.limits = LimitsFor(go, white, values_.move_overhead)};
-        return;
+    } else if (const Move move = MoveOfBook(go); move != INVALID) {
+        Send("bestmove " + MoveText(move));
+    } else {
+        request_ = RequestFor(go);
     }
+}
+
+UciProgram::Request UciProgram::RequestFor(const GoCommand& go) {
     Request request{.limits = LimitsFor(go, position_->mover(), values_.move_overhead)};
-    if (const Move move = bookMove(go); move != INVALID) {
-        send("bestmove " + MoveText(move));
-        return;
-    }
     request.mate = std::clamp<std::int64_t>(go.mate.value_or(0), 0, infinity_bound);
     for (const std::string& text : go.search_moves) {
         if (const Move move = FindMove(text, *position_); move != INVALID) request.limits.root_moves.push_back(move);
@@ -138,48 +143,44 @@ void UciProgram::go(const std::vector<std::string>& words) {
     request.limits.lines = values_.lines;
     request.is_weakened = values_.limit_strength && request.limits.kind != SearchKind::analyze;
     if (request.is_weakened) {
-        limitStrength(request.limits);
+        strength_.Begin(values_.elo, request.limits);
     } else {
-        request.known = syzygy_.rootMoves(*position_);
+        request.known = syzygy_.RootMoves(*position_);
         // Who analyses wants to see the other moves too.
         const bool is_game = request.limits.kind != SearchKind::analyze && values_.lines == 1 && !values_.analyse_mode;
         if (is_game && request.limits.root_moves.empty()) request.limits.root_moves = BestTableMoves(request.known);
     }
-    const bool has_help = syzygy_.isOpen() && !request.is_weakened;
-    engine_.tablebases.Use(has_help ? SyzygyTables::makeSource() : nullptr);
-    request_ = std::move(request);
+    const bool has_help = syzygy_.IsOpen() && !request.is_weakened;
+    engine_.tablebases.Use(has_help ? SyzygyTables::MakeSource() : nullptr);
+    return request;
 }
 
-Move UciProgram::bookMove(const GoCommand& go) {
+Move UciProgram::MoveOfBook(const GoCommand& go) {
     const bool is_wanted =
         values_.own_book && !values_.analyse_mode && !go.infinite && !go.ponder && !go.mate && go.search_moves.empty();
     return is_wanted ? book_.Choose(*position_, chance_()) : INVALID;
 }
 
-void UciProgram::limitStrength(SearchLimits& limits) const {
-    const std::uint64_t nodes = StrengthOf(values_.elo).nodes;
-    limits.max_nodes = limits.max_nodes == 0 ? nodes : std::min(limits.max_nodes, nodes);
-    limits.lines = std::max(limits.lines, candidate_count);
-}
-
-void UciProgram::stop() {
+void UciProgram::Stop(const CommandLine& /*line*/) {
     if (is_searching_) throw search_aborted_exception{.discard = false};
 }
 
-void UciProgram::ponderHit() {
+void UciProgram::PonderHit(const CommandLine& /*line*/) {
     if (request_ && request_->limits.kind == SearchKind::pondering) {
         request_->limits.kind = SearchKind::normal;
         controller_->PonderHit();
     }
 }
 
-void UciProgram::setOption(const std::string& line) {
-    const SetOptionCommand command = ReadSetOption(line);
+void UciProgram::Quit(const CommandLine& /*line*/) { throw quit_command_received_exception(); }
+
+void UciProgram::SetOption(const CommandLine& line) {
+    const SetOptionCommand command = ReadSetOption(line.text);
     const OptionRow* const row = FindOption(command.name);
     if (row == nullptr) {
-        output_.say(std::string(uci_texts::no_such_option) + command.name);
+        output_.Say(std::string(uci_texts::no_such_option) + command.name);
     } else if (!TakeValue(*row, command.value, values_)) {
-        output_.say(std::string(uci_texts::refused_value) + std::string(row->name) + ": " + command.value);
+        output_.Say(std::string(uci_texts::refused_value) + std::string(row->name) + ": " + command.value);
     } else if (row->took != nullptr) {
         (static_cast<OptionActions&>(*this).*row->took)();
     }
@@ -187,24 +188,24 @@ void UciProgram::setOption(const std::string& line) {
 
 // --- Options ---
 
-void UciProgram::resizeTables() {
+void UciProgram::ResizeTables() {
     const std::uint64_t bytes = static_cast<std::uint64_t>(values_.hash) * mebibyte;
     if (!engine_.tables.Resize(bytes * transposition_quarters / 4, bytes / evaluation_part)) {
-        output_.say(uci_texts::no_memory);
+        output_.Say(uci_texts::no_memory);
     }
 }
 
-void UciProgram::clearTables() { engine_.tables.Clear(); }
+void UciProgram::ClearTables() { engine_.tables.Clear(); }
 
-void UciProgram::weighDraws() { controller_->SetContempt(values_.analyse_mode ? 0 : -values_.contempt); }
+void UciProgram::WeighDraws() { controller_->SetContempt(values_.analyse_mode ? 0 : -values_.contempt); }
 
-void UciProgram::takeStyle() {
+void UciProgram::TakeStyle() {
     int style = values_.style;
     if (style == 0) (void)parse_personality(values_.personality, style);
     controller_->SetPersonality(style);
 }
 
-void UciProgram::readSettings() {
+void UciProgram::ReadSettings() {
     if (values_.settings_file.empty()) {
         engine_.settings = {};
         return;
@@ -214,17 +215,17 @@ void UciProgram::readSettings() {
         settings.ReadFile(SettingsPath(values_.settings_file));
         settings.ApplyTo(engine_.settings);
     } catch (const TextException& error) {
-        output_.say(std::string(uci_texts::no_settings) + error.text());
+        output_.Say(std::string(uci_texts::no_settings) + error.text());
     }
 }
 
-void UciProgram::openBook() {
+void UciProgram::OpenBook() {
     book_.Close();
     if (values_.book_file.empty() || book_.Open(values_.book_file)) return;
-    output_.say(std::string(uci_texts::no_book) + values_.book_file);
+    output_.Say(std::string(uci_texts::no_book) + values_.book_file);
 }
 
-void UciProgram::loadBitbases() {
+void UciProgram::LoadBitbases() {
     engine_.bitbases = {};
     if (values_.bitbase_path.empty()) {
         engine_.bitbases.Init();
@@ -235,51 +236,49 @@ void UciProgram::loadBitbases() {
         engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
         engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
-        output_.say(error.text());
+        output_.Say(error.text());
     }
 }
 
-void UciProgram::openSyzygy() {
+void UciProgram::OpenSyzygy() {
     engine_.tablebases.Use(nullptr);
-    const int men = syzygy_.open(values_.syzygy_path);
+    const int men = syzygy_.Open(values_.syzygy_path);
     if (men > 0) {
-        output_.say(std::string(uci_texts::tables_found) + std::to_string(men));
+        output_.Say(std::string(uci_texts::tables_found) + std::to_string(men));
     } else if (!values_.syzygy_path.empty()) {
-        output_.say(HasSyzygy() ? std::string(uci_texts::no_tables) + values_.syzygy_path
+        output_.Say(HasSyzygy() ? std::string(uci_texts::no_tables) + values_.syzygy_path
                                 : std::string(uci_texts::no_syzygy));
     }
 }
 
-void UciProgram::noteOpponent() { LogOnly(std::string(uci_texts::opponent) + values_.opponent); }
+void UciProgram::NoteOpponent() { LogOnly(std::string(uci_texts::opponent) + values_.opponent); }
 
-void UciProgram::openLog() {
+void UciProgram::OpenLog() {
     vlog.Close();
     if (!values_.log_file.empty() && !vlog.Open(values_.log_file)) {
-        output_.say(std::string(uci_texts::could_not_open) + values_.log_file);
+        output_.Say(std::string(uci_texts::could_not_open) + values_.log_file);
     }
 }
 
 // --- Searches ---
 
-void UciProgram::runSearch() {
+void UciProgram::RunSearch() {
     is_searching_ = true;
-    candidates_.clear();
-    earlier_candidates_.clear();
     last_shown_ = INVALID;
     next_status_ = status_interval;
     if (position_) {
         controller_->Run(request_->limits, *position_, *this);
     } else {
-        sendNoMove();
+        SendNoMove();
     }
     is_searching_ = false;
     request_.reset();
 }
 
-void UciProgram::hearInput() {
+void UciProgram::HearInput() {
     while (!has_input_ended_ && IsInputAvailable()) {
         if (const std::optional<std::string> line = ReadLineOrEnd()) {
-            handle(*line);
+            Handle(*line);
         } else {
             has_input_ended_ = true;
         }
@@ -288,32 +287,26 @@ void UciProgram::hearInput() {
 }
 
 void UciProgram::pollInput() {
-    hearInput();
+    HearInput();
     if (!controller_->IsRunning()) return;
-    if (hasSpentStrength()) {
-        waitForWord();
+    if (request_->is_weakened && strength_.HasSpentNodes(controller_->info())) {
+        WaitForWord();
         throw search_aborted_exception{.discard = false};
     }
     const SearchInfo& info = controller_->info();
     if (info.Milliseconds() < next_status_) return;
     next_status_ = info.Milliseconds() + status_interval;
-    send("info " + StatusText(told(info), engine_.tables));
-}
-
-/// A search that ponders goes beyond its nodes, since it does not end by itself. A weakened one must not: it waits, and
-/// has no more nodes when `ponderhit` comes at its last one.
-bool UciProgram::hasSpentStrength() const {
-    return request_->is_weakened && controller_->info().nodes >= request_->limits.max_nodes;
+    Send("info " + StatusText(Told(info), engine_.tables));
 }
 
 void UciProgram::sendThinking(const SearchInfo& info) {
-    noteCandidate(info);
-    if (info.line < values_.lines) send(ThinkingLine(told(info), engine_.tables));
+    if (request_->is_weakened) strength_.Note(info);
+    if (info.line < values_.lines) Send(ThinkingLine(Told(info), engine_.tables));
     if (info.line == 0 && !info.principal_variation.empty()) last_shown_ = info.principal_variation.front().first;
-    if (info.line == 0 && hasFoundMate(info)) throw search_aborted_exception{.discard = false};
+    if (info.line == 0 && HasFoundMate(info)) throw search_aborted_exception{.discard = false};
 }
 
-SearchInfo UciProgram::told(const SearchInfo& info) const {
+SearchInfo UciProgram::Told(const SearchInfo& info) const {
     SearchInfo told = info;
     told.statistics.endings_known += request_->known.size();
     if (info.principal_variation.empty()) return told;
@@ -324,78 +317,67 @@ SearchInfo UciProgram::told(const SearchInfo& info) const {
 }
 
 /// Whether the search may end with the mate that it was to find.
-bool UciProgram::hasFoundMate(const SearchInfo& info) const {
+bool UciProgram::HasFoundMate(const SearchInfo& info) const {
     return request_->mate != 0 && request_->limits.kind == SearchKind::normal && info.score >= mate_score_limit &&
            infinity_bound - info.score <= PliesOfMate(request_->mate);
 }
 
-/// A better line of an iteration takes the place of the one before; those after it are of the iteration before.
-void UciProgram::noteCandidate(const SearchInfo& info) {
-    if (info.principal_variation.empty()) return;
-    if (info.line == 0 && candidates_.size() > 1) earlier_candidates_ = candidates_;
-    const auto place = static_cast<std::size_t>(info.line);
-    const Move move = info.principal_variation.front().first;
-    candidates_.resize(std::min(candidates_.size(), place));
-    candidates_.push_back({.move = move, .score = info.score});
-}
-
 void UciProgram::sendCurrentMove(const SearchInfo& info, Move move) {
-    if (info.Milliseconds() >= quiet_about_moves && info.line == 0) send(CurrentMoveLine(info, move));
+    if (info.Milliseconds() >= quiet_about_moves && info.line == 0) Send(CurrentMoveLine(info, move));
 }
 
-void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) {
+void UciProgram::sendBound(const SearchInfo& info, int score, ScoreBound bound, std::span<const Move> line) {
     if (info.Milliseconds() < quiet_about_bounds || info.line >= values_.lines) return;
     if (!line.empty() && FindTableMove(request_->known, line.front()) != nullptr) return;  // there is no doubt
-    send(BoundLine(info, engine_.tables, score, bound, *position_, line));
+    Send(BoundLine(info, engine_.tables, score, bound, *position_, line));
 }
 
 /// A search that ends while a better move is being confirmed plays it: then that line is shown, as a lower bound.
 void UciProgram::sendSearchStatistics(const SearchInfo& searched) {
-    const SearchInfo info = told(searched);
+    const SearchInfo info = Told(searched);
     if (!info.principal_variation.empty() && info.principal_variation.front().first != last_shown_) {
         std::vector<Move> line;
-        for (const auto& [move, ignored_san] : info.principal_variation) line.push_back(move);
-        send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, *position_, line));
+        for (const auto& [move, ignored_san] : std::span(info.principal_variation).first(info.known_moves)) {
+            line.push_back(move);
+        }
+        Send(BoundLine(info, engine_.tables, info.score, ScoreBound::at_least, *position_, line));
     }
-    send("info " + StatusText(info, engine_.tables));
+    Send("info " + StatusText(info, engine_.tables));
 }
 
 void UciProgram::onSearchFinished(bool discard) {
     if (discard) {
-        send(position_->in_check() ? uci_texts::score_of_mate : uci_texts::score_of_stalemate);
-        sendNoMove();
+        Send(position_->in_check() ? uci_texts::score_of_mate : uci_texts::score_of_stalemate);
+        SendNoMove();
     } else {
-        sendBestMove();
+        SendBestMove();
     }
 }
 
-void UciProgram::sendNoMove() {
+void UciProgram::SendNoMove() {
     try {
-        waitForWord();
+        WaitForWord();
     } catch (const search_aborted_exception&) {
         // That was the word.
     }
-    send("bestmove " + MoveText(INVALID));
+    Send("bestmove " + MoveText(INVALID));
 }
 
-void UciProgram::waitForWord() {
+void UciProgram::WaitForWord() {
     while (request_->limits.kind != SearchKind::normal) {
         SleepMilliseconds(wait_between_polls);
-        hearInput();
+        HearInput();
     }
 }
 
-void UciProgram::sendBestMove() {
+void UciProgram::SendBestMove() {
     const auto& line = controller_->info().principal_variation;
-    Move best = controller_->best_move();
-    if (request_->is_weakened && !candidates_.empty()) {
-        // An iteration that was cut off has fewer lines than the one before it.
-        const auto& most = candidates_.size() < earlier_candidates_.size() ? earlier_candidates_ : candidates_;
-        best = ChooseBlurred(most, StrengthOf(values_.elo).blur, std::ref(chance_));
-    }
+    Move best = request_->is_weakened ? strength_.Choose(chance_) : INVALID;
+    if (best == INVALID) best = controller_->best_move();
     std::string text = "bestmove " + MoveText(best);
+    // A move that only stood in the table is no part of the line that is shown, but good enough to ponder on.
     if (line.size() > 1 && line.front().first == best) text += " ponder " + MoveText(line[1].first);
-    send(text);
+    Send(text);
 }
 
 }  // namespace VorkaUci

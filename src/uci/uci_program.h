@@ -4,6 +4,7 @@
 #include <deque>
 #include <optional>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,9 @@
 #include "uci/actions.h"
 #include "uci/book/polyglot_book.h"
 #include "uci/go_command.h"
+#include "uci/limited_strength.h"
 #include "uci/options.h"
 #include "uci/output.h"
-#include "uci/strength.h"
 #include "uci/syzygy/syzygy.h"
 
 /// The UCI protocol in force: reads lines, answers them, and runs searches. docs/uci.md describes every word.
@@ -35,34 +36,42 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     UciProgram& operator=(const UciProgram&) = delete;
 
     /// Reads standard input until `quit` or its end.
-    void run();
+    void Run();
 
   private:
+    /// A search that has been asked for.
+    struct Request {
+        SearchLimits limits;
+        std::int64_t mate = 0;  ///< ends with a mate in so many moves; 0: does not
+        bool is_weakened = false;
+        std::vector<TableMove> known{};  ///< what the tables say of the root moves
+    };
+
     // --- What the commands do ---
 
-    void send(std::string_view line) override { output_.send(line); }
-    void introduce() override;
-    void getReady() override;
-    void newGame() override;
-    void setPosition(const std::vector<std::string>& words) override;
-    void go(const std::vector<std::string>& words) override;
-    void stop() override;
-    void ponderHit() override;
-    void setOption(const std::string& line) override;
-    void setDebug(bool on) override { output_.setDebug(on); }
+    void Introduce(const CommandLine& line) override;
+    void GetReady(const CommandLine& line) override;
+    void NewGame(const CommandLine& line) override;
+    void SetPosition(const CommandLine& line) override;
+    void Go(const CommandLine& line) override;
+    void Stop(const CommandLine& line) override;
+    void PonderHit(const CommandLine& line) override;
+    void SetOption(const CommandLine& line) override;
+    void SetDebug(const CommandLine& line) override;
+    void Quit(const CommandLine& line) override;
 
     // --- What the options change ---
 
-    void resizeTables() override;
-    void clearTables() override;
-    void weighDraws() override;
-    void takeStyle() override;
-    void readSettings() override;
-    void openBook() override;
-    void loadBitbases() override;
-    void openSyzygy() override;
-    void noteOpponent() override;
-    void openLog() override;
+    void ResizeTables() override;
+    void ClearTables() override;
+    void WeighDraws() override;
+    void TakeStyle() override;
+    void ReadSettings() override;
+    void OpenBook() override;
+    void LoadBitbases() override;
+    void OpenSyzygy() override;
+    void NoteOpponent() override;
+    void OpenLog() override;
 
     // --- What the search tells and asks ---
 
@@ -72,40 +81,31 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void sendNewPvMove(const std::string& /*move*/) override {}
     void sendSearchInstability() override {}
     void sendCurrentMove(const SearchInfo& info, Move move) override;
-    void sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) override;
+    void sendBound(const SearchInfo& info, int score, ScoreBound bound, std::span<const Move> line) override;
     void sendSearchStatistics(const SearchInfo& info) override;
     void onSearchFinished(bool discard) override;
 
+    void Send(std::string_view line) { output_.Send(line); }
     /// The line that has waited longest, or else the next one of the input. Throws at its end.
-    [[nodiscard]] std::string nextLine();
-    void handle(const std::string& text);
-    [[nodiscard]] bool hasMemoryForTables() const;
-    void runSearch();
+    [[nodiscard]] std::string NextLine();
+    void Handle(const std::string& text);
+    [[nodiscard]] bool HasMemoryForTables() const;
+    void RunSearch();
     /// Carries out the lines that have come. At the end of the input it ends the program, unless a search is under way
     /// that ends by itself: its answer is still wanted, as are those to the lines that wait for it.
-    void hearInput();
+    void HearInput();
     /// Waits for the word that ends a search which does not end by itself: `ponderhit`, or `stop`, which throws.
-    void waitForWord();
-    [[nodiscard]] bool hasSpentStrength() const;
+    void WaitForWord();
     /// A move of the book instead of a search; INVALID if there is none, or none is wanted.
-    [[nodiscard]] Move bookMove(const GoCommand& go);
-    /// Few nodes and several lines to choose from, if the strength is limited.
-    void limitStrength(SearchLimits& limits) const;
+    [[nodiscard]] Move MoveOfBook(const GoCommand& go);
+    /// A search of the position that is set.
+    [[nodiscard]] Request RequestFor(const GoCommand& go);
     /// The search as it is told: with the score and the count of the tables, where they know the root.
-    [[nodiscard]] SearchInfo told(const SearchInfo& info) const;
-    [[nodiscard]] bool hasFoundMate(const SearchInfo& info) const;
-    void noteCandidate(const SearchInfo& info);
+    [[nodiscard]] SearchInfo Told(const SearchInfo& info) const;
+    [[nodiscard]] bool HasFoundMate(const SearchInfo& info) const;
     /// The answer where there is nothing to search: at once, or when the word comes that ends the search.
-    void sendNoMove();
-    void sendBestMove();
-
-    /// A search that has been asked for.
-    struct Request {
-        SearchLimits limits;
-        std::int64_t mate = 0;  ///< ends with a mate in so many moves; 0: does not
-        bool is_weakened = false;
-        std::vector<TableMove> known{};  ///< what the tables say of the root moves
-    };
+    void SendNoMove();
+    void SendBestMove();
 
     Engine& engine_;
     Output output_;
@@ -116,10 +116,9 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     std::optional<Request> request_;
     bool is_searching_ = false;
     bool has_input_ended_ = false;
-    std::int64_t next_status_ = 0;               ///< milliseconds of the search
-    Move last_shown_ = INVALID;                  ///< with which the last line began whose score is known
-    std::vector<Candidate> candidates_;          ///< of the iteration, the best one in front
-    std::vector<Candidate> earlier_candidates_;  ///< of the last iteration that had several
+    std::int64_t next_status_ = 0;  ///< milliseconds of the search
+    Move last_shown_ = INVALID;     ///< with which the last line began whose score is known
+    LimitedStrength strength_;
     PolyglotBook book_;
     SyzygyTables syzygy_;
     std::mt19937_64 chance_;

@@ -60,14 +60,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(reinterpret_cast<const char*>(data), size);
     for (std::size_t from = 0; from < text.size();) {
         const std::size_t end = std::min(text.find('\n', from), text.size());
-        CommandLine line;
-        const CommandRow* const command = FindCommand(text.substr(from, end - from), line);
+        const std::optional<FoundCommand> command = FindCommand(text.substr(from, end - from));
         from = end + 1;
-        if (command == nullptr) continue;
+        if (!command) continue;
         // Whatever the word: each reader has to stand the words of the others.
-        ReadAsPosition(line);
-        ReadAsGo(line);
-        ReadAsOption(line);
+        ReadAsPosition(command->line);
+        ReadAsGo(command->line);
+        ReadAsOption(command->line);
     }
     return 0;
 }

@@ -112,6 +112,18 @@ class Engine:
                 return found
         raise Unexpected(f"waited for {pattern!r} and saw instead:\n{self.describe()}")
 
+    def hear(self, pattern, timeout=PATIENCE):
+        """Waits as `expect` does, and returns what came since the last match as well: the text before this one, and it."""
+        start = self._cursor
+        match = self.expect(pattern, timeout)
+        return match.string[start:match.start()], match
+
+    def forget(self):
+        """Drops all output up to the last match: every wait reads what is kept."""
+        with self._changed:
+            del self._streams["stdout"][:self._cursor]
+            self._cursor = 0
+
     def expect_text(self, text, timeout=PATIENCE):
         return self.expect(re.escape(text), timeout)
 
@@ -126,18 +138,17 @@ class Engine:
     def ping(self):
         """Returns what came since the last match, when the program has dealt with all that was sent before."""
         self._pings += 1
-        start = self._cursor
-        match = self.ask(f"ping {900000 + self._pings}", f"pong {900000 + self._pings}\n")
-        return match.string[start:match.start()]
+        self.send(f"ping {900000 + self._pings}")
+        return self.hear(f"pong {900000 + self._pings}\n")[0]
 
     def position(self):
         """The position on the board as `display` prints it: the first four fields of its FEN."""
         self.ping()
-        start = self._cursor
-        end = self.ask("display", r"castle possibilities: (\w+)\nside on move: (\w+); en-passant square: (\w+)\n")
+        self.send("display")
+        shown, end = self.hear(r"castle possibilities: (\w+)\nside on move: (\w+); en-passant square: (\w+)\n")
         castling, side, en_passant = ("-" if word == "none" else word for word in end.groups())
         ranks = []
-        for cells in re.findall(r"^  [1-8] \|(.*)\|$", end.string[start:end.start()], re.M):
+        for cells in re.findall(r"^  [1-8] \|(.*)\|$", shown, re.M):
             men = [cell.strip() for cell in cells.split("|")]
             text = "".join(" " if not man else man[1] if man[0] == "*" else man.lower() for man in men)
             ranks.append(re.sub(" +", lambda run: str(len(run[0])), text))

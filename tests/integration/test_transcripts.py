@@ -134,9 +134,7 @@ def test_session_of_a_document(start, document, session):
         prompt = PROMPT.match(line)
         if not prompt:
             continue
-        begin = engine._cursor
-        match = engine.expect(r" \r" + re.escape(prompt[0]))
-        before = match.string[begin:match.start()]
+        before, _ = engine.hear(r" \r" + re.escape(prompt[0]))
         seen = (seen or "") + ("" if seen == "" and PROMPT.match(session[0]) else before) + line + "\n"
         engine.send(line[prompt.end():])
     seen = "\n".join(as_seen(seen))
@@ -283,7 +281,7 @@ def test_links_and_paths_of_a_document(document):
     text = (ROOT / document).read_text()
     for target in re.findall(r"\]\((?!https?:)([^)#]+)(?:#[^)]*)?\)", text):
         assert ((ROOT / document).parent / target).exists(), f"{document} links to {target}"
-    folders = r"(?:\.ci|benchmarks|cmake|docs|scripts|settings|src|tests|tools)"
+    folders = r"(?:\.ci|benchmarks|cmake|docs|packaging|scripts|settings|src|tests|tools)"
     for path in re.findall(rf"`({folders}/[\w./]+)`", text):
         found = (ROOT / path).exists() or (ROOT / f"{path}.cpp").exists()
         assert found, f"{document} names {path}"

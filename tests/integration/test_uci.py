@@ -20,17 +20,15 @@ BESTMOVE = r"^bestmove (\w+)(?: ponder (\w+))?\n"
 
 def search(engine, *lines):
     """Sends the lines, the last one a `go` that ends by itself, and returns the info lines and the match of bestmove."""
-    start = engine._cursor
     engine.send(*lines)
-    match = engine.expect(BESTMOVE)
-    return [line for line in match.string[start:match.start()].splitlines() if line.startswith("info ")], match
+    told, match = engine.hear(BESTMOVE)
+    return [line for line in told.splitlines() if line.startswith("info ")], match
 
 
 def ready(engine):
     """Returns what came since the last match, when all that was sent before is dealt with."""
-    start = engine._cursor
-    match = engine.ask("isready", "^readyok\n")
-    return match.string[start:match.start()]
+    engine.send("isready")
+    return engine.hear("^readyok\n")[0]
 
 
 def number(line, word):
@@ -43,9 +41,8 @@ def test_it_says_who_it_is_and_what_can_be_set(start):
     engine = start(program=UCI_PROGRAM)
     said = ready(engine)
     assert said == "", "nothing before it is asked"
-    begin = engine._cursor
-    match = engine.ask("uci", "^uciok\n")
-    lines = match.string[begin:match.start()].splitlines()
+    engine.send("uci")
+    lines = engine.hear("^uciok\n")[0].splitlines()
     assert re.fullmatch(r"id name Vorka v\S+", lines[0])
     assert lines[1] == "id author the Vorka developers"
     assert all(line.startswith("option name ") for line in lines[2:])
@@ -235,31 +232,50 @@ def test_stop_at_random_moments_is_answered_with_one_legal_move(uci):
 
 # --- What it tells ---
 
-def last_lines(shown):
-    """How the lines begin that a best move may come from: the last one whose score is known, or the very last one, of a
-    better move whose score is not known yet."""
+def moves_of(line):
+    return line.split(" pv ")[1].split()
+
+
+def agrees(best, shown):
+    """Whether a best move begins the last line whose score is known, or the very last one, of a better move whose score
+    is not known yet. The move to ponder on follows it there, unless the line has no other."""
     known = [line for line in shown if "bound" not in line]
-    return [(line.split(" pv ")[1].split() + [None])[:2] for line in (*known[-1:], shown[-1])]
+    lines = [moves_of(line) for line in (*known[-1:], shown[-1])]
+    return any(line[0] == best[1] and (len(line) == 1 or line[1] == best[2]) for line in lines)
 
 
-def test_each_line_that_it_shows_can_be_played(uci):
-    for fen in (rules.START, "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
-                "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1", "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N b - - 0 1"):
-        lines, best = search(uci, f"position fen {fen}", "go movetime 700")
+LAST_PLY = 80  # no search goes further
+
+# What an interface may ask about: quiet and sharp, promotions, a draw by checks without end, a rook ending whose kings
+# go to and fro, a forced mate, and an ending that is known.
+LINES = [rules.START, "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
+         "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1", "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N b - - 0 1",
+         "6k1/5ppp/8/8/8/1r6/2q5/K3Q3 w - - 0 1", "8/8/4k3/3r4/8/4K3/4R3/8 w - - 90 80", MATE_IN_TWO,
+         "4k3/8/4K3/4P3/8/8/8/8 w - - 0 1"]
+
+
+@pytest.mark.parametrize("fen", LINES)
+def test_each_line_that_it_shows_can_be_played_and_ends_with_the_game(uci, fen):
+    """Twice, the second time on tables that are full of what the first search has left in them."""
+    for _ in range(2):
+        lines, best = search(uci, f"position fen {fen}", "go movetime 500")
         shown = [line for line in lines if " pv " in line]
-        assert shown
+        assert shown and agrees(best, shown)
         for line in shown:
-            position = rules.Position.from_fen(fen)
-            for text in line.split(" pv ")[1].split():
+            position, keys = rules.Position.from_fen(fen), []
+            for text in moves_of(line):
+                assert position.key() not in keys, f"goes on after a repetition: {line}"
+                assert not keys or position.result() is None, f"goes on after the end: {line}"
+                keys.append(position.key())
                 position = position.make(position.find(text))
-        assert [best[1], best[2]] in last_lines(shown)
+            assert len(keys) <= LAST_PLY
 
 
 def test_the_move_that_is_played_was_the_last_one_shown(uci):
     """Wherever the search ends: also while a better move is being confirmed."""
     for nodes in range(300, 40000, 997):
         lines, best = search(uci, "ucinewgame", "position startpos moves e2e4 e7e5 g1f3 b8c6", f"go nodes {nodes}")
-        assert [best[1], best[2]] in last_lines([line for line in lines if " pv " in line]), nodes
+        assert agrees(best, [line for line in lines if " pv " in line]), nodes
 
 
 def test_lines_have_all_their_words(uci):
@@ -356,10 +372,9 @@ def test_a_log_file_takes_both_sides(uci):
 
 def options(engine):
     """Type, default, least, most and choices of each option, by its name."""
-    start = engine._cursor
-    match = engine.ask("uci", "^uciok\n")
+    engine.send("uci")
     told = {}
-    for line in match.string[start:match.start()].splitlines():
+    for line in engine.hear("^uciok\n")[0].splitlines():
         if found := re.fullmatch(r"option name (.+) type (\w+)(?: default (.*?))?(?: min (\S+) max (\S+))?((?: var \w+)*)", line):
             told[found[1]] = (found[2], found[3], found[4], found[5], found[6].split(" var ")[1:])
     return told
@@ -584,6 +599,23 @@ def test_the_same_syzygy_tables_again_are_no_trouble(syzygy):
 
 
 @with_syzygy
+def test_another_folder_of_syzygy_tables_is_taken_into_use_without_a_word(syzygy):
+    """The first one has tables for three men, the second for four."""
+    few = syzygy.folder / "three men"
+    few.mkdir()
+    for table in Path(SYZYGY).glob("K?vK.*"):
+        (few / table.name).symlink_to(table.resolve())
+    search(syzygy, ROOK_ENDING, "go depth 3")
+    for folder, men in ((few, 3), (SYZYGY, 4), (few, 3)):
+        syzygy.send(f"setoption name Syzygy Path value {folder}")
+        syzygy.expect(f"^info string tablebases found, with men up to {men}$")
+        lines, best = search(syzygy, "ucinewgame", ROOK_ENDING, "go depth 2")
+        assert best[1] == "h1h7" and 9000 < number(lines[0], "score cp") < 9800
+    syzygy.finish()
+    assert syzygy.errors == ""
+
+
+@with_syzygy
 def test_syzygy_tables_tell_the_score_of_the_root(syzygy):
     lines, best = search(syzygy, ROOK_ENDING, "go depth 2")
     assert best[1] == "h1h7" and 9000 < number(lines[0], "score cp") < 9800
@@ -595,10 +627,7 @@ def test_syzygy_tables_tell_the_score_of_the_root(syzygy):
 @with_syzygy
 def test_who_analyses_with_syzygy_tables_sees_every_move(syzygy):
     def moves_in_work(*lines):
-        start = syzygy._cursor
-        syzygy.send(ROOK_ENDING, *lines)
-        match = syzygy.expect(BESTMOVE)
-        shown = [line for line in match.string[start:match.start()].splitlines() if " pv " in line]
+        shown = [line for line in search(syzygy, ROOK_ENDING, *lines)[0] if " pv " in line]
         return {line.split(" pv ")[1].split()[0] for line in shown if number(line, "depth") == 2}
 
     assert moves_in_work("go depth 2") == {"h1h7"}

@@ -1,6 +1,5 @@
 """XBoard itself, on a screen that nobody sees, plays the engine against fairymax, and every saved game is replayed."""
 
-import contextlib
 import os
 import re
 import subprocess
@@ -8,30 +7,13 @@ import subprocess
 import pytest
 import rules
 from engine import PROGRAM, UCI_PROGRAM
+from screen import screen
 
 GAMES = 2  # one with each colour
 PATIENCE = 420.0
 
 TROUBLE = re.compile("false|illegal|forfeit|flag|exit|died|disconnect|error|abort", re.I)
 ON_TIME = re.compile("(White|Black) wins on time")
-
-
-@contextlib.contextmanager
-def screen():
-    """A virtual display; gives its name."""
-    reader, writer = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
-                              pass_fds=[writer], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL)
-    os.close(writer)
-    try:
-        with os.fdopen(reader) as answer:
-            number = answer.readline().strip()
-        assert number, "Xvfb did not start"
-        yield ":" + number
-    finally:
-        server.terminate()
-        server.wait()
 
 
 def play_match(folder, first, second, *options):
@@ -42,6 +24,9 @@ def play_match(folder, first, second, *options):
         match = subprocess.Popen(
             ["xboard", "-fcp", first, "-fd", str(folder), "-scp", second, "-sd", str(folder),
              "-matchGames", str(GAMES), "-saveGameFile", str(games), "-autoCallFlag", "true",
+             # What the user has set stays out of the match, as far as it matters, and as it is: HOME does not lead XBoard
+             # away from his settings.
+             "-adjudicateLossThreshold", "0", "-saveSettingsOnExit", "false",
              "-popupExitMessage", "false", "-soundProgram", "", "-debug", "-nameOfDebugFile", str(debug), *options],
             cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT)
         try:

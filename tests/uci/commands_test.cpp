@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <string>
+#include <vector>
 
 namespace {
 
-using VorkaUci::CommandLine;
 using VorkaUci::CommandRow;
 using VorkaUci::CommandRows;
 using VorkaUci::FindCommand;
@@ -27,26 +28,23 @@ TEST(Commands, ServedInsideASearchAreThoseThatLeaveItAlone) {
 }
 
 TEST(Commands, AreFoundWithTheRestOfTheLine) {
-    CommandLine line;
-    const CommandRow* const row = FindCommand("  setoption  name  Log File value a  b \r", line);
-    ASSERT_NE(row, nullptr);
-    EXPECT_EQ(row->word, "setoption");
-    EXPECT_EQ(line.text, "  name  Log File value a  b \r");
-    EXPECT_EQ(line.words, (std::vector<std::string>{"name", "Log", "File", "value", "a", "b"}));
+    const auto found = FindCommand("  setoption  name  Log File value a  b \r");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->row.word, "setoption");
+    EXPECT_EQ(found->line.text, "  name  Log File value a  b \r");
+    EXPECT_EQ(found->line.words, (std::vector<std::string>{"name", "Log", "File", "value", "a", "b"}));
 }
 
 TEST(Commands, UnknownWordsBeforeThemAreSkipped) {
-    CommandLine line;
-    const CommandRow* const row = FindCommand("joho debug on", line);
-    ASSERT_NE(row, nullptr);
-    EXPECT_EQ(row->word, "debug");
-    EXPECT_EQ(line.words, std::vector<std::string>{"on"});
+    const auto found = FindCommand("joho debug on");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->row.word, "debug");
+    EXPECT_EQ(found->line.words, std::vector<std::string>{"on"});
 }
 
 TEST(Commands, LinesWithoutOneAreSkipped) {
-    CommandLine line;
     for (const char* text : {"", " \t\r", "nonsense", "UCI", "gogo", "stop.", "xboard protover 2"}) {
-        EXPECT_EQ(FindCommand(text, line), nullptr) << text;
+        EXPECT_FALSE(FindCommand(text)) << text;
     }
 }
 

@@ -78,10 +78,10 @@ TEST(Go, SearchMovesEndAtTheFirstOtherWord) {
 }
 
 TEST(Go, HasAnEndIfAnythingSaysSo) {
-    EXPECT_FALSE(Read("").hasAnEnd());
-    EXPECT_FALSE(Read("searchmoves e2e4 winc 5 movestogo 3").hasAnEnd());
+    EXPECT_FALSE(Read("").HasAnEnd());
+    EXPECT_FALSE(Read("searchmoves e2e4 winc 5 movestogo 3").HasAnEnd());
     for (const char* text : {"wtime 1", "btime 1", "depth 1", "nodes 1", "mate 1", "movetime 1"}) {
-        EXPECT_TRUE(Read(text).hasAnEnd()) << text;
+        EXPECT_TRUE(Read(text).HasAnEnd()) << text;
     }
 }
 

@@ -61,9 +61,16 @@ using InfoLine = Fixture;
 
 TEST_F(InfoLine, TellsScoreCountsAndMoves) {
     info.principal_variation = {{Find("e2e4"), "e4"}, {Find("d2d4"), "d4"}};
+    info.known_moves = 2;
     EXPECT_EQ(VorkaUci::ThinkingLine(info, tables),
               "info depth 4 seldepth 9 multipv 1 score cp 31 nodes 5000 nps 2000 hashfull 0 tbhits 7 time 2500 "
               "pv e2e4 d2d4");
+}
+
+TEST_F(InfoLine, EndsWithTheMovesThatTheScoreRestsOn) {
+    info.principal_variation = {{Find("e2e4"), "e4"}, {Find("d2d4"), "d4"}};
+    info.known_moves = 1;
+    EXPECT_TRUE(VorkaUci::ThinkingLine(info, tables).ends_with(" pv e2e4"));
 }
 
 TEST_F(InfoLine, LeavesAnEmptyLineOut) {

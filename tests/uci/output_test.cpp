@@ -18,7 +18,7 @@ struct UciOutput : testing::Test {
 };
 
 TEST_F(UciOutput, SendsWholeLinesAndLogsThem) {
-    output.send("readyok");
+    output.Send("readyok");
     EXPECT_EQ(GetCapturedStdout(), "readyok\n");
     EXPECT_EQ(log.text(), "sent: readyok\n");
 }
@@ -32,16 +32,16 @@ TEST_F(UciOutput, TurnsWhatTheLogSaysIntoStrings) {
 }
 
 TEST_F(UciOutput, TellsAllWhenDebugging) {
-    output.setDebug(true);
+    output.SetDebug(true);
     LogOnly("secret");
-    output.send("readyok");
-    output.setDebug(false);
+    output.Send("readyok");
+    output.SetDebug(false);
     LogOnly("secret again");
     EXPECT_EQ(GetCapturedStdout(), "info string secret (not sent to xboard)\nreadyok\n");
 }
 
 TEST_F(UciOutput, SaysEachLineByItself) {
-    output.say("one\ntwo\n\nthree");
+    output.Say("one\ntwo\n\nthree");
     EXPECT_EQ(GetCapturedStdout(), "info string one\ninfo string two\ninfo string three\n");
 }
 

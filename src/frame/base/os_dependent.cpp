@@ -126,6 +126,18 @@ void ReserveStandardDescriptors() {
     }
 }
 
+SilentStandardError::SilentStandardError() : kept_(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (kept_ != -1 && nowhere != -1) (void)dup2(nowhere, STDERR_FILENO);
+    if (nowhere != -1) (void)close(nowhere);
+}
+
+SilentStandardError::~SilentStandardError() {
+    if (kept_ == -1) return;
+    (void)dup2(kept_, STDERR_FILENO);
+    (void)close(kept_);
+}
+
 std::string DirectoryOfProgram(std::string_view argv0) {
     const std::size_t slash = argv0.rfind('/');
     return std::string(slash == std::string_view::npos ? "." : argv0.substr(0, slash));

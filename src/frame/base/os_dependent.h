@@ -56,6 +56,19 @@ void IgnoreBrokenPipe();
 /// would become the standard output. To be called before any file is opened.
 void ReserveStandardDescriptors();
 
+/// While one lives, what anybody writes to standard error is lost: for a library that complains there of what is in
+/// order.
+class SilentStandardError {
+  public:
+    SilentStandardError();
+    ~SilentStandardError();
+    SilentStandardError(const SilentStandardError&) = delete;
+    SilentStandardError& operator=(const SilentStandardError&) = delete;
+
+  private:
+    int kept_;  ///< standard error as it was; -1 if it could not be kept, and is not silent
+};
+
 /// What stands before the last "/" of `argv0`, or "." if there is none.
 [[nodiscard]] std::string DirectoryOfProgram(std::string_view argv0);
 /// The directory of the running program: the first call stores what stands before the last "/" of `argv0`, or ".";

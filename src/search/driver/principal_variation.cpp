@@ -1,5 +1,7 @@
 #include "search/driver/principal_variation.h"
 
+#include <algorithm>
+
 #include "chess/attacks.h"
 #include "chess/move_generator.h"
 #include "chess/notation.h"
@@ -39,6 +41,19 @@ Move HashMove(const LineWalk& walk, TRANSPOSITION_TABLE& table) {
     return INVALID;
 }
 
+/// Whether the search would have taken the table's word for this position, at the depth that the iteration leaves here
+/// to a line without extensions. What it has looked at for captures alone does not count.
+bool AnswersQuestion(const SearchBoard& search, const BOARD& board, const RootQuestion& question) {
+    const auto plies_below_root_move = static_cast<Distance>(board.ply - search.board.ply) - 1;
+    const Distance left =
+        (question.depth - 1) * search.settings.root_distance_multiplier - plies_below_root_move * ONE_PLY;
+    const Score beta = board.mover() == search.board.mover() ? question.test : 1 - question.test;
+    TranspositionHit ignored;
+    const auto answer =
+        search.engine.tables.transposition.Look(board.key(), board.ply, std::max(left, 1), beta, ignored);
+    return answer == TranspositionAnswer::at_least_beta || answer == TranspositionAnswer::below_beta;
+}
+
 }  // namespace
 
 void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_class, TRANSPOSITION_TABLE& table) {
@@ -55,7 +70,7 @@ void WriteLineToHash(const BOARD& root, const RootMoveRecord& record, int root_c
     }
 }
 
-void ReadLineBack(const SearchBoard& search, RootMoveRecord& record) {
+void ReadLineBack(const SearchBoard& search, const RootQuestion& question, RootMoveRecord& record) {
     LineWalk walk{.board = search.board, .position_class = search.position_class[0]};
     const auto append = [&](Move move) {
         record.line.push_back(move);
@@ -63,9 +78,11 @@ void ReadLineBack(const SearchBoard& search, RootMoveRecord& record) {
     };
     record.line.clear();
     for (const Move* move = search.pv[search.board.ply]; *move != INVALID; ++move) append(*move);
+    record.known = record.line.size();
     while (!walk.board.IsDraw() && walk.board.ply <= last_ply) {
         const Move move = HashMove(walk, search.engine.tables.transposition);
         if (move == INVALID) return;
+        if (record.known == record.line.size() && AnswersQuestion(search, walk.board, question)) ++record.known;
         append(move);
     }
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <optional>
+#include <span>
 #include <utility>
 
 #include "chess/move_generator.h"
@@ -115,7 +117,7 @@ void SearchController::ListRootMoves(const BOARD& position) {
     GenerateLegalMoves(position, moves);
     for (const Move move : moves) {
         if (!MayChoose(limits_, move)) continue;
-        root_moves_.push_back({.move = move, .text = MoveToSan(position, move), .line = {}});
+        root_moves_.push_back({.move = move, .text = MoveToSan(position, move)});
     }
     info_.root_moves = static_cast<int>(root_moves_.size());
 }
@@ -181,7 +183,7 @@ void SearchController::SearchOtherLines() {
     const auto lines = std::min(static_cast<std::size_t>(std::max(limits_.lines, 1)), root_moves_.size());
     if (lines == 1) return;
     line_scores_.resize(lines, info_.score);
-    best_line_ = LineResult{.score = info_.score, .variation = info_.principal_variation};
+    best_line_ = CurrentLine();
     for (std::size_t line = 1; line < lines; ++line) {
         most_ = info_.score;
         info_.line = static_cast<int>(line);
@@ -196,10 +198,14 @@ void SearchController::SearchOtherLines() {
 void SearchController::ReturnToBestLine() {
     if (!best_line_) return;
     info_.line = 0;
-    info_.score = best_line_->score;
-    info_.principal_variation = std::move(best_line_->variation);
-    best_line_.reset();
+    TakeBack(*std::exchange(best_line_, std::nullopt));
     most_ = infinity_bound;
+}
+
+void SearchController::TakeBack(LineResult line) {
+    info_.score = line.score;
+    info_.principal_variation = std::move(line.variation);
+    info_.known_moves = line.known_moves;
 }
 
 void SearchController::SearchFirstMove() {
@@ -230,7 +236,7 @@ void SearchController::ConfirmCandidate(std::size_t index) {
     RootMoveRecord& record = *first;
     ClockOfLine().NoteCandidate();
     host_->sendNewPvMove(record.text);
-    auto old_line = info_.principal_variation;
+    LineResult old_line = CurrentLine();
     ShowLine(record);
 
     const Score score = FindScore(record, info_.score, info_.score + candidate_lead);
@@ -242,7 +248,7 @@ void SearchController::ConfirmCandidate(std::size_t index) {
         ClockOfLine().NoteInstability();
         host_->sendSearchInstability();
         std::swap(*first, *std::next(first));
-        info_.principal_variation = std::move(old_line);
+        TakeBack(std::move(old_line));
     }
 }
 
@@ -272,7 +278,7 @@ Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score gue
     const auto ask = [&](Score test) {
         const Score answer = Ask(record, test);
         const ScoreBound bound = answer == test ? ScoreBound::at_least : ScoreBound::at_most;
-        host_->sendBound(info_, answer, bound, record.line);
+        host_->sendBound(info_, answer, bound, std::span(record.line).first(record.known));
         return answer;
     };
     const Score score = BoundSearch(task, ClockOfLine(), fail_state_, ask);
@@ -285,12 +291,13 @@ Score SearchController::Ask(RootMoveRecord& record, Score test) {
     WriteLineToHash(search_->board, record, search_->position_class[0], engine_.tables.transposition);
     const Score answer = RootProbe(*search_, record.move, test, info_.depth);
     FlushCounters();
-    ReadLineBack(*search_, record);
+    ReadLineBack(*search_, RootQuestion{.test = test, .depth = info_.depth}, record);
     return answer;
 }
 
 void SearchController::ShowLine(const RootMoveRecord& record) {
     info_.principal_variation = RenderLine(search_->board, record.line);
+    info_.known_moves = std::min(record.known, info_.principal_variation.size());
 }
 
 // --- Polling ---

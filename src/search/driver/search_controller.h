@@ -100,11 +100,17 @@ class SearchController final : private NodePoll {
     FailState fail_state_ = FailState::none;  ///< of the bisection under way
     bool first_root_move_ = false;            ///< a bisection is under way, not a refutation test
 
-    /// What stands in `info_` while it is of the best line.
+    /// What `info_` says of one line.
     struct LineResult {
-        Score score;
+        int score;
         std::vector<std::pair<Move, std::string>> variation;
+        std::size_t known_moves;
     };
+    [[nodiscard]] LineResult CurrentLine() const {
+        return {.score = info_.score, .variation = info_.principal_variation, .known_moves = info_.known_moves};
+    }
+    void TakeBack(LineResult line);
+
     std::optional<LineResult> best_line_;  ///< set while another line is searched
     std::vector<Score> line_scores_;       ///< of the other lines, in the last iteration that has found them
     Score most_ = infinity_bound;          ///< no move of this line is better: those that are stand in lines before it

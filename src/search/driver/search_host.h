@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +28,8 @@ struct SearchInfo {
     std::uint64_t nodes = 0;
     std::string root_move_text;  ///< the root move in work
     std::vector<std::pair<Move, std::string>> principal_variation;
+    /// The first moves of the variation, which the score rests on; the others only stood in the table.
+    std::size_t known_moves = 0;
     int score = 0;  ///< centipawns for the side on move at the root
     Timestamp start;
     Timestamp end;  ///< valid once the search has ended
@@ -56,10 +60,10 @@ class SearchHost {
     virtual void sendSearchInstability() = 0;
     /// A root move begins to be searched: the one that info.root_move_text names.
     virtual void sendCurrentMove(const SearchInfo& /*info*/, Move /*move*/) {}
-    /// One question about the score of a root move is answered. `line` begins with that move; it was played through
-    /// for the question, and may end in a move that can't be played.
+    /// One question about the score of a root move is answered. `line` begins with that move and holds what the answer
+    /// rests on; it may end in a move that can't be played.
     virtual void sendBound(const SearchInfo& /*info*/, int /*score*/, ScoreBound /*bound*/,
-                           const std::vector<Move>& /*line*/) {}
+                           std::span<const Move> /*line*/) {}
     virtual void sendSearchStatistics(const SearchInfo& info) = 0;
     /// The very last call of a search; may throw a request for the next one.
     virtual void onSearchFinished(bool discard) = 0;

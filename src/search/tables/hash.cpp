@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <tuple>
 #include <utility>
 
 #include "chess/bitboard_tables.h"
@@ -111,6 +112,14 @@ TranspositionAnswer TRANSPOSITION_TABLE::Probe(std::uint64_t key, std::uint32_t 
     }
     if (beta > upper) return below_beta;
     return beta > lower || entry.lower_distance < distance ? undecided : at_least_beta;
+}
+
+TranspositionAnswer TRANSPOSITION_TABLE::Look(std::uint64_t key, std::uint32_t ply, Distance distance, Score beta,
+                                              TranspositionHit& hit) noexcept {
+    const auto counted = std::pair(probes_, hits_);
+    const TranspositionAnswer answer = Probe(key, ply, distance, beta, hit);
+    std::tie(probes_, hits_) = counted;
+    return answer;
 }
 
 bool TRANSPOSITION_TABLE::ProbeMove(std::uint64_t key, Move& move, Distance& max_distance) noexcept {

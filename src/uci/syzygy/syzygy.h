@@ -20,13 +20,13 @@ class SyzygyTables {
   public:
     /// Opens the tables of the folders that `path` lists, with colons between them; an empty path puts those in use out
     /// of it. The number of men of the largest, 0 if there are none. No source of the tables before may be asked after.
-    [[nodiscard]] int open(const std::string& path);
-    [[nodiscard]] bool isOpen() const { return men_ > 0; }
+    [[nodiscard]] int Open(const std::string& path);
+    [[nodiscard]] bool IsOpen() const { return men_ > 0; }
     /// Gives the search the tables that are open: who wins, of a position whose fifty counter is 0. A win is told as a
     /// mate that is further away than the search goes.
-    [[nodiscard]] static std::unique_ptr<VorkaTablebases::TableSource> makeSource();
+    [[nodiscard]] static std::unique_ptr<VorkaTablebases::TableSource> MakeSource();
     /// What the tables say of each move; empty if they don't know the position.
-    [[nodiscard]] std::vector<TableMove> rootMoves(const BOARD& board) const;
+    [[nodiscard]] std::vector<TableMove> RootMoves(const BOARD& board) const;
 
   private:
     std::string opened_;  ///< the path whose tables the library holds, in use or not

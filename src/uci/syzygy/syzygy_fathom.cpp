@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "chess/move_generator.h"
+#include "frame/base/os_dependent.h"
 #include "search/tables/score.h"
 #include "uci/syzygy/syzygy.h"
 
@@ -52,21 +53,23 @@ int PromotionOf(unsigned result) {
 
 bool HasSyzygy() { return true; }
 
-int SyzygyTables::open(const std::string& path) {
+int SyzygyTables::Open(const std::string& path) {
     men_ = 0;
     if (path.empty()) return 0;
     // The library must not be told to close: it does not forget how many men it knew, and the next probe reads tables
-    // that are gone. Nor is it asked twice for the same, since it complains on standard error about what it unmaps.
+    // that are gone. Another path it can be told: it puts away the tables it has used, and says "munmap" on standard
+    // error for each, since it takes success for failure there.
     if (path != opened_) {
+        const SilentStandardError silence;
         opened_ = tb_init(path.c_str()) ? path : std::string();
     }
     if (!opened_.empty()) men_ = static_cast<int>(TB_LARGEST);
     return men_;
 }
 
-std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::makeSource() { return std::make_unique<Source>(); }
+std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::MakeSource() { return std::make_unique<Source>(); }
 
-std::vector<TableMove> SyzygyTables::rootMoves(const BOARD& board) const {
+std::vector<TableMove> SyzygyTables::RootMoves(const BOARD& board) const {
     if (Men(board) > men_ || board.frame().castling != 0) return {};
     std::array<unsigned, TB_MAX_MOVES> results;
     if (Ask(board, tb_probe_root, results.data()) == TB_RESULT_FAILED) return {};

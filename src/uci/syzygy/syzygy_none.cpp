@@ -5,8 +5,8 @@
 namespace VorkaUci {
 
 bool HasSyzygy() { return false; }
-int SyzygyTables::open(const std::string& /*path*/) { return 0; }
-std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::makeSource() { return nullptr; }
-std::vector<TableMove> SyzygyTables::rootMoves(const BOARD& /*board*/) const { return {}; }
+int SyzygyTables::Open(const std::string& /*path*/) { return 0; }
+std::unique_ptr<VorkaTablebases::TableSource> SyzygyTables::MakeSource() { return nullptr; }
+std::vector<TableMove> SyzygyTables::RootMoves(const BOARD& /*board*/) const { return {}; }
 
 }  // namespace VorkaUci

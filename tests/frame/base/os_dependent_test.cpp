@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <fstream>
 #include <functional>
 #include <set>
@@ -234,6 +235,27 @@ TEST(ReserveStandardDescriptorsDeathTest, FillsWhatIsMissingAndLeavesTheRest) {
             _exit(filled && ends ? 0 : 1);
         },
         testing::ExitedWithCode(0), "still the error stream");
+}
+
+TEST(SilentStandardError, LosesWhatIsWrittenMeanwhile) {
+    testing::internal::CaptureStderr();
+    (void)std::fputs("before, ", stderr);
+    {
+        const SilentStandardError silence;
+        (void)std::fputs("meanwhile, ", stderr);
+    }
+    (void)std::fputs("after", stderr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "before, after");
+}
+
+TEST(SilentStandardErrorDeathTest, StandsThatThereIsNone) {
+    EXPECT_EXIT(
+        {
+            close(STDERR_FILENO);
+            { const SilentStandardError silence; }
+            _exit(fcntl(STDERR_FILENO, F_GETFD) == -1 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 // --- Files ---

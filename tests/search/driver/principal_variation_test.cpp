@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,9 +11,12 @@
 #include "search/tables/hash.h"
 #include "support/board_builder.h"
 #include "support/log_capture.h"
+#include "support/row_name.h"
 #include "support/search_builder.h"
 
 namespace {
+
+constexpr RootQuestion some_question{.test = 20, .depth = 3};
 
 /// A line given by its moves in coordinate notation.
 std::vector<Move> LineOf(BOARD board, const std::vector<std::string_view>& moves) {
@@ -124,7 +128,7 @@ TEST_F(PrincipalVariation, LineIsReadFromTheSearch) {
     std::copy(line.begin(), line.end(), search.board->pv[0]);
     search.board->pv[0][3] = INVALID;
     RootMoveRecord record{.move = line[0], .text = "", .line = {line[0], line[0]}};
-    ReadLineBack(*search.board, record);
+    ReadLineBack(*search.board, some_question, record);
     EXPECT_EQ(record.line, line);
     EXPECT_EQ(FenOf(search.board->board), start_fen) << "on a private copy";
 }
@@ -137,7 +141,7 @@ TEST_F(PrincipalVariation, LineGoesOnWithWhatTheTableKnows) {
     search.board->pv[0][0] = written.line[0];
     search.board->pv[0][1] = INVALID;
     RootMoveRecord record{.move = written.line[0], .text = "", .line = {}};
-    ReadLineBack(*search.board, record);
+    ReadLineBack(*search.board, some_question, record);
     EXPECT_EQ(record.line, written.line);
 }
 
@@ -149,7 +153,7 @@ TEST_F(PrincipalVariation, LineFromTheTableEndsAtADraw) {
     search.board->pv[0][0] = circle.line[0];
     search.board->pv[0][1] = INVALID;
     RootMoveRecord record{.move = circle.line[0], .text = "", .line = {}};
-    ReadLineBack(*search.board, record);
+    ReadLineBack(*search.board, some_question, record);
     EXPECT_EQ(record.line.size(), 4U) << "back in the start position, for the second time";
 }
 
@@ -183,7 +187,7 @@ TEST_F(PrincipalVariation, LineFromTheTableEndsAtTheDeepestPly) {
     search.board->pv[0][0] = chain[0];
     search.board->pv[0][1] = INVALID;
     RootMoveRecord record{.move = chain[0], .text = "", .line = {}};
-    ReadLineBack(*search.board, record);
+    ReadLineBack(*search.board, some_question, record);
     EXPECT_EQ(record.line, chain) << "79 moves lead to ply 79";
 }
 
@@ -199,7 +203,7 @@ TEST_F(PrincipalVariation, TableMoveThatCantBePlayedIsReported) {
     RootMoveRecord record{.move = first, .text = "", .line = {}};
     LogCapture log;
     testing::internal::CaptureStdout();
-    ReadLineBack(*search.board, record);
+    ReadLineBack(*search.board, some_question, record);
     testing::internal::GetCapturedStdout();
     EXPECT_EQ(record.line, std::vector<Move>{first});
     const std::string text = log.text();
@@ -207,6 +211,74 @@ TEST_F(PrincipalVariation, TableMoveThatCantBePlayedIsReported) {
     EXPECT_NE(text.find("file: search_serial, "), std::string::npos) << text;
     EXPECT_NE(text.find("collision in transposition table detected"), std::string::npos) << text;
 }
+
+// --- Where the knowledge ends ---
+
+/// What the table has for the position after some moves of e2e4 e7e5 g1f3 b8c6 from the start.
+struct Entry {
+    std::size_t after;  ///< moves
+    Score lower = -infinity_bound;
+    Score upper = infinity_bound;
+    Distance distance = no_distance;  ///< of the bound that is given
+};
+
+struct KnownRow {
+    std::string_view name;
+    std::vector<Entry> entries;  ///< besides those that only note the moves of the line
+    std::size_t known;
+};
+
+class KnownMoves : public testing::TestWithParam<KnownRow> {};
+
+/// The search itself has left the first move. The question: at least 20, in the third iteration?
+TEST_P(KnownMoves, EndWithTheAnswersOfTheTable) {
+    SearchBuilder search(start_fen);
+    const RootMoveRecord written = RecordOf(search.board->board, {"e2e4", "e7e5", "g1f3", "b8c6"});
+    BOARD board = search.board->board;
+    for (std::size_t i = 0; i < written.line.size(); ++i) {
+        auto note = TranspositionEntry::Make(board.key(), written.line[i], true, opening, NodeFlags::none);
+        for (const Entry& entry : GetParam().entries) {
+            if (entry.after != i) continue;
+            const auto distance = static_cast<std::int16_t>(entry.distance);
+            if (entry.lower > -infinity_bound) note.lower_distance = distance;
+            if (entry.upper < infinity_bound) note.upper_distance = distance;
+            note.lower_bound = static_cast<std::int16_t>(entry.lower);
+            note.upper_bound = static_cast<std::int16_t>(entry.upper);
+        }
+        search.tables.transposition.Store(note);
+        board.MakeMove(written.line[i]);
+    }
+    search.board->pv[0][0] = written.line[0];
+    search.board->pv[0][1] = INVALID;
+    const std::uint64_t probes = search.tables.transposition.probes();
+    RootMoveRecord record{.move = written.line[0], .text = ""};
+    ReadLineBack(*search.board, some_question, record);
+    EXPECT_EQ(record.line, written.line) << "the line goes on all the same";
+    EXPECT_EQ(record.known, GetParam().known);
+    EXPECT_EQ(search.tables.transposition.probes() - probes, 4U) << "who looks for answers is not counted";
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(PrincipalVariation, KnownMoves, testing::Values(
+    KnownRow{"notes of moves", {}, 1},
+    KnownRow{"good enough for White", {{.after = 1, .upper = -20, .distance = 128}}, 2},
+    KnownRow{"one point too little", {{.after = 1, .upper = -19, .distance = 128}}, 1},
+    KnownRow{"not good enough for White", {{.after = 1, .lower = -19, .distance = 128}}, 2},
+    KnownRow{"one point too much", {{.after = 1, .lower = -20, .distance = 128}}, 1},
+    KnownRow{"too shallow", {{.after = 1, .upper = -20, .distance = 127}}, 1},
+    KnownRow{"a ply later a ply less", {{.after = 1, .upper = -20, .distance = 128},
+                                        {.after = 2, .lower = 20, .distance = 64}}, 3},
+    KnownRow{"too shallow a ply later", {{.after = 1, .upper = -20, .distance = 128},
+                                         {.after = 2, .lower = 20, .distance = 63}}, 2},
+    KnownRow{"the other answer a ply later", {{.after = 1, .upper = -20, .distance = 128},
+                                              {.after = 2, .upper = 20, .distance = 128}}, 2},
+    KnownRow{"to the end", {{.after = 1, .upper = -20, .distance = 128}, {.after = 2, .lower = 20, .distance = 64},
+                            {.after = 3, .upper = -20, .distance = 1}}, 4},
+    KnownRow{"captures alone", {{.after = 1, .upper = -20, .distance = 128}, {.after = 2, .lower = 20, .distance = 64},
+                                {.after = 3, .upper = -20, .distance = 0}}, 3},
+    KnownRow{"answers after a gap", {{.after = 2, .lower = 20, .distance = 640}}, 1}),
+    RowName<KnownRow>);
+// clang-format on
 
 TEST_F(PrincipalVariation, IsRenderedInStandardNotation) {
     const BOARD board = BoardFromFen("r3k2r/8/8/8/8/8/8/R3K2R w KQkq - 0 1");

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -190,7 +191,7 @@ struct ListeningHost : FakeSearchHost {
         current.push_back(MoveToCoordinate(move));
         places.push_back(info.root_moves - info.moves_to_search + 1);
     }
-    void sendBound(const SearchInfo& info, int score, ScoreBound bound, const std::vector<Move>& line) override {
+    void sendBound(const SearchInfo& info, int score, ScoreBound bound, std::span<const Move> line) override {
         ASSERT_FALSE(line.empty());
         EXPECT_EQ(MoveToCoordinate(line.front()), current.back());
         (bound == ScoreBound::at_least ? lowest : highest)[info.depth] = score;

@@ -213,7 +213,10 @@ TEST(Transpositions, AreCountedAsProbesAndHits) {
     Move known;
     Distance distance;
     EXPECT_TRUE(table.ProbeMove(9, known, distance));
-    EXPECT_EQ(table.probes(), 2U) << "the line writer's look counts nothing";
+    EXPECT_EQ(table.Look(9, 0, 0, 0, hit), at_least_beta);
+    EXPECT_EQ(table.Look(10, 0, 0, 0, hit), not_found);
+    EXPECT_EQ(table.probes(), 2U) << "the looks of those who show a line count nothing";
+    EXPECT_EQ(table.hits(), 1U);
     table.newSearch();
     EXPECT_EQ(table.probes(), 0U);
     EXPECT_EQ(table.hits(), 0U);
