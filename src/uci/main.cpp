@@ -35,9 +35,10 @@ int Usage(std::ostream& out, int status) {
 
 int main(int argc, char* argv[]) {
     constexpr std::string_view help_word = "--help";
-    IgnoreBrokenPipe();
+    IgnoreFailedWrites();
+    EndInputOnHangUp();
     ReserveStandardDescriptors();
-    ExecutableDirectory(argc > 0 ? argv[0] : "");
+    ExecutableDirectory(PathOfProgram(argc > 0 ? argv[0] : ""));
     const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
     Engine engine;
     if (words.empty()) {

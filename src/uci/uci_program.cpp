@@ -65,9 +65,20 @@ std::string UciProgram::nextLine() {
         waiting_.pop_front();
         return line;
     }
-    std::optional<std::string> line = has_input_ended_ ? std::nullopt : ReadLineOrEnd();
+    std::optional<std::string> line = readLine();
     if (!line) throw quit_command_received_exception();
     return *std::move(line);
+}
+
+std::optional<std::string> UciProgram::readLine() {
+    try {
+        std::optional<std::string> line = has_input_ended_ ? std::nullopt : ReadLineOrEnd();
+        if (!line) has_input_ended_ = true;
+        return line;
+    } catch (const input_line_too_long& failure) {
+        output_.say(std::string(uci_texts::line_too_long) + failure.beginning());
+        return "";
+    }
 }
 
 void UciProgram::handle(const std::string& text) {
@@ -278,13 +289,10 @@ void UciProgram::runSearch() {
 
 void UciProgram::hearInput() {
     while (!has_input_ended_ && IsInputAvailable()) {
-        if (const std::optional<std::string> line = ReadLineOrEnd()) {
-            handle(*line);
-        } else {
-            has_input_ended_ = true;
-        }
+        if (const std::optional<std::string> line = readLine()) handle(*line);
     }
-    if (has_input_ended_ && request_->limits.kind != SearchKind::normal) throw quit_command_received_exception();
+    const bool is_answer_wanted = request_->limits.kind == SearchKind::normal && !HasHungUp();
+    if (has_input_ended_ && !is_answer_wanted) throw quit_command_received_exception();
 }
 
 void UciProgram::pollInput() {

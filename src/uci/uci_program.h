@@ -78,6 +78,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
 
     /// The line that has waited longest, or else the next one of the input. Throws at its end.
     [[nodiscard]] std::string nextLine();
+    /// The next line of the input, an empty one for a line that was too long; nothing at its end.
+    [[nodiscard]] std::optional<std::string> readLine();
     void handle(const std::string& text);
     [[nodiscard]] bool hasMemoryForTables() const;
     void runSearch();

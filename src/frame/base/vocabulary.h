@@ -346,6 +346,7 @@ inline constexpr std::string_view feature = "feature";
 // --- Errors of commands ---
 // The forms that an interface expects, then the reasons in brackets.
 inline constexpr std::string_view error = "Error";
+inline constexpr std::string_view line_too_long = "line longer than 1048576 bytes";
 inline constexpr std::string_view illegal_move = "Illegal move";
 inline constexpr std::string_view argument_out_of_bounds = "argument out of bounds";
 inline constexpr std::string_view cannot_change_sides = "cannot change sides";

@@ -28,13 +28,14 @@ void WriteBitAlgorithms() {
 
 int main(int argc, char* argv[]) {
     RunSelfChecks();
-    IgnoreBrokenPipe();
+    IgnoreFailedWrites();
+    EndInputOnHangUp();
     ReserveStandardDescriptors();
     Engine engine;
-    vlog.Open(ChooseLogFileName(FileExists));
+    OpenFirstFreeLog(vlog);
     WriteBitAlgorithms();
     engine.tables.Resize(usual_transposition_bytes, usual_evaluation_bytes);
-    ExecutableDirectory(argc > 0 ? argv[0] : "");
+    ExecutableDirectory(PathOfProgram(argc > 0 ? argv[0] : ""));
     engine.bitbases.Init();
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);

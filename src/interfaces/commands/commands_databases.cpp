@@ -21,6 +21,7 @@
 #include "interfaces/commands/keyword.h"
 #include "interfaces/protocols/connected_game.h"
 #include "interfaces/protocols/error_command.h"
+#include "interfaces/protocols/input_line.h"
 
 /// Commands of the endgame databases, and the developer's tool that looks for the best square of a piece.
 namespace VorkaInterfaces {
@@ -271,7 +272,7 @@ class Command_OptimizePiece : public CheckedCommand {
     void work(ConnectedGame& game) override {
         vlog << vocabulary::optimize_piece;
         vlog.Flush();
-        if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
+        if (const std::optional<Square> square = ManOn(game.board(), readInputLine())) {
             FindBestSquare(game.board(), *square, game.protocol().personality, game.engine());
         } else {
             vlog << vocabulary::optimize_invalid_square;
