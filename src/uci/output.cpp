@@ -4,7 +4,7 @@
 #include <string>
 
 #include "frame/base/logfile.h"
-#include "frame/base/os_dependent.h"
+#include "frame/base/standard_output.h"
 #include "uci/uci_texts.h"
 
 namespace VorkaUci {

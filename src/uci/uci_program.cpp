@@ -6,6 +6,7 @@
 
 #include "bitbases/bitbases.h"
 #include "evaluation/personality.h"
+#include "frame/base/hang_up.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
@@ -245,6 +246,8 @@ void UciProgram::loadBitbases() {
     try {
         engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
         engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
+        output_.say(VorkaBitbases::ChecksumLine(engine_.bitbases.TwoPawnsChecksum(), vocabulary::two_pawns_file));
+        output_.say(VorkaBitbases::ChecksumLine(engine_.bitbases.RammedPawnsChecksum(), vocabulary::rammed_pawn_file));
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
         output_.say(error.text());
     }

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "frame/base/os_dependent.h"
+#include "frame/base/standard_output.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/wall_clock.h"
 

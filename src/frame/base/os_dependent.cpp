@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <ctime>
@@ -17,51 +16,12 @@
 #include <system_error>
 #include <utility>
 
+#include "frame/base/hang_up.h"
 #include "frame/base/logfile.h"
+#include "frame/base/standard_output.h"
 #include "frame/base/vocabulary.h"
 
 namespace {
-
-/// Set by SIGHUP, for good.
-std::atomic<bool> has_hung_up{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal may come at any moment");
-
-/// Waits until a descriptor is ready for `events`, or can't be asked. False if the terminal hung up before or
-/// meanwhile.
-bool WaitFor(int descriptor, short events) {
-    // A signal that came between the question and the wait would be slept over: it is held back but for the wait
-    // itself.
-    sigset_t hang_up;
-    sigset_t before;
-    sigemptyset(&hang_up);
-    sigaddset(&hang_up, SIGHUP);
-    pthread_sigmask(SIG_BLOCK, &hang_up, &before);
-    pollfd asked{.fd = descriptor, .events = events, .revents = 0};
-    while (!has_hung_up && ppoll(&asked, 1, nullptr, &before) < 0 && errno == EINTR) continue;
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    return !has_hung_up;
-}
-
-/// Writes all of a text, which always counts as written: there is nobody to be told of a failure.
-ssize_t WriteToStandardOutput(void* /*cookie*/, const char* text, std::size_t length) {
-    for (std::size_t written = 0; written < length;) {
-        const ssize_t step = write(STDOUT_FILENO, text + written, length - written);
-        if (step > 0)
-            written += static_cast<std::size_t>(step);
-        else if (step == 0 || (errno != EINTR && errno != EAGAIN))
-            break;
-        else if (!WaitFor(STDOUT_FILENO, POLLOUT))
-            break;
-    }
-    return static_cast<ssize_t>(length);
-}
-
-std::FILE* OpenStandardOutput() {
-    std::FILE* const stream = fopencookie(nullptr, "w", {nullptr, WriteToStandardOutput, nullptr, nullptr});
-    if (stream == nullptr) return stdout;
-    std::setvbuf(stream, nullptr, isatty(STDOUT_FILENO) != 0 ? _IOLBF : _IOFBF, BUFSIZ);
-    return stream;
-}
 
 void LogInput(const std::string& line) {
     const EchoScope file_only(vlog, Echo::off);
@@ -76,7 +36,7 @@ DescriptorReader& StandardInput() {
 }  // namespace
 
 bool DescriptorReader::IsInputAvailable() const {
-    if (next_ < buffer_.size() || has_hung_up) return true;
+    if (next_ < buffer_.size() || HasHungUp()) return true;
     fd_set ready;
     FD_ZERO(&ready);
     FD_SET(descriptor_, &ready);
@@ -88,7 +48,7 @@ bool DescriptorReader::IsInputAvailable() const {
 
 std::optional<std::string> DescriptorReader::ReadLine() {
     std::size_t scanned = next_;
-    while (!has_hung_up) {
+    while (!HasHungUp()) {
         const std::size_t end = buffer_.find('\n', scanned);
         if (std::min(end, buffer_.size()) - next_ > longest_input_line) SkipLine();
         if (end != std::string::npos) {
@@ -100,7 +60,7 @@ std::optional<std::string> DescriptorReader::ReadLine() {
         scanned = buffer_.size();
         if (!ReadMore()) break;
     }
-    if (buffer_.empty() || has_hung_up) return std::nullopt;
+    if (buffer_.empty() || HasHungUp()) return std::nullopt;
     return std::exchange(buffer_, {});  // a last line without its end
 }
 
@@ -120,7 +80,7 @@ void DescriptorReader::SkipLine() {
 
 bool DescriptorReader::ReadMore() {
     std::array<char, 0x4000> chunk;
-    while (WaitFor(descriptor_, POLLIN)) {
+    while (WaitUntilReady(descriptor_, POLLIN)) {
         const ssize_t length = read(descriptor_, chunk.data(), chunk.size());
         if (length < 0 && (errno == EINTR || errno == EAGAIN)) continue;
         if (length <= 0) return false;
@@ -159,11 +119,6 @@ std::optional<std::string> ReadLineOrEnd() {
 
 std::string ReadLine() { return ReadLineOrEnd().value_or(std::string(vocabulary::quit)); }
 
-std::FILE* StandardOutput() {
-    static std::FILE* const stream = OpenStandardOutput();
-    return stream;
-}
-
 std::optional<TerminalSize> SizeOfTerminal() {
     if (isatty(STDIN_FILENO) == 0) return std::nullopt;
     winsize size{};
@@ -186,17 +141,6 @@ void IgnoreFailedWrites() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
 }
-
-void EndInputOnHangUp() {
-    struct sigaction before {};
-    if (sigaction(SIGHUP, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) return;
-    struct sigaction action {};
-    action.sa_handler = [](int) { has_hung_up = true; };
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGHUP, &action, nullptr);
-}
-
-bool HasHungUp() { return has_hung_up; }
 
 void ReserveStandardDescriptors() {
     // open takes the lowest free number, so going upwards each missing one gets its own.

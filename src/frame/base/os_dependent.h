@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -56,10 +55,6 @@ void SetStdinRawMode();
 /// The same, with "quit" for the end of the input.
 [[nodiscard]] std::string ReadLine();
 
-/// The stream of standard output for all that the engine says, with the buffer that `stdout` would have. A descriptor
-/// that is not ready, as a pipe may be that doesn't block, is waited for; what nobody can read any more is dropped.
-[[nodiscard]] std::FILE* StandardOutput();
-
 struct TerminalSize {
     int rows;
     int columns;
@@ -76,10 +71,6 @@ void IgnoreTerminationSignals();
 /// A closed standard output, or a log that has grown as long as a file may be, must not kill the program: the write
 /// fails, and the program ends in the usual way at the end of its input.
 void IgnoreFailedWrites();
-/// From here on SIGHUP ends the input, and so the program in the usual way, its files whole. Whoever has told the
-/// program to ignore it (nohup) is obeyed.
-void EndInputOnHangUp();
-[[nodiscard]] bool HasHungUp();
 /// Opens the null device in place of each standard stream that the program was started without; otherwise the log file
 /// would become the standard output. To be called before any file is opened.
 void ReserveStandardDescriptors();

@@ -14,7 +14,9 @@
 #include <set>
 #include <string>
 
+#include "frame/base/hang_up.h"
 #include "frame/base/logfile.h"
+#include "frame/base/standard_output.h"
 #include "support/log_capture.h"
 #include "support/standard_input.h"
 #include "support/temporary_directory.h"
