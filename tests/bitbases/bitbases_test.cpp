@@ -293,12 +293,6 @@ class InitBitbases : public Bitbases {
         }
     }
 
-    static void WriteWithChecksum(const std::string& path, const SyntheticFile& file) {
-        file.Write(path);
-        const std::string text = TextOf(path);
-        const std::vector<std::uint8_t> bytes(text.begin(), text.end());
-        ASSERT_TRUE(VorkaBitbases::WriteChecksum(path, bytes));
-    }
     /// A file of its own in the place of the one before.
     static void Replace(const std::string& path, const SyntheticFile& file) {
         std::filesystem::remove(path);
@@ -323,8 +317,8 @@ TEST_F(InitBitbases, TellsTheLogAndNotTheScreen) {
                              "- generic bitbases disabled\n";
     EXPECT_EQ(log_.text(), none);
 
-    WriteWithChecksum(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size));
-    WriteWithChecksum(rammed_pawn_, SyntheticFile(VorkaBitbases::rammed_pawn_size));
+    SyntheticFile(VorkaBitbases::two_pawns_size).WriteWithChecksum(two_pawns_);
+    SyntheticFile(VorkaBitbases::rammed_pawn_size).WriteWithChecksum(rammed_pawn_);
     bitbases_.Init();
     const std::string found =
         head + "- two pawns bitbases found\n- rammed pawn bitbases found\n- generic bitbases disabled\n";
@@ -380,7 +374,7 @@ TEST_F(InitBitbases, AFileThatCantBeUsedLeavesTheOneInUse) {
 }
 
 TEST_F(InitBitbases, AFileThatItsChecksumDoesNotFitIsNotUsed) {
-    WriteWithChecksum(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size));
+    SyntheticFile(VorkaBitbases::two_pawns_size).WriteWithChecksum(two_pawns_);
     std::fstream(two_pawns_, std::ios::in | std::ios::out).seekp(70000).put('x');
     bitbases_.Init();
     EXPECT_FALSE(bitbases_.TwoPawnsLoaded());
