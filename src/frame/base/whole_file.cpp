@@ -133,6 +133,12 @@ mode_t DefaultMode() {
 /// Where a chain of symbolic links leads, whether there is something or not; nothing if it leads in a circle.
 std::optional<fs::path> TargetOfLinks(fs::path path) {
     constexpr int most_links = 40;
+    std::error_code failure;
+    if (fs::exists(path, failure)) {
+        // Some links are none to be read: /dev/stdout leads to something that need not have a name.
+        const fs::path target = fs::canonical(path, failure);
+        return failure ? path : target;
+    }
     for (int i = 0; i < most_links; ++i) {
         std::error_code error;
         if (!fs::is_symlink(fs::symlink_status(path, error))) return path;

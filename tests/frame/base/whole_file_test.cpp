@@ -191,6 +191,17 @@ TEST(WholeFile, DevicesAreWrittenDirectly) {
     EXPECT_EQ(ReplaceFile("/dev/full", "x"), FileOutcome::not_written);
 }
 
+TEST(WholeFile, PipeWithoutANameIsWrittenDirectly) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    EXPECT_EQ(ReplaceFile("/proc/self/fd/" + std::to_string(ends[1]), "x"), FileOutcome::written);
+    char letter = 0;
+    EXPECT_EQ(read(ends[0], &letter, 1), 1);
+    EXPECT_EQ(letter, 'x');
+    close(ends[0]);
+    close(ends[1]);
+}
+
 TEST(WholeFile, PipeWithoutAReaderIsRefusedAtOnce) {
     const TemporaryDirectory directory;
     ASSERT_EQ(mkfifo(directory.File("pipe").c_str(), 0600), 0);
