@@ -17,7 +17,7 @@
 class Logfile::Tee : public std::streambuf {
   public:
     struct Closer {
-        void operator()(std::FILE* file) const { (void)std::fclose(file); }
+        void operator()(std::FILE* stream) const { (void)std::fclose(stream); }
     };
     std::unique_ptr<std::FILE, Closer> file;
     bool echo_to_console = true;
