@@ -182,6 +182,6 @@ class Engine:
             self.process.wait()
 
     def describe(self):
-        log = self.log_file.read_bytes()[-4000:].decode("latin-1") if self.log_file.exists() else "(none)"
+        log = self.log_file.read_bytes()[-4000:].decode("latin-1") if self.log_file.is_file() else "(none)"
         return (f"--- standard output\n{self.output[-4000:]}\n--- standard error\n{self.errors[-8000:]}\n"
                 f"--- end of the log\n{log}\n---")
