@@ -151,15 +151,21 @@ std::uint64_t Count(BOARD& board, std::size_t depth, bool every_leaf) {
     return every_leaf ? PerftByMoves(board, plies) : PerftByLists(board, plies);
 }
 
+constexpr std::uint64_t most_plies = 100;
+
 /// Answers "position fen ..", "go perft .." and "quit".
 void AnswerLines(bool every_leaf) {
     BOARD board = BoardFromFen(start_fen);
     for (std::string line; std::getline(std::cin, line);) {
         constexpr std::string_view position = "position fen ", go = "go perft ";
         if (line.starts_with(position)) board = BoardFromFen(line.substr(position.size()));
-        if (line.starts_with(go))
-            std::cout << "Nodes searched: " << Count(board, std::stoull(line.substr(go.size())), every_leaf)
-                      << std::endl;
+        if (line.starts_with(go)) {
+            const auto depth = NumberIn<std::uint64_t>(line.substr(go.size()), 0, most_plies);
+            if (depth)
+                std::cout << "Nodes searched: " << Count(board, *depth, every_leaf) << std::endl;
+            else
+                std::cerr << "perft: go perft takes a number from 0 to " << most_plies << std::endl;
+        }
         if (line == "quit") return;
     }
 }

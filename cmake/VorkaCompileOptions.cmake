@@ -1,4 +1,5 @@
 include(CheckCXXCompilerFlag)
+include(CheckLinkerFlag)
 
 # One interface target carries what every target of this project is compiled with.
 add_library(vorka_compile_options INTERFACE)
@@ -23,6 +24,21 @@ endif()
 if(VORKA_SANITIZE_THREAD)
   target_compile_options(vorka_compile_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
   target_link_options(vorka_compile_options INTERFACE -fsanitize=thread)
+endif()
+# What is handed out makes it hard to turn a fault into more than an end of the program: the tables of the loader can't be
+# written once it is done, a frame that was written over is seen before the function returns, and so is a copy that is
+# longer than what it goes to. In instructions of the bench (callgrind, bench --depth 3, link-time optimisation):
+# 411,321,981 without, and with each of them alone 411,373,544 (RELRO and BIND_NOW, 0.01 %), 414,137,986 (the stack
+# protector, 0.7 %) and 411,223,505 (_FORTIFY_SOURCE). What costs more than 1 % has no place here.
+set(VORKA_HARDENED OFF)
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT VORKA_SANITIZE AND NOT VORKA_SANITIZE_THREAD)
+  check_linker_flag(CXX "LINKER:-z,relro,-z,now" VORKA_CAN_PROTECT_LOADER_TABLES)
+  if(VORKA_CAN_PROTECT_LOADER_TABLES)
+    set(VORKA_HARDENED ON)
+    target_compile_options(
+      vorka_compile_options INTERFACE -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    target_link_options(vorka_compile_options INTERFACE "LINKER:-z,relro,-z,now")
+  endif()
 endif()
 # A product and a sum in one step round otherwise, and the blend of the evaluation has both: every machine shall search
 # the same nodes.

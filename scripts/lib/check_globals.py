@@ -26,6 +26,8 @@ ALLOWED = {
     # mode, the page stop of help and optimize_piece all read. An owner would have to be passed through all protocols
     # and commands, only to say which of one reader is meant.
     "(anonymous namespace)::StandardInput()::reader": "standard input, with what was read ahead",
+    "StandardOutput()::stream": "the stream of standard output, opened by the first call",
+    "(anonymous namespace)::has_hung_up": "set by a signal, which is sent to the process",
     # Every `xboard` makes a new protocol object; the terminal stays in the mode that the first one has set.
     "SetStdinRawMode()::done": "the mode of the terminal",
     # Seeded by the second: two generators that start together would draw the same. The count is of the process, as the

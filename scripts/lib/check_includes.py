@@ -54,6 +54,7 @@ FOLDERS = {
     "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options",
               "tools/bench_run"),
     "tests/support": (BASE, "chess", "bitbases", "evaluation", "evaluation/", "search/", "frame/game", "interfaces/"),
+    "tests/faults": (),
     "benchmarks": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "tests/support", "tools/options"),
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "bitbases/checksum_file.h"
 #include "bitbases/memory_mapped_file.h"
 #include "chess/board_text.h"
 #include "frame/base/logfile.h"
@@ -161,12 +162,15 @@ template <class Walk>
 void WriteFile(const Tablebases& tablebases, const std::string& path, std::uint32_t size,
                std::string_view not_available, Walk walk) {
     try {
+        VorkaBitbases::RemoveChecksum(path);
         VorkaUtils::MemoryMappedFile file(path, size);
         walk([&](const BOARD& board, const VorkaBitbases::Cell& cell) {
             const int score = ProbeToGenerate(tablebases, board, not_available);
             Store(file, cell, StoredResult(board.side_to_move == white ? score : -score));
         });
         if (!file.Flush()) throw VorkaUtils::MemoryMappedFile::IOException();
+        // Without it the file is used as well, and the start says so.
+        (void)VorkaBitbases::WriteChecksum(path, {file.address(), file.size()});
     } catch (const VorkaUtils::MemoryMappedFile::IOException&) {
         throw GenerationFailed(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'');
     }

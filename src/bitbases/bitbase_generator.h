@@ -21,8 +21,8 @@ class VerificationFailed : public TextException {
     using TextException::TextException;
 };
 
-/// Write one file. Throw GenerationFailed: nothing is written if the tablebases lack the material, and what was written
-/// so far stays if they fail later.
+/// Write one file, and its checksum beside it. Throw GenerationFailed: nothing is written if the tablebases lack the
+/// material, and what was written so far stays if they fail later.
 void GenerateTwoPawnsBitbases(const VorkaTablebases::Tablebases& tablebases, const std::string& path);
 void GenerateRammedPawnBitbases(const VorkaTablebases::Tablebases& tablebases, const std::string& path);
 

@@ -20,12 +20,17 @@ namespace {
 
 using Mapping = VorkaUtils::ReadOnlyMemoryMappedFile;
 
-std::unique_ptr<Mapping> Map(const std::string& path, std::uint32_t size) {
+std::unique_ptr<Mapping> ReadFile(const std::string& path, std::uint32_t size, Checksum& checksum) {
+    const std::string failure = std::string(vocabulary::could_not_open_bitbase_file).append(path);
+    checksum = Checksum::not_tested;
     try {
-        return std::make_unique<Mapping>(path, size);
+        auto file = std::make_unique<Mapping>(path, size);
+        checksum = TestChecksum(path, {file->address(), file->size()});
+        if (checksum != Checksum::does_not_fit) return file;
     } catch (const Mapping::IOException&) {
-        throw CouldNotOpenFileException(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'');
+        throw CouldNotOpenFileException(failure + '\'');
     }
+    throw CouldNotOpenFileException(failure + std::string(vocabulary::checksum_of_file_does_not_fit));
 }
 
 int Read(const Mapping& bitbase, const Cell& cell) { return bitbase.address()[cell.offset] >> cell.shift & 3; }
@@ -46,12 +51,15 @@ Square OnlyPawn(const BOARD& board, Colour side) { return FindLowestBit(board.si
 struct BitbaseFile {
     std::string_view name, found, not_found, not_found_end, failed;
     void (Bitbases::*load)(const std::string& path);
+    Checksum (Bitbases::*checksum)() const noexcept;
 };
 constexpr BitbaseFile bitbase_files[] = {
     {vocabulary::two_pawns_file, vocabulary::two_pawns_found, vocabulary::two_pawns_not_found,
-     vocabulary::two_pawns_not_found_end, vocabulary::failed_to_open_two_pawns, &Bitbases::LoadTwoPawns},
+     vocabulary::two_pawns_not_found_end, vocabulary::failed_to_open_two_pawns, &Bitbases::LoadTwoPawns,
+     &Bitbases::TwoPawnsChecksum},
     {vocabulary::rammed_pawn_file, vocabulary::rammed_pawn_found, vocabulary::rammed_pawn_not_found,
-     vocabulary::rammed_pawn_not_found_end, vocabulary::failed_to_open_rammed_pawn, &Bitbases::LoadRammedPawns},
+     vocabulary::rammed_pawn_not_found_end, vocabulary::failed_to_open_rammed_pawn, &Bitbases::LoadRammedPawns,
+     &Bitbases::RammedPawnsChecksum},
 };
 
 void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& bitbases) {
@@ -66,11 +74,13 @@ void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& b
     } catch (const CouldNotOpenFileException&) {
         vlog << file.failed;
     }
+    vlog << ChecksumLine((bitbases.*file.checksum)(), file.name);
 }
 
 }  // namespace
 
 void Bitbases::Init() {
+    two_pawns_checksum_ = rammed_pawns_checksum_ = Checksum::not_tested;
     {
         const EchoScope file_only(vlog, Echo::off);
         const std::string& directory = ExecutableDirectory();
@@ -81,8 +91,20 @@ void Bitbases::Init() {
     vlog.Flush();
 }
 
-void Bitbases::LoadTwoPawns(const std::string& path) { two_pawns_ = Map(path, two_pawns_size); }
-void Bitbases::LoadRammedPawns(const std::string& path) { rammed_pawns_ = Map(path, rammed_pawn_size); }
+void Bitbases::LoadTwoPawns(const std::string& path) {
+    two_pawns_ = ReadFile(path, two_pawns_size, two_pawns_checksum_);
+}
+void Bitbases::LoadRammedPawns(const std::string& path) {
+    rammed_pawns_ = ReadFile(path, rammed_pawn_size, rammed_pawns_checksum_);
+}
+
+std::string ChecksumLine(Checksum checksum, std::string_view name) {
+    std::string_view text;
+    if (checksum == Checksum::missing) text = vocabulary::checksum_missing;
+    if (checksum == Checksum::does_not_fit) text = vocabulary::checksum_does_not_fit;
+    if (text.empty()) return {};
+    return std::string(text).append(name).append(vocabulary::checksum_ending) + '\n';
+}
 
 bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king, Square black_king) noexcept {
     const Square kings[2] = {white_king, black_king};

@@ -4,14 +4,17 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "bitbases/checksum_file.h"
 #include "bitbases/memory_mapped_file.h"
 #include "chess/board.h"
 #include "frame/base/vorka_exception.h"
 
 /// What is known exactly about pawn endings: king and pawn against king (built in), king and pawn against king and
 /// pawn, and king and two pawns against king and pawn where two pawns block each other. The last two are files beside
-/// the executable, mapped if they are there; without them the engine plays on.
+/// the executable, read if they are there; without them the engine plays on. A checksum stands beside each of them
+/// (checksum_file.h): a file that it does not fit is not used, one that lacks it is.
 ///
 /// Probes give scores from the side to move's view on the search's scale: 0 for a draw. A sure win or loss lies among
 /// the mate scores, as a mate at least 56 plies away that comes nearer as the pawn advances. They throw nothing.
@@ -54,16 +57,20 @@ enum StoredResult : int { stored_draw = 0, stored_loss = 1, stored_draw_too = 2,
 /// The files that an engine has in use; none at first.
 class Bitbases {
   public:
-    /// Maps the files of the executable's directory, telling the log what it found. May be called again: a file that
-    /// was generated since comes into use, an old mapping is released.
+    /// Reads the files of the executable's directory, telling the log what it found. May be called again: a file that
+    /// was generated since comes into use in the place of the old one.
     void Init();
 
-    /// Map one file. Throw CouldNotOpenFileException, with the old file still in use.
+    /// Read one file. Throw CouldNotOpenFileException, also if the checksum does not fit, with the old file still in
+    /// use.
     void LoadTwoPawns(const std::string& path);
     void LoadRammedPawns(const std::string& path);
 
     [[nodiscard]] bool TwoPawnsLoaded() const noexcept { return two_pawns_ != nullptr; }
     [[nodiscard]] bool RammedPawnsLoaded() const noexcept { return rammed_pawns_ != nullptr; }
+    /// What became of the checksum of the file that was read last, in use or not.
+    [[nodiscard]] Checksum TwoPawnsChecksum() const noexcept { return two_pawns_checksum_; }
+    [[nodiscard]] Checksum RammedPawnsChecksum() const noexcept { return rammed_pawns_checksum_; }
 
     /// The stored result for the side to move. The file must be loaded.
     [[nodiscard]] int ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
@@ -80,7 +87,13 @@ class Bitbases {
     using Mapping = std::unique_ptr<VorkaUtils::ReadOnlyMemoryMappedFile>;
     Mapping two_pawns_;
     Mapping rammed_pawns_;
+    Checksum two_pawns_checksum_ = Checksum::not_tested;
+    Checksum rammed_pawns_checksum_ = Checksum::not_tested;
 };
+
+/// What is to be said about a checksum after what is said about its file: a line, or nothing if all is well. `name` is
+/// that of the file.
+[[nodiscard]] std::string ChecksumLine(Checksum checksum, std::string_view name);
 
 /// Whether a white pawn stands directly below a black one.
 [[nodiscard]] constexpr bool HasRam(const BOARD& board) noexcept {

@@ -5,8 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <new>
+
 #include "frame/base/checked_assert.h"
-#include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
 
 namespace VorkaUtils {
@@ -36,6 +38,16 @@ class OpenFile {
         return lseek(descriptor_, static_cast<off_t>(size) - 1, SEEK_SET) >= 0 && write(descriptor_, &zero, 1) == 1 &&
                posix_fallocate(descriptor_, 0, static_cast<off_t>(size)) == 0;
     }
+    /// False if the file ends before, or can't be read.
+    [[nodiscard]] bool read_all(std::uint8_t* bytes, std::uint32_t size) const noexcept {
+        for (std::uint32_t done = 0; done < size;) {
+            const ssize_t step = read(descriptor_, bytes + done, size - done);
+            if (step < 0 && errno == EINTR) continue;
+            if (step <= 0) return false;
+            done += static_cast<std::uint32_t>(step);
+        }
+        return true;
+    }
     /// Null if it can't be mapped.
     [[nodiscard]] void* map(std::uint32_t size, int protection) const noexcept {
         void* const address = mmap(nullptr, size, protection, MAP_SHARED, descriptor_, 0);
@@ -50,14 +62,12 @@ class OpenFile {
 
 ReadOnlyMemoryMappedFile::ReadOnlyMemoryMappedFile(const std::string& path, std::uint32_t expected_size)
     : size_(expected_size) {
-    if (!FileExists(path)) throw IOException();
-    const OpenFile file(path, O_RDONLY);
+    // Without waiting for whoever writes a pipe.
+    const OpenFile file(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (!file.is_open() || !file.has_size(expected_size)) throw IOException();
-    address_ = static_cast<const std::uint8_t*>(file.map(expected_size, PROT_READ));
-    if (address_ == nullptr) throw IOException();
+    bytes_.reset(new (std::nothrow) std::uint8_t[expected_size]);
+    if (!bytes_ || !file.read_all(bytes_.get(), expected_size)) throw IOException();
 }
-
-ReadOnlyMemoryMappedFile::~ReadOnlyMemoryMappedFile() { munmap(const_cast<std::uint8_t*>(address_), size_); }
 
 MemoryMappedFile::MemoryMappedFile(const std::string& path, std::uint32_t size) : size_(size) {
     CHECKED_ASSERT(size > 0, vocabulary::mapped_file_is_empty);

@@ -1,28 +1,32 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "frame/base/vorka_exception.h"
 
 namespace VorkaUtils {
 
-/// A whole file, mapped to be read. Only pages that are touched cost memory.
+/// A whole file, to be read. It lies in memory of the program: a page of a mapping that somebody cuts off the file
+/// would kill the program at its next look, and no look could be sure of the bytes that were there when they were
+/// tested.
 class ReadOnlyMemoryMappedFile {
   public:
     class IOException : public VorkaException {};
 
-    /// Throws IOException if the file can't be opened or mapped, or has another size, in bytes.
+    /// Throws IOException if the file can't be opened or read, is no regular file, or has another size, in bytes; and
+    /// if there is no memory for it.
     ReadOnlyMemoryMappedFile(const std::string& path, std::uint32_t expected_size);
-    ~ReadOnlyMemoryMappedFile();
+    ~ReadOnlyMemoryMappedFile() = default;
     ReadOnlyMemoryMappedFile(const ReadOnlyMemoryMappedFile&) = delete;
     ReadOnlyMemoryMappedFile& operator=(const ReadOnlyMemoryMappedFile&) = delete;
 
-    [[nodiscard]] const std::uint8_t* address() const noexcept { return address_; }
+    [[nodiscard]] const std::uint8_t* address() const noexcept { return bytes_.get(); }
     [[nodiscard]] std::uint32_t size() const noexcept { return size_; }
 
   private:
-    const std::uint8_t* address_ = nullptr;
+    std::unique_ptr<std::uint8_t[]> bytes_;
     std::uint32_t size_ = 0;
 };
 

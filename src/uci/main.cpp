@@ -1,11 +1,14 @@
 #include <cstdlib>
 #include <iostream>
 #include <limits>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "frame/base/hang_up.h"
 #include "frame/base/os_dependent.h"
+#include "frame/base/out_of_memory.h"
 #include "frame/base/text_utilities.h"
 #include "search/driver/bench_positions.h"
 #include "search/engine/engine.h"
@@ -33,11 +36,12 @@ int Usage(std::ostream& out, int status) {
 
 }  // namespace
 
-int main(int argc, char* argv[]) {
+int main(int argc, char* argv[]) try {
     constexpr std::string_view help_word = "--help";
-    IgnoreBrokenPipe();
+    IgnoreFailedWrites();
+    EndInputOnHangUp();
     ReserveStandardDescriptors();
-    ExecutableDirectory(argc > 0 ? argv[0] : "");
+    ExecutableDirectory(PathOfProgram(argc > 0 ? argv[0] : ""));
     const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
     Engine engine;
     if (words.empty()) {
@@ -49,4 +53,6 @@ int main(int argc, char* argv[]) {
     const int depth = BenchDepth(words);
     if (depth < 1) return Usage(std::cerr, EXIT_FAILURE);
     return VorkaUci::RunBench(engine, depth) ? EXIT_SUCCESS : EXIT_FAILURE;
+} catch (const std::bad_alloc&) {
+    return ReportOutOfMemory(uci_texts::info_string.data());
 }

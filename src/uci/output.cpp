@@ -4,6 +4,7 @@
 #include <string>
 
 #include "frame/base/logfile.h"
+#include "frame/base/standard_output.h"
 #include "uci/uci_texts.h"
 
 namespace VorkaUci {
@@ -14,8 +15,8 @@ Output::~Output() { vlog.SetListener(nullptr); }
 
 void Output::Send(std::string_view line) {
     const std::string text = std::string(line) + '\n';
-    (void)std::fwrite(text.data(), 1, text.size(), stdout);
-    (void)std::fflush(stdout);
+    (void)std::fwrite(text.data(), 1, text.size(), StandardOutput());
+    (void)std::fflush(StandardOutput());
     sending_ = true;
     {
         const EchoScope file_only(vlog, Echo::off);

@@ -5,6 +5,7 @@
 
 #include "bitbases/bitbases.h"
 #include "evaluation/personality.h"
+#include "frame/base/hang_up.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
@@ -64,9 +65,20 @@ std::string UciProgram::NextLine() {
         waiting_.pop_front();
         return line;
     }
-    std::optional<std::string> line = has_input_ended_ ? std::nullopt : ReadLineOrEnd();
+    std::optional<std::string> line = ReadLine();
     if (!line) throw quit_command_received_exception();
     return *std::move(line);
+}
+
+std::optional<std::string> UciProgram::ReadLine() {
+    try {
+        std::optional<std::string> line = has_input_ended_ ? std::nullopt : ReadLineOrEnd();
+        if (!line) has_input_ended_ = true;
+        return line;
+    } catch (const input_line_too_long& failure) {
+        output_.Say(std::string(uci_texts::line_too_long) + failure.beginning());
+        return "";
+    }
 }
 
 void UciProgram::Handle(const std::string& text) {
@@ -235,6 +247,8 @@ void UciProgram::LoadBitbases() {
     try {
         engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
         engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
+        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.TwoPawnsChecksum(), vocabulary::two_pawns_file));
+        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.RammedPawnsChecksum(), vocabulary::rammed_pawn_file));
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
         output_.Say(error.text());
     }
@@ -277,13 +291,10 @@ void UciProgram::RunSearch() {
 
 void UciProgram::HearInput() {
     while (!has_input_ended_ && IsInputAvailable()) {
-        if (const std::optional<std::string> line = ReadLineOrEnd()) {
-            Handle(*line);
-        } else {
-            has_input_ended_ = true;
-        }
+        if (const std::optional<std::string> line = ReadLine()) Handle(*line);
     }
-    if (has_input_ended_ && request_->limits.kind != SearchKind::normal) throw quit_command_received_exception();
+    const bool is_answer_wanted = request_->limits.kind == SearchKind::normal && !HasHungUp();
+    if (has_input_ended_ && !is_answer_wanted) throw quit_command_received_exception();
 }
 
 void UciProgram::pollInput() {

@@ -88,6 +88,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void Send(std::string_view line) { output_.Send(line); }
     /// The line that has waited longest, or else the next one of the input. Throws at its end.
     [[nodiscard]] std::string NextLine();
+    /// The next line of the input, an empty one for a line that was too long; nothing at its end.
+    [[nodiscard]] std::optional<std::string> ReadLine();
     void Handle(const std::string& text);
     [[nodiscard]] bool HasMemoryForTables() const;
     void RunSearch();

@@ -39,6 +39,7 @@ inline constexpr std::string_view syzygy_path = "Syzygy Path";
 inline constexpr std::string_view log_file = "Log File";
 
 // --- What went wrong; said as info string ---
+inline constexpr std::string_view line_too_long = "skipped a line longer than 1048576 bytes: ";
 inline constexpr std::string_view no_such_option = "there is no option ";
 inline constexpr std::string_view refused_value = "refused value of ";
 inline constexpr std::string_view impossible_position = "there is no such position, and no move in it";

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "bitbases/bitbases.h"
+#include "bitbases/checksum_file.h"
 #include "bitbases/synthetic_file.h"
 #include "bitbases/table_source.h"
 #include "support/board_builder.h"
@@ -67,8 +68,9 @@ class Generator : public testing::Test {
         vlog.Flush();
         return testing::internal::GetCapturedStdout() + failure;
     }
-    /// Turns the bit pair at the position's cell into another result.
+    /// Turns the bit pair at the position's cell into another result; the checksum would betray it.
     static void Flip(const std::string& path, const VorkaBitbases::Cell& cell) {
+        VorkaBitbases::RemoveChecksum(path);
         std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
         file.seekg(static_cast<std::streamoff>(cell.offset));
         const int byte = file.get();
@@ -257,6 +259,7 @@ TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
     VorkaGenerator::GenerateTwoPawnsBitbases(tables, File("x"));
     ASSERT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::two_pawns_size);
     bitbases_.LoadTwoPawns(File("x"));
+    EXPECT_EQ(bitbases_.TwoPawnsChecksum(), VorkaBitbases::Checksum::fits);
     const BOARD board = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
     const int wanted = MadeUpScore(board);
     EXPECT_EQ(bitbases_.ProbeTwoPawns(board) > 0, wanted > 0);
@@ -266,6 +269,7 @@ TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
                 MatchesRegex("Verifying bitbase 'two_pawns'...passed \\([0-9]+ positions\\)\n"));
 
     Flip(File("x"), VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8));
+    bitbases_.LoadTwoPawns(File("x"));
     EXPECT_EQ(Verification(VorkaGenerator::VerifyTwoPawnsBitbases, tables),
               "Verifying bitbase 'two_pawns'...Error in two_pawns bitbase.\nPosition reports wrong result.\n" +
                   std::string(b4_against_g6) + "failed\n");

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -13,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "bitbases/checksum_file.h"
 #include "bitbases/synthetic_file.h"
 #include "frame/base/os_dependent.h"
 #include "support/board_builder.h"
@@ -284,21 +287,16 @@ class InitBitbases : public Bitbases {
     }
     static void TearDownTestSuite() { delete folder_; }
     ~InitBitbases() override {
-        std::filesystem::remove(two_pawns_);
-        std::filesystem::remove(rammed_pawn_);
+        for (const std::string& path : {two_pawns_, rammed_pawn_}) {
+            std::filesystem::remove(path);
+            VorkaBitbases::RemoveChecksum(path);
+        }
     }
 
-    /// A file of its own in the place of the one before, which what is mapped of that outlives.
+    /// A file of its own in the place of the one before.
     static void Replace(const std::string& path, const SyntheticFile& file) {
         std::filesystem::remove(path);
         file.Write(path);
-    }
-    /// How often the running program has a file mapped. One that was replaced is "deleted".
-    static std::ptrdiff_t MappingsOf(const std::string& path) {
-        std::ifstream maps("/proc/self/maps");
-        std::ptrdiff_t count = 0;
-        for (std::string line; std::getline(maps, line);) count += line.ends_with(' ' + path);
-        return count;
     }
 
     static TemporaryDirectory* folder_;
@@ -319,8 +317,8 @@ TEST_F(InitBitbases, TellsTheLogAndNotTheScreen) {
                              "- generic bitbases disabled\n";
     EXPECT_EQ(log_.text(), none);
 
-    SyntheticFile(VorkaBitbases::two_pawns_size).Write(two_pawns_);
-    SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(rammed_pawn_);
+    SyntheticFile(VorkaBitbases::two_pawns_size).WriteWithChecksum(two_pawns_);
+    SyntheticFile(VorkaBitbases::rammed_pawn_size).WriteWithChecksum(rammed_pawn_);
     bitbases_.Init();
     const std::string found =
         head + "- two pawns bitbases found\n- rammed pawn bitbases found\n- generic bitbases disabled\n";
@@ -339,7 +337,7 @@ TEST_F(InitBitbases, TellsTheLogAndNotTheScreen) {
     EXPECT_FALSE(bitbases_.RammedPawnsLoaded());
 }
 
-TEST_F(InitBitbases, ANewFileIsUsedAndTheOldOneReleased) {
+TEST_F(InitBitbases, ANewFileIsUsedOnceItIsLookedFor) {
     const Cell two = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
     const Cell ram = VorkaBitbases::RammedPawnsCell(c4, g4, e1, e8, 0);
     const BOARD two_pawns = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
@@ -349,21 +347,13 @@ TEST_F(InitBitbases, ANewFileIsUsedAndTheOldOneReleased) {
     bitbases_.Init();
     EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0);
     EXPECT_GT(bitbases_.ProbeRammedPawns(rammed_pawn), 0);
-    EXPECT_EQ(MappingsOf(two_pawns_), 1);
-    EXPECT_EQ(MappingsOf(rammed_pawn_), 1);
 
     Replace(two_pawns_, SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, stored_loss));
     Replace(rammed_pawn_, SyntheticFile(VorkaBitbases::rammed_pawn_size).Set(ram, stored_loss));
     EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0) << "not before the files are looked for again";
-    EXPECT_EQ(MappingsOf(two_pawns_ + " (deleted)"), 1);
-    EXPECT_EQ(MappingsOf(rammed_pawn_ + " (deleted)"), 1);
     bitbases_.Init();
     EXPECT_LT(bitbases_.ProbeTwoPawns(two_pawns), 0);
     EXPECT_LT(bitbases_.ProbeRammedPawns(rammed_pawn), 0);
-    for (const std::string& path : {two_pawns_, rammed_pawn_}) {
-        EXPECT_EQ(MappingsOf(path), 1) << path;
-        EXPECT_EQ(MappingsOf(path + " (deleted)"), 0) << path;
-    }
 }
 
 TEST_F(InitBitbases, AFileThatCantBeUsedLeavesTheOneInUse) {
@@ -375,12 +365,40 @@ TEST_F(InitBitbases, AFileThatCantBeUsedLeavesTheOneInUse) {
     SyntheticFile(VorkaBitbases::rammed_pawn_size).Write(rammed_pawn_);
     bitbases_.Init();
     EXPECT_THAT(log_.text(), testing::EndsWith("Warning: Failed to open two pawns bitbases.\n"
-                                               "- rammed pawn bitbases found\n- generic bitbases disabled\n"));
+                                               "- rammed pawn bitbases found\n"
+                                               "  the checksum of this file is missing: kpp_kp_ram.vbb.sha256\n"
+                                               "- generic bitbases disabled\n"));
     ASSERT_TRUE(bitbases_.TwoPawnsLoaded());
     EXPECT_GT(bitbases_.ProbeTwoPawns(two_pawns), 0);
-    EXPECT_EQ(MappingsOf(two_pawns_), 0) << "the file that was refused";
-    EXPECT_EQ(MappingsOf(two_pawns_ + " (deleted)"), 1);
     EXPECT_TRUE(bitbases_.RammedPawnsLoaded()) << "the other file is looked for all the same";
+}
+
+TEST_F(InitBitbases, AFileThatItsChecksumDoesNotFitIsNotUsed) {
+    SyntheticFile(VorkaBitbases::two_pawns_size).WriteWithChecksum(two_pawns_);
+    std::fstream(two_pawns_, std::ios::in | std::ios::out).seekp(70000).put('x');
+    bitbases_.Init();
+    EXPECT_FALSE(bitbases_.TwoPawnsLoaded());
+    EXPECT_EQ(bitbases_.TwoPawnsChecksum(), VorkaBitbases::Checksum::does_not_fit);
+    EXPECT_THAT(
+        log_.text(),
+        testing::HasSubstr("Warning: Failed to open two pawns bitbases.\n  the checksum of this file does not fit, "
+                           "it is not used: kp_kp.vbb.sha256\n- rammed"));
+    EXPECT_THROW(bitbases_.LoadTwoPawns(two_pawns_), VorkaBitbases::CouldNotOpenFileException);
+}
+
+TEST_F(InitBitbases, AFileThatIsCutWhileItIsUsedDoesNoHarm) {
+    const Cell two = VorkaBitbases::TwoPawnsCell(b4, g6, e1, e8);
+    SyntheticFile(VorkaBitbases::two_pawns_size).Set(two, stored_win).Write(two_pawns_);
+    bitbases_.Init();
+    std::filesystem::resize_file(two_pawns_, 0);
+    EXPECT_EQ(bitbases_.ProbeTwoPawnsRaw(white, e1, e8, b4, g6), stored_win);
+}
+
+TEST_F(InitBitbases, APipeInThePlaceOfAFileIsNotWaitedFor) {
+    ASSERT_EQ(mkfifo(two_pawns_.c_str(), 0600), 0);
+    bitbases_.Init();
+    EXPECT_FALSE(bitbases_.TwoPawnsLoaded());
+    EXPECT_THAT(log_.text(), testing::HasSubstr("Warning: Failed to open two pawns bitbases.\n"));
 }
 
 }  // namespace

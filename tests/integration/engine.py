@@ -26,10 +26,11 @@ class Engine:
 
     `terminal` gives it a pseudo terminal as standard input; what it prints always comes over a pipe, so that the
     terminal's echo stays out of it. `stdout` may name another file descriptor, for tests that break the output.
+    `environment` is added to that of the tests.
     """
 
     def __init__(self, folder, *options, program=None, terminal=False, stdout=subprocess.PIPE, preexec_fn=None,
-                 close_fds=True):
+                 close_fds=True, environment=None):
         program = program or PROGRAM
         assert program, "VORKA_ENGINE and VORKA_UCI have to name the programs under test; ctest sets them"
         self.folder = Path(folder)
@@ -38,7 +39,8 @@ class Engine:
         if terminal:
             self.terminal, stdin = pty.openpty()
         self.process = subprocess.Popen([program, *options], cwd=self.folder, stdin=stdin, stdout=stdout,
-                                        stderr=subprocess.PIPE, preexec_fn=preexec_fn, close_fds=close_fds)
+                                        stderr=subprocess.PIPE, preexec_fn=preexec_fn, close_fds=close_fds,
+                                        env={**os.environ, **(environment or {})})
         if terminal:
             self.terminal_of_child = stdin  # kept open: the settings of the terminal are read from it
         self._changed = threading.Condition()
@@ -191,6 +193,6 @@ class Engine:
             self.process.wait()
 
     def describe(self):
-        log = self.log_file.read_bytes()[-4000:].decode("latin-1") if self.log_file.exists() else "(none)"
+        log = self.log_file.read_bytes()[-4000:].decode("latin-1") if self.log_file.is_file() else "(none)"
         return (f"--- standard output\n{self.output[-4000:]}\n--- standard error\n{self.errors[-8000:]}\n"
                 f"--- end of the log\n{log}\n---")

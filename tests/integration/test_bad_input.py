@@ -2,6 +2,7 @@
 
 import os
 import random
+import re
 
 import pytest
 
@@ -135,21 +136,50 @@ def test_a_line_of_one_mebibyte(either):
     either.ask_text(word, f"Illegal move: {word}\n")
     line = "x " * (MEBIBYTE // 2)
     either.ask_text(line, f"Error (unrecognized command): {line}\n")
-    either.send("setboard " + "8/" * (MEBIBYTE // 2))
+    either.send("setboard " + "8/" * (MEBIBYTE // 2 - 8))
     either.expect(r"Error \(must be in force mode\): setboard 8/8/")
-    quoted = '"' + "y" * MEBIBYTE
+    quoted = '"' + "y" * (MEBIBYTE - 1)
     either.ask_text(quoted, f"Error (could not tokenize the input string): {quoted}\n")
-    name = "z" * MEBIBYTE
+    name = "z" * (MEBIBYTE - 5)
     either.send(f"name {name}", f"id {name}", f"ping {name}")
     either.expect_text(f"pong {name}\n")
     assert either.position() == START
 
 
+TOO_LONG = "Error (line longer than 1048576 bytes): "
+
+
+@pytest.mark.parametrize("length", [MEBIBYTE + 1, 5 * MEBIBYTE + 17, 100 * MEBIBYTE])
+def test_a_longer_line_is_skipped(either, length):
+    either.send("force")
+    line = "e4 " + "x" * (length - 3)
+    either.ask_text(line, f"{TOO_LONG}e4 {'x' * 57}\n")
+    either.send("e4")
+    assert either.position().startswith("rnbqkbnr/pppppppp/8/8/4P3/")
+    status = open(f"/proc/{either.process.pid}/status").read()
+    assert int(re.search(r"VmHWM:\s+(\d+) kB", status)[1]) < 60000 or os.environ.get("VORKA_SANITIZED") == "1"
+
+
+def test_a_longer_line_disturbs_neither_search_nor_edit_mode(either):
+    either.send("force", "analyze", "x" * (MEBIBYTE + 1))
+    either.expect_text(f"{TOO_LONG}{'x' * 60}\n")
+    either.ask(".", r"stat01: \d+")
+    either.send("exit", "edit", "#", "y" * (MEBIBYTE + 1))
+    either.expect_text(f"{TOO_LONG}{'y' * 60}\n")
+    either.send("Ke1", "c", "Ke8", ".")
+    assert either.position().startswith("4k3/8/8/8/8/8/8/4K3")
+
+
+def test_a_longer_line_at_the_end_of_the_input(console):
+    console.send_bytes(b"x" * (MEBIBYTE + 1))
+    assert f"{TOO_LONG}{'x' * 60}\n" in console.finish()
+
+
 def test_numbers_of_one_mebibyte(either):
-    digits = "9" * MEBIBYTE
+    digits = "9" * (MEBIBYTE - 20)
     for line in (f"sd {digits}", f"undo {digits}", f"level 40 {digits} 0"):
         either.ask_text(line, f"Error (integer argument expected): {line}\n")
-    either.send(f"sd {'0' * MEBIBYTE}1")
+    either.send(f"sd {'0' * (MEBIBYTE - 20)}1")
     either.send("e4")
     either.expect(r"(?:move|Vorka played:) \S+\n")
 

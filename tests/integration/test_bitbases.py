@@ -31,6 +31,7 @@ def beside(tmp_path, monkeypatch, start):
         shutil.copy(engine_module.PROGRAM, home / "vorka")
         for name in names:
             shutil.copy(BITBASES / name, home)
+            shutil.copy(BITBASES / f"{name}.sha256", home)
         monkeypatch.setattr(engine_module, "PROGRAM", str(home / "vorka"))
         return home
     return start_beside
@@ -39,6 +40,42 @@ def beside(tmp_path, monkeypatch, start):
 @pytest.mark.parametrize("name", CHECKSUMS)
 def test_files_are_always_the_same(name):
     assert hashlib.sha256((BITBASES / name).read_bytes()).hexdigest() == CHECKSUMS[name]
+
+
+def test_checksums_are_those_of_sha256sum():
+    run = subprocess.run(["sha256sum", "--check", "--strict", *(f"{name}.sha256" for name in CHECKSUMS)], cwd=BITBASES,
+                         capture_output=True, text=True)
+    assert run.returncode == 0, run.stdout + run.stderr
+
+
+MISSING = "  the checksum of this file is missing: "
+DOES_NOT_FIT = "  the checksum of this file does not fit, it is not used: "
+
+
+def test_start_and_tb_say_what_is_wrong_with_a_checksum(start, beside):
+    home = beside(*CHECKSUMS)
+    with open(home / "kp_kp.vbb", "r+b") as file:
+        file.write(b"x" * 0x120000)
+    (home / "kpp_kp_ram.vbb.sha256").unlink()
+    engine = start()
+    engine.send("tb")
+    engine.finish()
+    assert (f"King+pawn vs king+pawn bitbases (not loaded)\n{DOES_NOT_FIT}kp_kp.vbb.sha256\n"
+            f"King+pawn+pawn vs king+pawn with pawn ram bitbases (loaded)\n{MISSING}kpp_kp_ram.vbb.sha256\n"
+            ) in engine.output
+    assert (f"Warning: Failed to open two pawns bitbases.\n{DOES_NOT_FIT}kp_kp.vbb.sha256\n"
+            f"- rammed pawn bitbases found\n{MISSING}kpp_kp_ram.vbb.sha256\n") in engine.log
+
+
+def test_a_file_that_is_cut_during_a_search_does_no_harm(start, beside):
+    home = beside(*CHECKSUMS)
+    engine = start()
+    engine.send("force", "setboard 4k3/1p6/8/8/8/8/P7/4K3 w - - 0 1", "analyze")
+    engine.ping()
+    for name in CHECKSUMS:
+        os.truncate(home / name, 0)
+    engine.send("probe 4k3/1p6/8/8/8/8/P7/4K3 w - - 0 1", "exit", "probe 7k/8/8/P7/8/8/7p/K7 b - - 0 1")
+    engine.expect_text("Probing bitbases: result=32691")
 
 
 @pytest.mark.parametrize("names", [[], ["kp_kp.vbb"], ["kpp_kp_ram.vbb"], list(CHECKSUMS)])

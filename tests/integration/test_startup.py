@@ -1,10 +1,19 @@
 """From the first byte to the first prompt: greeting, options, log file, and the ways to end."""
 
+import ctypes
+import fcntl
 import os
 import re
+import resource
+import select
+import shutil
 import signal
 import subprocess
+import termios
+import threading
+from pathlib import Path
 
+import engine as engine_module
 import pytest
 
 GREETINGS = ["Hallo", "Guten Tag", "Welcome", "Vorka welcomes you", "Vorka ist bereit", "Ave und beim Jupiter"]
@@ -24,8 +33,8 @@ Bitboard algorithms
 
 # Files are found only where somebody has built them.
 BITBASES = (r"Loading bitbases \(executables directory='([^']+)'\):\n"
-            r"- two pawns bitbases (?:found|not found \('\1/kp_kp\.vbb'\))\n"
-            r"- rammed pawn bitbases (?:found|not found \('\1/kpp_kp_ram\.vbb'\)\.)\n"
+            r"- two pawns bitbases (?:found|not found \('\1/kp_kp\.vbb'\))\n(?:  the checksum of .*\n)?"
+            r"- rammed pawn bitbases (?:found|not found \('\1/kpp_kp_ram\.vbb'\)\.)\n(?:  the checksum of .*\n)?"
             r"- generic bitbases disabled\n")
 
 
@@ -74,6 +83,73 @@ def test_goes_on_without_a_log_where_none_can_be_written(start, tmp_path):
     engine.ask("e4", "Vorka played: ")
     engine.finish()
     assert engine.errors == ""
+
+
+def test_shares_no_log_with_others_in_the_same_folder(start, tmp_path):
+    folder = tmp_path / "shared"
+    folder.mkdir()
+    engines = [start(folder=folder) for _ in range(12)]
+    for number, engine in enumerate(engines):
+        engine.ask_text(f"ping {number}", f"pong {number}\n")
+    for engine in engines:
+        engine.finish()
+    logs = sorted(folder.iterdir())
+    assert [path.name for path in logs] == [f"logfile.{i:03}" for i in range(12)]
+    pinged = [re.findall(r"received input: ping (\d+)", path.read_text()) for path in logs]
+    assert sorted(pinged) == sorted([str(number)] for number in range(12))
+
+
+def test_special_files_in_the_place_of_the_log_are_passed_over(start, tmp_path):
+    folder = tmp_path / "logs"
+    folder.mkdir()
+    os.mkfifo(folder / "logfile.000")
+    (folder / "logfile.001").symlink_to("elsewhere")
+    (folder / "logfile.002").mkdir()
+    start(folder=folder).finish()
+    assert (folder / "logfile.003").is_file()
+    assert not (folder / "elsewhere").exists()
+
+
+def test_last_log_is_a_regular_file_or_none(start, tmp_path):
+    folder = tmp_path / "logs"
+    folder.mkdir()
+    (folder / "one").touch()
+    for number in range(100000):
+        os.link(folder / "one", folder / f"logfile.{number:03}") if number < 60000 else \
+            os.symlink("nowhere", folder / f"logfile.{number:03}")
+    start(folder=folder).finish()
+    assert (folder / "logfile.max").read_text().startswith("Vorka logfile created at: ")
+    (folder / "logfile.max").unlink()
+    (folder / "logfile.max").symlink_to("elsewhere")
+    start(folder=folder).finish()
+    (folder / "logfile.max").unlink()
+    os.mkfifo(folder / "logfile.max")
+    start(folder=folder).finish()
+    assert not (folder / "elsewhere").exists() and (folder / "one").read_bytes() == b""
+
+
+def test_log_as_long_as_a_file_may_be_stops_nothing(start):
+    engine = start(preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (2000, 2000)))
+    for number in range(50):
+        engine.ask_text(f"ping {number}", f"pong {number}\n")
+    engine.ask_text("force", "> ")
+    engine.ask_text("write_fen x", "> ")
+    engine.finish()
+    assert len(engine.log) == 2000
+
+
+@pytest.mark.parametrize("way", ["path", "link", "own folder"])
+def test_finds_its_own_folder_however_it_was_started(tmp_path, way):
+    home, other = tmp_path / "home", tmp_path / "other"
+    home.mkdir()
+    other.mkdir()
+    shutil.copy(engine_module.PROGRAM, home / "vorka")
+    (other / "link").symlink_to(Path("..", "home", "vorka"))
+    words, folder = {"path": (["vorka"], other), "link": (["./link"], other), "own folder": (["vorka"], home)}[way]
+    program = other / "link" if way == "link" else home / "vorka"
+    subprocess.run(words, executable=program, cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, check=True)
+    wanted = "." if way == "own folder" else str(home)
+    assert f"Loading bitbases (executables directory='{wanted}'):\n" in (folder / "logfile.000").read_text()
 
 
 def test_version_option(start):
@@ -239,6 +315,44 @@ def test_signals_end_the_console_and_leave_xboard_alone(start):
     engine.ping()
     engine.process.send_signal(signal.SIGINT)
     engine.ping()
+
+
+@pytest.mark.parametrize("before", [[], ["xboard", "protover 2"], ["xboard", "analyze"], ["analyze"]])
+def test_hanging_up_ends_the_program_in_order(start, before):
+    engine = start()
+    engine.send("force", "e4", "write_fen position", *before)
+    engine.ping()
+    engine.process.send_signal(signal.SIGHUP)
+    engine.wait(status=0)
+    assert (engine.folder / "position").read_text().startswith("rnbqkbnr/pppppppp/8/8/4P3/")
+
+
+def test_hanging_up_is_nothing_under_nohup(start):
+    engine = start(preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+    engine.ping()
+    engine.process.send_signal(signal.SIGHUP)
+    engine.ping()
+
+
+def test_output_that_is_not_ready_is_waited_for(start):
+    reader, writer = os.pipe()
+    os.set_blocking(writer, False)
+    engine = start(stdout=writer)
+    os.close(writer)
+    feeder = threading.Thread(target=engine.send, args=["xboard", *(f"nonsense{n}-" + "x" * 90 for n in range(5000)),
+                                                        "quit"])
+    feeder.start()
+    # Nobody reads before the pipe is full, so that the program has to wait.
+    room = ctypes.c_int()
+    while not select.select([reader], [], [], 1)[0] or room.value < 60000:
+        fcntl.ioctl(reader, termios.FIONREAD, room)
+    said = bytearray()
+    while chunk := os.read(reader, 65536):
+        said += chunk
+    os.close(reader)
+    feeder.join()
+    engine.wait(status=0)
+    assert said.decode().count("Illegal move: nonsense") == 5000
 
 
 def test_output_is_the_same_with_input_from_a_file(start, tmp_path):

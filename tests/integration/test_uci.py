@@ -3,6 +3,7 @@
 import os
 import random
 import re
+import signal
 import subprocess
 from pathlib import Path
 
@@ -80,6 +81,23 @@ def test_quit_ends_it_inside_a_search_with_an_end(uci):
     uci.send("go depth 40", "quit")
     uci.wait()
     assert "bestmove" not in uci.output
+
+
+@pytest.mark.parametrize("before", [[], ["go infinite"], ["go movetime 1000000"], ["go ponder movetime 1000"]])
+def test_hanging_up_ends_it_in_order(uci, before):
+    uci.send(*before)
+    uci.ask_text("isready", "readyok\n")
+    uci.process.send_signal(signal.SIGHUP)
+    uci.wait(status=0)
+
+
+def test_a_line_that_is_too_long_is_skipped(uci):
+    skipped = f"info string skipped a line longer than 1048576 bytes: {'x' * 60}\n"
+    uci.ask_text("x" * ((1 << 20) + 1), skipped)
+    uci.send("go infinite")
+    uci.ask_text("x" * (3 << 20), skipped)
+    uci.ask_text("isready", "readyok\n")
+    uci.ask("stop", r"bestmove \w+")
 
 
 def test_quit_ends_it(uci):

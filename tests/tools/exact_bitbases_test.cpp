@@ -18,6 +18,7 @@
 #include "bitbase_builder/program.h"
 #include "bitbases/bitbase_generator.h"
 #include "bitbases/bitbases.h"
+#include "bitbases/checksum_file.h"
 #include "bitbases/table_source.h"
 #include "chess/board_text.h"
 #include "frame/base/os_dependent.h"
@@ -112,13 +113,16 @@ class ExactBitbases : public testing::Test {
         const CommandOutcome outcome = bench_->Send(line);
         return testing::internal::GetCapturedStdout() + outcome.error;
     }
-    /// Changes one bit of a file beside the program.
+    /// Changes one bit of a file beside the program, which reads it again. The checksum would betray it.
     static void FlipLowBit(std::string_view name, const VorkaBitbases::Cell& cell) {
+        VorkaBitbases::RemoveChecksum(folder_->File(name));
         std::fstream file(folder_->File(name), std::ios::binary | std::ios::in | std::ios::out);
         file.seekg(static_cast<std::streamoff>(cell.offset));
         const int byte = file.get();
         file.seekp(static_cast<std::streamoff>(cell.offset));
         file.put(static_cast<char>(byte ^ 1 << cell.shift));
+        file.close();
+        bench_->engine.bitbases.Init();
     }
 
     ~ExactBitbases() override { bench_->engine.tablebases = {}; }
@@ -149,8 +153,11 @@ TEST_F(ExactBitbases, GeneratedFilesAreThoseOfTheBuilder) {
     if (const char* const keep = std::getenv("VORKA_BITBASES")) {
         std::filesystem::create_directories(keep);
         for (const std::string_view name : {vocabulary::two_pawns_file, vocabulary::rammed_pawn_file}) {
-            std::filesystem::copy_file(folder_->File(name), std::filesystem::path(keep) / name,
-                                       std::filesystem::copy_options::overwrite_existing);
+            for (const std::string_view ending : {std::string_view{}, vocabulary::checksum_ending}) {
+                const std::string file = std::string(name).append(ending);
+                std::filesystem::copy_file(folder_->File(file), std::filesystem::path(keep) / file,
+                                           std::filesystem::copy_options::overwrite_existing);
+            }
         }
     }
 }

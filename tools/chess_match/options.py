@@ -8,7 +8,10 @@ import signal
 import sys
 import threading
 
-from . import openings
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts" / "lib"))
+from option_numbers import seconds, whole  # noqa: E402
+
+from . import openings  # noqa: E402
 from .adjudication import Agreement
 from .controls import Limits, controls_of
 from .errors import Stopped, Trouble
@@ -20,25 +23,11 @@ USUAL_TIMES = "30/15,6+0.3,st=1"
 MOST = 10 ** 12
 
 
-def whole_number(least, most=MOST):
-    def read(text):
-        if not re.fullmatch(r"\d+", text) or not least <= int(text) <= most:
-            raise argparse.ArgumentTypeError(f'takes a number from {least} to {most}, not "{text}"')
-        return int(text)
-    return read
-
-
 def even_number(text):
-    number = whole_number(2)(text)
+    number = whole(2, MOST)(text)
     if number % 2:
         raise argparse.ArgumentTypeError(f"takes an even number, not {number}: openings are played with both colours")
     return number
-
-
-def seconds(text):
-    if not re.fullmatch(r"\d+(\.\d+)?", text):
-        raise argparse.ArgumentTypeError(f'takes seconds, not "{text}"')
-    return float(text)
 
 
 def numbers(count):
@@ -69,24 +58,24 @@ def parser_of(description):
     parser.add_argument("--time", type=troubled(controls_of), metavar="CONTROL",
                         help=f"time controls with commas between them; pairs of games take turns ({USUAL_TIMES}; none with "
                              "--depth or --nodes)")
-    parser.add_argument("--depth", type=whole_number(1, 100), default=0, metavar="N", help="search so many iterations")
-    parser.add_argument("--nodes", type=whole_number(1), default=0, metavar="N", help="search so many nodes; UCI only")
-    parser.add_argument("--margin", type=seconds, metavar="SECONDS",
+    parser.add_argument("--depth", type=whole(1, 100), default=0, metavar="N", help="search so many iterations")
+    parser.add_argument("--nodes", type=whole(1, MOST), default=0, metavar="N", help="search so many nodes; UCI only")
+    parser.add_argument("--margin", type=seconds(), metavar="SECONDS",
                         help="what the machine is granted before a flag falls (0.15; 0.4 with st=)")
-    parser.add_argument("--patience", type=seconds, default=60.0, metavar="SECONDS",
+    parser.add_argument("--patience", type=seconds(), default=60.0, metavar="SECONDS",
                         help="for an answer without a clock (60)")
     parser.add_argument("--openings", type=pathlib.Path, metavar="FILE", help="EPD, FEN or PGN (ten short openings)")
-    parser.add_argument("--opening-plies", type=whole_number(0, 1000), metavar="N",
+    parser.add_argument("--opening-plies", type=whole(0, 1000), metavar="N",
                         help="of PGN games at most so many half moves")
-    parser.add_argument("--seed", type=whole_number(0), default=0, metavar="N",
+    parser.add_argument("--seed", type=whole(0, MOST), default=0, metavar="N",
                         help="take the openings in the order of this number (0: as they stand)")
-    parser.add_argument("--concurrency", type=whole_number(1, 1024), default=os.cpu_count() or 1, metavar="N",
+    parser.add_argument("--concurrency", type=whole(1, 1024), default=os.cpu_count() or 1, metavar="N",
                         help="games at a time (one for each processor)")
     parser.add_argument("--resign", type=numbers(2), metavar="MOVES:CENTIPAWNS",
                         help="a game is lost when both have thought so for so many moves")
     parser.add_argument("--draw", type=numbers(3), metavar="FROM:MOVES:CENTIPAWNS",
                         help="from this move on a game is drawn after so many moves near 0")
-    parser.add_argument("--draw-after", type=whole_number(1, 10000), default=0, metavar="MOVES",
+    parser.add_argument("--draw-after", type=whole(1, 10000), default=0, metavar="MOVES",
                         help="call each game a draw that lasts so long")
     parser.add_argument("--ponder", action="store_true", help="the engine thinks on its opponent's time")
     parser.add_argument("--state", type=pathlib.Path, metavar="FILE",

@@ -1,6 +1,7 @@
 #include "tune/tuning_state.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <iomanip>
@@ -33,7 +34,8 @@ TuningPoint ReadPoint(const std::vector<std::string>& words, std::size_t paramet
     for (std::size_t i = 2; i < words.size(); ++i) {
         char* end = nullptr;
         point.values.push_back(std::strtod(words[i].c_str(), &end));
-        if (*end != '\0') Refuse(number, "no value: \"" + words[i] + '"');
+        if (end == words[i].c_str() || *end != '\0' || !std::isfinite(point.values.back()))
+            Refuse(number, "no value: \"" + words[i] + '"');
     }
     return point;
 }

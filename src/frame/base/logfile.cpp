@@ -1,9 +1,14 @@
 #include "frame/base/logfile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
-#include <fstream>
 #include <utility>
 
+#include "frame/base/standard_output.h"
 #include "frame/base/vocabulary.h"
 #include "frame/base/wall_clock.h"
 
@@ -11,7 +16,10 @@
 /// never reports a failure: a full disk must not silence standard output, nor a closed pipe the log.
 class Logfile::Tee : public std::streambuf {
   public:
-    std::unique_ptr<std::ofstream> file;
+    struct Closer {
+        void operator()(std::FILE* stream) const { (void)std::fclose(stream); }
+    };
+    std::unique_ptr<std::FILE, Closer> file;
     bool echo_to_console = true;
     bool flush_always = true;
     bool file_output = true;
@@ -22,12 +30,12 @@ class Logfile::Tee : public std::streambuf {
   protected:
     std::streamsize xsputn(const char* text, std::streamsize length) override {
         if (length == 0) return 0;  // an empty text may have no address
-        if (file && file_output) file->write(text, length);
         const std::string_view chunk(text, static_cast<std::size_t>(length));
+        if (file && file_output) WriteToFile(chunk);
         if (listener) {
             if (echo_to_console || hears_all) Tell(chunk);
         } else if (echo_to_console) {
-            (void)std::fwrite(chunk.data(), 1, chunk.size(), stdout);
+            (void)std::fwrite(chunk.data(), 1, chunk.size(), StandardOutput());
         }
         return length;
     }
@@ -41,10 +49,13 @@ class Logfile::Tee : public std::streambuf {
     }
 
     int sync() override {
-        (void)std::fflush(stdout);
-        if (file && flush_always) file->flush();
+        (void)std::fflush(StandardOutput());
+        if (file && flush_always) (void)std::fflush(file.get());
         return 0;
     }
+
+  public:
+    void WriteToFile(std::string_view text) { (void)std::fwrite(text.data(), 1, text.size(), file.get()); }
 
   private:
     void Tell(std::string_view chunk) {
@@ -63,19 +74,38 @@ Logfile::Logfile() : std::ostream(nullptr), tee_(std::make_unique<Tee>()) { rdbu
 
 Logfile::~Logfile() { Close(); }
 
-bool Logfile::Open(const std::string& name) {
-    Close();
-    file_name_ = name;
-    tee_->file = std::make_unique<std::ofstream>(name, std::ios::binary | std::ios::trunc);
-    *tee_->file << vocabulary::logfile_created_at << LocalTimeText() << std::flush;
-    return tee_->file->good();
+bool Logfile::Open(const std::string& name) { return OpenWith(name, O_CREAT, false); }
+
+Logfile::Creation Logfile::Create(const std::string& name) {
+    if (OpenWith(name, O_CREAT | O_EXCL | O_NOFOLLOW, true)) return Creation::created;
+    return errno == EEXIST ? Creation::exists : Creation::failed;
 }
 
-void Logfile::Close() {
-    if (!tee_->file) return;
-    tee_->file->flush();
-    tee_->file.reset();
+bool Logfile::Overwrite(const std::string& name) { return OpenWith(name, O_CREAT | O_NOFOLLOW, true); }
+
+bool Logfile::OpenWith(const std::string& name, int flags, bool regular_only) {
+    Close();
+    file_name_ = name;
+    const int descriptor = open(name.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | flags, 0666);
+    if (descriptor < 0) return false;
+    struct stat status {};
+    const bool is_regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    // Emptied only now: what is no log is left as it is.
+    if ((regular_only && !is_regular) || (is_regular && ftruncate(descriptor, 0) != 0)) {
+        close(descriptor);
+        return false;
+    }
+    tee_->file.reset(fdopen(descriptor, "w"));
+    if (!tee_->file) {
+        close(descriptor);
+        return false;
+    }
+    tee_->WriteToFile(vocabulary::logfile_created_at);
+    tee_->WriteToFile(LocalTimeText());
+    return std::fflush(tee_->file.get()) == 0;
 }
+
+void Logfile::Close() { tee_->file.reset(); }
 
 void Logfile::Flush() { flush(); }
 

@@ -24,9 +24,16 @@ class Logfile : public std::ostream {
     Logfile(const Logfile&) = delete;
     Logfile& operator=(const Logfile&) = delete;
 
-    /// Closes an open file and creates `name`, headed by the local time. False if it can't be created; writing to the
-    /// file then has no effect.
+    /// What became of a new log.
+    enum class Creation { created, exists, failed };
+
+    /// Closes an open file and creates `name`, headed by the local time, or empties it. False if that can't be done;
+    /// writing to the file then has no effect. None of these three ever waits for whoever reads a pipe.
     bool Open(const std::string& name);
+    /// The same for a file that did not exist; a link leads nowhere. So two programs never write one log.
+    Creation Create(const std::string& name);
+    /// The same for a regular file alone, and through no link.
+    bool Overwrite(const std::string& name);
     void Close();
     /// Flushes standard output, and the file if `flush_always` is set.
     void Flush();
@@ -44,6 +51,9 @@ class Logfile : public std::ostream {
     [[nodiscard]] const std::string& file_name() const { return file_name_; }
 
   private:
+    /// Opens with `flags` beside those that always hold; errno tells why if it can't.
+    bool OpenWith(const std::string& name, int flags, bool regular_only);
+
     class Tee;
     std::unique_ptr<Tee> tee_;
     std::string file_name_;

@@ -1,30 +1,31 @@
 #include "frame/base/os_dependent.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/select.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <ctime>
-#include <fstream>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
+#include "frame/base/hang_up.h"
 #include "frame/base/logfile.h"
+#include "frame/base/standard_output.h"
 #include "frame/base/vocabulary.h"
 
 namespace {
 
-/// What select says about one descriptor: above 0 if reading would not block. Without `at_most` it waits for ever.
-int WaitForInput(int descriptor, timeval* at_most) {
-    fd_set ready;
-    FD_ZERO(&ready);
-    FD_SET(descriptor, &ready);
-    return select(descriptor + 1, &ready, nullptr, nullptr, at_most);
+void LogInput(const std::string& line) {
+    const EchoScope file_only(vlog, Echo::off);
+    vlog << vocabulary::vorka_received_input << ": " << line << '\n';
 }
 
 DescriptorReader& StandardInput() {
@@ -35,17 +36,21 @@ DescriptorReader& StandardInput() {
 }  // namespace
 
 bool DescriptorReader::IsInputAvailable() const {
-    if (next_ < buffer_.size()) return true;
+    if (next_ < buffer_.size() || HasHungUp()) return true;
+    fd_set ready;
+    FD_ZERO(&ready);
+    FD_SET(descriptor_, &ready);
     timeval no_time{};
-    const int result = WaitForInput(descriptor_, &no_time);
+    const int result = select(descriptor_ + 1, &ready, nullptr, nullptr, &no_time);
     // A descriptor that can't be asked is closed: reading from it will show that.
     return result > 0 || (result < 0 && errno != EINTR);
 }
 
 std::optional<std::string> DescriptorReader::ReadLine() {
     std::size_t scanned = next_;
-    for (;;) {
+    while (!HasHungUp()) {
         const std::size_t end = buffer_.find('\n', scanned);
+        if (std::min(end, buffer_.size()) - next_ > longest_input_line) SkipLine();
         if (end != std::string::npos) {
             std::string line = buffer_.substr(next_, end - next_);
             next_ = end + 1;
@@ -55,23 +60,34 @@ std::optional<std::string> DescriptorReader::ReadLine() {
         scanned = buffer_.size();
         if (!ReadMore()) break;
     }
-    if (buffer_.empty()) return std::nullopt;
+    if (buffer_.empty() || HasHungUp()) return std::nullopt;
     return std::exchange(buffer_, {});  // a last line without its end
+}
+
+/// Forgets the line that begins in the buffer, and what is still to come of it.
+void DescriptorReader::SkipLine() {
+    constexpr std::size_t recognisable = 60;
+    std::string beginning = buffer_.substr(next_, recognisable);
+    std::size_t end = 0;
+    while ((end = buffer_.find('\n', next_)) == std::string::npos) {
+        buffer_.clear();
+        next_ = 0;
+        if (!ReadMore()) break;
+    }
+    next_ = end == std::string::npos ? buffer_.size() : end + 1;
+    throw input_line_too_long(std::move(beginning));
 }
 
 bool DescriptorReader::ReadMore() {
     std::array<char, 0x4000> chunk;
-    for (;;) {
+    while (WaitUntilReady(descriptor_, POLLIN)) {
         const ssize_t length = read(descriptor_, chunk.data(), chunk.size());
-        if (length < 0 && errno == EINTR) continue;
-        if (length < 0 && errno == EAGAIN) {  // the interface has passed a pipe that doesn't block
-            WaitForInput(descriptor_, nullptr);
-            continue;
-        }
+        if (length < 0 && (errno == EINTR || errno == EAGAIN)) continue;
         if (length <= 0) return false;
         buffer_.append(chunk.data(), static_cast<std::size_t>(length));
         return true;
     }
+    return false;
 }
 
 void SetStdinRawMode() {
@@ -89,11 +105,15 @@ void SetStdinRawMode() {
 bool IsInputAvailable() { return StandardInput().IsInputAvailable(); }
 
 std::optional<std::string> ReadLineOrEnd() {
-    std::fflush(stdout);  // the question must be visible before anybody can answer
-    std::optional<std::string> line = StandardInput().ReadLine();
-    if (!line) return std::nullopt;
-    const EchoScope file_only(vlog, Echo::off);
-    vlog << vocabulary::vorka_received_input << ": " << *line << '\n';
+    std::fflush(StandardOutput());  // the question must be visible before anybody can answer
+    std::optional<std::string> line;
+    try {
+        line = StandardInput().ReadLine();
+    } catch (const input_line_too_long& failure) {
+        LogInput(failure.beginning());
+        throw;
+    }
+    if (line) LogInput(*line);
     return line;
 }
 
@@ -117,7 +137,10 @@ void IgnoreTerminationSignals() {
     std::signal(SIGTERM, SIG_IGN);
 }
 
-void IgnoreBrokenPipe() { std::signal(SIGPIPE, SIG_IGN); }
+void IgnoreFailedWrites() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 
 void ReserveStandardDescriptors() {
     // open takes the lowest free number, so going upwards each missing one gets its own.
@@ -148,7 +171,25 @@ const std::string& ExecutableDirectory(const std::string& argv0) {
     return directory;
 }
 
-bool FileExists(const std::string& path) { return std::ifstream(path).is_open(); }
+std::string PathOfProgram(const std::string& argv0) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    if (argv0.find('/') != std::string::npos) {
+        if (!fs::is_symlink(argv0, error)) return argv0;
+        const fs::path target = fs::canonical(argv0, error);
+        return error ? argv0 : target.string();
+    }
+    const fs::path known = fs::read_symlink("/proc/self/exe", error);
+    if (error || fs::equivalent(known.parent_path(), ".", error)) return argv0;
+    return known.string();
+}
+
+bool FileExists(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0) return false;
+    close(descriptor);
+    return true;
+}
 
 int NonDeterministicRand_16bit() {
     static std::uint32_t state = static_cast<std::uint32_t>(std::time(nullptr) & 65535);

@@ -258,6 +258,11 @@ inline constexpr std::string_view job_skipped = "skipped\n";
 inline constexpr std::string_view job_skipped_file_exists = "skipped (file already exists)\n";
 inline constexpr std::string_view two_pawns_file = "kp_kp.vbb";
 inline constexpr std::string_view rammed_pawn_file = "kpp_kp_ram.vbb";
+inline constexpr std::string_view checksum_ending = ".sha256";
+// Lines that follow what is said of a file.
+inline constexpr std::string_view checksum_missing = "  the checksum of this file is missing: ";
+inline constexpr std::string_view checksum_does_not_fit = "  the checksum of this file does not fit, it is not used: ";
+inline constexpr std::string_view checksum_of_file_does_not_fit = "' (its checksum does not fit)";
 inline constexpr std::string_view loading_bitbases = "Loading bitbases (executables directory='";
 inline constexpr std::string_view loading_bitbases_end = "'):\n";
 inline constexpr std::string_view two_pawns_found = "- two pawns bitbases found\n";
@@ -346,6 +351,8 @@ inline constexpr std::string_view feature = "feature";
 // --- Errors of commands ---
 // The forms that an interface expects, then the reasons in brackets.
 inline constexpr std::string_view error = "Error";
+inline constexpr std::string_view out_of_memory = "Error (out of memory): the program has to end\n";
+inline constexpr std::string_view line_too_long = "line longer than 1048576 bytes";
 inline constexpr std::string_view illegal_move = "Illegal move";
 inline constexpr std::string_view argument_out_of_bounds = "argument out of bounds";
 inline constexpr std::string_view cannot_change_sides = "cannot change sides";

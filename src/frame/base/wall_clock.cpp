@@ -1,14 +1,13 @@
 #include "frame/base/wall_clock.h"
 
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <ctime>
 
 Timestamp Timestamp::Now() {
-    timeval now{};
-    gettimeofday(&now, nullptr);
-    return {.valid = true, .seconds = now.tv_sec, .microseconds = now.tv_usec};
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return {.valid = true, .seconds = now.tv_sec, .microseconds = now.tv_nsec / 1000};
 }
 
 std::int64_t ElapsedMilliseconds(const Timestamp& from, const Timestamp& to) {

@@ -1,15 +1,19 @@
 #include "frame/base/whole_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 /// A descriptor that is closed at the end of the scope, if it was not before.
 class OpenFile {
@@ -20,6 +24,22 @@ class OpenFile {
     OpenFile& operator=(const OpenFile&) = delete;
 
     [[nodiscard]] bool is_open() const { return descriptor_ >= 0; }
+    [[nodiscard]] bool is_regular() const {
+        struct stat status {};
+        return is_open() && fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
+    }
+    /// Whether the file still stands in a folder.
+    [[nodiscard]] bool has_name() const {
+        struct stat status {};
+        return fstat(descriptor_, &status) == 0 && status.st_nlink > 0;
+    }
+    /// Until it is closed, by a kill too. False if somebody else has it.
+    [[nodiscard]] bool TakeLock() const { return flock(descriptor_, LOCK_EX | LOCK_NB) == 0; }
+    [[nodiscard]] bool SetOwner(uid_t owner, gid_t group) const {
+        struct stat status {};
+        if (fstat(descriptor_, &status) == 0 && status.st_uid == owner && status.st_gid == group) return true;
+        return fchown(descriptor_, owner, group) == 0;
+    }
     [[nodiscard]] bool Write(std::string_view text) const {
         while (!text.empty()) {
             const ssize_t written = write(descriptor_, text.data(), text.size());
@@ -43,21 +63,49 @@ class OpenFile {
     int descriptor_;
 };
 
+fs::path FolderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : "."; }
+
+constexpr std::string_view temporary_mark = ".vorka-";
+constexpr std::size_t random_letters = 6;  ///< that mkostemp adds
+constexpr std::size_t longest_name = 255;
+
+/// The name that all temporary files of a file begin with. What is too long to be a name is cut.
+std::string TemporaryPrefix(const fs::path& target) {
+    const std::string name = target.filename().string();
+    return name.substr(0, longest_name - temporary_mark.size() - random_letters).append(temporary_mark);
+}
+
+/// Removes what killed runs have left beside the file. Who writes one of them now holds its lock.
+void RemoveLeftovers(const fs::path& target) {
+    const std::string prefix = TemporaryPrefix(target);
+    std::error_code error;
+    for (fs::directory_iterator at(FolderOf(target), error), end; !error && at != end; at.increment(error)) {
+        const std::string name = at->path().filename().string();
+        if (name.size() != prefix.size() + random_letters || !name.starts_with(prefix)) continue;
+        const OpenFile file(open(at->path().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file.is_regular() && file.TakeLock()) unlink(at->path().c_str());
+    }
+}
+
 /// A file beside the one that it is to replace; removed at the end of the scope unless it took that one's place.
 class TemporaryFile {
   public:
-    explicit TemporaryFile(const std::string& target) : name_(target + ".XXXXXX"), file_(mkstemp(name_.data())) {}
+    explicit TemporaryFile(const fs::path& target)
+        : name_((FolderOf(target) / TemporaryPrefix(target)).string() + std::string(random_letters, 'X')),
+          file_(mkostemp(name_.data(), O_CLOEXEC)) {}
     ~TemporaryFile() {
-        if (file_.is_open() || !is_placed_) unlink(name_.c_str());
+        if (file_.is_open() && !is_placed_) unlink(name_.c_str());
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    [[nodiscard]] bool is_open() const { return file_.is_open(); }
-    [[nodiscard]] bool Fill(std::string_view text, mode_t mode) {
-        return file_.Write(text) && file_.SetMode(mode) && file_.Sync() && file_.Close();
+    /// Whether it is open, and nobody can take it for a leftover.
+    [[nodiscard]] bool is_ready() const { return file_.is_open() && file_.TakeLock() && file_.has_name(); }
+    [[nodiscard]] bool SetOwner(const struct stat& old) const { return file_.SetOwner(old.st_uid, old.st_gid); }
+    [[nodiscard]] bool Fill(std::string_view text, mode_t mode) const {
+        return file_.Write(text) && file_.SetMode(mode) && file_.Sync();
     }
-    [[nodiscard]] bool Place(const std::string& target) {
+    [[nodiscard]] bool Place(const fs::path& target) {
         is_placed_ = rename(name_.c_str(), target.c_str()) == 0;
         return is_placed_;
     }
@@ -82,11 +130,29 @@ mode_t DefaultMode() {
     return 0666 & ~mask;
 }
 
-/// Where a chain of symbolic links leads; the path itself if it is no link, or leads nowhere.
-std::string TargetOfLinks(const std::string& path) {
-    std::error_code error;
-    const std::filesystem::path target = std::filesystem::canonical(path, error);
-    return error ? path : target.string();
+/// Where a chain of symbolic links leads, whether there is something or not; nothing if it leads in a circle.
+std::optional<fs::path> TargetOfLinks(fs::path path) {
+    constexpr int most_links = 40;
+    std::error_code failure;
+    if (fs::exists(path, failure)) {
+        // Some links are none to be read: /dev/stdout leads to something that need not have a name.
+        const fs::path target = fs::canonical(path, failure);
+        return failure ? path : target;
+    }
+    for (int i = 0; i < most_links; ++i) {
+        std::error_code error;
+        if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
+        const fs::path next = fs::read_symlink(path, error);
+        if (error) return std::nullopt;
+        path = path.parent_path() / next;  // which is `next` alone if that is absolute
+    }
+    return std::nullopt;
+}
+
+/// Makes the renaming outlive a loss of power, as far as the file system can; the file is whole in any case.
+void SyncFolder(const fs::path& target) {
+    const OpenFile folder(open(FolderOf(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.is_open()) (void)folder.Sync();
 }
 
 }  // namespace
@@ -99,17 +165,25 @@ bool OpenForReading(const std::string& path, std::ifstream& file) {
 }
 
 FileOutcome ReplaceFile(const std::string& path, std::string_view text) {
-    if (path.empty()) return FileOutcome::not_opened;
-    const std::string target = TargetOfLinks(path);
+    const std::optional<fs::path> target = TargetOfLinks(path);
+    if (!target || !target->has_filename()) return FileOutcome::not_opened;
     struct stat old {};
-    const bool exists = stat(target.c_str(), &old) == 0;
+    const bool exists = stat(target->c_str(), &old) == 0;
+    if (!exists && errno != ENOENT) return FileOutcome::not_opened;
     if (exists && S_ISDIR(old.st_mode)) return FileOutcome::not_opened;
-    if (exists && !S_ISREG(old.st_mode)) return WriteDirectly(target, text);
+    if (exists && !S_ISREG(old.st_mode)) return WriteDirectly(*target, text);
     // A write-protected file stays, though its folder would let another file take its place.
-    if (exists && access(target.c_str(), W_OK) != 0) return FileOutcome::not_opened;
+    if (exists && access(target->c_str(), W_OK) != 0) return FileOutcome::not_opened;
 
-    TemporaryFile temporary(target);
-    if (!temporary.is_open()) return FileOutcome::not_opened;
-    const mode_t mode = exists ? old.st_mode & 07777 : DefaultMode();
-    return temporary.Fill(text, mode) && temporary.Place(target) ? FileOutcome::written : FileOutcome::not_written;
+    RemoveLeftovers(*target);
+    std::optional<TemporaryFile> temporary;
+    // Between its creation and its lock somebody else who clears up may take the file for a leftover.
+    for (int tries = 0; tries < 10 && !(temporary && temporary->is_ready()); ++tries) temporary.emplace(*target);
+    if (!temporary->is_ready()) return FileOutcome::not_opened;
+    if (exists && !temporary->SetOwner(old)) return FileOutcome::not_opened;
+    // Rights that are lent to whoever runs a file were lent for its old text.
+    const mode_t mode = exists ? old.st_mode & 0777 : DefaultMode();
+    if (!temporary->Fill(text, mode) || !temporary->Place(*target)) return FileOutcome::not_written;
+    SyncFolder(*target);
+    return FileOutcome::written;
 }

@@ -17,6 +17,9 @@ enum class FileOutcome {
 };
 
 /// Makes `text` the content of the file. It goes to a temporary file in the same folder, which then takes the place of
-/// the old one: a full disk or a kill leaves the old file as it was, never a part of the new one. A symbolic link is
-/// followed; what is no regular file (a device, a pipe) is written to directly. The permissions of an old file stay.
+/// the old one: a full disk or a kill leaves the old file as it was, never a part of the new one. What a kill leaves
+/// beside it, NAME.vorka-XXXXXX, is removed when the same file is next written. A symbolic link is followed, also where
+/// nothing is yet; what is no regular file (a device, a pipe) is written to directly. Owner, group and permissions of
+/// an old file stay, but for set-user-ID, set-group-ID and the sticky bit; if the owner can't be kept, nothing is
+/// written.
 [[nodiscard]] FileOutcome ReplaceFile(const std::string& path, std::string_view text);

@@ -10,6 +10,7 @@
 #include "interfaces/commands/translation.h"
 #include "interfaces/protocols/console_protocol.h"
 #include "interfaces/protocols/error_command.h"
+#include "interfaces/protocols/input_line.h"
 
 using VorkaInterfaces::BasicProtocol;
 using VorkaInterfaces::ConnectedGame;
@@ -103,7 +104,15 @@ int EngineShell::run() {
 void EngineShell::readStep() {
     if (!input_.empty() || !commands_.empty()) return;
     game_->protocol().sendPrompt(game_->record());
-    input_.push_back(ReadLine());
+    hearLine();
+}
+
+void EngineShell::hearLine() {
+    try {
+        input_.push_back(VorkaInterfaces::readInputLine());
+    } catch (const ErrorCommand& error) {
+        game_->protocol().sendError(error.text());
+    }
 }
 
 void EngineShell::translateStep() {
@@ -138,7 +147,7 @@ void EngineShell::pollInput() {
             executeStep();
         }
         if (!IsInputAvailable()) return;
-        input_.push_back(ReadLine());
+        hearLine();
     }
 }
 

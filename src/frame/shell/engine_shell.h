@@ -37,6 +37,8 @@ class EngineShell : private SearchHost {
     void stopAt(const std::string& word);
 
     void readStep();
+    /// Queues the next line of the input; one that is too long is refused.
+    void hearLine();
     void translateStep();
     void executeStep();
     /// The one place that starts a search.

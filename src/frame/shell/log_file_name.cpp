@@ -2,7 +2,7 @@
 
 #include "frame/base/vocabulary.h"
 
-std::string ChooseLogFileName(const std::function<bool(const std::string&)>& exists) {
+void OpenFirstFreeLog(const LogOpeners& openers) {
     constexpr int names = 100000;
     constexpr std::size_t least_digits = 3;
     for (int i = 0; i < names; ++i) {
@@ -10,7 +10,13 @@ std::string ChooseLogFileName(const std::function<bool(const std::string&)>& exi
         std::string name(vocabulary::log_file_prefix);
         if (digits.size() < least_digits) name.append(least_digits - digits.size(), '0');
         name += digits;
-        if (!exists(name)) return name;
+        // What is wrong with one name, a folder that can't be written, is wrong with all.
+        if (openers.create(name) != Logfile::Creation::exists) return;
     }
-    return std::string(vocabulary::log_file_of_last_resort);
+    openers.overwrite(std::string(vocabulary::log_file_of_last_resort));
+}
+
+void OpenFirstFreeLog(Logfile& log) {
+    OpenFirstFreeLog({.create = [&](const std::string& name) { return log.Create(name); },
+                      .overwrite = [&](const std::string& name) { (void)log.Overwrite(name); }});
 }

@@ -1,9 +1,12 @@
 #include <algorithm>
+#include <new>
 #include <string>
 #include <vector>
 
+#include "frame/base/hang_up.h"
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
+#include "frame/base/out_of_memory.h"
 #include "frame/base/vocabulary.h"
 #include "frame/shell/engine_shell.h"
 #include "frame/shell/log_file_name.h"
@@ -26,18 +29,21 @@ void WriteBitAlgorithms() {
 
 }  // namespace
 
-int main(int argc, char* argv[]) {
+int main(int argc, char* argv[]) try {
     RunSelfChecks();
-    IgnoreBrokenPipe();
+    IgnoreFailedWrites();
+    EndInputOnHangUp();
     ReserveStandardDescriptors();
     Engine engine;
-    vlog.Open(ChooseLogFileName(FileExists));
+    OpenFirstFreeLog(vlog);
     WriteBitAlgorithms();
     engine.tables.Resize(usual_transposition_bytes, usual_evaluation_bytes);
-    ExecutableDirectory(argc > 0 ? argv[0] : "");
+    ExecutableDirectory(PathOfProgram(argc > 0 ? argv[0] : ""));
     engine.bitbases.Init();
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::erase(arguments, "");
     return EngineShell(engine, arguments).run();
+} catch (const std::bad_alloc&) {
+    return ReportOutOfMemory();
 }

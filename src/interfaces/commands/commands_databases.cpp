@@ -21,6 +21,7 @@
 #include "interfaces/commands/keyword.h"
 #include "interfaces/protocols/connected_game.h"
 #include "interfaces/protocols/error_command.h"
+#include "interfaces/protocols/input_line.h"
 
 /// Commands of the endgame databases, and the developer's tool that looks for the best square of a piece.
 namespace VorkaInterfaces {
@@ -41,8 +42,10 @@ class Command_DisplayTablebasesStatus : public CheckedCommand {
         const VorkaBitbases::Bitbases& bitbases = game.engine().bitbases;
         vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
              << vocabulary::two_pawns_bitbases << LoadedOrNot(bitbases.TwoPawnsLoaded()) << vocabulary::bitbase_loaded
+             << ChecksumLine(bitbases.TwoPawnsChecksum(), vocabulary::two_pawns_file)
              << vocabulary::rammed_pawn_bitbases << LoadedOrNot(bitbases.RammedPawnsLoaded())
-             << vocabulary::bitbase_loaded;
+             << vocabulary::bitbase_loaded
+             << ChecksumLine(bitbases.RammedPawnsChecksum(), vocabulary::rammed_pawn_file);
         vlog.Flush();
     }
 };
@@ -271,7 +274,7 @@ class Command_OptimizePiece : public CheckedCommand {
     void work(ConnectedGame& game) override {
         vlog << vocabulary::optimize_piece;
         vlog.Flush();
-        if (const std::optional<Square> square = ManOn(game.board(), ReadLine())) {
+        if (const std::optional<Square> square = ManOn(game.board(), readInputLine())) {
             FindBestSquare(game.board(), *square, game.protocol().personality, game.engine());
         } else {
             vlog << vocabulary::optimize_invalid_square;

@@ -7,6 +7,7 @@
 #include "frame/base/logfile.h"
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
+#include "interfaces/protocols/input_line.h"
 
 namespace VorkaHelpScreen {
 
@@ -63,7 +64,7 @@ class Pager {
         if (count_ < lines_of_page_) return;
         vlog << vocabulary::press_enter_to_continue;
         vlog.Flush();
-        (void)ReadLine();
+        (void)VorkaInterfaces::readInputLine();
         count_ = lines;
     }
 

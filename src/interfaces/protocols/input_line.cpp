@@ -59,8 +59,16 @@ std::string joinTokens(const std::vector<std::string>& tokens, std::size_t from,
     return text;
 }
 
+std::string readInputLine() {
+    try {
+        return ReadLine();
+    } catch (const input_line_too_long& failure) {
+        throw ErrorCommand(ErrorCommand::Kind::error, vocabulary::line_too_long, failure.beginning());
+    }
+}
+
 EditCommand readEditCommand(std::string& line, Square& square, PieceType& piece) {
-    line = ReadLine();
+    line = readInputLine();
     const std::vector<std::string> words = tokenizeLine(line).tokens;
     if (words.size() != 1) return EditCommand::unknown;
 

@@ -24,6 +24,9 @@ struct TokenizedLine {
 /// What a line of edit mode asks for.
 enum class EditCommand { clear, switch_colour, switch_side, done, cancel, help, verify, display, quit, place, unknown };
 
+/// The next line of standard input, "quit" at its end. Throws ErrorCommand for one that is too long.
+[[nodiscard]] std::string readInputLine();
+
 /// Reads one line of edit mode; blocks. `square` and `piece` are set for `place`; `line` is what was read.
 /// Throws ErrorCommand for a line that does not tokenize.
 [[nodiscard]] EditCommand readEditCommand(std::string& line, Square& square, PieceType& piece);

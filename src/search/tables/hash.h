@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "chess/bitboard_tables.h"
@@ -50,7 +51,10 @@ class ABSTRACT_HASH_TABLE {
 template <class Slot>
 class HashSlots {
   public:
-    HashSlots() { Resize(first_size); }
+    /// Throws std::bad_alloc.
+    HashSlots() {
+        if (!Resize(first_size)) throw std::bad_alloc();
+    }
 
     /// False, with nothing changed, if there is no memory.
     bool Resize(std::uint64_t bytes) noexcept;

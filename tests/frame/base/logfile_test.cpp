@@ -3,10 +3,13 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <ctime>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -133,6 +136,34 @@ TEST(Logfile, OpeningReplacesWhatTheFileHeld) {
     EXPECT_EQ(TextOf(name).find("older"), std::string::npos);
 }
 
+TEST(Logfile, IsCreatedOnlyWhereNothingIs) {
+    const TemporaryDirectory directory;
+    EXPECT_EQ(vlog.Create(directory.File("log")), Logfile::Creation::created);
+    EXPECT_EQ(vlog.Create(directory.File("log")), Logfile::Creation::exists);
+    std::filesystem::create_symlink("nowhere", directory.path() / "link");
+    EXPECT_EQ(vlog.Create(directory.File("link")), Logfile::Creation::exists);
+    EXPECT_EQ(vlog.Create(directory.File("none/log")), Logfile::Creation::failed);
+    vlog.Close();
+    EXPECT_FALSE(std::filesystem::exists(directory.path() / "nowhere"));
+}
+
+TEST(Logfile, OverwritesRegularFilesAlone) {
+    const TemporaryDirectory directory;
+    std::ofstream(directory.File("target")) << "text";
+    std::filesystem::create_symlink("target", directory.path() / "link");
+    EXPECT_FALSE(vlog.Overwrite(directory.File("link")));
+    EXPECT_EQ(TextOf(directory.File("target")), "text");
+    ASSERT_EQ(mkfifo(directory.File("pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(vlog.Overwrite(directory.File("pipe")));
+    const int reader = open(directory.File("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_FALSE(vlog.Overwrite(directory.File("pipe"))) << "though somebody reads it";
+    close(reader);
+    EXPECT_TRUE(vlog.Overwrite(directory.File("target")));
+    EXPECT_TRUE(vlog.Overwrite(directory.File("new")));
+    vlog.Close();
+    EXPECT_TRUE(TextOf(directory.File("target")).starts_with("Vorka logfile created at: "));
+}
+
 TEST(Logfile, OpeningAnotherFileClosesTheFirst) {
     const TemporaryDirectory directory;
     const EchoScope file_only(vlog, Echo::off);
@@ -217,7 +248,7 @@ class StandardOutputDeathTest : public testing::TestWithParam<bool> {
   protected:
     /// Runs in the child, which ends with status 0 if all went well.
     static void WriteWithBrokenOutput(const std::string& name, bool by_pipe) {
-        IgnoreBrokenPipe();
+        IgnoreFailedWrites();
         int ends[2];
         if (by_pipe && pipe(ends) == 0) {
             dup2(ends[1], STDOUT_FILENO);

@@ -2,17 +2,21 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <set>
 #include <string>
 
+#include "frame/base/hang_up.h"
 #include "frame/base/logfile.h"
+#include "frame/base/standard_output.h"
 #include "support/log_capture.h"
 #include "support/standard_input.h"
 #include "support/temporary_directory.h"
@@ -102,6 +106,26 @@ TEST_F(DescriptorReaderTest, ReadsALineOfOneMebibyte) {
     EXPECT_TRUE(reader.ReadLine() == line);
     EXPECT_EQ(reader.ReadLine(), "next");
     EXPECT_TRUE(reader.ReadLine() == line);
+    EXPECT_EQ(reader.ReadLine(), std::nullopt);
+    close(file);
+}
+
+TEST_F(DescriptorReaderTest, SkipsALineThatIsLonger) {
+    const TemporaryDirectory directory;
+    const std::string longest(longest_input_line, 'x');
+    std::ofstream(directory.File("input"), std::ios::binary) << longest << "\nping " << longest << "\nnext\n"
+                                                             << longest << longest << longest;
+    const int file = open(directory.File("input").c_str(), O_RDONLY);
+    DescriptorReader reader(file);
+    EXPECT_TRUE(reader.ReadLine() == longest);
+    try {
+        (void)reader.ReadLine();
+        ADD_FAILURE() << "the line was taken";
+    } catch (const input_line_too_long& failure) {
+        EXPECT_EQ(failure.beginning(), "ping " + std::string(55, 'x'));
+    }
+    EXPECT_EQ(reader.ReadLine(), "next");
+    EXPECT_THROW((void)reader.ReadLine(), input_line_too_long);
     EXPECT_EQ(reader.ReadLine(), std::nullopt);
     close(file);
 }
@@ -213,14 +237,73 @@ TEST(SignalsDeathTest, AreIgnoredOnceTheyShallBe) {
     EXPECT_EXIT(
         {
             IgnoreTerminationSignals();
-            IgnoreBrokenPipe();
+            IgnoreFailedWrites();
             raise(SIGINT);
             raise(SIGTERM);
             raise(SIGPIPE);
+            raise(SIGXFSZ);
             _exit(3);
         },
         testing::ExitedWithCode(3), "");
     EXPECT_EXIT(raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST(HangUpDeathTest, EndsTheInputWhetherItWaitsOrNot) {
+    EXPECT_EXIT(
+        {
+            int ends[2];
+            if (pipe(ends) != 0) _exit(2);
+            EndInputOnHangUp();
+            DescriptorReader reader(ends[0]);
+            const pid_t parent = getpid();
+            if (fork() == 0) {
+                usleep(20000);
+                kill(parent, SIGHUP);
+                _exit(0);
+            }
+            const bool was_idle = !reader.IsInputAvailable();
+            const bool ended = !reader.ReadLine().has_value();
+            const bool is_ready = reader.IsInputAvailable() && HasHungUp();
+            const bool ended_again = write(ends[1], "ping\n", 5) == 5 && !reader.ReadLine().has_value();
+            _exit(was_idle && ended && is_ready && ended_again ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(HangUpDeathTest, IsNothingToAProgramThatWasToldToIgnoreIt) {
+    EXPECT_EXIT(
+        {
+            std::signal(SIGHUP, SIG_IGN);
+            EndInputOnHangUp();
+            raise(SIGHUP);
+            _exit(HasHungUp() ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardOutputDeathTest, WaitsForAPipeThatDoesNotBlock) {
+    EXPECT_EXIT(
+        {
+            int ends[2];
+            if (pipe(ends) != 0) _exit(2);
+            const std::string text(1000000, 'x');
+            if (fork() == 0) {
+                dup2(ends[1], STDOUT_FILENO);
+                fcntl(STDOUT_FILENO, F_SETFL, O_NONBLOCK);
+                std::fwrite(text.data(), 1, text.size(), StandardOutput());
+                std::fflush(StandardOutput());
+                _exit(0);
+            }
+            close(ends[1]);
+            usleep(20000);
+            std::size_t length = 0;
+            char chunk[5000];
+            for (ssize_t step = 0; (step = read(ends[0], chunk, sizeof(chunk))) > 0;) {
+                length += static_cast<std::size_t>(step);
+            }
+            _exit(length == text.size() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(ReserveStandardDescriptorsDeathTest, FillsWhatIsMissingAndLeavesTheRest) {
@@ -278,6 +361,35 @@ TEST(ExecutableDirectoryDeathTest, StoresTheFirstAndIgnoresTheLaterCalls) {
             _exit(stored ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
+}
+
+TEST(PathOfProgram, IsTheNameItWasStartedByUnlessThatTellsNoFolder) {
+    const TemporaryDirectory directory;
+    std::filesystem::create_directory(directory.File("bin"));
+    std::ofstream(directory.File("vorka")).flush();
+    std::filesystem::create_symlink("../vorka", directory.File("bin/link"));
+    std::filesystem::create_symlink("nowhere", directory.File("bin/dangling"));
+    std::filesystem::create_directory_symlink("bin", directory.File("folder"));
+    for (const std::string& name : {std::string("./prog"), std::string("/opt/x/prog"), directory.File("vorka"),
+                                    directory.File("bin/../vorka"), directory.File("bin/dangling")}) {
+        EXPECT_EQ(PathOfProgram(name), name);
+    }
+    EXPECT_EQ(PathOfProgram(directory.File("bin/link")), directory.File("vorka"));
+    EXPECT_EQ(PathOfProgram(directory.File("folder/link")), directory.File("vorka"));
+}
+
+TEST(PathOfProgramDeathTest, IsWhatTheSystemKnowsIfItWasFoundThroughPath) {
+    const std::string own = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EXIT(_exit(chdir("/") == 0 && PathOfProgram("vorka") == own ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(_exit(chdir(DirectoryOfProgram(own).c_str()) == 0 && PathOfProgram("vorka") == "vorka" ? 0 : 1),
+                testing::ExitedWithCode(0), "")
+        << "it stands in the working directory";
+}
+
+TEST(FileExists, NeverWaitsForWhoWritesAPipe) {
+    const TemporaryDirectory directory;
+    ASSERT_EQ(mkfifo(directory.File("pipe").c_str(), 0600), 0);
+    EXPECT_TRUE(FileExists(directory.File("pipe")));
 }
 
 TEST(FileExists, TellsWhetherItCanBeReadFrom) {

@@ -1,11 +1,14 @@
 #include "frame/base/whole_file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -85,6 +88,83 @@ TEST(WholeFile, LinkIsFollowed) {
     EXPECT_EQ(TextOf(directory.File("folder/target")), "new");
 }
 
+TEST(WholeFile, LinkThatLeadsNowhereGetsItsTarget) {
+    const TemporaryDirectory directory;
+    fs::create_directory(directory.path() / "folder");
+    fs::create_symlink("folder/next", directory.path() / "link");
+    fs::create_symlink("target", directory.path() / "folder/next");
+    EXPECT_EQ(ReplaceFile(directory.File("link"), "new"), FileOutcome::written);
+    EXPECT_TRUE(fs::is_symlink(directory.path() / "link"));
+    EXPECT_TRUE(fs::is_symlink(directory.path() / "folder/next"));
+    EXPECT_EQ(TextOf(directory.File("folder/target")), "new");
+    fs::create_symlink("circle", directory.path() / "circle");
+    EXPECT_EQ(ReplaceFile(directory.File("circle"), "new"), FileOutcome::not_opened);
+}
+
+TEST(WholeFile, RightsThatAreLentEndWithTheText) {
+    const TemporaryDirectory directory;
+    Write(directory.File("a"), "old");
+    ASSERT_EQ(chmod(directory.File("a").c_str(), 07755), 0);
+    EXPECT_EQ(ReplaceFile(directory.File("a"), "new"), FileOutcome::written);
+    struct stat status {};
+    ASSERT_EQ(stat(directory.File("a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0755U);
+}
+
+TEST(WholeFile, OwnerStaysOrTheFileDoes) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root can give files away";
+    const TemporaryDirectory directory;
+    const std::string path = directory.File("a");
+    Write(path, "old");
+    ASSERT_EQ(chown(path.c_str(), 1234, 2345), 0);
+    EXPECT_EQ(ReplaceFile(path, "new"), FileOutcome::written);
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 1234U);
+    EXPECT_EQ(status.st_gid, 2345U);
+    // Another user who may write the file and the folder could not keep its owner.
+    fs::permissions(path, static_cast<fs::perms>(0666));
+    fs::permissions(directory.path(), static_cast<fs::perms>(0777));
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        if (setgid(999) != 0 || setuid(999) != 0) _exit(2);
+        _exit(ReplaceFile(path, "newer") == FileOutcome::not_opened ? 0 : 1);
+    }
+    int result = 0;
+    ASSERT_EQ(waitpid(child, &result, 0), child);
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(TextOf(path), "new");
+    EXPECT_EQ(NamesIn(directory), std::vector<std::string>{"a"});
+}
+
+TEST(WholeFile, WhatAKilledRunLeftGoesAtTheNextWrite) {
+    const TemporaryDirectory directory;
+    for (const char* name :
+         {"a.vorka-Ab3dEf", "a.vorka-held00", "a.vorka-Ab3dE", "a.vorka-Ab3dEfg", "a.Ab3dEf", "b.vorka-Ab3dEf"}) {
+        Write(directory.File(name), "half");
+    }
+    const int held = open(directory.File("a.vorka-held00").c_str(), O_RDONLY);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    fs::create_symlink("b.vorka-Ab3dEf", directory.path() / "a.vorka-linked");
+    EXPECT_EQ(ReplaceFile(directory.File("a"), "new"), FileOutcome::written);
+    close(held);
+    std::vector<std::string> names = NamesIn(directory);
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"a", "a.Ab3dEf", "a.vorka-Ab3dE", "a.vorka-Ab3dEfg", "a.vorka-held00",
+                                               "a.vorka-linked", "b.vorka-Ab3dEf"}))
+        << "one is gone, the others are in use, or of another name";
+    EXPECT_EQ(ReplaceFile(directory.File("a"), "newer"), FileOutcome::written);
+    EXPECT_FALSE(fs::exists(directory.File("a.vorka-held00")));
+}
+
+TEST(WholeFile, LongestNameCanBeWritten) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.File(std::string(255, 'n'));
+    EXPECT_EQ(ReplaceFile(path, "new"), FileOutcome::written);
+    EXPECT_EQ(TextOf(path), "new");
+}
+
 TEST(WholeFile, PlacesWhereNoFileCanBeAreRefused) {
     const TemporaryDirectory directory;
     Write(directory.File("a"), "old");
@@ -109,6 +189,17 @@ TEST(WholeFile, DevicesAreWrittenDirectly) {
     EXPECT_EQ(ReplaceFile("/dev/null", "x"), FileOutcome::written);
     EXPECT_TRUE(fs::is_character_file("/dev/null")) << "it is no file now";
     EXPECT_EQ(ReplaceFile("/dev/full", "x"), FileOutcome::not_written);
+}
+
+TEST(WholeFile, PipeWithoutANameIsWrittenDirectly) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    EXPECT_EQ(ReplaceFile("/proc/self/fd/" + std::to_string(ends[1]), "x"), FileOutcome::written);
+    char letter = 0;
+    EXPECT_EQ(read(ends[0], &letter, 1), 1);
+    EXPECT_EQ(letter, 'x');
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST(WholeFile, PipeWithoutAReaderIsRefusedAtOnce) {
@@ -154,7 +245,10 @@ TEST(WholeFile, KillLeavesAWholeFile) {
         const std::string found = TextOf(path);
         ASSERT_EQ(found.size(), 200000U);
         EXPECT_EQ(found.find_first_not_of(found.front()), std::string::npos);
+        EXPECT_LE(NamesIn(directory).size(), 2U) << "what one killed run left is removed by the next";
     }
+    EXPECT_EQ(ReplaceFile(path, text(0)), FileOutcome::written);
+    EXPECT_EQ(NamesIn(directory), std::vector<std::string>{"a"});
 }
 
 }  // namespace

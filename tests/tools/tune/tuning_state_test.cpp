@@ -63,6 +63,8 @@ TEST_F(StateOfTuning, BadLinesAreToldWithTheirNumber) {
     EXPECT_EQ(WhyRefused(head + "at 8 1\n"), "line 7: not the values of all parameters");
     EXPECT_EQ(WhyRefused(head + "at x 1 2\n"), "line 7: no number of pairs: \"x\"");
     EXPECT_EQ(WhyRefused(head + "at 8 1 2y\n"), "line 7: no value: \"2y\"");
+    EXPECT_EQ(WhyRefused(head + "at 8 1 nan\n"), "line 7: no value: \"nan\"");
+    EXPECT_EQ(WhyRefused(head + "at 8 1 1e999\n"), "line 7: no value: \"1e999\"");
     EXPECT_EQ(WhyRefused(text + "so 8 1 2\n"), "line 10: neither at nor way");
 }
 
