@@ -55,7 +55,7 @@ TEST(ChecksumFile, IsALineOfSha256sum) {
     const std::string path = directory.File("x.vbb");
     EXPECT_EQ(VorkaBitbases::TestChecksum(path, BytesOf("abc")), Checksum::missing);
     ASSERT_TRUE(VorkaBitbases::WriteChecksum(path, BytesOf("abc")));
-    EXPECT_EQ(TextOf(path + ".sha256"), std::string(sum_of_abc) + "  x.vbb\n");
+    EXPECT_EQ(TextOf(path + ".sha256"), std::string(sum_of_abc).append("  x.vbb\n"));
     EXPECT_EQ(VorkaBitbases::TestChecksum(path, BytesOf("abc")), Checksum::fits);
     EXPECT_EQ(VorkaBitbases::TestChecksum(path, BytesOf("abd")), Checksum::does_not_fit);
     VorkaBitbases::RemoveChecksum(path);
