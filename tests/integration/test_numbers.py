@@ -12,7 +12,7 @@ NO_NUMBERS = ["abc", "", "1x", "x=yes", "1e9", "1.5.", " 1", "1 ", "+1", "1_000"
               "\u0661", "nan", "inf"]
 
 SCRIPTS = {
-    "tools/match": (["engine"], ["--games", "--parallel", "--depth", "--draw-after"]),
+    "tools/match": (["engine"], ["--games", "--concurrency", "--depth", "--draw-after"]),
     "tools/play_endings": (["engine", "--random", "KQK"],
                            ["--positions", "--seed", "--time", "--depth", "--parallel"]),
     "benchmarks/startup": (["engine"], ["--starts"]),

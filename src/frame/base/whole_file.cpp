@@ -1,5 +1,6 @@
 #include "frame/base/whole_file.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <system_error>
 
@@ -75,15 +77,22 @@ std::string TemporaryPrefix(const fs::path& target) {
     return name.substr(0, longest_name - temporary_mark.size() - random_letters).append(temporary_mark);
 }
 
-/// Removes what killed runs have left beside the file. Who writes one of them now holds its lock.
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+/// Removes what killed runs have left beside the file. Who writes one of them now holds its lock. (The standard
+/// library's iterator over a folder ends the program where there is no memory.)
 void RemoveLeftovers(const fs::path& target) {
     const std::string prefix = TemporaryPrefix(target);
-    std::error_code error;
-    for (fs::directory_iterator at(FolderOf(target), error), end; !error && at != end; at.increment(error)) {
-        const std::string name = at->path().filename().string();
+    const std::unique_ptr<DIR, FolderCloser> folder(opendir(FolderOf(target).c_str()));
+    if (!folder) return;
+    while (const dirent* const entry = readdir(folder.get())) {
+        const std::string_view name = entry->d_name;
         if (name.size() != prefix.size() + random_letters || !name.starts_with(prefix)) continue;
-        const OpenFile file(open(at->path().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (file.is_regular() && file.TakeLock()) unlink(at->path().c_str());
+        const int in_folder = dirfd(folder.get());
+        const OpenFile file(openat(in_folder, entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file.is_regular() && file.TakeLock()) unlinkat(in_folder, entry->d_name, 0);
     }
 }
 
