@@ -200,6 +200,7 @@ def test_controls_take_turns(tmp_path):
     ([f"{sys.executable} {FAKE} mute", "--patience", "1"], "answers neither to UCI nor to XBoard within 1 s"),
     ([f"{sys.executable} {FAKE} mute protocol=uci", "--patience", "1"], "gave no uciok within 1 s"),
     ([f"{sys.executable} {FAKE} mute protocol=xboard", "--patience", "1"], "told no features within 1 s"),
+    (["yes protocol=uci", "--patience", "1"], "gave no uciok within 1 s"),
     ([f"{UCI} option.Hsh=1"], 'A has no option "Hsh"; it has Book File, Clear Hash, Hash, OwnBook'),
     ([f"{UCI} option.Hash=65"], 'A: option "Hash" takes a number from 1 to 64, not "65"'),
     ([f"{UCI} option.OwnBook=yes"], 'A: option "OwnBook" takes true or false, not "yes"'),
@@ -223,6 +224,8 @@ def test_controls_take_turns(tmp_path):
     ([UCI, "--depth", "1", "--games", "22"],
      "only 10 openings for 11 pairs: without a clock the same games would come again"),
     ([UCI, "--pgn", "/nowhere/x"], "can't write /nowhere/x: No such file"),
+    ([UCI, "--openings", "/dev/zero"], "can't open /dev/zero: no regular file"),
+    ([UCI, "--state", "/dev/full"], "/dev/full: no regular file"),
     ([UCI, "--state", "/nowhere/x"], "/nowhere/x: No such file"),
 ])
 def test_bad_words_are_refused(words, complaint):

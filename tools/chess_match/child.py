@@ -17,6 +17,7 @@ PATH = os.environ.get("PATH", os.defpath) + ":/usr/games"
 PACKAGES = {name: name for name in (
     "crafty", "ethereal-chess", "fairymax", "fruit", "glaurung", "gnuchess", "phalanx", "polyglot", "stockfish", "toga2")}
 KEPT_LINES = 20
+MOST_WAITING = 1000  # lines that nobody has heard yet; a program that says more is made to wait
 MOST_ERRORS = 1000  # characters
 # Seconds: how often a player that is waited for is left alone to see whether the match was stopped.
 GLANCE = 0.2
@@ -56,7 +57,7 @@ class Child:
                                             env=dict(os.environ, PATH=PATH), text=True, bufsize=1, errors="replace")
         except OSError as error:
             raise Trouble(f"{words[0]} can't be started: {error.strerror}") from None
-        self.lines = queue.SimpleQueue()
+        self.lines = queue.Queue(MOST_WAITING)
         threading.Thread(target=self._read, daemon=True).start()
 
     def _read(self):
@@ -89,6 +90,8 @@ class Child:
             if line is None:
                 self.lines.put((moment, None))  # for whoever asks again
                 raise Ended
+            if moment >= deadline:  # a program that never stops talking has no more time than a silent one
+                raise Silent
             self.said.append("< " + line)
             return moment, line
 

@@ -24,6 +24,8 @@ class Opening(NamedTuple):
 def openings_of(path, plies):
     """The openings of a file, of PGN games at most so many half moves. Trouble if it can't be read or a line is no
     position; what is wrong with a position itself, `checked` finds."""
+    if path.exists() and not path.is_file():
+        raise Trouble(f"can't open {path}: no regular file")
     try:
         text = path.read_text(encoding="utf-8", errors="replace")
     except OSError as error:

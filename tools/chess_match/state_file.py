@@ -16,6 +16,8 @@ class StateFile:
         """Opens the file, or makes it; `plan` is all on which the games depend. Trouble if it belongs to another match,
         holds what is no game, is in use, or can't be read or written."""
         self.path = path
+        if path.exists() and not path.is_file():
+            raise Trouble(f"{path}: no regular file")
         try:
             self.file = open(path, "a+b")
             fcntl.flock(self.file, fcntl.LOCK_EX | fcntl.LOCK_NB)
