@@ -70,6 +70,9 @@ std::string UciProgram::NextLine() {
     return *std::move(line);
 }
 
+// The text of the note tells the number.
+static_assert(longest_input_line == 1048576);
+
 std::optional<std::string> UciProgram::ReadLine() {
     try {
         std::optional<std::string> line = has_input_ended_ ? std::nullopt : ReadLineOrEnd();

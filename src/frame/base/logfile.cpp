@@ -27,6 +27,9 @@ class Logfile::Tee : public std::streambuf {
     bool hears_all = false;
     std::string open_line;  ///< what the listener will be told once its line is whole
 
+    /// Only while there is one.
+    void WriteToFile(std::string_view text) { (void)std::fwrite(text.data(), 1, text.size(), file.get()); }
+
   protected:
     std::streamsize xsputn(const char* text, std::streamsize length) override {
         if (length == 0) return 0;  // an empty text may have no address
@@ -53,9 +56,6 @@ class Logfile::Tee : public std::streambuf {
         if (file && flush_always) (void)std::fflush(file.get());
         return 0;
     }
-
-  public:
-    void WriteToFile(std::string_view text) { (void)std::fwrite(text.data(), 1, text.size(), file.get()); }
 
   private:
     void Tell(std::string_view chunk) {

@@ -59,6 +59,9 @@ std::string joinTokens(const std::vector<std::string>& tokens, std::size_t from,
     return text;
 }
 
+// The text of the error tells the number.
+static_assert(longest_input_line == 1048576);
+
 std::string readInputLine() {
     try {
         return ReadLine();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <tuple>
 #include <utility>
 
 #include "chess/bitboard_tables.h"
@@ -92,12 +91,18 @@ void TRANSPOSITION_TABLE::newSearch() noexcept {
 
 TranspositionAnswer TRANSPOSITION_TABLE::Probe(std::uint64_t key, std::uint32_t ply, Distance distance, Score beta,
                                                TranspositionHit& hit) noexcept {
-    using enum TranspositionAnswer;
     ++probes_;
+    const TranspositionAnswer answer = Look(key, ply, distance, beta, hit);
+    if (answer != TranspositionAnswer::not_found) ++hits_;
+    return answer;
+}
+
+TranspositionAnswer TRANSPOSITION_TABLE::Look(std::uint64_t key, std::uint32_t ply, Distance distance, Score beta,
+                                              TranspositionHit& hit) const noexcept {
+    using enum TranspositionAnswer;
     const Bucket& bucket = buckets_.at(key);
     const std::size_t slot = FindSlot(bucket, key);
     if (slot == no_slot) return not_found;
-    ++hits_;
     const TranspositionEntry& entry = bucket[slot];
     hit = {.move = entry.move(), .position_class = entry.position_class(), .flags = entry.flags()};
 
@@ -112,14 +117,6 @@ TranspositionAnswer TRANSPOSITION_TABLE::Probe(std::uint64_t key, std::uint32_t 
     }
     if (beta > upper) return below_beta;
     return beta > lower || entry.lower_distance < distance ? undecided : at_least_beta;
-}
-
-TranspositionAnswer TRANSPOSITION_TABLE::Look(std::uint64_t key, std::uint32_t ply, Distance distance, Score beta,
-                                              TranspositionHit& hit) noexcept {
-    const auto counted = std::pair(probes_, hits_);
-    const TranspositionAnswer answer = Probe(key, ply, distance, beta, hit);
-    std::tie(probes_, hits_) = counted;
-    return answer;
 }
 
 bool TRANSPOSITION_TABLE::ProbeMove(std::uint64_t key, Move& move, Distance& max_distance) noexcept {

@@ -154,7 +154,7 @@ class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
                                             TranspositionHit& hit) noexcept;
     /// The same for those who are no part of the search: counts nothing.
     [[nodiscard]] TranspositionAnswer Look(std::uint64_t key, std::uint32_t ply, Distance distance, Score beta,
-                                           TranspositionHit& hit) noexcept;
+                                           TranspositionHit& hit) const noexcept;
     /// Asks the memory for a bucket that will be probed soon. Half the buckets reach into a second line of the cache.
     void Prefetch(std::uint64_t key) const noexcept {
         const Bucket& bucket = buckets_.at(key);
