@@ -1,10 +1,13 @@
 """The UCI protocol, spoken over pipes: every word of it, and positions that interfaces send."""
 
+import fcntl
 import os
 import random
 import re
 import signal
+import struct
 import subprocess
+import termios
 from pathlib import Path
 
 import pytest
@@ -89,6 +92,28 @@ def test_hanging_up_ends_it_in_order(uci, before):
     uci.ask_text("isready", "readyok\n")
     uci.process.send_signal(signal.SIGHUP)
     uci.wait(status=0)
+
+
+def test_hanging_up_ends_it_though_nobody_reads_what_it_says(start):
+    reader, writer = os.pipe()
+    os.set_blocking(writer, False)
+    with pytest.raises(BlockingIOError):
+        while True:
+            os.write(writer, b"x" * 4096)
+    os.set_blocking(writer, True)
+    uci = start(program=UCI_PROGRAM, stdout=writer)
+    uci.send("uci")
+    while waiting_bytes(uci.process.stdin):
+        os.sched_yield()
+    uci.process.send_signal(signal.SIGHUP)
+    uci.wait(status=0)
+    os.close(reader)
+    os.close(writer)
+
+
+def waiting_bytes(pipe):
+    """How many its reader has not taken yet."""
+    return struct.unpack("i", fcntl.ioctl(pipe, termios.FIONREAD, bytes(4)))[0]
 
 
 def test_a_line_that_is_too_long_is_skipped(uci):

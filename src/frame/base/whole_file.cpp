@@ -2,7 +2,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,57 +12,11 @@
 #include <optional>
 #include <system_error>
 
+#include "frame/base/open_file.h"
+
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A descriptor that is closed at the end of the scope, if it was not before.
-class OpenFile {
-  public:
-    explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
-    ~OpenFile() { (void)Close(); }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    [[nodiscard]] bool is_open() const { return descriptor_ >= 0; }
-    [[nodiscard]] bool is_regular() const {
-        struct stat status {};
-        return is_open() && fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
-    }
-    /// Whether the file still stands in a folder.
-    [[nodiscard]] bool has_name() const {
-        struct stat status {};
-        return fstat(descriptor_, &status) == 0 && status.st_nlink > 0;
-    }
-    /// Until it is closed, by a kill too. False if somebody else has it.
-    [[nodiscard]] bool TakeLock() const { return flock(descriptor_, LOCK_EX | LOCK_NB) == 0; }
-    [[nodiscard]] bool SetOwner(uid_t owner, gid_t group) const {
-        struct stat status {};
-        if (fstat(descriptor_, &status) == 0 && status.st_uid == owner && status.st_gid == group) return true;
-        return fchown(descriptor_, owner, group) == 0;
-    }
-    [[nodiscard]] bool Write(std::string_view text) const {
-        while (!text.empty()) {
-            const ssize_t written = write(descriptor_, text.data(), text.size());
-            if (written < 0 && errno == EINTR) continue;
-            if (written <= 0) return false;
-            text.remove_prefix(static_cast<std::size_t>(written));
-        }
-        return true;
-    }
-    [[nodiscard]] bool Sync() const { return fsync(descriptor_) == 0; }
-    [[nodiscard]] bool SetMode(mode_t mode) const { return fchmod(descriptor_, mode) == 0; }
-    /// Some devices report a failed write only here.
-    [[nodiscard]] bool Close() {
-        if (descriptor_ < 0) return true;
-        const int closed = close(descriptor_);
-        descriptor_ = -1;
-        return closed == 0;
-    }
-
-  private:
-    int descriptor_;
-};
 
 fs::path FolderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : "."; }
 
