@@ -52,6 +52,8 @@ def wins_draws_losses(games):
 
 
 def with_error(measured):
+    if measured is None:
+        return "?"
     # A value that is shown as 0 has no sign of its own.
     value = 0.0 if abs(measured.value) < 0.05 else measured.value
     return f"{value:+.1f} +- " + ("?" if measured.error is None else f"{measured.error:.1f}")

@@ -23,7 +23,7 @@ class Measured(NamedTuple):
 class Strength(NamedTuple):
     score: Measured  # share of the points, 0 to 1
     elo: Measured
-    normalized_elo: Measured  # the lead in standard deviations of a game
+    normalized_elo: Optional[Measured]  # the lead in standard deviations of a game; None while all pairs have ended alike
     superiority: float  # the chance that the first player is the stronger one
 
 
@@ -48,7 +48,7 @@ def strength_of(counts):
 
     if variance <= 0:
         superiority = 0.5 if mean == 0.5 else float(mean > 0.5)
-        return Strength(Measured(mean), Measured(elo(mean)), Measured(), superiority)
+        return Strength(Measured(mean), Measured(elo(mean)), None, superiority)
     lead = mean - 0.5
     deviation = math.sqrt(variance / pairs)
     error = WIDTH_OF_95_PERCENT * deviation

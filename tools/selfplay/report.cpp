@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -16,10 +17,11 @@ std::string Formatted(const char* format, double value) {
     return text.data();
 }
 
-std::string WithError(const Measured& measured) {
+std::string WithError(const std::optional<Measured>& measured) {
+    if (!measured) return "?";
     // A value that is shown as 0 has no sign of its own.
-    const double value = std::abs(measured.value) < 0.05 ? 0 : measured.value;
-    return Formatted("%+.1f", value) + (measured.error ? Formatted(" +- %.1f", *measured.error) : " +- ?");
+    const double value = std::abs(measured->value) < 0.05 ? 0 : measured->value;
+    return Formatted("%+.1f", value) + (measured->error ? Formatted(" +- %.1f", *measured->error) : " +- ?");
 }
 
 }  // namespace

@@ -64,8 +64,9 @@ Strength StrengthOf(const PairCounts& counts) {
     strength.score.error = error;
     strength.elo.error = (elo(moments.mean + error) - elo(moments.mean - error)) / 2;
     const double deviation_of_a_game = std::sqrt(games_in_a_pair * moments.variance);
-    strength.normalized_elo = {.value = normalized_unit * lead / deviation_of_a_game,
-                               .error = normalized_unit * width_of_95_percent / std::sqrt(games_in_a_pair * pairs)};
+    strength.normalized_elo =
+        Measured{.value = normalized_unit * lead / deviation_of_a_game,
+                 .error = normalized_unit * width_of_95_percent / std::sqrt(games_in_a_pair * pairs)};
     strength.superiority = NormalDistribution(lead / deviation);
     return strength;
 }

@@ -23,9 +23,11 @@ struct Measured {
 
 /// Strength of the first engine against the second.
 struct Strength {
-    Measured score;           ///< share of the points, 0 to 1
-    Measured elo;             ///< logistic: 400 points are ten times the chances
-    Measured normalized_elo;  ///< the lead in standard deviations of a game, in 800 / ln 10 of them
+    Measured score;  ///< share of the points, 0 to 1
+    Measured elo;    ///< logistic: 400 points are ten times the chances
+    /// The lead in standard deviations of a game, in 800 / ln 10 of them; not known either as long as all pairs have
+    /// ended alike.
+    std::optional<Measured> normalized_elo;
     /// The chance that the first engine is the stronger one, 0 to 1: its likelihood of superiority.
     double superiority = 0.5;
 };

@@ -37,7 +37,7 @@ TEST_P(StrengthOfPairs, IsWhatTheDefinitionsGive) {
     EXPECT_NEAR(strength.score.error.value(), GetParam().score_error, 1e-7);
     EXPECT_NEAR(strength.elo.value, GetParam().elo, 1e-5);
     EXPECT_NEAR(strength.elo.error.value(), GetParam().elo_error, 1e-5);
-    EXPECT_NEAR(strength.normalized_elo.value, GetParam().normalized, 1e-5);
+    EXPECT_NEAR(strength.normalized_elo.value().value, GetParam().normalized, 1e-5);
     EXPECT_NEAR(strength.superiority, GetParam().superiority, 1e-7);
 }
 
@@ -78,6 +78,7 @@ TEST(Statistics, NoErrorIsKnownWhileAllPairsEndAlike) {
     for (const PairCounts& counts : {PairCounts{0, 0, 1, 0, 0}, PairCounts{0, 0, 0, 0, 7}, PairCounts{5, 0, 0, 0, 0}}) {
         const Strength strength = StrengthOf(counts);
         EXPECT_EQ(strength.elo.error, std::nullopt);
+        EXPECT_FALSE(strength.normalized_elo.has_value());
         EXPECT_TRUE(std::isfinite(strength.elo.value));
     }
     EXPECT_EQ(StrengthOf({0, 0, 3, 0, 0}).superiority, 0.5);
