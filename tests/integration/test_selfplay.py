@@ -82,6 +82,40 @@ def test_interrupt_keeps_what_was_played(tmp_path):
     assert match.returncode == 0 and said.startswith("games ")
 
 
+def test_games_are_added_to_those_that_stand_there(tmp_path):
+    pgn = tmp_path / "games.pgn"
+    quick("--pgn", pgn, games=2)
+    first = pgn.read_text()
+    quick("--pgn", pgn, "--second", "contempt=30", "--state", tmp_path / "state", games=2)
+    both = pgn.read_text()
+    assert both.startswith(first) and both.count("[Event ") == 4
+    quick("--pgn", pgn, "--second", "contempt=30", "--state", tmp_path / "state", games=4)
+    assert pgn.read_text().startswith(both) and pgn.read_text().count("[Event ") == 6, "what the state has stands there once"
+
+
+def test_what_cannot_be_written_is_told_before_the_games(tmp_path):
+    os.mkfifo(tmp_path / "pipe")
+    for option in ("--state", "--pgn"):
+        run = subprocess.run([SELFPLAY, "--openings", OPENINGS, "--nodes", "100", option, tmp_path / "pipe"], capture_output=True,
+                             text=True, timeout=20)
+        assert run.returncode == 1 and run.stdout == "" and f"{tmp_path / 'pipe'}: no regular file" in run.stderr
+    run = selfplay("--openings", OPENINGS, "--nodes", 100, "--games", 2, "--report", tmp_path / "none/report.svg", check=False)
+    assert (run.returncode, run.stdout) == (1, "")
+    assert run.stderr == f"selfplay: can't write {tmp_path}/none/report.svg\n"
+
+
+def test_results_that_nobody_can_be_told_are_a_failure():
+    with open("/dev/full", "w", encoding="utf-8") as full:
+        for options in (["--openings", OPENINGS, "--nodes", "10", "--games", "2"], ["--help"]):
+            run = subprocess.run([SELFPLAY, *options], stdout=full, stderr=subprocess.PIPE, text=True, check=False)
+            assert (run.returncode, run.stderr) == (1, "selfplay: can't write to standard output\n")
+
+
+def test_of_two_bounds_the_first_ends_a_search(tmp_path):
+    selfplay("--openings", OPENINGS, "--nodes", 1000000, "--depth", 1, "--games", 2, "--pgn", tmp_path / "games.pgn")
+    assert set(re.findall(r"\{\S+/(\d+)\}", (tmp_path / "games.pgn").read_text())) == {"1"}
+
+
 def test_sequential_test_ends_the_match(tmp_path):
     options = ["--first", "nodes=1000", "--second", "nodes=50", "--sprt", "0", "200", "--state", tmp_path / "state", "--pgn",
                tmp_path / "games.pgn"]

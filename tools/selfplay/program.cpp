@@ -8,12 +8,12 @@
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
 #include <limits>
 #include <map>
 #include <memory>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -25,6 +25,7 @@
 #include "selfplay/match.h"
 #include "selfplay/option_texts.h"
 #include "selfplay/pair_scores.h"
+#include "selfplay/pgn_file.h"
 #include "selfplay/report.h"
 #include "selfplay/rule_options.h"
 #include "selfplay/state_file.h"
@@ -55,7 +56,9 @@ int Usage(std::ostream& out, int status) {
            "                    personality=NAME, contempt=CENTIPAWNS, nodes=N (its own bound), name=NAME\n"
            "  --games N         an even number (1000); --sprt may end the match before\n"
            "  --nodes N         search so many nodes for each move; --depth N so many iterations\n"
-           "  --time B+I        seconds for the game, and more after each move: 10+0.1\n"
+           "  --time B+I        seconds for the game, and more after each move: 10+0.1; of several bounds the first "
+           "that\n"
+           "                    is reached ends a search\n"
            "  --openings FILE   EPD, FEN or PGN; of PGN games at most --opening-plies N half moves\n"
            "  --seed N          take the openings in the order of this number (0: as they stand)\n"
            "  --concurrency N   games at a time (one for each processor)\n"
@@ -64,7 +67,8 @@ int Usage(std::ostream& out, int status) {
            "  --draw FROM:MOVES:CENTIPAWNS   from this move on a game is drawn after so many moves near 0\n"
            "  --sprt ELO0 ELO1  end as soon as one of the two leads can be ruled out, each at a risk of 5 %\n"
            "  --state FILE      keep the games here; the same command goes on after it was stopped or killed\n"
-           "  --pgn FILE        the games with scores and depths; --report FILE.svg a picture\n"
+           "  --pgn FILE        the games with scores and depths, added to what stands there; --report FILE.svg a "
+           "picture\n"
            "  --show-every N    games between two lines of results (20)\n\n"
            "At fixed nodes or depth the same options give the same games, whatever --concurrency is.\n";
     return status;
@@ -162,22 +166,32 @@ void LoadOpenings(Options& options) {
 
 // --- The match ---
 
+/// Throws std::runtime_error if nobody was told what was said.
+void TestStandardOutput() {
+    if (!std::cout.flush()) throw std::runtime_error("can't write to standard output");
+}
+
+void Say(const std::string& line) {
+    std::cout << line << '\n';
+    TestStandardOutput();
+}
+
 /// Counts games as they end, keeps them, and tells how it stands.
 class Bookkeeper {
   public:
     explicit Bookkeeper(const Options& options) : options_(options), next_show_(options.show_every) {
         if (!options.state.empty()) state_ = std::make_unique<StateFile>(options.state, options.plan);
-        if (!options.pgn.empty()) {
-            pgn_.open(options.pgn, std::ios::binary | std::ios::trunc);
-            if (!pgn_) throw std::runtime_error("can't write " + options.pgn);
+        if (state_) {
+            for (const PlayedGame& game : state_->games()) {
+                if (game.number >= options.plan.games) continue;
+                known_.insert(game.number);
+                Count(game);
+            }
         }
-        if (!state_) return;
-        for (const PlayedGame& game : state_->games()) {
-            if (game.number >= options.plan.games) continue;
-            known_.insert(game.number);
-            Count(game);
-        }
-        if (!known_.empty()) std::cout << "went on after " << known_.size() << " games" << std::endl;
+        // What can't be written is told before the first game.
+        if (!options.pgn.empty()) pgn_ = std::make_unique<PgnFile>(options.pgn, known_games_);
+        WriteReport();
+        if (!known_.empty()) Say("went on after " + std::to_string(known_.size()) + " games");
     }
 
     [[nodiscard]] bool Wants(std::uint64_t game) const { return !known_.contains(game); }
@@ -192,14 +206,16 @@ class Bookkeeper {
         if (scores_.games() != shown_ || scores_.pairs_counted() == 0) Show();
         if (IsDecided()) {
             const bool is_better = verdict_ == SprtVerdict::better;
-            std::cout << "decided: the lead is " << (is_better ? "not " : "") << options_.test->elo0 << ", it is "
-                      << (is_better ? "" : "not ") << options_.test->elo1 << " Elo" << std::endl;
+            std::ostringstream text;
+            text << "decided: the lead is " << (is_better ? "not " : "") << options_.test->elo0 << ", it is "
+                 << (is_better ? "" : "not ") << options_.test->elo1 << " Elo";
+            Say(text.str());
         }
     }
 
   private:
     void Count(const PlayedGame& game) {
-        if (pgn_.is_open()) texts_[game.number] = PgnOf(options_.plan, game);
+        if (!options_.pgn.empty()) texts_[game.number] = PgnOf(options_.plan, game);
         scores_.Take(game.number, game.result);
         while (!IsDecided() && scores_.CountNext()) {
             history_.push_back({scores_.pairs_counted() * 2, StrengthOf(scores_.pairs()).elo});
@@ -211,18 +227,25 @@ class Bookkeeper {
 
     /// The file has the games that count, in their order.
     void WriteNextPair() {
-        if (!pgn_.is_open()) return;
+        if (options_.pgn.empty()) return;
         for (const std::uint64_t game : {scores_.pairs_counted() * 2 - 2, scores_.pairs_counted() * 2 - 1}) {
-            pgn_ << texts_.at(game);
+            if (pgn_) {
+                pgn_->Add(texts_.at(game));
+            } else {
+                known_games_ += texts_.at(game);
+            }
             texts_.erase(game);
         }
-        if (!pgn_.flush()) throw std::runtime_error("can't write " + options_.pgn);
     }
 
     void Show() {
         shown_ = scores_.games();
         next_show_ = scores_.pairs_counted() * 2 + options_.show_every;
-        std::cout << ScoreLine(scores_, options_.test.get()) << std::endl;
+        Say(ScoreLine(scores_, options_.test.get()));
+        WriteReport();
+    }
+
+    void WriteReport() const {
         if (options_.report.empty()) return;
         const auto& players = options_.plan.players;
         const std::string svg = ReportSvg(players[0].name, players[1].name, scores_, history_);
@@ -233,7 +256,8 @@ class Bookkeeper {
 
     const Options& options_;
     std::unique_ptr<StateFile> state_;
-    std::ofstream pgn_;
+    std::unique_ptr<PgnFile> pgn_;
+    std::string known_games_;  ///< in PGN, of the state file; for a PGN file that is still to be opened
     std::map<std::uint64_t, std::string> texts_;  ///< of games that wait for others
     std::set<std::uint64_t> known_;               ///< games of the state file
     PairScores scores_;
@@ -271,7 +295,11 @@ int RunSelfplay(int argc, char** argv) {
             TakeOption(letter, argc, argv, options);
         }
         if (optind != argc) return Usage(std::cerr, EXIT_FAILURE);
-        if (options.is_help) return Usage(std::cout, EXIT_SUCCESS);
+        if (options.is_help) {
+            Usage(std::cout, EXIT_SUCCESS);
+            TestStandardOutput();
+            return EXIT_SUCCESS;
+        }
         CheckOptions(options);
         Play(options);
     } catch (const std::exception& error) {

@@ -1,11 +1,9 @@
 #include "selfplay/state_file.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -22,13 +20,22 @@ namespace {
 
 std::string_view FirstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
+/// What a terminal may be shown of a line that anybody may have written.
+std::string Shown(std::string_view line) {
+    constexpr std::size_t longest = 200;
+    std::string shown(line.substr(0, longest));
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
+    return line.size() > longest ? shown + ".." : shown;
+}
+
 /// Where two texts differ first, line by line.
 std::string Difference(std::string_view kept, std::string_view wanted) {
     while (!wanted.empty() && FirstLine(kept) == FirstLine(wanted)) {
         kept.remove_prefix(std::min(FirstLine(kept).size() + 1, kept.size()));
         wanted.remove_prefix(FirstLine(wanted).size() + 1);
     }
-    return '"' + std::string(FirstLine(kept)) + "\" there, \"" + std::string(FirstLine(wanted)) + "\" here";
+    return '"' + Shown(FirstLine(kept)) + "\" there, \"" + Shown(FirstLine(wanted)) + "\" here";
 }
 
 }  // namespace
@@ -51,32 +58,25 @@ std::string HeadOf(const MatchPlan& plan) {
 }
 
 StateFile::StateFile(const std::string& path, const MatchPlan& plan)
-    : path_(path), descriptor_(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0666)) {
-    if (descriptor_ < 0) Refuse(path, "can't be opened");
-    if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
-        close(descriptor_);
-        Refuse(path, "another match is using it");
+    // Without waiting for whoever writes a pipe.
+    : path_(path), file_(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666)) {
+    if (!file_.is_open()) Refuse(path, "can't be opened");
+    if (!file_.is_regular()) Refuse(path, "no regular file");
+    if (!file_.TakeLock()) Refuse(path, "another match is using it");
+    std::ifstream file(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const std::string head = HeadOf(plan);
+    if (head.starts_with(text)) {  // new, or cut off in its head
+        Cut(0);
+        Write(head);
+        return;
     }
-    try {
-        std::ifstream file(path, std::ios::binary);
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
-        const std::string head = HeadOf(plan);
-        if (head.starts_with(text)) {  // new, or cut off in its head
-            if (ftruncate(descriptor_, 0) != 0) Refuse(path, "can't be written");
-            Write(head);
-            return;
-        }
-        if (!text.starts_with(head)) Refuse(path, "it belongs to another match: " + Difference(text, head));
-        const std::size_t end = text.rfind('\n') + 1;
-        if (end < text.size() && ftruncate(descriptor_, static_cast<off_t>(end)) != 0) Refuse(path, "can't be written");
-        ReadGames(plan, std::string_view(text).substr(head.size(), end - head.size()));
-    } catch (...) {
-        close(descriptor_);
-        throw;
-    }
+    if (FirstLine(text) != FirstLine(head)) Refuse(path, "it holds no match");
+    if (!text.starts_with(head)) Refuse(path, "it belongs to another match: " + Difference(text, head));
+    const std::size_t end = text.rfind('\n') + 1;
+    if (end < text.size()) Cut(end);
+    ReadGames(plan, std::string_view(text).substr(head.size(), end - head.size()));
 }
-
-StateFile::~StateFile() { close(descriptor_); }
 
 void StateFile::ReadGames(const MatchPlan& plan, std::string_view text) {
     const std::string head = HeadOf(plan);
@@ -100,10 +100,9 @@ void StateFile::ReadGames(const MatchPlan& plan, std::string_view text) {
 void StateFile::Add(const PlayedGame& game) { Write(LineOf(game) + '\n'); }
 
 void StateFile::Write(std::string_view text) const {
-    while (!text.empty()) {
-        const ssize_t written = write(descriptor_, text.data(), text.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) Refuse(path_, "can't be written");
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
+    if (!file_.Write(text)) Refuse(path_, "can't be written");
+}
+
+void StateFile::Cut(std::size_t size) const {
+    if (ftruncate(file_.descriptor(), static_cast<off_t>(size)) != 0) Refuse(path_, "can't be written");
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "frame/base/open_file.h"
 #include "selfplay/match.h"
 
 /// The games of a match, kept as they end, so that a match that was cut off at any moment goes on where it was.
@@ -21,11 +23,9 @@
 class StateFile {
   public:
     /// Opens the file, or makes it. Throws std::runtime_error if it belongs to another match (the first line that
-    /// differs is told), holds what is no game, is in use, or can't be read or written.
+    /// differs is told), holds no match or what is no game, is no regular file, is in use, or can't be read or
+    /// written.
     StateFile(const std::string& path, const MatchPlan& plan);
-    ~StateFile();
-    StateFile(const StateFile&) = delete;
-    StateFile& operator=(const StateFile&) = delete;
 
     /// The games that were kept before.
     [[nodiscard]] const std::vector<PlayedGame>& games() const { return games_; }
@@ -35,9 +35,10 @@ class StateFile {
   private:
     void ReadGames(const MatchPlan& plan, std::string_view text);
     void Write(std::string_view text) const;
+    void Cut(std::size_t size) const;
 
     std::string path_;
-    int descriptor_ = -1;
+    OpenFile file_;
     std::vector<PlayedGame> games_;
 };
 

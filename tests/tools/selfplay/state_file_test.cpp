@@ -1,6 +1,8 @@
 #include "selfplay/state_file.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <fstream>
 #include <stdexcept>
@@ -75,6 +77,25 @@ TEST_F(StateOfMatch, AnotherMatchIsRefused) {
     other.games = 400;
     other.concurrency = 2;
     EXPECT_EQ(WhyRefused(path, other), "nothing was refused") << "a longer match goes on with the same games";
+}
+
+TEST_F(StateOfMatch, WhatIsNoStateFileIsRefusedWithoutAByteOfIt) {
+    Rewrite(
+        "\x7F"
+        "ELF\x02\x01\x1B[2J\n");
+    EXPECT_EQ(WhyRefused(path, plan), path + ": it holds no match");
+    EXPECT_EQ(TextOf(path),
+              "\x7F"
+              "ELF\x02\x01\x1B[2J\n");
+    Rewrite("selfplay 1\n\x1B[2J" + std::string(300, 'x') + "\n");
+    EXPECT_THAT(WhyRefused(path, plan), testing::StartsWith(path + ": it belongs to another match: \"?[2J" +
+                                                            std::string(196, 'x') + "..\" there, "));
+}
+
+TEST_F(StateOfMatch, WaitsForNobodyWhoWritesAPipe) {
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(WhyRefused(path, plan), path + ": no regular file");
+    EXPECT_EQ(WhyRefused("/dev/null", plan), "/dev/null: no regular file");
 }
 
 TEST_F(StateOfMatch, WhatIsNoGameIsToldWithItsLine) {
