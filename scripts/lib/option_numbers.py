@@ -16,10 +16,11 @@ def whole(least=0, most=MOST):
     return read
 
 
-def seconds(most=MOST):
-    """The same for a time above 0, with a fraction if need be."""
+def seconds(most=MOST, may_be_0=False):
+    """The same for a time, above 0 unless that is one too, with a fraction if need be."""
     def read(text):
-        if not re.fullmatch(r"[0-9]{1,9}(\.[0-9]{1,9})?", text) or not 0 < float(text) <= most:
-            raise argparse.ArgumentTypeError(f'takes seconds above 0, not "{text}"')
+        is_number = re.fullmatch(r"[0-9]{1,9}(\.[0-9]{1,9})?", text)
+        if not is_number or float(text) > most or float(text) == 0 and not may_be_0:
+            raise argparse.ArgumentTypeError(f'takes seconds{"" if may_be_0 else " above 0"}, not "{text}"')
         return float(text)
     return read

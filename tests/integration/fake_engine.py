@@ -13,7 +13,8 @@ import time
 import rules
 
 UCI_OPTIONS = ("option name Hash type spin default 16 min 1 max 64", "option name Book File type string default",
-               "option name OwnBook type check default false", "option name Clear Hash type button")
+               "option name OwnBook type check default false", "option name Clear Hash type button",
+               "option name Play Style type combo default Solid var Solid var Very Sharp var Risky")
 FEATURES = ('feature done=0 myname="Fake of XBoard" ping=1 setboard=1 usermove=1', "feature san=1 sigint=0 time=1", "feature done=1")
 
 

@@ -1,8 +1,10 @@
 """tools/match, with small programs (fake_engine.py) that play at once and misbehave when they are told to."""
 
 import json
+import os
 import pathlib
 import re
+import resource
 import signal
 import subprocess
 import sys
@@ -204,6 +206,9 @@ def test_controls_take_turns(tmp_path):
     ([f"{UCI} option.Hsh=1"], 'A has no option "Hsh"; it has Book File, Clear Hash, Hash, OwnBook'),
     ([f"{UCI} option.Hash=65"], 'A: option "Hash" takes a number from 1 to 64, not "65"'),
     ([f"{UCI} option.OwnBook=yes"], 'A: option "OwnBook" takes true or false, not "yes"'),
+    ([f"{UCI} 'option.Play Style=Wild'"],
+     'A: option "Play Style" takes one of Solid, Very Sharp, Risky, not "Wild"\n$'),
+    ([f"{UCI} folder=/nowhere/at/all"], "the folder /nowhere/at/all can't be used: No such file or directory"),
     ([f"{sys.executable} {FAKE} xboard option.Hash=1"], "XBoard has no options"),
     ([f"{sys.executable} {FAKE} uci init=x"], "UCI has no commands of its own"),
     ([f"{XBOARD} option.Hash=1"], "option. is for UCI, init for XBoard"),
@@ -224,6 +229,9 @@ def test_controls_take_turns(tmp_path):
     ([UCI, "--depth", "1", "--games", "22"],
      "only 10 openings for 11 pairs: without a clock the same games would come again"),
     ([UCI, "--pgn", "/nowhere/x"], "can't write /nowhere/x: No such file"),
+    ([UCI, "--pgn", "/dev/full"], "can't write /dev/full: no regular file"),
+    ([UCI, "--sprt", "5", "0"], "--sprt takes two leads, the smaller one first"),
+    ([UCI, "--sprt", "0", "1e3"], '--sprt: takes a number from -1000 to 1000, not "1e3"'),
     ([UCI, "--openings", "/dev/zero"], "can't open /dev/zero: no regular file"),
     ([UCI, "--state", "/dev/full"], "/dev/full: no regular file"),
     ([UCI, "--state", "/nowhere/x"], "/nowhere/x: No such file"),
@@ -279,7 +287,8 @@ def test_stopped_match_tells_and_goes_on(tmp_path):
 
 
 @pytest.mark.parametrize("text, complaint", [("nonsense\n", "line 1: no match"), ("{}\n", "it belongs to another match"),
-                                             ("[]\n", "line 1: no match")])
+                                             ("[]\n", "line 1: no match"), ("[]\nmore", "line 1: no match"),
+                                             ("\x7fELF", "line 1: no match")])
 def test_bad_state_is_told(tmp_path, text, complaint):
     (tmp_path / "state").write_text(text)
     run = match(UCI, XBOARD, options=short("--state", tmp_path / "state"))
@@ -287,9 +296,63 @@ def test_bad_state_is_told(tmp_path, text, complaint):
     assert (tmp_path / "state").read_text() == text
 
 
-def test_full_disk_ends_the_match():
-    run = match(UCI, XBOARD, check=2, options=short("--pgn", "/dev/full"))
-    assert "No space left on device" in run.stderr and "Traceback" not in run.stderr
+def test_games_are_added_to_those_that_stand_there(tmp_path):
+    options = short("--pgn", tmp_path / "games.pgn")
+    match(UCI, XBOARD, check=0, options=options)
+    first = (tmp_path / "games.pgn").read_text()
+    match(XBOARD, UCI, check=0, options=(*options, "--state", tmp_path / "state"))
+    both = (tmp_path / "games.pgn").read_text()
+    assert both.startswith(first) and both.count("[Event ") == 4
+    (tmp_path / "games.pgn").write_text(both[:-40])
+    match(XBOARD, UCI, check=0, games=4, options=(*options, "--state", tmp_path / "state"))
+    text = (tmp_path / "games.pgn").read_text()
+    assert text.startswith(both) and text.count("[Event ") == 6, "what the state has stands there once, and whole"
+
+
+def test_full_disk_ends_the_match(tmp_path):
+    """A file that may grow no more stands for it: what is written fails in the same way."""
+    command = [sys.executable, MATCH, UCI, "--opponent", XBOARD, "--games", 2, *short("--pgn", tmp_path / "games.pgn")]
+    run = subprocess.run([str(word) for word in command], capture_output=True, text=True, timeout=100,
+                         preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (300, 300)))
+    assert run.returncode == 2 and run.stderr == f"tools/match: can't write {tmp_path}/games.pgn: File too large\n"
+
+
+def test_interrupt_before_the_first_moment_of_a_match(tmp_path):
+    (tmp_path / "shlex.py").write_text("import os, signal\nos.kill(os.getpid(), signal.SIGINT)\n")
+    run = subprocess.run([sys.executable, MATCH, UCI], capture_output=True, text=True, timeout=100,
+                         env={**os.environ, "PYTHONPATH": str(tmp_path)})
+    assert (run.returncode, run.stdout, run.stderr) == (-signal.SIGINT, "", "")
+
+
+def test_no_margin(tmp_path):
+    """A flag falls at once, if the player is granted nothing."""
+    run = match(f"{UCI} late=0.15", UCI.replace("name=A", "name=B"), check=1, options=("--time", "0.1", "--margin", "0", "--draw-after", 6))
+    assert "A lost on time" in run.stdout
+
+
+# --- The sequential test ---
+
+def test_sequential_test_ends_the_match(tmp_path):
+    options = short("--concurrency", 1, "--state", tmp_path / "state", "--sprt", -300, -100, "--openings",
+                    ROOT / "tests/data/openings.epd")
+    run = match(UCI, XBOARD, check=0, games=2000, options=options)
+    lines = run.stdout.splitlines()
+    assert re.fullmatch(r"games \d+: .*, LLR [3-9]\.\d\d \(-2\.94 to 2\.94\) for -300 and -100 Elo", lines[-2]), lines[-2]
+    assert lines[-1] == "decided: the lead is not -300, it is -100 Elo"
+    assert 2 < int(lines[-2].split(":")[0].split()[1]) < 200
+    again = match(UCI, XBOARD, check=0, games=2000, options=options)
+    assert again.stdout.splitlines()[-2:] == lines[-2:] and "\ngame " not in again.stdout
+
+
+def test_sequential_test_with_each_opponent(tmp_path):
+    """Whoever is decided plays no more games; the match goes on with the others."""
+    resigning = f"{sys.executable} {FAKE} xboard protocol=xboard name=C resign"
+    run = match(UCI, resigning, XBOARD, check=0, games=400,
+                options=short("--concurrency", 1, "--sprt", 0, 400, "--openings", ROOT / "tests/data/openings.epd"))
+    assert "against C: decided: the lead is not 0, it is 400 Elo" in run.stdout
+    assert "against B: decided: the lead is 0, it is not 400 Elo" in run.stdout
+    games = {name: int(number) for name, number in re.findall(r"(?m)^against (\w): games (\d+): .*LLR", run.stdout)}
+    assert 2 <= games["C"] < 400 and 2 <= games["B"] < 400
 
 
 def test_state_of_the_match_is_json(tmp_path):

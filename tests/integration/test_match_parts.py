@@ -18,6 +18,7 @@ from chess_match.game import PlayedMove  # noqa: E402
 from chess_match.player import Terms  # noqa: E402
 from chess_match.setup import setup_of  # noqa: E402
 from chess_match.standing import Standing  # noqa: E402
+from chess_match.statistics import Sprt  # noqa: E402
 from chess_match.uci import UciPlayer  # noqa: E402
 
 SELFPLAY = os.environ.get("VORKA_SELFPLAY")
@@ -158,9 +159,9 @@ def head(tmp_path_factory):
     return path.read_text().split("\n\n")[0] + "\n\n"
 
 
-def selfplay(path, games):
+def selfplay(path, games, *options):
     command = [SELFPLAY, "--openings", ROOT / "tests/data/openings.epd", "--nodes", "1", "--games", games, "--state", path,
-               "--show-every", games]
+               "--show-every", games, *options]
     return subprocess.run([str(word) for word in command], capture_output=True, text=True, check=True).stdout
 
 
@@ -181,6 +182,21 @@ def test_line_of_results_is_that_of_selfplay(counts, head, tmp_path):
         standing.take(number, result)
     assert tuple(standing.pairs) == counts and standing.line() == wanted
     assert "+- 0.0" not in wanted
+
+
+@pytest.mark.parametrize("leads", [(0, 5), (-2.5, 60), (-1000, 1000)])
+@pytest.mark.parametrize("counts", FIXED_COUNTS + DRAWN_COUNTS)
+def test_sequential_test_is_that_of_selfplay(counts, leads, head, tmp_path):
+    """To the pair at which it is decided, and the words that tell of it."""
+    results = counts_of(counts)
+    lines = "".join(f"{number} {result} 0\n" for number, result in enumerate(results))
+    (tmp_path / "state").write_text(head + lines)
+    wanted = selfplay(tmp_path / "state", len(results), "--sprt", *leads).splitlines()[1:]
+    standing = Standing(Sprt(*leads))
+    for number, result in enumerate(results):
+        if standing.verdict is None:
+            standing.take(number, result)
+    assert [standing.line(), *filter(None, [standing.decision()])] == wanted
 
 
 def test_pairs_count_when_they_are_whole():

@@ -56,7 +56,9 @@ class Child:
                                             stdout=subprocess.PIPE, stderr=self.errors, start_new_session=True,
                                             env=dict(os.environ, PATH=PATH), text=True, bufsize=1, errors="replace")
         except OSError as error:
-            raise Trouble(f"{words[0]} can't be started: {error.strerror}") from None
+            # The system names the folder if that was at fault.
+            what = f"the folder {folder} can't be used" if error.filename == str(folder) else f"{words[0]} can't be started"
+            raise Trouble(f"{what}: {error.strerror}") from None
         self.lines = queue.Queue(MOST_WAITING)
         threading.Thread(target=self._read, daemon=True).start()
 

@@ -17,6 +17,7 @@ from .controls import Limits, controls_of
 from .errors import Stopped, Trouble
 from .game import GameRules
 from .setup import setup_of
+from .statistics import Sprt
 from .tournament import Bookkeeper, Plan, Playing, description_of, introduced
 
 USUAL_TIMES = "30/15,6+0.3,st=1"
@@ -36,6 +37,12 @@ def numbers(count):
             raise argparse.ArgumentTypeError(f'takes {count} numbers with colons between them, not "{text}"')
         return [int(number) for number in text.split(":")]
     return read
+
+
+def lead(text):
+    if not re.fullmatch(r"-?\d{1,4}(\.\d{1,9})?", text) or abs(float(text)) > 1000:
+        raise argparse.ArgumentTypeError(f'takes a number from -1000 to 1000, not "{text}"')
+    return float(text)
 
 
 def troubled(read):
@@ -60,7 +67,7 @@ def parser_of(description):
                              "--depth or --nodes)")
     parser.add_argument("--depth", type=whole(1, 100), default=0, metavar="N", help="search so many iterations")
     parser.add_argument("--nodes", type=whole(1, MOST), default=0, metavar="N", help="search so many nodes; UCI only")
-    parser.add_argument("--margin", type=seconds(), metavar="SECONDS",
+    parser.add_argument("--margin", type=seconds(may_be_0=True), metavar="SECONDS",
                         help="what the machine is granted before a flag falls (0.15; 0.4 with st=)")
     parser.add_argument("--patience", type=seconds(), default=60.0, metavar="SECONDS",
                         help="for an answer without a clock (60)")
@@ -77,10 +84,13 @@ def parser_of(description):
                         help="from this move on a game is drawn after so many moves near 0")
     parser.add_argument("--draw-after", type=whole(1, 10000), default=0, metavar="MOVES",
                         help="call each game a draw that lasts so long")
+    parser.add_argument("--sprt", type=lead, nargs=2, metavar=("ELO0", "ELO1"),
+                        help="end the games with an opponent as soon as one of the two leads can be ruled out, each at a risk of "
+                             "5 %%; --games may end them before")
     parser.add_argument("--ponder", action="store_true", help="the engine thinks on its opponent's time")
     parser.add_argument("--state", type=pathlib.Path, metavar="FILE",
                         help="keep the games here; the same command goes on after it was stopped or killed")
-    parser.add_argument("--pgn", type=pathlib.Path, metavar="FILE", help="the games with scores, depths and times")
+    parser.add_argument("--pgn", type=pathlib.Path, metavar="FILE", help="the games with scores, depths and times, added to what stands there")
     return parser
 
 
@@ -105,8 +115,10 @@ def plan_of(arguments):
         raise Trouble(f"only {len(order)} openings for {arguments.games // 2} pairs: without a clock the same games would come "
                       "again")
     players = [arguments.engine, *(arguments.opponent or [setup_of("fairymax")])]
+    if arguments.sprt and arguments.sprt[0] >= arguments.sprt[1]:
+        raise Trouble("--sprt takes two leads, the smaller one first")
     plan = Plan(players, openings.picked(order, arguments.games // 2), arguments.time, rules_of(arguments), arguments.ponder,
-                arguments.concurrency)
+                arguments.concurrency, Sprt(*arguments.sprt) if arguments.sprt else None)
     return plan, order
 
 

@@ -23,15 +23,17 @@ class StateFile:
             fcntl.flock(self.file, fcntl.LOCK_EX | fcntl.LOCK_NB)
             self.file.seek(0)
             text = self.file.read()
-            whole = text[:text.rfind(b"\n") + 1]
-            self.file.truncate(len(whole))
         except BlockingIOError:
             raise Trouble(f"{path}: another match is using it") from None
         except OSError as error:
             raise Trouble(f"{path}: {error.strerror}") from None
+        whole = text[:text.rfind(b"\n") + 1]
         lines = whole.splitlines()
         self.games = {}
         if not lines:
+            if text and not json.dumps(plan).encode().startswith(text):
+                raise Trouble(f"{path}: line 1: no match")
+            self.file.truncate(0)
             self.write(plan)
             return
         for number, line in enumerate(lines, 1):
@@ -43,6 +45,7 @@ class StateFile:
                     self.games[data["number"]] = game_of(data)
             except (ValueError, KeyError, TypeError, AttributeError):
                 raise Trouble(f"{path}: line {number}: {'no match' if number == 1 else 'no game'}") from None
+        self.file.truncate(len(whole))  # only now: what is no match is left as it is
 
     def compare(self, kept, plan):
         for key, value in plan.items():

@@ -5,6 +5,7 @@ Games come in pairs: one opening, played twice with colours turned. The same as 
 """
 
 import math
+import sys
 from typing import NamedTuple, Optional
 
 # Half of the 95 % interval of the normal distribution, in standard deviations.
@@ -58,3 +59,46 @@ def strength_of(counts):
         Measured(NORMALIZED_UNIT * lead / math.sqrt(GAMES_IN_A_PAIR * variance),
                  NORMALIZED_UNIT * WIDTH_OF_95_PERCENT / math.sqrt(GAMES_IN_A_PAIR * pairs)),
         math.erfc(-lead / deviation / math.sqrt(2)) / 2)
+
+
+# --- When to stop ---
+
+# A result that has not come up yet may still come: it counts as a thousandth of a pair.
+UNSEEN = 1e-3
+# The risks to call a player better that is not, and no better though it is.
+ALPHA, BETA = 0.05, 0.05
+LOWER_BOUND, UPPER_BOUND = math.log(BETA / (1 - ALPHA)), math.log((1 - BETA) / ALPHA)
+
+
+class Sprt(NamedTuple):
+    """The sequential probability ratio test between two hypotheses about the Elo."""
+    elo0: float  # "no better": the lead is this
+    elo1: float  # "better": the lead is this; more than elo0
+
+    def ratio(self, counts):
+        """The logarithm of how much likelier the results are with the second lead than with the first; 0 without pairs."""
+        if not sum(counts):
+            return 0.0
+        seen = [max(float(count), UNSEEN) for count in counts]
+        pairs = sum(seen)
+        frequencies = [count / pairs for count in seen]
+        with0, with1 = (likeliest_with_mean(frequencies, score_of_elo(elo)) for elo in self)
+        return pairs * sum(own * math.log(one / none) for own, one, none in zip(frequencies, with1, with0))
+
+    def verdict(self, counts):
+        """Whether the player is better; None as long as that is undecided."""
+        ratio = self.ratio(counts)
+        return False if ratio <= LOWER_BOUND else True if ratio >= UPPER_BOUND else None
+
+
+def likeliest_with_mean(frequencies, mean):
+    low, high = -1 / (1 - mean) + 1e-12, 1 / mean - 1e-12
+    for _ in range(200):
+        if high - low <= sys.float_info.epsilon:
+            break
+        middle = (low + high) / 2
+        if sum(own * (i / 4 - mean) / (1 + middle * (i / 4 - mean)) for i, own in enumerate(frequencies)) > 0:
+            low = middle
+        else:
+            high = middle
+    return [own / (1 + low * (i / 4 - mean)) for i, own in enumerate(frequencies)]

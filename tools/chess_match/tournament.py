@@ -13,9 +13,11 @@ from .errors import Forfeit, Stopped, Trouble
 from .game import COLOUR, GameRules, play
 from .openings import Opening
 from .pgn import pgn_of
+from .pgn_file import PgnFile
 from .player import Terms, protocol_of
 from .standing import Standing, half_points_of_first, wins_draws_losses
 from .state_file import StateFile
+from .statistics import Sprt
 from .uci import UciPlayer
 from .xboard import XboardPlayer
 
@@ -27,6 +29,7 @@ class Plan(NamedTuple):
     rules: GameRules
     ponders: bool = False  # the engine that is tested
     concurrency: int = 1
+    test: Optional[Sprt] = None  # ends the games with an opponent
 
 
 class Fixture(NamedTuple):
@@ -134,14 +137,15 @@ def fingerprint(data):
 # --- Playing ---
 
 class Playing:
-    """All games, so many at a time. What is wrong in one ends them all."""
+    """All games, so many at a time. What is wrong in one ends them all, and so does a match that is over: `on_game` tells
+    whether it is."""
 
     def __init__(self, plan, is_wanted, on_game, stop):
         self.plan = plan
         self.on_game = on_game
         self.stop = stop
         self.lock = threading.Lock()
-        self.fixtures = (fixture for fixture in fixtures_of(plan) if is_wanted(fixture.number))
+        self.fixtures = (fixture for fixture in fixtures_of(plan) if is_wanted(fixture))
         self.trouble = None
 
     def run(self):
@@ -158,7 +162,8 @@ class Playing:
             while fixture := self.next_fixture():
                 game = self.play(fixture)
                 with self.lock:
-                    self.on_game(fixture, game)
+                    if self.on_game(fixture, game):
+                        self.stop.set()
         except Stopped:
             pass
         except Exception as trouble:
@@ -189,22 +194,19 @@ class Bookkeeper:
         self.plan = plan
         self.say = say
         self.fixtures = list(fixtures_of(plan))
-        self.standings = {i: Standing() for i in range(1, len(plan.players))}
+        self.standings = {i: Standing(plan.test) for i in range(1, len(plan.players))}
         self.totals = {2: 0, 1: 0, 0: 0}
         self.least = [float("inf")] * len(plan.players)
         self.troubles = []  # (player, text)
         self.known = set()
         self.state = StateFile(state_path, description) if state_path else None
-        self.pgn = None
-        if pgn_path:
-            try:
-                self.pgn = open(pgn_path, "w", encoding="utf-8")
-            except OSError as error:
-                raise Trouble(f"can't write {pgn_path}: {error.strerror}") from None
+        known_games = []
         for number, game in (self.state.games if self.state else {}).items():
             if number < len(self.fixtures):
                 self.known.add(number)
                 self.count(self.fixtures[number], game)
+                known_games.append(self.pgn_of(self.fixtures[number], game))
+        self.pgn = PgnFile(pgn_path, "".join(known_games)) if pgn_path else None
         if self.known:
             say(f"went on after {len(self.known)} games")
         self.before = len(self.known)
@@ -215,15 +217,19 @@ class Bookkeeper:
         return names if fixture.engine_is_white() else names[::-1]
 
     def take(self, fixture, game):
+        """Whether the match is over: all tests are decided."""
         if self.state:
             self.state.add(fixture.number, game)
         self.known.add(fixture.number)
         self.count(fixture, game)
+        if self.pgn:
+            self.pgn.add(self.pgn_of(fixture, game))
         self.say(f"game {len(self.known)} of {len(self.fixtures)}: {' - '.join(self.names(fixture))} {game.ending.result}, "
                  f"{game.ending.reason}, {(len(game.moves) + 1) // 2} moves{self.estimate()}")
         if game.talk:
             self.say("\n".join("    " + line for line in game.talk.splitlines()))
         self.say(self.line(fixture.opponent))
+        return all(standing.verdict is not None for standing in self.standings.values())
 
     def count(self, fixture, game):
         white = fixture.engine_is_white()
@@ -235,9 +241,6 @@ class Bookkeeper:
             player = 0 if blamed == white else fixture.opponent
             self.troubles.append((player, f"round {round_of(fixture)}: {self.plan.players[player].name} "
                                           f"{game.ending.reason.removeprefix(COLOUR[blamed] + ' ')}"))
-        if self.pgn:
-            self.pgn.write(self.pgn_of(fixture, game))
-            self.pgn.flush()
 
     def pgn_of(self, fixture, game):
         white, black = self.names(fixture)
@@ -252,11 +255,13 @@ class Bookkeeper:
         return f"; about {minutes:.0f} minutes more" if minutes >= 1 else ""
 
     def line(self, opponent):
-        line = self.standings[opponent].line()
-        return f"against {self.plan.players[opponent].name}: {line}" if len(self.standings) > 1 else line
+        return self.told_of(opponent, self.standings[opponent].line())
 
-    def wants(self, number):
-        return number not in self.known
+    def told_of(self, opponent, text):
+        return f"against {self.plan.players[opponent].name}: {text}" if len(self.standings) > 1 else text
+
+    def wants(self, fixture):
+        return fixture.number not in self.known and self.standings[fixture.opponent].verdict is None
 
     def finish(self):
         """Tells the whole. Whether the engine that was tested kept to the rules."""
@@ -267,6 +272,8 @@ class Bookkeeper:
             self.say("trouble: " + text)
         for opponent in self.standings:
             self.say(self.line(opponent))
+            if decision := self.standings[opponent].decision():
+                self.say(self.told_of(opponent, decision))
         games = sum(self.totals.values())
         if len(self.standings) > 1 and games:
             share = (self.totals[2] + self.totals[1] / 2) / games

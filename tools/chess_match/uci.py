@@ -49,6 +49,12 @@ class UciPlayer(Player):
             raise Trouble(f'{self.name}: option "{found[1]}" takes a number{limits}, not "{value}"')
         if found[2] == "check" and value not in ("true", "false"):
             raise Trouble(f'{self.name}: option "{found[1]}" takes true or false, not "{value}"')
+        if found[2] == "combo":
+            choices = [choice.strip() for choice in re.split(r"\bvar\s", found[3])[1:]]
+            chosen = next((choice for choice in choices if choice.lower() == value.lower()), None)
+            if chosen is None:
+                raise Trouble(f'{self.name}: option "{found[1]}" takes one of {", ".join(choices)}, not "{value}"')
+            value = chosen
         self.send(f"setoption name {found[1]}" + (f" value {value}" if found[2] != "button" else ""))
 
     def new_game(self, terms):
