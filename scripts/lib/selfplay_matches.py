@@ -1,12 +1,15 @@
 """Matches by tools/selfplay, for scripts that play many of them: scripts/sensitivity and scripts/cross_table.
 
-`arguments` are those of such a script: build, openings, nodes, games, concurrency (None: selfplay's own), state (a folder).
+`arguments` are those of such a script: build, openings, nodes, games, concurrency (None: selfplay's own), state (a folder),
+resign and draw (None: games are played out).
 """
 
 import hashlib
 import os
 import re
 import subprocess
+
+SELFPLAY = "tools/selfplay/selfplay"  # of a build
 
 # The line of results (docs/tuning.md).
 RESULT = re.compile(r"^games (?P<games>\d+): \+\d+ =\d+ -\d+, pairs (?P<pairs>[\d ]+), Elo (?P<elo>\S+) \+- (?P<error>\S+), "
@@ -15,6 +18,53 @@ RESULT = re.compile(r"^games (?P<games>\d+): \+\d+ =\d+ -\d+, pairs (?P<pairs>[\
 
 class Trouble(Exception):
     """What is wrong, in words for the user."""
+
+
+def add_rules(parser):
+    """The options that end games early, in the words of selfplay, which also says what is wrong with them."""
+    parser.add_argument("--resign", metavar="MOVES:CENTIPAWNS", help="a game is lost when both have thought so for so many moves")
+    parser.add_argument("--draw", metavar="FROM:MOVES:CENTIPAWNS",
+                        help="from this move on a game is drawn after so many moves near 0")
+
+
+def rules_of(arguments):
+    """The words of these options."""
+    return [word for name in ("resign", "draw") if (value := getattr(arguments, name)) is not None
+            for word in (f"--{name}", value)]
+
+
+def told_rules(arguments):
+    """For the line above a table."""
+    words = rules_of(arguments)
+    return f" with {' '.join(words)}" if words else ""
+
+
+def read_text(path):
+    """Trouble if it is no text."""
+    try:
+        return path.read_text(encoding="utf-8-sig")
+    except UnicodeDecodeError:
+        raise Trouble(f"{path}: no text") from None
+
+
+def test_output(path):
+    """What can't be written is told before the first game. What stands there stays."""
+    if path.is_dir():
+        raise Trouble(f"can't write {path}: it is a folder")
+    try:
+        new = new_of(path)
+        new.touch()
+        new.unlink()
+    except OSError as error:
+        raise Trouble(f"can't write {path}: {error.strerror}") from None
+
+
+def test_programs(arguments, *programs):
+    """They have to be there, in the build."""
+    for program in programs:
+        if not os.access(arguments.build / program, os.X_OK):
+            raise Trouble(f"there is no program {arguments.build / program}; --build names a folder with a build "
+                          "(cmake --preset release && cmake --build --preset release)")
 
 
 def run(command, patience=None):
@@ -28,8 +78,10 @@ def run(command, patience=None):
 def play_match(arguments, players, seed, identity):
     """The result of a whole match, as RESULT finds it. `players`: the options that name them. `identity`: what the match
     is, so that one that is changed has another state file, and starts anew."""
+    rules = rules_of(arguments)
+    identity = "\n".join([identity, *rules])
     state = arguments.state / (hashlib.sha256(identity.encode()).hexdigest()[:16] + ".games")
-    command = [arguments.build / "tools/selfplay/selfplay", *players, "--openings", arguments.openings, "--nodes",
+    command = [arguments.build / SELFPLAY, *players, *rules, "--openings", arguments.openings, "--nodes",
                arguments.nodes, "--games", arguments.games, "--seed", seed, "--state", state, "--show-every",
                arguments.games]
     if arguments.concurrency:
@@ -42,6 +94,10 @@ def play_match(arguments, players, seed, identity):
 
 def write_whole(path, text):
     """The file has its old text or all of the new one."""
-    new = path.with_name(path.name + ".new")
+    new = new_of(path)
     new.write_text(text)
     os.replace(new, path)
+
+
+def new_of(path):
+    return path.with_name(path.name + ".new")

@@ -70,6 +70,23 @@ def test_bad_players_are_told(tmp_path, players, options, complaint):
     assert not list((tmp_path / "state").glob("*.games"))
 
 
+def test_what_cannot_be_read_or_written_is_told_before_the_games(tmp_path):
+    def complaint(*options, players=b"a:\nb: nodes=1\n"):
+        (tmp_path / "players.txt").write_bytes(players)
+        command = [sys.executable, ROOT / "scripts/cross_table", tmp_path / "players.txt", "--build", BUILD, "--state",
+                   tmp_path / "state", "--output", tmp_path / "table.md", "--games", "4", "--nodes", "300", *options]
+        run = subprocess.run([str(word) for word in command], capture_output=True, text=True)
+        assert run.returncode == 1 and run.stdout == ""
+        return run.stderr.removeprefix("scripts/cross_table: ")
+
+    assert complaint(players=b"\x7fELF\x80\xff\n") == f"{tmp_path}/players.txt: no text\n"
+    assert complaint("--build", tmp_path).startswith(f"there is no program {tmp_path}/tools/selfplay/selfplay; --build names")
+    assert complaint("--output", tmp_path / "none/table.md") == f"can't write {tmp_path}/none/table.md: No such file or directory\n"
+    assert complaint("--output", tmp_path) == f"can't write {tmp_path}: it is a folder\n"
+    assert complaint("--resign", "4") == 'selfplay: --resign takes 2 numbers with colons between them, not "4"\n'
+    assert not list((tmp_path / "state").glob("*.games")) and not list(tmp_path.glob("*.new"))
+
+
 def test_personalities_of_the_tree_are_those_of_the_manual():
     manual = re.search(r"(?s)The names are (.*?)\.\n", (ROOT / "docs/manual.md").read_text())[1]
     lines = [line for line in (ROOT / "settings/personalities.txt").read_text().splitlines() if line[0] != "#"]

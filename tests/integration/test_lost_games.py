@@ -113,10 +113,14 @@ def test_table_and_examples(tmp_path):
     (["GAMES", "--player", "A", "--limit", "x"], 'takes pawns, as -0.5, not "x"'),
     (["GAMES", "--player", "A", "--limit", "-4"], "--hopeless has to be below --limit"),
     (["BAD", "--player", "A"], "game 2: e5 is no legal move"),
+    (["EMPTY", "--player", "A"], "EMPTY: no games in PGN"),
+    (["BINARY", "--player", "A"], "BINARY: no games in PGN"),
     (["GAMES"], "--player"),
 ])
 def test_bad_words_are_refused(tmp_path, words, complaint):
     (tmp_path / "GAMES").write_text(game([0.2, -0.9]))
+    (tmp_path / "EMPTY").write_text("")
+    (tmp_path / "BINARY").write_bytes(b"\x7fELF\x80\xff\0[Event 1]\n[x]\n")
     (tmp_path / "BAD").write_text(game([0.2, -0.9]) + game([0.1, 0.2, 0.3, -0.9]).replace("Ng8", "e5").replace("Ng1", "e5"))
     done = run(*[tmp_path / word if word.isupper() and len(word) > 1 else word for word in words])
     assert done.returncode != 0 and done.stdout == "" and complaint in done.stderr, done.stderr

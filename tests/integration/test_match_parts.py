@@ -143,6 +143,20 @@ def test_other_programs_pgn_is_read():
     assert [(move.san, move.score) for move in game.moves] == [("e4", 31), ("e5!", None), ("Nf3", -scores.mate_in(3)), ("Nc6", None)]
 
 
+# --- Openings ---
+
+@pytest.mark.parametrize("text, count", [
+    ('\ufeff[Event "x"]\n\n1. e4 e5 *\n', 1), ("\ufeff4k3/8/8/8/8/8/8/R3K3 w Q -\n", 1),
+    ('[Event "x"]\n\n1. e4! (1. d4 {the (other)} d5) 1... e5 $1 *\n\n[Event "y"]\n\n*\n', 2),
+])
+def test_openings_are_read(tmp_path, text, count):
+    (tmp_path / "openings").write_text(text, encoding="utf-8")
+    read = openings.openings_of(tmp_path / "openings", None)
+    assert len(read) == count
+    if "e5" in text:
+        assert openings.checked(read[0])[0].moves == ("e2e4", "e7e5")
+
+
 # --- The statistics are those of selfplay ---
 
 def counts_of(pairs):

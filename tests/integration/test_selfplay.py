@@ -197,6 +197,22 @@ def test_variants_become_a_table_and_are_played_once(tmp_path):
     assert "| more for captures |" in table
 
 
+def test_variants_may_be_played_until_both_agree(tmp_path):
+    """Each set of rules has games of its own."""
+    variant = "other: enable_ettc=true\n"
+    sensitivity(tmp_path, variant)
+    sensitivity(tmp_path, variant, "--resign", "1:1", "--draw", "1:1:0")
+    heads = [path.read_text() for path in (tmp_path / "state").glob("*.games")]
+    assert sorted(re.findall(r"(?m)^resign .*", "".join(heads))) == ["resign 0 1000 draw 40 0 10", "resign 1 1 draw 1 1 0"]
+    assert " nodes a move with --resign 1:1 --draw 1:1:0; " in (tmp_path / "table.md").read_text()
+
+
+def test_variants_need_a_place_for_their_table(tmp_path):
+    run = sensitivity(tmp_path, "good: enable_ettc=true\n", "--output", tmp_path / "none/table.md", check=False)
+    assert run.stderr == f"scripts/sensitivity: can't write {tmp_path}/none/table.md: No such file or directory\n"
+    assert not list((tmp_path / "state").glob("*"))
+
+
 @pytest.mark.parametrize("variants, complaint", [
     ("", "no variants"),
     ("a: b\n", 'line 1: not SETTING=VALUE: "b"'),

@@ -163,4 +163,8 @@ def examples(tally, count):
 
 
 def read_file(path):
-    return read_games(path.read_text(encoding="utf-8", errors="replace"))
+    """ValueError if there are no games in it."""
+    games = read_games(path.read_text(encoding="utf-8-sig", errors="replace"))
+    if not any("White" in game.tags or "Black" in game.tags for game in games):
+        raise ValueError(f"{path}: no games in PGN")
+    return games

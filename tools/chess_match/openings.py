@@ -5,6 +5,7 @@ import re
 from typing import NamedTuple, Optional
 
 from .errors import Trouble
+from .pgn import read_games
 from .referee import rules
 
 BUILT_IN = (
@@ -27,7 +28,7 @@ def openings_of(path, plies):
     if path.exists() and not path.is_file():
         raise Trouble(f"can't open {path}: no regular file")
     try:
-        text = path.read_text(encoding="utf-8", errors="replace")
+        text = path.read_text(encoding="utf-8-sig", errors="replace")
     except OSError as error:
         raise Trouble(f"can't open {path}: {error.strerror}") from None
     openings = games_of(path, text, plies) if text.lstrip().startswith("[") else lines_of(path, text)
@@ -50,8 +51,8 @@ def lines_of(path, text):
 
 
 def games_of(path, text, plies):
-    return [Opening(game.tags.get("FEN"), tuple(game.moves[:plies]), f"{path}: game {number}")
-            for number, game in enumerate(rules.read_pgn(text), 1)]
+    return [Opening(game.tags.get("FEN"), tuple(move.san.rstrip("!?") for move in game.moves[:plies]), f"{path}: game {number}")
+            for number, game in enumerate(read_games(text), 1)]
 
 
 def checked(opening):

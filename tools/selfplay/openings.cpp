@@ -60,8 +60,14 @@ std::vector<Opening> ReadGames(std::istream& file, std::uint32_t most_plies) {
         PGN_TAGS tags;
         try {
             ReadPgn(game, file, tags);
+        } catch (const UserBoard::invalid_position&) {
+            Refuse("game", number, "no position");
+        } catch (const UserBoard::invalid_move&) {
+            Refuse("game", number, "a move in it can't be played");
         } catch (const UserBoard::user_exception&) {
-            Refuse("game", number, "it can't be read");
+            Refuse(
+                "game", number,
+                "it can't be read: it has no result, or what is no move (variations and glyphs can't be read either)");
         }
         openings.push_back({FollowMoves(game, most_plies)});
         if (openings.back().position.IsGameOver()) Refuse("game", number, "the game is over");
@@ -72,6 +78,12 @@ std::vector<Opening> ReadGames(std::istream& file, std::uint32_t most_plies) {
 }  // namespace
 
 std::vector<Opening> ReadOpenings(std::istream& file, std::uint32_t most_plies) {
+    // Some editors mark a text as UTF-8 by its first bytes.
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    for (const char c : mark) {
+        if (file.peek() != std::char_traits<char>::to_int_type(c)) break;
+        file.ignore();
+    }
     file >> std::ws;
     auto openings = file.peek() == '[' ? ReadGames(file, most_plies) : ReadLines(file);
     if (openings.empty()) throw std::runtime_error("no openings");

@@ -51,6 +51,11 @@ TEST(Openings, GamesWithTheirMoves) {
     EXPECT_TRUE(openings[1].position.GetFen().starts_with("8/4k3/8/8/4P3/8/8/4K3 w"));
 }
 
+TEST(Openings, MarkOfAnEditorIsNoPartOfThem) {
+    EXPECT_EQ(Read(std::string("\xEF\xBB\xBF") + two_games).size(), 2U);
+    EXPECT_EQ(Read(std::string("\xEF\xBB\xBF") + two_lines).size(), 2U);
+}
+
 TEST(Openings, GamesAreFollowedSoFarOnly) {
     const auto openings = Read(two_games, 3);
     EXPECT_EQ(openings[0].position.made_moves().size(), 3U);
@@ -62,7 +67,14 @@ TEST(Openings, WhatIsNoneIsToldWithItsPlace) {
     EXPECT_EQ(WhyRefused("# nothing\n"), "no openings");
     EXPECT_EQ(WhyRefused("8/8/8/8/8/8/8/K1k5 w - -\n"), "line 1: the game is over");
     EXPECT_EQ(WhyRefused("4k3/8/8/8/8/8/4P3/4K3 w - -\nnonsense\n"), "line 2: no position");
-    EXPECT_EQ(WhyRefused("[Event \"?\"]\n\n1. e4 e5 *\n\n[Event \"?\"]\n\n1. e5 *\n"), "game 2: it can't be read");
+    EXPECT_EQ(WhyRefused("[Event \"?\"]\n\n1. e4 e5 *\n\n[Event \"?\"]\n\n1. e5 *\n"),
+              "game 2: a move in it can't be played");
+    const std::string unread =
+        "game 1: it can't be read: it has no result, or what is no move (variations and glyphs can't be read either)";
+    EXPECT_EQ(WhyRefused("[Event \"?\"]\n\n1. e4 (1. d4) *\n"), unread);
+    EXPECT_EQ(WhyRefused("[Event \"?\"]\n"), unread);
+    EXPECT_EQ(WhyRefused("[FEN \"8/8/8/8/8/8/8/8 w - - 0 1\"]\n\n1. e4 *\n"), "game 1: no position");
+    EXPECT_EQ(WhyRefused("\xEF\xBB\xBFnonsense\n"), "line 1: no position");
     EXPECT_EQ(WhyRefused("[Event \"?\"]\n\n1. f3 e5 2. g4 Qh4# 0-1\n"), "game 1: the game is over");
 }
 
