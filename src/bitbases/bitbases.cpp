@@ -20,17 +20,31 @@ namespace {
 
 using Mapping = VorkaUtils::ReadOnlyMemoryMappedFile;
 
-std::unique_ptr<Mapping> ReadFile(const std::string& path, std::uint32_t size, Checksum& checksum) {
-    const std::string failure = std::string(vocabulary::could_not_open_bitbase_file).append(path);
-    checksum = Checksum::not_tested;
+/// What to say beside "could not open"; nothing if there is no more to it.
+std::string_view ReasonOf(const FileState& state) {
+    if (state.checksum == Checksum::does_not_fit) return vocabulary::its_checksum_does_not_fit;
+    if (state.failure == Mapping::Failure::no_regular_file) return vocabulary::it_is_no_regular_file;
+    if (state.failure == Mapping::Failure::other_size) return vocabulary::it_has_another_size;
+    if (state.failure == Mapping::Failure::not_read) return vocabulary::it_cannot_be_read;
+    return {};
+}
+
+std::unique_ptr<Mapping> ReadFile(const std::string& path, std::uint32_t size, FileState& state) {
+    state = {};
     try {
         auto file = std::make_unique<Mapping>(path, size);
-        checksum = TestChecksum(path, {file->address(), file->size()});
-        if (checksum != Checksum::does_not_fit) return file;
-    } catch (const Mapping::IOException&) {
-        throw CouldNotOpenFileException(failure + '\'');
+        state.checksum = TestChecksum(path, {file->address(), file->size()});
+        if (state.checksum != Checksum::does_not_fit) return file;
+    } catch (const Mapping::IOException& error) {
+        state.failure = error.failure();
     }
-    throw CouldNotOpenFileException(failure + std::string(vocabulary::checksum_of_file_does_not_fit));
+    std::string text = std::string(vocabulary::could_not_open_bitbase_file).append(path);
+    if (const std::string_view reason = ReasonOf(state); !reason.empty()) {
+        text.append(vocabulary::reason_begins).append(reason).append(")");
+    } else {
+        text += '\'';
+    }
+    throw CouldNotOpenFileException(text);
 }
 
 int Read(const Mapping& bitbase, const Cell& cell) { return bitbase.address()[cell.offset] >> cell.shift & 3; }
@@ -51,15 +65,15 @@ Square OnlyPawn(const BOARD& board, Colour side) { return FindLowestBit(board.si
 struct BitbaseFile {
     std::string_view name, found, not_found, not_found_end, failed;
     void (Bitbases::*load)(const std::string& path);
-    Checksum (Bitbases::*checksum)() const noexcept;
+    const FileState& (Bitbases::*state)() const noexcept;
 };
 constexpr BitbaseFile bitbase_files[] = {
     {vocabulary::two_pawns_file, vocabulary::two_pawns_found, vocabulary::two_pawns_not_found,
      vocabulary::two_pawns_not_found_end, vocabulary::failed_to_open_two_pawns, &Bitbases::LoadTwoPawns,
-     &Bitbases::TwoPawnsChecksum},
+     &Bitbases::TwoPawnsState},
     {vocabulary::rammed_pawn_file, vocabulary::rammed_pawn_found, vocabulary::rammed_pawn_not_found,
      vocabulary::rammed_pawn_not_found_end, vocabulary::failed_to_open_rammed_pawn, &Bitbases::LoadRammedPawns,
-     &Bitbases::RammedPawnsChecksum},
+     &Bitbases::RammedPawnsState},
 };
 
 void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& bitbases) {
@@ -74,13 +88,13 @@ void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& b
     } catch (const CouldNotOpenFileException&) {
         vlog << file.failed;
     }
-    vlog << ChecksumLine((bitbases.*file.checksum)(), file.name);
+    vlog << StateLine((bitbases.*file.state)(), file.name);
 }
 
 }  // namespace
 
 void Bitbases::Init() {
-    two_pawns_checksum_ = rammed_pawns_checksum_ = Checksum::not_tested;
+    two_pawns_state_ = rammed_pawns_state_ = {};
     {
         const EchoScope file_only(vlog, Echo::off);
         const std::string& directory = ExecutableDirectory();
@@ -91,19 +105,23 @@ void Bitbases::Init() {
     vlog.Flush();
 }
 
-void Bitbases::LoadTwoPawns(const std::string& path) {
-    two_pawns_ = ReadFile(path, two_pawns_size, two_pawns_checksum_);
-}
+void Bitbases::LoadTwoPawns(const std::string& path) { two_pawns_ = ReadFile(path, two_pawns_size, two_pawns_state_); }
 void Bitbases::LoadRammedPawns(const std::string& path) {
-    rammed_pawns_ = ReadFile(path, rammed_pawn_size, rammed_pawns_checksum_);
+    rammed_pawns_ = ReadFile(path, rammed_pawn_size, rammed_pawns_state_);
 }
 
-std::string ChecksumLine(Checksum checksum, std::string_view name) {
+std::string StateLine(const FileState& state, std::string_view name) {
     std::string_view text;
-    if (checksum == Checksum::missing) text = vocabulary::checksum_missing;
-    if (checksum == Checksum::does_not_fit) text = vocabulary::checksum_does_not_fit;
-    if (text.empty()) return {};
-    return std::string(text).append(name).append(vocabulary::checksum_ending) + '\n';
+    if (state.checksum == Checksum::missing) text = vocabulary::checksum_missing;
+    if (state.checksum == Checksum::does_not_fit) text = vocabulary::checksum_does_not_fit;
+    if (!text.empty()) return std::string(text).append(name).append(vocabulary::checksum_ending) + '\n';
+    const std::string_view reason = ReasonOf(state);
+    if (reason.empty()) return {};
+    return std::string(vocabulary::bitbase_file_is_not_used)
+               .append(reason)
+               .append(vocabulary::bitbase_file_name_follows)
+               .append(name) +
+           '\n';
 }
 
 bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king, Square black_king) noexcept {

@@ -45,6 +45,12 @@ class CouldNotOpenFileException : public TextException {
     using TextException::TextException;
 };
 
+/// What became of a file that was to be read.
+struct FileState {
+    std::optional<VorkaUtils::ReadOnlyMemoryMappedFile::Failure> failure{};
+    Checksum checksum = Checksum::not_tested;
+};
+
 /// A stored result, in the view of the side that the table names.
 enum StoredResult : int { stored_draw = 0, stored_loss = 1, stored_draw_too = 2, stored_win = 3 };
 
@@ -68,9 +74,9 @@ class Bitbases {
 
     [[nodiscard]] bool TwoPawnsLoaded() const noexcept { return two_pawns_ != nullptr; }
     [[nodiscard]] bool RammedPawnsLoaded() const noexcept { return rammed_pawns_ != nullptr; }
-    /// What became of the checksum of the file that was read last, in use or not.
-    [[nodiscard]] Checksum TwoPawnsChecksum() const noexcept { return two_pawns_checksum_; }
-    [[nodiscard]] Checksum RammedPawnsChecksum() const noexcept { return rammed_pawns_checksum_; }
+    /// What became of the file that was read last, in use or not.
+    [[nodiscard]] const FileState& TwoPawnsState() const noexcept { return two_pawns_state_; }
+    [[nodiscard]] const FileState& RammedPawnsState() const noexcept { return rammed_pawns_state_; }
 
     /// The stored result for the side to move. The file must be loaded.
     [[nodiscard]] int ProbeTwoPawnsRaw(Colour to_move, Square white_king, Square black_king, Square white_pawn,
@@ -87,13 +93,13 @@ class Bitbases {
     using Mapping = std::unique_ptr<VorkaUtils::ReadOnlyMemoryMappedFile>;
     Mapping two_pawns_;
     Mapping rammed_pawns_;
-    Checksum two_pawns_checksum_ = Checksum::not_tested;
-    Checksum rammed_pawns_checksum_ = Checksum::not_tested;
+    FileState two_pawns_state_;
+    FileState rammed_pawns_state_;
 };
 
-/// What is to be said about a checksum after what is said about its file: a line, or nothing if all is well. `name` is
-/// that of the file.
-[[nodiscard]] std::string ChecksumLine(Checksum checksum, std::string_view name);
+/// What is to be said after what is said about a file: a line with what is wrong with it or with its checksum, or
+/// nothing if all is well. `name` is that of the file.
+[[nodiscard]] std::string StateLine(const FileState& state, std::string_view name);
 
 /// Whether a white pawn stands directly below a black one.
 [[nodiscard]] constexpr bool HasRam(const BOARD& board) noexcept {

@@ -35,9 +35,11 @@ ReadOnlyMemoryMappedFile::ReadOnlyMemoryMappedFile(const std::string& path, std:
     : size_(expected_size) {
     // Without waiting for whoever writes a pipe.
     const OpenFile file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (!file.is_open() || !file.has_size(expected_size)) throw IOException();
+    if (!file.is_open()) throw IOException(Failure::not_opened);
+    if (!file.is_regular()) throw IOException(Failure::no_regular_file);
+    if (!file.has_size(expected_size)) throw IOException(Failure::other_size);
     bytes_.reset(new (std::nothrow) std::uint8_t[expected_size]);
-    if (!bytes_ || !file.Read(bytes_.get(), expected_size)) throw IOException();
+    if (!bytes_ || !file.Read(bytes_.get(), expected_size)) throw IOException(Failure::not_read);
 }
 
 MemoryMappedFile::MemoryMappedFile(const std::string& path, std::uint32_t size) : size_(size) {

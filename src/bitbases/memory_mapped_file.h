@@ -13,7 +13,15 @@ namespace VorkaUtils {
 /// tested.
 class ReadOnlyMemoryMappedFile {
   public:
-    class IOException : public VorkaException {};
+    enum class Failure { not_opened, no_regular_file, other_size, not_read };
+    class IOException : public VorkaException {
+      public:
+        explicit IOException(Failure failure) : failure_(failure) {}
+        [[nodiscard]] Failure failure() const noexcept { return failure_; }
+
+      private:
+        Failure failure_;
+    };
 
     /// Throws IOException if the file can't be opened or read, is no regular file, or has another size, in bytes; and
     /// if there is no memory for it.

@@ -30,8 +30,9 @@ int BenchDepth(const std::vector<std::string_view>& words) try {
 }
 
 int Usage(std::ostream& out, int status) {
-    out << uci_texts::usage;
-    return status;
+    if (out << uci_texts::usage << std::flush) return status;
+    std::cerr << uci_texts::could_not_write;
+    return EXIT_FAILURE;
 }
 
 }  // namespace

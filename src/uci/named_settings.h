@@ -17,5 +17,7 @@ inline constexpr std::array named_settings{NamedSettings{"tuned", "settings/tune
 /// The file that a value of the option means: a file of that path, or else the one of that name. The value itself if it
 /// is neither.
 [[nodiscard]] std::string SettingsPath(const std::string& value);
+/// Where a name is looked for, with commas between the paths; empty if it is none.
+[[nodiscard]] std::string PlacesOfNamedSettings(const std::string& value);
 
 }  // namespace VorkaUci

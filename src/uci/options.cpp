@@ -145,7 +145,7 @@ SetOptionCommand ReadSetOption(std::string_view line) {
     constexpr std::string_view value_word = "value";
     SetOptionCommand command;
     const std::size_t name = FindWord(line, name_word);
-    if (name == std::string_view::npos) return command;
+    if (name == std::string_view::npos || FindWord(line, value_word) < name) return command;
     line.remove_prefix(name + name_word.size());
     const std::size_t value = FindWord(line, value_word);
     if (value != std::string_view::npos) command.value = Trimmed(line.substr(value + value_word.size()));

@@ -71,7 +71,8 @@ struct SetOptionCommand {
     std::string name;
     std::string value;
 };
-/// Reads a whole line. A value stands as it was written; "<empty>" is an empty one.
+/// Reads a whole line. A value stands as it was written; "<empty>" is an empty one. A line that doesn't begin with a
+/// name has none.
 [[nodiscard]] SetOptionCommand ReadSetOption(std::string_view line);
 
 }  // namespace VorkaUci

@@ -28,7 +28,9 @@ bool RunBench(Engine& engine, int depth) {
               << uci_texts::nodes_searched << nodes << '\n'
               << uci_texts::nodes_per_second << speed << '\n'
               << nodes << " nodes " << speed << " nps" << std::endl;
-    return true;
+    if (std::cout) return true;
+    std::cerr << uci_texts::could_not_write;
+    return false;
 }
 
 }  // namespace VorkaUci

@@ -1,6 +1,7 @@
 #include "uci/uci_program.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "bitbases/bitbases.h"
@@ -30,6 +31,8 @@ constexpr std::int64_t quiet_about_bounds = 100;  ///< and the bounds of a score
 constexpr std::int64_t status_interval = 1000;
 constexpr int wait_between_polls = 10;
 
+constexpr std::chrono::milliseconds longest_preparation{2000};
+
 /// The shares of the tables in what Hash gives: the rest of a power of two is a size that the large table can have.
 constexpr std::uint64_t transposition_quarters = 3;
 constexpr std::uint64_t evaluation_part = 8;
@@ -51,23 +54,26 @@ UciProgram::UciProgram(Engine& engine) : engine_(engine), position_(StartPositio
 void UciProgram::Run() {
     try {
         for (;;) {
-            Handle(NextLine());
-            if (request_) RunSearch();
+            const WaitingLine line = NextLine();
+            Handle(line.text);
+            if (!request_) continue;
+            request_->is_stopped = line.is_stopped;
+            RunSearch();
         }
     } catch (const quit_command_received_exception&) {
         // The end of the program.
     }
 }
 
-std::string UciProgram::NextLine() {
+UciProgram::WaitingLine UciProgram::NextLine() {
     if (!waiting_.empty()) {
-        std::string line = std::move(waiting_.front());
+        WaitingLine line = std::move(waiting_.front());
         waiting_.pop_front();
         return line;
     }
     std::optional<std::string> line = ReadLine();
     if (!line) throw quit_command_received_exception();
-    return *std::move(line);
+    return {.text = *std::move(line)};
 }
 
 // The text of the note tells the number.
@@ -88,7 +94,7 @@ void UciProgram::Handle(const std::string& text) {
     const std::optional<FoundCommand> command = FindCommand(text);
     if (!command) return;
     if (is_searching_ && !command->row.beside_search) {
-        waiting_.push_back(text);
+        waiting_.push_back({.text = text});
     } else {
         (static_cast<CommandActions&>(*this).*command->row.carry_out)(command->line);
     }
@@ -110,8 +116,11 @@ void UciProgram::SetDebug(const CommandLine& line) {
 }
 
 /// Memory is taken here, where no clock runs: the first use of 4 GiB costs seconds, and a fast search has milliseconds.
+/// But an interface doesn't wait for ever either; the next `isready` goes on.
 void UciProgram::GetReady(const CommandLine& /*line*/) {
-    if (!is_searching_ && HasMemoryForTables()) engine_.tables.Touch();
+    if (!is_searching_ && HasMemoryForTables()) {
+        (void)engine_.tables.Touch(std::chrono::steady_clock::now() + longest_preparation);
+    }
     Send("readyok");
 }
 
@@ -177,6 +186,7 @@ Move UciProgram::MoveOfBook(const GoCommand& go) {
 }
 
 void UciProgram::Stop(const CommandLine& /*line*/) {
+    for (WaitingLine& line : waiting_) line.is_stopped = true;
     if (is_searching_) throw search_aborted_exception{.discard = false};
 }
 
@@ -192,10 +202,13 @@ void UciProgram::Quit(const CommandLine& /*line*/) { throw quit_command_received
 void UciProgram::SetOption(const CommandLine& line) {
     const SetOptionCommand command = ReadSetOption(line.text);
     const OptionRow* const row = FindOption(command.name);
-    if (row == nullptr) {
+    if (command.name.empty()) {
+        output_.Say(uci_texts::setoption_lacks_name);
+    } else if (row == nullptr) {
         output_.Say(std::string(uci_texts::no_such_option) + command.name);
     } else if (!TakeValue(*row, command.value, values_)) {
-        output_.Say(std::string(uci_texts::refused_value) + std::string(row->name) + ": " + command.value);
+        const std::string value = command.value.empty() ? std::string(uci_texts::no_value) : command.value;
+        output_.Say(std::string(uci_texts::refused_value) + std::string(row->name) + ": " + value);
     } else if (row->took != nullptr) {
         (static_cast<OptionActions&>(*this).*row->took)();
     }
@@ -207,7 +220,14 @@ void UciProgram::ResizeTables() {
     const std::uint64_t bytes = static_cast<std::uint64_t>(values_.hash) * mebibyte;
     if (!engine_.tables.Resize(bytes * transposition_quarters / 4, bytes / evaluation_part)) {
         output_.Say(uci_texts::no_memory);
+        return;
     }
+    const HashTables& tables = engine_.tables;
+    if (tables.transposition.totalBytes() == bytes * transposition_quarters / 4) return;
+    const std::uint64_t taken =
+        tables.transposition.totalBytes() + tables.pawn.totalBytes() + tables.evaluation.totalBytes();
+    output_.Say(std::string(uci_texts::tables_take) + std::to_string((taken + mebibyte - 1) / mebibyte) +
+                std::string(uci_texts::of_the_hash) + std::to_string(values_.hash));
 }
 
 void UciProgram::ClearTables() { engine_.tables.Clear(); }
@@ -230,7 +250,11 @@ void UciProgram::ReadSettings() {
         settings.ReadFile(SettingsPath(values_.settings_file));
         settings.ApplyTo(engine_.settings);
     } catch (const TextException& error) {
-        output_.Say(std::string(uci_texts::no_settings) + error.text());
+        std::string text = std::string(uci_texts::no_settings) + error.text();
+        if (const std::string places = PlacesOfNamedSettings(values_.settings_file); !places.empty()) {
+            text.append(uci_texts::looked_for_in).append(places);
+        }
+        output_.Say(text);
     }
 }
 
@@ -250,8 +274,8 @@ void UciProgram::LoadBitbases() {
     try {
         engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
         engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
-        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.TwoPawnsChecksum(), vocabulary::two_pawns_file));
-        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.RammedPawnsChecksum(), vocabulary::rammed_pawn_file));
+        output_.Say(VorkaBitbases::StateLine(engine_.bitbases.TwoPawnsState(), vocabulary::two_pawns_file));
+        output_.Say(VorkaBitbases::StateLine(engine_.bitbases.RammedPawnsState(), vocabulary::rammed_pawn_file));
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
         output_.Say(error.text());
     }
@@ -293,6 +317,7 @@ void UciProgram::RunSearch() {
 }
 
 void UciProgram::HearInput() {
+    if (request_->is_stopped) throw search_aborted_exception{.discard = false};
     while (!has_input_ended_ && IsInputAvailable()) {
         if (const std::optional<std::string> line = ReadLine()) Handle(*line);
     }

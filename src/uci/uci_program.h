@@ -44,7 +44,14 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
         SearchLimits limits;
         std::int64_t mate = 0;  ///< ends with a mate in so many moves; 0: does not
         bool is_weakened = false;
+        bool is_stopped = false;         ///< before it began: it ends at once
         std::vector<TableMove> known{};  ///< what the tables say of the root moves
+    };
+
+    /// A line that waits for the end of the search.
+    struct WaitingLine {
+        std::string text;
+        bool is_stopped = false;  ///< `stop` came after it, and ends the search that it asks for as well
     };
 
     // --- What the commands do ---
@@ -87,7 +94,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
 
     void Send(std::string_view line) { output_.Send(line); }
     /// The line that has waited longest, or else the next one of the input. Throws at its end.
-    [[nodiscard]] std::string NextLine();
+    [[nodiscard]] WaitingLine NextLine();
     /// The next line of the input, an empty one for a line that was too long; nothing at its end.
     [[nodiscard]] std::optional<std::string> ReadLine();
     void Handle(const std::string& text);
@@ -114,7 +121,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     OptionValues values_;
     std::optional<SearchController> controller_;
     std::optional<BOARD> position_;  ///< at ply 0; nothing after a position that is none
-    std::deque<std::string> waiting_;
+    std::deque<WaitingLine> waiting_;
     std::optional<Request> request_;
     bool is_searching_ = false;
     bool has_input_ended_ = false;

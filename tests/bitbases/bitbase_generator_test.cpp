@@ -259,7 +259,7 @@ TEST_F(Generator, TwoPawnsAreCopiedAndVerified) {
     VorkaGenerator::GenerateTwoPawnsBitbases(tables, File("x"));
     ASSERT_EQ(std::filesystem::file_size(File("x")), VorkaBitbases::two_pawns_size);
     bitbases_.LoadTwoPawns(File("x"));
-    EXPECT_EQ(bitbases_.TwoPawnsChecksum(), VorkaBitbases::Checksum::fits);
+    EXPECT_EQ(bitbases_.TwoPawnsState().checksum, VorkaBitbases::Checksum::fits);
     const BOARD board = BoardFromFen("4k3/8/6p1/8/1P6/8/8/4K3 w - - 0 1");
     const int wanted = MadeUpScore(board);
     EXPECT_EQ(bitbases_.ProbeTwoPawns(board) > 0, wanted > 0);

@@ -7,10 +7,11 @@ import signal
 import struct
 import subprocess
 import termios
+import time
 from pathlib import Path
 
 import pytest
-from engine import UCI_PROGRAM
+from engine import PATIENCE, UCI_PROGRAM
 from uci_dialogue import MATED, number, ready, search
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -80,8 +81,9 @@ def test_hanging_up_ends_it_though_nobody_reads_what_it_says(start):
     os.set_blocking(writer, True)
     uci = start(program=UCI_PROGRAM, stdout=writer)
     uci.send("uci")
+    deadline = time.monotonic() + PATIENCE
     while waiting_bytes(uci.process.stdin):
-        os.sched_yield()
+        assert time.monotonic() < deadline
     uci.process.send_signal(signal.SIGHUP)
     uci.wait(status=0)
     os.close(reader)
@@ -134,6 +136,13 @@ def test_bench_tells_the_signature():
     assert told.returncode == 0 and told.stderr == ""
     assert re.fullmatch(rf"Total time \(ms\) : \d+\nNodes searched  : {totals['4']}\nNodes/second    : \d+\n"
                         rf"{totals['4']} nodes \d+ nps\n", told.stdout)
+
+
+def test_figures_that_nobody_can_be_told_are_a_failure():
+    with open("/dev/full", "w", encoding="utf-8") as full:
+        for words in (["bench", "1"], ["--help"]):
+            run = subprocess.run([UCI_PROGRAM, *words], stdout=full, stderr=subprocess.PIPE, text=True, check=False)
+            assert (run.returncode, run.stderr) == (1, "vorka-uci: can't write to standard output\n")
 
 
 def test_other_words_are_refused():

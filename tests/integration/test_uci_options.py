@@ -1,10 +1,13 @@
 """The options of vorka-uci."""
 
+import os
 import re
+import shutil
 from pathlib import Path
 
 import pytest
 import rules
+from engine import UCI_PROGRAM
 from uci_dialogue import BESTMOVE, MATE_IN_TWO, START, number, ready, search
 
 
@@ -15,6 +18,54 @@ def test_values_out_of_bounds_are_refused(uci):
     uci.expect_text("info string refused value of Hash: 0\n")
     uci.send("setoption name Nonsense value 3")
     uci.expect_text("info string there is no option Nonsense\n")
+
+
+@pytest.mark.parametrize("line", ["setoption", "setoption name", "setoption Hash value 3", "setoption value 3 name Hash"])
+def test_a_name_is_missed(uci, line):
+    uci.ask_text(line, "info string setoption goes on with name NAME value VALUE\n")
+
+
+def test_a_value_is_missed(uci):
+    uci.ask_text("setoption name Hash", "info string refused value of Hash: (none)\n")
+
+
+def test_the_size_of_the_tables_is_told_where_it_is_not_that_of_the_hash(uci):
+    for size, taken in ((100, 63), (3, 2), (63, 35)):
+        uci.ask_text(f"setoption name Hash value {size}",
+                     f"info string the numbers of entries are powers of two, so the tables take {taken} MiB of {size}\n")
+    for size in (1, 64, 256):
+        uci.send(f"setoption name Hash value {size}")
+        assert ready(uci) == ""
+
+
+def test_a_log_file_is_a_regular_one(uci):
+    (uci.folder / "link").symlink_to("log")
+    os.mkfifo(uci.folder / "pipe")
+    for name in ("pipe", "/dev/null", "."):
+        uci.ask_text(f"setoption name Log File value {name}", f"info string could not open {name}\n")
+    uci.send("setoption name Log File value link")
+    ready(uci)
+    assert (uci.folder / "log").read_text().startswith("Vorka logfile created at: ")
+
+
+def test_the_places_of_settings_with_a_name_are_told(uci, start, tmp_path):
+    """Beside a program that has no such folder."""
+    (tmp_path / "a/b/c").mkdir(parents=True)
+    shutil.copy(UCI_PROGRAM, tmp_path / "a/b/c/vorka-uci")
+    alone = start(program=str(tmp_path / "a/b/c/vorka-uci"))
+    alone.send("setoption name Settings File value tuned")
+    places = ", ".join(str(tmp_path / folder / "settings/tuned.txt") for folder in ("a/b/c", "a/b", "a"))
+    alone.expect_text(f"; it was looked for in {places}\n")
+
+
+def test_what_is_wrong_with_a_bitbase_is_told(uci):
+    (uci.folder / "kp_kp.vbb").write_bytes(b"short")
+    uci.ask_text(f"setoption name Bitbase Path value {uci.folder}",
+                 f"info string Could not open file '{uci.folder}/kp_kp.vbb' (it has another size than it should)\n")
+    (uci.folder / "kp_kp.vbb").unlink()
+    os.mkfifo(uci.folder / "kp_kp.vbb")
+    uci.ask_text(f"setoption name Bitbase Path value {uci.folder}",
+                 f"info string Could not open file '{uci.folder}/kp_kp.vbb' (it is no regular file)\n")
 
 
 def test_hash_can_change_between_searches(uci):

@@ -115,12 +115,21 @@ def test_words_that_have_no_search_to_act_on_do_nothing(uci):
 
 
 def test_what_cannot_be_done_inside_a_search_waits_for_its_end(uci):
-    uci.send("position startpos", "go infinite", f"position fen {MATE_IN_TWO}", "setoption name Hash value 1", "go depth 4")
+    uci.send("position startpos", "go nodes 1000000", f"position fen {MATE_IN_TWO}", "setoption name Hash value 1", "go depth 4")
     uci.expect("^info depth 4 ")
     assert "bestmove" not in ready(uci)
-    uci.ask("stop", BESTMOVE)
+    assert " score mate " not in uci.hear(BESTMOVE)[0]
     uci.expect(" score mate 2 ")
     uci.expect(BESTMOVE)
+
+
+def test_stop_ends_the_searches_that_wait_too(uci):
+    uci.send("go infinite", "position startpos moves e2e4", "go infinite", "go movetime 1000000", "stop", "isready", "go depth 2")
+    moves = [uci.expect(BESTMOVE)[1] for _ in range(4)]
+    START.find(moves[0])
+    for move in moves[1:]:
+        START.make(START.find("e2e4")).find(move)
+    assert ready(uci) == "", "one move for each search"
 
 
 def test_stop_at_random_moments_is_answered_with_one_legal_move(uci):

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
+#include <string>
 
 namespace {
 
@@ -18,6 +20,12 @@ TEST(NamedSettings, AreLookedForBesideTheProgramOrLeftAsTheyStand) {
         const std::string path = SettingsPath(std::string(row.name));
         EXPECT_TRUE(path == row.name || path.ends_with(row.file)) << path;
     }
+}
+
+TEST(NamedSettings, AreLookedForInPlacesThatCanBeTold) {
+    const std::string places = PlacesOfNamedSettings("tuned");
+    EXPECT_EQ(std::count(places.begin(), places.end(), ','), 2) << places;
+    EXPECT_EQ(PlacesOfNamedSettings("tuned.txt"), "");
 }
 
 TEST(NamedSettings, LeaveAnyOtherPathAlone) {

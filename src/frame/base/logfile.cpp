@@ -74,16 +74,16 @@ Logfile::Logfile() : std::ostream(nullptr), tee_(std::make_unique<Tee>()) { rdbu
 
 Logfile::~Logfile() { Close(); }
 
-bool Logfile::Open(const std::string& name) { return OpenWith(name, O_CREAT, false); }
+bool Logfile::Open(const std::string& name) { return OpenWith(name, O_CREAT); }
 
 Logfile::Creation Logfile::Create(const std::string& name) {
-    if (OpenWith(name, O_CREAT | O_EXCL | O_NOFOLLOW, true)) return Creation::created;
+    if (OpenWith(name, O_CREAT | O_EXCL | O_NOFOLLOW)) return Creation::created;
     return errno == EEXIST ? Creation::exists : Creation::failed;
 }
 
-bool Logfile::Overwrite(const std::string& name) { return OpenWith(name, O_CREAT | O_NOFOLLOW, true); }
+bool Logfile::Overwrite(const std::string& name) { return OpenWith(name, O_CREAT | O_NOFOLLOW); }
 
-bool Logfile::OpenWith(const std::string& name, int flags, bool regular_only) {
+bool Logfile::OpenWith(const std::string& name, int flags) {
     Close();
     file_name_ = name;
     const int descriptor = open(name.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | flags, 0666);
@@ -91,7 +91,7 @@ bool Logfile::OpenWith(const std::string& name, int flags, bool regular_only) {
     struct stat status {};
     const bool is_regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     // Emptied only now: what is no log is left as it is.
-    if ((regular_only && !is_regular) || (is_regular && ftruncate(descriptor, 0) != 0)) {
+    if (!is_regular || ftruncate(descriptor, 0) != 0) {
         close(descriptor);
         return false;
     }

@@ -27,12 +27,13 @@ class Logfile : public std::ostream {
     /// What became of a new log.
     enum class Creation { created, exists, failed };
 
-    /// Closes an open file and creates `name`, headed by the local time, or empties it. False if that can't be done;
-    /// writing to the file then has no effect. None of these three ever waits for whoever reads a pipe.
+    /// Closes an open file and creates `name`, headed by the local time, or empties it; a link is followed, since who
+    /// names the file knows where it leads. False if that can't be done, or it is no regular file; writing to the file
+    /// then has no effect.
     bool Open(const std::string& name);
     /// The same for a file that did not exist; a link leads nowhere. So two programs never write one log.
     Creation Create(const std::string& name);
-    /// The same for a regular file alone, and through no link.
+    /// The same as Open, but through no link.
     bool Overwrite(const std::string& name);
     void Close();
     /// Flushes standard output, and the file if `flush_always` is set.
@@ -52,7 +53,7 @@ class Logfile : public std::ostream {
 
   private:
     /// Opens with `flags` beside those that always hold; errno tells why if it can't.
-    bool OpenWith(const std::string& name, int flags, bool regular_only);
+    bool OpenWith(const std::string& name, int flags);
 
     class Tee;
     std::unique_ptr<Tee> tee_;

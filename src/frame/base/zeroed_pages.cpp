@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -46,6 +47,18 @@ bool GiveBack([[maybe_unused]] void* data, [[maybe_unused]] std::size_t size) no
 #endif
 }
 
+/// From the start of a page on.
+void TouchPages(std::byte* pages, std::size_t size) noexcept {
+#ifdef MADV_POPULATE_WRITE
+    if (madvise(pages, size, MADV_POPULATE_WRITE) == 0) return;
+#endif
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    for (std::size_t at = 0; at < size; at += page) {
+        volatile std::byte& first = pages[at];
+        first = first;
+    }
+}
+
 }  // namespace
 
 ZeroedPages::ZeroedPages(std::size_t bytes) noexcept : data_(bytes < large_page ? Map(bytes) : MapLargePages(bytes)) {
@@ -71,14 +84,12 @@ void ZeroedPages::Clear() noexcept {
     std::memset(data_, 0, size_);
 }
 
-void ZeroedPages::Touch() noexcept {
-    if (data_ == nullptr) return;
-#ifdef MADV_POPULATE_WRITE
-    if (madvise(data_, size_, MADV_POPULATE_WRITE) == 0) return;
-#endif
-    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    for (std::size_t at = 0; at < size_; at += page) {
-        volatile std::byte& first = static_cast<std::byte*>(data_)[at];
-        first = first;
+bool ZeroedPages::Touch(Deadline deadline) noexcept {
+    // So much takes a tenth of a second at most, where the system is slowest.
+    constexpr std::size_t step = std::size_t{32} << 20U;
+    for (std::size_t at = 0; at < size_; at += step) {
+        if (std::chrono::steady_clock::now() >= deadline) return false;
+        TouchPages(static_cast<std::byte*>(data_) + at, std::min(step, size_ - at));
     }
+    return true;
 }

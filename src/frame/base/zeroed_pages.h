@@ -1,6 +1,10 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
+
+/// When somebody has waited long enough.
+using Deadline = std::chrono::steady_clock::time_point;
 
 /// Memory for large tables: all zero at first, and all zero again at once when it is cleared, since the pages go back
 /// to the system and come back empty when they are next touched. A table costs neither time nor memory before it is
@@ -17,9 +21,9 @@ class ZeroedPages {
     [[nodiscard]] void* data() const noexcept { return data_; }
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
     void Clear() noexcept;
-    /// Takes the memory from the system now, whose first use of a page may cost a tenth of a millisecond. What stands
-    /// in the pages stays.
-    void Touch() noexcept;
+    /// Takes the memory from the system now, whose first use of a page may cost a tenth of a millisecond, and much more
+    /// in a virtual machine. What stands in the pages stays. Ends early after the deadline: false then.
+    bool Touch(Deadline deadline) noexcept;
 
   private:
     void* data_ = nullptr;

@@ -223,10 +223,8 @@ void HashTables::Clear() noexcept {
     pawn.clear();
 }
 
-void HashTables::Touch() noexcept {
-    transposition.touch();
-    pawn.touch();
-    evaluation.touch();
+bool HashTables::Touch(Deadline deadline) noexcept {
+    return pawn.touch(deadline) && evaluation.touch(deadline) && transposition.touch(deadline);
 }
 
 void HashTables::ClearScores() noexcept {

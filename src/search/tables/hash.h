@@ -27,8 +27,9 @@ class ABSTRACT_HASH_TABLE {
     /// left as it is, if there is no memory for it.
     virtual bool resize(std::uint64_t bytes) = 0;
     virtual void clear() noexcept = 0;
-    /// Takes the memory of the table from the system, which otherwise happens entry by entry inside the search.
-    virtual void touch() noexcept = 0;
+    /// Takes the memory of the table from the system, which otherwise happens entry by entry inside the search. False
+    /// if the deadline came before its end.
+    virtual bool touch(Deadline deadline) noexcept = 0;
     [[nodiscard]] virtual std::uint64_t totalSlots() const noexcept = 0;
     /// Counts the empty entries: walks the whole table.
     [[nodiscard]] virtual std::uint64_t freeSlots() const noexcept = 0;
@@ -59,7 +60,7 @@ class HashSlots {
     /// False, with nothing changed, if there is no memory.
     bool Resize(std::uint64_t bytes) noexcept;
     void Clear() noexcept { pages_.Clear(); }
-    void Touch() noexcept { pages_.Touch(); }
+    bool Touch(Deadline deadline) noexcept { return pages_.Touch(deadline); }
     [[nodiscard]] std::uint64_t count() const noexcept { return mask_ + 1; }
     [[nodiscard]] Slot& at(std::uint64_t key) noexcept { return static_cast<Slot*>(pages_.data())[key & mask_]; }
     [[nodiscard]] const Slot& at(std::uint64_t key) const noexcept { return begin()[key & mask_]; }
@@ -142,7 +143,7 @@ class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
     }
     /// Keeps the age.
     void clear() noexcept override { buckets_.Clear(); }
-    void touch() noexcept override { buckets_.Touch(); }
+    bool touch(Deadline deadline) noexcept override { return buckets_.Touch(deadline); }
     [[nodiscard]] std::uint64_t totalSlots() const noexcept override { return buckets_.count() * 2; }
     [[nodiscard]] std::uint64_t freeSlots() const noexcept override;
     [[nodiscard]] std::uint64_t entrySize() const noexcept override { return sizeof(TranspositionEntry); }
@@ -205,7 +206,7 @@ class PAWN_HASH_TABLE final : public ABSTRACT_HASH_TABLE {
   public:
     bool resize(std::uint64_t bytes) override { return slots_.Resize(bytes); }
     void clear() noexcept override { slots_.Clear(); }
-    void touch() noexcept override { slots_.Touch(); }
+    bool touch(Deadline deadline) noexcept override { return slots_.Touch(deadline); }
     [[nodiscard]] std::uint64_t totalSlots() const noexcept override { return slots_.count(); }
     [[nodiscard]] std::uint64_t freeSlots() const noexcept override;
     [[nodiscard]] std::uint64_t entrySize() const noexcept override { return sizeof(PAWN_HASH_ENTRY); }
@@ -241,7 +242,7 @@ class EVALUATION_HASH_TABLE final : public ABSTRACT_HASH_TABLE {
   public:
     bool resize(std::uint64_t bytes) override { return slots_.Resize(bytes); }
     void clear() noexcept override { slots_.Clear(); }
-    void touch() noexcept override { slots_.Touch(); }
+    bool touch(Deadline deadline) noexcept override { return slots_.Touch(deadline); }
     [[nodiscard]] std::uint64_t totalSlots() const noexcept override { return slots_.count(); }
     [[nodiscard]] std::uint64_t freeSlots() const noexcept override;
     [[nodiscard]] std::uint64_t entrySize() const noexcept override { return sizeof(EvaluationEntry); }
@@ -265,8 +266,9 @@ struct HashTables {
     /// stays as it is then.
     bool Resize(std::uint64_t transposition_bytes, std::uint64_t evaluation_bytes);
     void Clear() noexcept;
-    /// Takes the memory of all of them from the system, so that no search has to wait for it.
-    void Touch() noexcept;
+    /// Takes the memory of all of them from the system, so that no search has to wait for it. False if the deadline
+    /// came before the end: what is left comes as it is used, or with the next call.
+    bool Touch(Deadline deadline) noexcept;
     /// Forgets all scores, since they have lost their meaning: everything but the facts about pawns.
     void ClearScores() noexcept;
     void NewSearch() noexcept;

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -147,6 +148,20 @@ TEST(Logfile, IsCreatedOnlyWhereNothingIs) {
     EXPECT_FALSE(std::filesystem::exists(directory.path() / "nowhere"));
 }
 
+TEST(Logfile, OpensRegularFilesAlone) {
+    const TemporaryDirectory directory;
+    std::filesystem::create_symlink("target", directory.path() / "link");
+    EXPECT_TRUE(vlog.Open(directory.File("link")));
+    vlog.Close();
+    EXPECT_TRUE(TextOf(directory.File("target")).starts_with("Vorka logfile created at: "));
+    ASSERT_EQ(mkfifo(directory.File("pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(vlog.Open(directory.File("pipe")));
+    const int reader = open(directory.File("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_FALSE(vlog.Open(directory.File("pipe"))) << "though somebody reads it";
+    close(reader);
+    EXPECT_FALSE(vlog.Open("/dev/null"));
+}
+
 TEST(Logfile, OverwritesRegularFilesAlone) {
     const TemporaryDirectory directory;
     std::ofstream(directory.File("target")) << "text";
@@ -188,15 +203,24 @@ TEST(Logfile, ThatCannotBeOpenedLeavesStandardOutput) {
 }
 
 TEST(Logfile, OnAFullDiskLeavesStandardOutput) {
-    if (!FileExists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
+    // A file that may grow no more stands for it.
+    const TemporaryDirectory directory;
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small{.rlim_cur = 60, .rlim_max = before.rlim_max};
     CaptureStdout();
-    vlog.Open("/dev/full");
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_TRUE(vlog.Open(directory.File("log")));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     for (int i = 0; i < 3; ++i) {
         vlog << "line " << i << '\n';
         vlog.Flush();
     }
     EXPECT_TRUE(vlog.good());
     vlog.Close();
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    (void)std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(TextOf(directory.File("log")).size(), 60U);
     EXPECT_EQ(GetCapturedStdout(), "line 0\nline 1\nline 2\n");
 }
 
