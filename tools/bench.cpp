@@ -235,7 +235,7 @@ bool ReadOptions(int argc, char** argv, Options& options, SearchSettings& settin
     return optind == argc;
 }
 
-/// Throws std::runtime_error for a file that can't be read or written.
+/// Throws std::runtime_error for a file that can't be read or written, and if nobody can be told.
 void RunAll(Engine& engine, const Options& options) {
     std::vector<BenchRow> kept;
     if (!options.compare.empty()) kept = ReadRun(options.compare);
@@ -245,6 +245,7 @@ void RunAll(Engine& engine, const Options& options) {
     if (!options.save.empty()) SaveRun(options.save, run);
     if (!kept.empty()) std::cout << '\n' << ComparisonText(run, kept, !options.is_quiet) << std::flush;
     PrintTotals(run, options);
+    if (!std::cout.flush() || std::fflush(stdout) != 0) throw std::runtime_error("can't write to standard output");
 }
 
 }  // namespace

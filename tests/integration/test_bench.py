@@ -74,3 +74,9 @@ def test_numbers_of_other_tools_are_read_strictly():
     for options in (["--time", "abc"], ["--depth", "2x"], ["--time", "0"]):
         run = subprocess.run([tool, *options], input="", capture_output=True, text=True)
         assert run.returncode == 1 and run.stdout == "" and "takes a number" in run.stderr
+
+
+def test_figures_that_nobody_can_be_told_are_a_failure():
+    with open("/dev/full", "w", encoding="utf-8") as full:
+        run = subprocess.run([BENCH, "--depth", "1", "--quiet"], stdout=full, stderr=subprocess.PIPE, text=True, check=False)
+    assert (run.returncode, run.stderr) == (1, "bench: can't write to standard output\n")

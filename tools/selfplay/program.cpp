@@ -56,9 +56,8 @@ int Usage(std::ostream& out, int status) {
            "                    personality=NAME, contempt=CENTIPAWNS, nodes=N (its own bound), name=NAME\n"
            "  --games N         an even number (1000); --sprt may end the match before\n"
            "  --nodes N         search so many nodes for each move; --depth N so many iterations\n"
-           "  --time B+I        seconds for the game, and more after each move: 10+0.1; of several bounds the first "
-           "that\n"
-           "                    is reached ends a search\n"
+           "  --time B+I        seconds for the game, and more after each move: 10+0.1\n"
+           "                    (of several bounds the first that is reached ends a search)\n"
            "  --openings FILE   EPD, FEN or PGN; of PGN games at most --opening-plies N half moves\n"
            "  --seed N          take the openings in the order of this number (0: as they stand)\n"
            "  --concurrency N   games at a time (one for each processor)\n"
@@ -67,8 +66,8 @@ int Usage(std::ostream& out, int status) {
            "  --draw FROM:MOVES:CENTIPAWNS   from this move on a game is drawn after so many moves near 0\n"
            "  --sprt ELO0 ELO1  end as soon as one of the two leads can be ruled out, each at a risk of 5 %\n"
            "  --state FILE      keep the games here; the same command goes on after it was stopped or killed\n"
-           "  --pgn FILE        the games with scores and depths, added to what stands there; --report FILE.svg a "
-           "picture\n"
+           "  --pgn FILE        the games with scores and depths, added to what stands there\n"
+           "  --report FILE.svg a picture\n"
            "  --show-every N    games between two lines of results (20)\n\n"
            "At fixed nodes or depth the same options give the same games, whatever --concurrency is.\n";
     return status;
