@@ -90,7 +90,8 @@ def parser_of(description):
     parser.add_argument("--ponder", action="store_true", help="the engine thinks on its opponent's time")
     parser.add_argument("--state", type=pathlib.Path, metavar="FILE",
                         help="keep the games here; the same command goes on after it was stopped or killed")
-    parser.add_argument("--pgn", type=pathlib.Path, metavar="FILE", help="the games with scores, depths and times, added to what stands there")
+    parser.add_argument("--pgn", type=pathlib.Path, metavar="FILE",
+                        help="the games with scores, depths and times, added to what stands there")
     return parser
 
 
