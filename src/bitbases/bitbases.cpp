@@ -20,7 +20,7 @@ namespace {
 
 using Mapping = VorkaUtils::ReadOnlyMemoryMappedFile;
 
-/// What to say beside "could not open"; nothing if there is no more to it.
+/// Why a file can't be used; nothing if there is no more to it than that.
 std::string_view ReasonOf(const FileState& state) {
     if (state.checksum == Checksum::does_not_fit) return vocabulary::its_checksum_does_not_fit;
     if (state.failure == Mapping::Failure::no_regular_file) return vocabulary::it_is_no_regular_file;
@@ -38,13 +38,8 @@ std::unique_ptr<Mapping> ReadFile(const std::string& path, std::uint32_t size, F
     } catch (const Mapping::IOException& error) {
         state.failure = error.failure();
     }
-    std::string text = std::string(vocabulary::could_not_open_bitbase_file).append(path);
-    if (const std::string_view reason = ReasonOf(state); !reason.empty()) {
-        text.append(vocabulary::reason_begins).append(reason).append(")");
-    } else {
-        text += '\'';
-    }
-    throw CouldNotOpenFileException(text);
+    throw CouldNotOpenFileException(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'',
+                                    ReasonOf(state));
 }
 
 int Read(const Mapping& bitbase, const Cell& cell) { return bitbase.address()[cell.offset] >> cell.shift & 3; }
@@ -88,7 +83,7 @@ void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& b
     } catch (const CouldNotOpenFileException&) {
         vlog << file.failed;
     }
-    vlog << StateLine((bitbases.*file.state)(), file.name);
+    vlog << ChecksumLine((bitbases.*file.state)(), file.name);
 }
 
 }  // namespace
@@ -110,18 +105,12 @@ void Bitbases::LoadRammedPawns(const std::string& path) {
     rammed_pawns_ = ReadFile(path, rammed_pawn_size, rammed_pawns_state_);
 }
 
-std::string StateLine(const FileState& state, std::string_view name) {
+std::string ChecksumLine(const FileState& state, std::string_view name) {
     std::string_view text;
     if (state.checksum == Checksum::missing) text = vocabulary::checksum_missing;
     if (state.checksum == Checksum::does_not_fit) text = vocabulary::checksum_does_not_fit;
-    if (!text.empty()) return std::string(text).append(name).append(vocabulary::checksum_ending) + '\n';
-    const std::string_view reason = ReasonOf(state);
-    if (reason.empty()) return {};
-    return std::string(vocabulary::bitbase_file_is_not_used)
-               .append(reason)
-               .append(vocabulary::bitbase_file_name_follows)
-               .append(name) +
-           '\n';
+    if (text.empty()) return {};
+    return std::string(text).append(name).append(vocabulary::checksum_ending) + '\n';
 }
 
 bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king, Square black_king) noexcept {

@@ -42,7 +42,13 @@ inline constexpr std::uint32_t rammed_pawn_size = 0x1E0000;  ///< bytes
 
 class CouldNotOpenFileException : public TextException {
   public:
-    using TextException::TextException;
+    CouldNotOpenFileException(std::string text, std::string_view reason)
+        : TextException(std::move(text)), reason_(reason) {}
+    /// What is wrong with the file, for those who want to know more; empty if there is nothing to add.
+    [[nodiscard]] std::string_view reason() const noexcept { return reason_; }
+
+  private:
+    std::string_view reason_;  // a fixed text
 };
 
 /// What became of a file that was to be read.
@@ -97,9 +103,9 @@ class Bitbases {
     FileState rammed_pawns_state_;
 };
 
-/// What is to be said after what is said about a file: a line with what is wrong with it or with its checksum, or
-/// nothing if all is well. `name` is that of the file.
-[[nodiscard]] std::string StateLine(const FileState& state, std::string_view name);
+/// What is to be said about a checksum after what is said about its file: a line, or nothing if all is well. `name` is
+/// that of the file.
+[[nodiscard]] std::string ChecksumLine(const FileState& state, std::string_view name);
 
 /// Whether a white pawn stands directly below a black one.
 [[nodiscard]] constexpr bool HasRam(const BOARD& board) noexcept {

@@ -274,10 +274,12 @@ void UciProgram::LoadBitbases() {
     try {
         engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
         engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
-        output_.Say(VorkaBitbases::StateLine(engine_.bitbases.TwoPawnsState(), vocabulary::two_pawns_file));
-        output_.Say(VorkaBitbases::StateLine(engine_.bitbases.RammedPawnsState(), vocabulary::rammed_pawn_file));
+        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.TwoPawnsState(), vocabulary::two_pawns_file));
+        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.RammedPawnsState(), vocabulary::rammed_pawn_file));
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
-        output_.Say(error.text());
+        std::string text = error.text();
+        if (!error.reason().empty()) text.append(" (").append(error.reason()).append(")");
+        output_.Say(text);
     }
 }
 

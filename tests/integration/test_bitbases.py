@@ -102,9 +102,8 @@ def test_a_short_file_is_left_alone(start, beside):
     engine = start()
     engine.send("tb")
     engine.finish()
-    reason = "  this file is not used, it has another size than it should: kp_kp.vbb\n"
-    assert f"King+pawn vs king+pawn bitbases (not loaded)\n{reason}" in engine.output
-    assert f"Warning: Failed to open two pawns bitbases.\n{reason}- rammed pawn bitbases found\n" in engine.log
+    assert "King+pawn vs king+pawn bitbases (not loaded)\n" in engine.output
+    assert "Warning: Failed to open two pawns bitbases.\n- rammed pawn bitbases found\n" in engine.log
 
 
 @pytest.mark.parametrize("fen, result", [

@@ -262,13 +262,10 @@ inline constexpr std::string_view checksum_ending = ".sha256";
 // Lines that follow what is said of a file.
 inline constexpr std::string_view checksum_missing = "  the checksum of this file is missing: ";
 inline constexpr std::string_view checksum_does_not_fit = "  the checksum of this file does not fit, it is not used: ";
-inline constexpr std::string_view bitbase_file_is_not_used = "  this file is not used, ";
-inline constexpr std::string_view bitbase_file_name_follows = ": ";
 inline constexpr std::string_view it_is_no_regular_file = "it is no regular file";
 inline constexpr std::string_view it_has_another_size = "it has another size than it should";
 inline constexpr std::string_view it_cannot_be_read = "it can't be read";
 inline constexpr std::string_view its_checksum_does_not_fit = "its checksum does not fit";
-inline constexpr std::string_view reason_begins = "' (";
 inline constexpr std::string_view loading_bitbases = "Loading bitbases (executables directory='";
 inline constexpr std::string_view loading_bitbases_end = "'):\n";
 inline constexpr std::string_view two_pawns_found = "- two pawns bitbases found\n";

@@ -42,9 +42,9 @@ class Command_DisplayTablebasesStatus : public CheckedCommand {
         const VorkaBitbases::Bitbases& bitbases = game.engine().bitbases;
         vlog << vocabulary::supported_databases << vocabulary::nalimov_tablebases << vocabulary::single_pawn_bitbases
              << vocabulary::two_pawns_bitbases << LoadedOrNot(bitbases.TwoPawnsLoaded()) << vocabulary::bitbase_loaded
-             << StateLine(bitbases.TwoPawnsState(), vocabulary::two_pawns_file) << vocabulary::rammed_pawn_bitbases
+             << ChecksumLine(bitbases.TwoPawnsState(), vocabulary::two_pawns_file) << vocabulary::rammed_pawn_bitbases
              << LoadedOrNot(bitbases.RammedPawnsLoaded()) << vocabulary::bitbase_loaded
-             << StateLine(bitbases.RammedPawnsState(), vocabulary::rammed_pawn_file);
+             << ChecksumLine(bitbases.RammedPawnsState(), vocabulary::rammed_pawn_file);
         vlog.Flush();
     }
 };
