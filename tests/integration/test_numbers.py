@@ -15,6 +15,8 @@ SCRIPTS = {
     "tools/match": (["engine"], ["--games", "--concurrency", "--depth", "--draw-after"]),
     "tools/play_endings": (["engine", "--random", "KQK"],
                            ["--positions", "--seed", "--time", "--depth", "--parallel"]),
+    "scripts/fuzz": ([], ["--jobs", "--seed"]),
+    "scripts/soak": ([], ["--concurrency", "--draw-after", "--seed"]),
     "benchmarks/startup": (["engine"], ["--starts"]),
     "benchmarks/flame_graph": (["engine"], ["--depth"]),
     "benchmarks/peers": ([], ["--runs", "--seconds", "--positions", "--hash", "--bench-depth", "--callgrind-depth",

@@ -156,6 +156,12 @@ def script_answers_help(words):
         assert word in told
 
 
+def python_script_answers_help(words):
+    """The same for one in Python, which takes a number after its name."""
+    told = run(words[0], "--help")
+    assert "usage: " + words[0] in told
+
+
 def preset_exists(words):
     """cmake and ctest are not run: the preset, the options and the target must exist."""
     presets = json.loads((ROOT / "CMakePresets.json").read_text())
@@ -253,6 +259,7 @@ def makefile_names_the_program(words):
 
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
+    (r"scripts/(fuzz|soak|mutate)( \d+)?", python_script_answers_help),
     (r"scripts/\w+( \w+)?", script_answers_help),
     (r"(cmake|ctest) .*", preset_exists),
     (r"apt install .*", packages_are_those_of_the_scripts),

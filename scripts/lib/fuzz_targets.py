@@ -1,0 +1,123 @@
+"""The libFuzzer programs of tests/fuzz, for scripts/fuzz: how one is run, watched, and what it finds made small."""
+
+import hashlib
+import pathlib
+import queue
+import re
+import signal
+import subprocess
+import threading
+import time
+
+LONGEST_RUN = 25  # seconds for one input
+MOST_MEMORY = 2048  # MiB
+MINIMISING = 60  # seconds for each finding
+STATUS = re.compile(r"#(\d+)\s.*?\bcov: (\d+)")
+SUMMARY = re.compile(r"SUMMARY: (.*)")
+
+
+def names_of_targets(root):
+    """All that tests/fuzz builds, in its order."""
+    return re.findall(r"vorka_fuzz_target\((\w+)", (root / "tests/fuzz/CMakeLists.txt").read_text())
+
+
+class Target:
+    """What it learns stays in `state`: inputs that reach new code in corpus/NAME, findings in findings/NAME."""
+
+    def __init__(self, name, root, build, state):
+        self.name = name
+        self.program = build / "tests/fuzz" / name
+        self.seeds = root / "tests/fuzz/seeds" / name
+        self.corpus = state / "corpus" / name
+        self.findings = state / "findings" / name
+        self.runs = self.coverage = 0
+        for folder in (self.corpus, self.findings):
+            folder.mkdir(parents=True, exist_ok=True)
+
+    def run(self, seconds, tell, stop):
+        """Looks for so long; `tell` is called now and then. The paths of findings, made small."""
+        end = time.monotonic() + seconds
+        found = []
+        earlier = 0
+        while (left := end - time.monotonic()) > 0.5 and not stop.is_set():
+            before = set(self.findings.iterdir())
+            self.look(left, lambda runs: tell(earlier + runs), stop)
+            earlier += self.runs
+            new = sorted(set(self.findings.iterdir()) - before)
+            if not new and end - time.monotonic() > 2 and not stop.is_set():
+                raise RuntimeError(f"{self.name} ended by itself:\n{self.last_words}")
+            found += [self.minimised(path) for path in new]
+            if len(found) >= 5:  # it would find the same again and again
+                break
+        self.runs = earlier
+        return found
+
+    def look(self, seconds, tell, stop):
+        command = [self.program, self.corpus, self.seeds, f"-max_total_time={max(int(seconds), 1)}", f"-timeout={LONGEST_RUN}",
+                   f"-report_slow_units={LONGEST_RUN}",
+                   f"-rss_limit_mb={MOST_MEMORY}", f"-artifact_prefix={self.findings}/", "-print_final_stats=1", "-verbosity=1"]
+        process = subprocess.Popen([str(word) for word in command], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.PIPE, text=True, errors="replace", start_new_session=True,
+                                   cwd=self.findings)
+        lines = queue.Queue()
+        threading.Thread(target=lambda: [lines.put(line) for line in (*process.stderr, None)], daemon=True).start()
+        said = []
+        try:
+            while (line := next_of(lines, stop)) is not None:
+                if not line:
+                    tell(self.runs)
+                    continue
+                said = [*said[-40:], line]
+                if status := STATUS.match(line):
+                    self.runs, self.coverage = int(status[1]), int(status[2])
+                    tell(self.runs)
+        finally:
+            if process.poll() is None:
+                process.send_signal(signal.SIGINT)  # it ends in order, and has written what it learnt
+            try:
+                process.wait(LONGEST_RUN)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+        self.last_words = "".join(said)
+
+    def minimised(self, path):
+        """A finding as small as libFuzzer makes it, named after what it holds."""
+        small = path.with_name(path.name + ".small")
+        run_quietly([self.program, "-minimize_crash=1", f"-max_total_time={MINIMISING}", f"-timeout={LONGEST_RUN}",
+                   f"-report_slow_units={LONGEST_RUN}",
+                     f"-exact_artifact_path={small}", path], MINIMISING + 2 * LONGEST_RUN)
+        if small.exists() and 0 < small.stat().st_size <= path.stat().st_size:
+            named = path.with_name(f"{path.name.split('-')[0]}-{hashlib.sha1(small.read_bytes()).hexdigest()}")
+            small.rename(named)
+            if named != path:
+                path.unlink()
+            return named
+        small.unlink(missing_ok=True)
+        return path
+
+    def words_about(self, path):
+        """What the sanitizers, or libFuzzer, say of a finding in one line."""
+        told = run_quietly([self.program, f"-timeout={LONGEST_RUN}", path], 2 * LONGEST_RUN)
+        summary = SUMMARY.search(told)
+        return summary[1] if summary else "no longer fails"
+
+
+def next_of(lines, stop):
+    """A line; "" if there is none for a while; None at the end."""
+    if stop.is_set():
+        return None
+    try:
+        return lines.get(timeout=0.5)
+    except queue.Empty:
+        return ""
+
+
+def run_quietly(command, patience):
+    try:
+        done = subprocess.run([str(word) for word in command], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, timeout=patience, start_new_session=True,
+                              cwd=pathlib.Path(command[-1]).parent)
+        return done.stdout.decode("latin-1")
+    except subprocess.TimeoutExpired:
+        return ""
