@@ -6,12 +6,14 @@ import queue
 import re
 import signal
 import subprocess
+import tempfile
 import threading
 import time
 
 LONGEST_RUN = 25  # seconds for one input
 MOST_MEMORY = 2048  # MiB
 MINIMISING = 60  # seconds for each finding
+MOST_LOOKS = 5  # after so many findings the target finds the same again and again
 STATUS = re.compile(r"#(\d+)\s.*?\bcov: (\d+)")
 SUMMARY = re.compile(r"SUMMARY: (.*)")
 
@@ -35,30 +37,32 @@ class Target:
             folder.mkdir(parents=True, exist_ok=True)
 
     def run(self, seconds, tell, stop):
-        """Looks for so long; `tell` is called now and then. The paths of findings, made small."""
+        """Looks for so long; `tell` is called now and then. Findings, made small: paths with words about them. A finding
+        that was there before counts again."""
         end = time.monotonic() + seconds
-        found = []
-        earlier = 0
-        while (left := end - time.monotonic()) > 0.5 and not stop.is_set():
-            before = set(self.findings.iterdir())
-            self.look(left, lambda runs: tell(earlier + runs), stop)
-            earlier += self.runs
-            new = sorted(set(self.findings.iterdir()) - before)
-            if not new and end - time.monotonic() > 2 and not stop.is_set():
-                raise RuntimeError(f"{self.name} ended by itself:\n{self.last_words}")
-            found += [self.minimised(path) for path in new]
-            if len(found) >= 5:  # it would find the same again and again
-                break
+        found = {}
+        earlier, looks = 0, 0
+        while end - time.monotonic() > 0.5 and not stop.is_set() and looks < MOST_LOOKS:
+            looks += 1
+            with tempfile.TemporaryDirectory(dir=self.findings) as new:
+                self.look(end - time.monotonic(), pathlib.Path(new), lambda runs: tell(earlier + runs), stop)
+                earlier += self.runs
+                artifacts = list(pathlib.Path(new).iterdir())
+                for path in artifacts:
+                    kept = self.minimised(path)
+                    found[kept] = self.words_about(kept)
+            if not artifacts and end - time.monotonic() > 2 and not stop.is_set():
+                found[self.program] = "ended by itself: " + self.last_words[-200:].replace("\n", " ")
         self.runs = earlier
-        return found
+        return list(found.items())
 
-    def look(self, seconds, tell, stop):
+    def look(self, seconds, folder, tell, stop):
         command = [self.program, self.corpus, self.seeds, f"-max_total_time={max(int(seconds), 1)}", f"-timeout={LONGEST_RUN}",
                    f"-report_slow_units={LONGEST_RUN}",
-                   f"-rss_limit_mb={MOST_MEMORY}", f"-artifact_prefix={self.findings}/", "-print_final_stats=1", "-verbosity=1"]
+                   f"-rss_limit_mb={MOST_MEMORY}", f"-artifact_prefix={folder}/", "-print_final_stats=1", "-verbosity=1"]
         process = subprocess.Popen([str(word) for word in command], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                    stderr=subprocess.PIPE, text=True, errors="replace", start_new_session=True,
-                                   cwd=self.findings)
+                                   cwd=folder)
         lines = queue.Queue()
         threading.Thread(target=lambda: [lines.put(line) for line in (*process.stderr, None)], daemon=True).start()
         said = []
@@ -85,16 +89,13 @@ class Target:
         """A finding as small as libFuzzer makes it, named after what it holds."""
         small = path.with_name(path.name + ".small")
         run_quietly([self.program, "-minimize_crash=1", f"-max_total_time={MINIMISING}", f"-timeout={LONGEST_RUN}",
-                   f"-report_slow_units={LONGEST_RUN}",
                      f"-exact_artifact_path={small}", path], MINIMISING + 2 * LONGEST_RUN)
-        if small.exists() and 0 < small.stat().st_size <= path.stat().st_size:
-            named = path.with_name(f"{path.name.split('-')[0]}-{hashlib.sha1(small.read_bytes()).hexdigest()}")
-            small.rename(named)
-            if named != path:
-                path.unlink()
-            return named
-        small.unlink(missing_ok=True)
-        return path
+        if small.exists() and small.stat().st_size <= path.stat().st_size:
+            path = small
+        kind = path.name.partition("-")[0]
+        kept = self.findings / f"{kind}-{hashlib.sha1(path.read_bytes()).hexdigest()}"
+        kept.write_bytes(path.read_bytes())
+        return kept
 
     def words_about(self, path):
         """What the sanitizers, or libFuzzer, say of a finding in one line."""
