@@ -73,8 +73,8 @@ UCI = ["ucinewgame", "isready", "position startpos", "position startpos moves <M
        "~ 5", "~ 20", "~ 60"]
 
 KINDS = {
-    "console": Kind("vorka", [], [".", ".", "exit", "force", "ping 4711"], "pong 4711", COMMON * 2 + EDIT),
-    "xboard": Kind("vorka", ["xboard", "protover 2"], [".", ".", "exit", "force", "ping 4711"], "pong 4711", COMMON + XBOARD * 4 + EDIT),
+    "console": Kind("vorka", [], ["cancel", "cancel", "exit", "force", "ping 4711"], "pong 4711", COMMON * 2 + EDIT),
+    "xboard": Kind("vorka", ["xboard", "protover 2"], ["cancel", "cancel", "exit", "force", "ping 4711"], "pong 4711", COMMON + XBOARD * 4 + EDIT),
     # A search to a depth goes on to it when the input has ended, however deep that is.
     "uci": Kind("vorka-uci", ["uci"], ["stop", "isready", "quit"], "readyok", UCI),
 }

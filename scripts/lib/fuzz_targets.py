@@ -15,6 +15,7 @@ MOST_MEMORY = 2048  # MiB
 MINIMISING = 60  # seconds for each finding
 MOST_LOOKS = 5  # after so many findings the target finds the same again and again
 STATUS = re.compile(r"#(\d+)\s.*?\bcov: (\d+)")
+RUNS = re.compile(r"stat::number_of_executed_units: *(\d+)")
 SUMMARY = re.compile(r"SUMMARY: (.*)")
 
 
@@ -66,6 +67,7 @@ class Target:
         lines = queue.Queue()
         threading.Thread(target=lambda: [lines.put(line) for line in (*process.stderr, None)], daemon=True).start()
         said = []
+        self.runs = 0
         try:
             while (line := next_of(lines, stop)) is not None:
                 if not line:
@@ -83,7 +85,11 @@ class Target:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
+        while line := next_of(lines, None):  # what it says at its end
+            said.append(line)
         self.last_words = "".join(said)
+        if runs := RUNS.search(self.last_words):
+            self.runs = int(runs[1])
 
     def minimised(self, path):
         """A finding as small as libFuzzer makes it, named after what it holds."""
@@ -106,7 +112,7 @@ class Target:
 
 def next_of(lines, stop):
     """A line; "" if there is none for a while; None at the end."""
-    if stop.is_set():
+    if stop and stop.is_set():
         return None
     try:
         return lines.get(timeout=0.5)

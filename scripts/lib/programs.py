@@ -3,6 +3,7 @@
 import os
 import pathlib
 import subprocess
+import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
@@ -11,6 +12,9 @@ def build(preset, directory, targets, packages=()):
     """Installs what the build lacks and builds. Whether that went well; what failed has been told."""
     words = ('. "$root/scripts/lib/packages.sh"; . "$root/scripts/lib/build.sh"; '
              'ensure_packages "${build_packages[@]}" $3 && build_with_progress "$1" "$2" -- $4')
-    done = subprocess.run(["bash", "-c", words, "build", preset, str(directory), " ".join(packages), " ".join(targets)],
-                          env=dict(os.environ, root=str(ROOT)))
+    try:
+        done = subprocess.run(["bash", "-c", words, "build", preset, str(directory), " ".join(packages), " ".join(targets)],
+                              env=dict(os.environ, root=str(ROOT)))
+    except KeyboardInterrupt:
+        sys.exit(130)
     return done.returncode == 0

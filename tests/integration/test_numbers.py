@@ -16,6 +16,7 @@ SCRIPTS = {
     "tools/play_endings": (["engine", "--random", "KQK"],
                            ["--positions", "--seed", "--time", "--depth", "--parallel"]),
     "scripts/fuzz": ([], ["--jobs", "--seed"]),
+    "scripts/mutate": ([], ["--seed", "--jobs"]),
     "scripts/soak": ([], ["--concurrency", "--draw-after", "--seed"]),
     "benchmarks/startup": (["engine"], ["--starts"]),
     "benchmarks/flame_graph": (["engine"], ["--depth"]),
