@@ -23,7 +23,8 @@ vorka_test_options(vorka_test_headers)
 set(VORKA_TEST_STARTER "")
 if(VORKA_VALGRIND)
   find_program(VALGRIND valgrind REQUIRED)
-  set(VORKA_TEST_STARTER ${VALGRIND} --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite)
+  set(VORKA_TEST_STARTER ${VALGRIND} --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite
+      "--suppressions=${PROJECT_SOURCE_DIR}/tests/support/valgrind.supp")
 endif()
 
 # vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..])

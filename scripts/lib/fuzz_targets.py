@@ -90,6 +90,8 @@ class Target:
         self.last_words = "".join(said)
         if runs := RUNS.search(self.last_words):
             self.runs = int(runs[1])
+        if coverage := re.findall(r"\bcov: (\d+)", self.last_words):
+            self.coverage = int(coverage[-1])
 
     def minimised(self, path):
         """A finding as small as libFuzzer makes it, named after what it holds."""

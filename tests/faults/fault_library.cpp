@@ -10,6 +10,10 @@
 //     VORKA_FAULT_CALL=5:torn        the same, but half of what was to be written is written
 //     VORKA_FAULT_CALL=5:short       only half is written, which is no fault: the program has to write the rest
 //     VORKA_FAULT_DISK=100           the disk is full after 100 bytes
+//     VORKA_FAULT_TRIALS="EIO kill"  for a program that works for long before it writes: at its first unlink of a file,
+//                                    which is where counting begins, it becomes many, each with its fault, EIO at the
+//                                    first call, at the second .., then kill. Each goes on in a folder of its own,
+//                                    trial-EIO-1 .., which has a folder kept, and in the end its output and its status
 //     VORKA_FAULT_FILES=kept         calls are those about files whose path has this text in it; without it, any file
 //
 // A fault of a call is told on standard error: its name and its number. The functions below take the places of those of
@@ -27,6 +31,7 @@
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/time.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -124,8 +129,7 @@ constexpr std::array errors{NamedError{"EIO", EIO},       NamedError{"ENOSPC", E
                             NamedError{"EINTR", EINTR},   NamedError{"EDQUOT", EDQUOT}, NamedError{"EMFILE", EMFILE},
                             NamedError{"ENOENT", ENOENT}, NamedError{"EROFS", EROFS}};
 
-FaultyCall ReadFaultyCall() {
-    const char* const wish = std::getenv("VORKA_FAULT_CALL");
+FaultyCall ReadFaultyCall(const char* wish) {
     if (wish == nullptr) return {};
     char* end = nullptr;
     FaultyCall call{.number = std::strtoull(wish, &end, 10)};
@@ -151,7 +155,7 @@ Disk ReadDisk() {
     return {.is_wanted = true, .left = std::strtoull(wish, nullptr, 10)};
 }
 
-const FaultyCall faulty_call = ReadFaultyCall();
+FaultyCall faulty_call = ReadFaultyCall(std::getenv("VORKA_FAULT_CALL"));
 Disk disk = ReadDisk();
 const char* const files = std::getenv("VORKA_FAULT_FILES");
 std::atomic<std::uint64_t> calls{0};
@@ -172,7 +176,7 @@ void Say(const char* text) { (void)syscall(SYS_write, STDERR_FILENO, text, std::
 
 /// What is to happen to a call of that name; it is counted if it is meant.
 Action Due(const char* name, bool is_meant) {
-    if (!is_meant || faulty_call.number == 0) return Action::none;
+    if (!is_meant || faulty_call.action == Action::none) return Action::none;
     const std::uint64_t number = ++calls;
     if (number != faulty_call.number && !(faulty_call.for_ever && number > faulty_call.number)) return Action::none;
     std::array<char, 64> line{};
@@ -200,6 +204,71 @@ std::size_t RoomFor(std::size_t length, bool is_meant) {
     if (taken < length) Say("fault: full disk\n");
     if (taken == 0) errno = ENOSPC;
     return taken;
+}
+
+// --- Many trials of one run ---
+
+using Path = std::array<char, 256>;
+
+bool HasFault(const char* output) {
+    FILE* const file = std::fopen(output, "r");
+    if (file == nullptr) return false;
+    bool has_fault = false;
+    std::array<char, 512> line{};
+    while (std::fgets(line.data(), line.size(), file) != nullptr) {
+        has_fault = has_fault || std::strncmp(line.data(), "fault: ", 7) == 0;
+    }
+    std::fclose(file);
+    return has_fault;
+}
+
+/// The child goes on as if nothing had been; its parent waits for its end, and says whether there was a fault.
+enum class Trial { is_child, had_fault, had_none };
+
+Trial TryOnce(const char* word, int number) {
+    Path folder{};
+    std::snprintf(folder.data(), folder.size(), "trial-%s-%d", word, number);
+    Path kept{};
+    std::snprintf(kept.data(), kept.size(), "trial-%s-%d/kept", word, number);
+    Path output{};
+    std::snprintf(output.data(), output.size(), "trial-%s-%d/output", word, number);
+    mkdir(folder.data(), 0777);
+    mkdir(kept.data(), 0777);
+    const pid_t child = fork();
+    if (child == 0) {
+        (void)std::freopen(output.data(), "w", stderr);
+        if (chdir(folder.data()) != 0) _exit(98);
+        Path wish{};
+        std::snprintf(wish.data(), wish.size(), "%d:%s", number, word);
+        faulty_call = ReadFaultyCall(wish.data());
+        calls = 0;
+        return Trial::is_child;
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    const bool has_fault = HasFault(output.data());
+    FILE* const file = std::fopen(output.data(), "a");
+    std::fprintf(file, "status %d\n", WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status));
+    std::fclose(file);
+    return has_fault ? Trial::had_fault : Trial::had_none;
+}
+
+/// Returns in the children alone.
+void TryAll() {
+    static bool is_done = false;
+    const char* words = std::getenv("VORKA_FAULT_TRIALS");
+    if (words == nullptr || is_done) return;
+    is_done = true;
+    std::array<char, 16> word{};
+    int length = 0;
+    for (; std::sscanf(words, " %15s%n", word.data(), &length) == 1; words += length) {
+        Trial trial = Trial::had_fault;
+        for (int number = 1; number < 200 && trial == Trial::had_fault; ++number) {
+            trial = TryOnce(word.data(), number);
+            if (trial == Trial::is_child) return;
+        }
+    }
+    _exit(0);
 }
 
 /// Only what creates a file has a mode.
@@ -376,6 +445,7 @@ int rename(const char* from, const char* to) noexcept {
 
 int unlink(const char* path) noexcept {
     static auto* const original = Original<int(const char*)>("unlink");
+    if (IsMeant(path)) TryAll();
     return Fails("unlink", IsMeant(path)) ? -1 : original(path);
 }
 
