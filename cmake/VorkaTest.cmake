@@ -19,10 +19,18 @@ target_compile_definitions(vorka_test_headers PRIVATE VORKA_TEST_DIRECTORY="${PR
 target_link_libraries(vorka_test_headers PRIVATE vorka_compile_options GTest::gmock GTest::gtest)
 vorka_test_options(vorka_test_headers)
 
+# What each test program is started by: nothing, or valgrind, which ends it with status 99 if it has found something.
+set(VORKA_TEST_STARTER "")
+if(VORKA_VALGRIND)
+  find_program(VALGRIND valgrind REQUIRED)
+  set(VORKA_TEST_STARTER ${VALGRIND} --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite
+      "--suppressions=${PROJECT_SOURCE_DIR}/tests/support/valgrind.supp")
+endif()
+
 # vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..])
 #
 # Adds a GoogleTest program and registers each of its tests with CTest under the given labels (default: unit); with the
-# sanitizers, the program as a whole.
+# sanitizers and valgrind, the program as a whole.
 function(vorka_test name)
   cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK;LABELS")
   if(NOT test_LABELS)
@@ -34,10 +42,10 @@ function(vorka_test name)
   target_link_libraries(${name} PRIVATE ${test_LINK} GTest::gmock GTest::gtest GTest::gtest_main)
   target_precompile_headers(${name} REUSE_FROM vorka_test_headers)
   vorka_test_options(${name})
-  if(VORKA_SANITIZE OR VORKA_SANITIZE_THREAD)
+  if(VORKA_SANITIZE OR VORKA_SANITIZE_THREAD OR VORKA_VALGRIND)
     # A start costs more than most tests: each program is run once, with all of its tests.
-    add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}")
+    add_test(NAME ${name} COMMAND ${VORKA_TEST_STARTER} $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}" TIMEOUT 7200)
     return()
   endif()
   gtest_discover_tests(${name} TEST_PREFIX "${name}." TEST_LIST ${name}_tests DISCOVERY_TIMEOUT 120)

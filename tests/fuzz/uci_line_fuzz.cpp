@@ -36,7 +36,10 @@ void ReadAsGo(const CommandLine& line) {
     for (const Colour side : {white, black}) {
         const SearchLimits limits = LimitsFor(go, side, 10);
         Require(limits.max_depth >= 0 && limits.max_time_limit >= 0 && limits.poll_interval > 0);
-        Require(limits.max_time_limit == 0 || limits.variable_time_limit <= limits.max_time_limit);
+        // A move time is to be used up: it bounds the hard limit alone.
+        if (!go.move_time) {
+            Require(limits.max_time_limit == 0 || limits.variable_time_limit <= limits.max_time_limit);
+        }
         if (go.time[side] && *go.time[side] > 0) Require(limits.max_time_limit <= *go.time[side]);
     }
 }

@@ -156,6 +156,21 @@ def script_answers_help(words):
         assert word in told
 
 
+def options_of_the_test_script_exist(words):
+    """The options before -- are its own, those after it ctest's."""
+    script_answers_help(words[:1])
+    told = run(words[0], "--help")
+    for word in words[1:words.index("--") if "--" in words else None]:
+        if word.startswith("--"):
+            assert word in told
+
+
+def python_script_answers_help(words):
+    """The same for one in Python, which takes a number after its name."""
+    told = run(words[0], "--help")
+    assert "usage: " + words[0] in told
+
+
 def preset_exists(words):
     """cmake and ctest are not run: the preset, the options and the target must exist."""
     presets = json.loads((ROOT / "CMakePresets.json").read_text())
@@ -253,6 +268,8 @@ def makefile_names_the_program(words):
 
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
+    (r"scripts/(fuzz|soak|mutate)( \d+)?", python_script_answers_help),
+    (r"scripts/test( .*)?", options_of_the_test_script_exist),
     (r"scripts/\w+( \w+)?", script_answers_help),
     (r"(cmake|ctest) .*", preset_exists),
     (r"apt install .*", packages_are_those_of_the_scripts),

@@ -40,6 +40,11 @@ def test_a_mate_is_found_and_ends_the_search(uci):
     assert " score mate -1 " in lines[-2] and best[1] == "a1b1"
 
 
+def test_a_mate_ends_no_search_that_is_not_after_one(uci):
+    lines, best = search(uci, "position fen 6k1/5ppp/8/8/8/8/5PPP/R5K1 w - - 0 1", "go depth 6")
+    assert best[1] == "a1a8" and any(line.startswith("info depth 6 ") for line in lines)
+
+
 def test_search_moves_are_the_only_ones(uci):
     for move in ("a2a3", "h2h4", "b1c3"):
         assert search(uci, "position startpos", f"go depth 3 searchmoves {move}")[1][1] == move

@@ -224,6 +224,14 @@ def test_impossible_position_leaves_an_empty_board(xboard):
     xboard.ask("usermove e4", "^move ")
 
 
+@pytest.mark.parametrize("line, answer", [("verify", "Current position is valid\n"), ("display", "en-passant square: none\n"),
+                                          ("help", "cancel"), ("nonsense", "Error (unknown command): nonsense\n")])
+def test_edit_answers_before_anything_else_is_said(xboard, line, answer):
+    # No prompt follows here that would carry the answer along.
+    xboard.send("force", "edit")
+    xboard.ask_text(line, answer)
+
+
 def test_impossible_position_by_edit(xboard):
     xboard.send("force", "edit", "#", "Ke1")
     xboard.ask_text(".", "telluser Illegal position\n")

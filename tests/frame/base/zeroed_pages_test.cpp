@@ -80,6 +80,8 @@ TEST(ZeroedPages, MoveFromOneOwnerToAnother) {
     BytesOf(pages)[0] = 7;
     ZeroedPages other(std::move(pages));
     EXPECT_EQ(BytesOf(other)[0], 7);
+    EXPECT_EQ(pages.data(), nullptr);  // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(pages.size(), 0U);
     pages = std::move(other);
     EXPECT_EQ(BytesOf(pages)[0], 7);
 }

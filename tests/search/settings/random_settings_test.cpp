@@ -13,10 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "search/driver/bound_search.h"
-#include "search/engine/engine.h"
 #include "search/settings/search_settings.h"
-#include "support/board_builder.h"
+#include "support/limited_search.h"
 #include "support/row_name.h"
 
 namespace {
@@ -31,46 +29,6 @@ constexpr std::array positions{
     std::string_view{"3q1r2/5P1k/8/6Q1/8/8/5K2/8 w - - 0 1"},
     std::string_view{"8/5k2/8/8/3N4/4B3/3K4/8 w - - 0 1"},
     std::string_view{"8/3k4/3p4/8/3P4/3K4/8/8 b - - 0 1"},
-};
-
-struct EnoughNodes {};
-
-/// A search that is thrown out of its tree after so many nodes.
-class LimitedSearch final : private NodePoll {
-  public:
-    LimitedSearch(std::string_view fen, std::uint64_t most_nodes, const SearchSettings& settings) {
-        board_.settings = settings;
-        board_.poll = this;
-        board_.evaluation.settings = &evaluation_settings_;
-        board_.StartSearch(BoardFromFen(std::string(fen)), 0);
-        board_.poll_countdown = most_nodes;
-    }
-
-    /// Asks two questions of each move, an iteration after the other. The nodes visited.
-    std::uint64_t Run(int iterations) {
-        const BOARD root = board_.board;
-        try {
-            for (int depth = 1; depth <= iterations; ++depth) {
-                board_.iteration_depth = depth;
-                for (const Move move : LegalMovesOf(root)) {
-                    for (const Score test : {0, 400}) {
-                        const Score answer = RootProbe(board_, move, test, depth);
-                        EXPECT_TRUE(answer == test || answer == test - 1) << answer;
-                        EXPECT_EQ(board_.board.key(), root.key());
-                    }
-                }
-            }
-        } catch (const EnoughNodes&) {
-        }
-        return board_.nodes;
-    }
-
-  private:
-    void Poll() override { throw EnoughNodes{}; }
-
-    EVALUATION_SETTINGS evaluation_settings_;
-    Engine engine_;
-    SearchBoard board_{engine_};
 };
 
 SearchSettings RandomSettings(std::mt19937& random, bool at_bounds) {
@@ -107,6 +65,7 @@ TEST(RandomSettings, NeitherCrashNorHang) {
         SCOPED_TRACE("seed " + std::to_string(seed) + ", set " + std::to_string(set) + ", " + std::string(fen));
         const auto search = std::make_unique<LimitedSearch>(fen, most_nodes, settings);
         EXPECT_GT(search->Run(3), 0U);
+        EXPECT_EQ(search->faults(), 0);
     }
 }
 
