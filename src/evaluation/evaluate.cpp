@@ -135,6 +135,21 @@ int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int positi
     return bisect([&](int bound) { return evaluate(context, board, bound, position_type); });
 }
 
+int full_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int position_type) noexcept {
+    if (position_type == pawnless) return evaluate_pawnless(context, board);
+    if (const auto known = context.tables->evaluation.ScoreOf(board.key())) return *known;
+    // What stands before the lazy test seldom comes to more than its margin; where it does the question follows it.
+    constexpr int step = 500;  // less than both margins together, so that none of the bounds between is passed over
+    for (int bound = board.frame().material_balance;;) {
+        const EVALUATION_RESULT result = evaluate_afresh(context, board, bound, position_type);
+        if (!result.lazy) {
+            context.tables->evaluation.Store({.key = board.key(), .score = static_cast<std::int16_t>(result.score)});
+            return result.score;
+        }
+        bound += result.score >= bound ? step : -step;
+    }
+}
+
 int evaluate_for_display(const BOARD& board, int personality, HashTables& tables,
                          const VorkaBitbases::Bitbases& bitbases) noexcept {
     const EVALUATION_SETTINGS settings{.draw_score = 0, .personality = static_cast<std::int16_t>(personality)};

@@ -13,6 +13,9 @@
 /// The score itself, by bisection over evaluate.
 [[nodiscard]] int exact_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int position_type) noexcept;
 
+/// The same score by one evaluation as a rule, for those who need no answer but the score: it does not stop early.
+[[nodiscard]] int full_evaluation(EVALUATION_CONTEXT& context, const BOARD& board, int position_type) noexcept;
+
 /// The score with no contempt and the given personality, for the `eval` command. Of `tables`, that of the evaluation
 /// holds the scores of the search's own settings: it is neither read nor written.
 [[nodiscard]] int evaluate_for_display(const BOARD& board, int personality, HashTables& tables,

@@ -61,6 +61,12 @@ template <class Number>
 
 }  // namespace
 
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(white_space);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(white_space) - begin + 1);
+}
+
 std::vector<std::string> tokenize(std::string_view text, std::string_view separators, std::string_view opening_quotes,
                                   std::string_view closing_quotes, bool keep_quotes) {
     CHECKED_ASSERT(opening_quotes.size() == closing_quotes.size(), vocabulary::no_error_description);

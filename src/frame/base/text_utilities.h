@@ -18,6 +18,9 @@ class unterminated_embedded_string_exception : public tokenize_exception {};
 
 inline constexpr std::string_view white_space = " \t\r\n";
 
+/// The text without the white space around it.
+[[nodiscard]] std::string_view Trimmed(std::string_view text);
+
 /// Splits a text into words at the characters of `separators`. `opening_quotes` and `closing_quotes` are pairs,
 /// position by position, and an embedded string between a pair belongs to the word around it, separators and all:
 /// with "`" as the pair, "a `b c`d e" gives "a", "b cd" and "e". `keep_quotes` leaves the quote characters in.

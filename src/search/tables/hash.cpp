@@ -20,13 +20,6 @@ constexpr std::uint8_t type_without_pawns = 16;
 
 namespace {
 
-/// A stored mate score counts from its node; this one counts from the root.
-Score FromRoot(Score stored, std::uint32_t ply) noexcept {
-    if (stored >= mate_score_limit) return stored - static_cast<Score>(ply);
-    if (stored <= -mate_score_limit) return stored + static_cast<Score>(ply);
-    return stored;
-}
-
 /// Takes over each bound of `source` that says more, from at least as deep a search, and does not contradict the bound
 /// on the other side.
 void Merge(TranspositionEntry& destination, const TranspositionEntry& source) noexcept {
@@ -107,8 +100,8 @@ TranspositionAnswer TRANSPOSITION_TABLE::Look(std::uint64_t key, std::uint32_t p
     hit = {.move = entry.move(), .position_class = entry.position_class(), .flags = entry.flags()};
 
     if (distance > entry.depth()) return undecided;
-    const Score lower = FromRoot(entry.lower_bound, ply);
-    const Score upper = FromRoot(entry.upper_bound, ply);
+    const Score lower = entry.LowerBoundAt(ply);
+    const Score upper = entry.UpperBoundAt(ply);
     // Once the deeper bound reaches far enough, the bound on the entry's own side is believed without a look at its
     // distance: docs/oddities.md, own bound of an entry.
     if (entry.has_cut()) {
@@ -126,6 +119,15 @@ bool TRANSPOSITION_TABLE::ProbeMove(std::uint64_t key, Move& move, Distance& max
     move = bucket[slot].move();
     max_distance = bucket[slot].depth();
     return true;
+}
+
+const TranspositionEntry* TRANSPOSITION_TABLE::Find(std::uint64_t key) noexcept {
+    ++probes_;
+    const Bucket& bucket = buckets_.at(key);
+    const std::size_t slot = FindSlot(bucket, key);
+    if (slot == no_slot) return nullptr;
+    ++hits_;
+    return &bucket[slot];
 }
 
 void TRANSPOSITION_TABLE::Store(TranspositionEntry entry) noexcept {
@@ -207,6 +209,14 @@ EvaluationAnswer EVALUATION_HASH_TABLE::Probe(std::uint64_t key, Score threshold
     if (entry.key != key) return EvaluationAnswer::not_found;
     ++hits_;
     return threshold > entry.score ? EvaluationAnswer::below_threshold : EvaluationAnswer::at_least_threshold;
+}
+
+std::optional<std::int16_t> EVALUATION_HASH_TABLE::ScoreOf(std::uint64_t key) noexcept {
+    ++probes_;
+    const EvaluationEntry& entry = slots_.at(key);
+    if (entry.key != key) return std::nullopt;
+    ++hits_;
+    return entry.score;
 }
 
 // --- All three ---

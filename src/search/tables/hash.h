@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <limits>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "chess/bitboard_tables.h"
@@ -86,6 +87,13 @@ bool HashSlots<Slot>::Resize(std::uint64_t bytes) noexcept {
     return true;
 }
 
+/// A stored mate score counts from its node; this one counts from the root.
+[[nodiscard]] constexpr Score FromRoot(Score stored, std::uint32_t ply) noexcept {
+    if (stored >= mate_score_limit) return stored - static_cast<Score>(ply);
+    if (stored <= -mate_score_limit) return stored + static_cast<Score>(ply);
+    return stored;
+}
+
 /// Two bounds of one position, since every question of the search is asked with a null window. Mate scores count from
 /// the node, not from the root.
 struct TranspositionEntry {
@@ -113,6 +121,10 @@ struct TranspositionEntry {
     [[nodiscard]] Distance depth() const noexcept {
         return lower_distance > upper_distance ? lower_distance : upper_distance;
     }
+
+    /// The bounds as seen from the root, if the entry was found at `ply`.
+    [[nodiscard]] Score LowerBoundAt(std::uint32_t ply) const noexcept { return FromRoot(lower_bound, ply); }
+    [[nodiscard]] Score UpperBoundAt(std::uint32_t ply) const noexcept { return FromRoot(upper_bound, ply); }
 
     static constexpr std::uint32_t cut_bit = 1U << 24;
 };
@@ -164,6 +176,8 @@ class TRANSPOSITION_TABLE final : public ABSTRACT_HASH_TABLE {
     }
     /// Whether there is an entry, with its move and the larger of its distances. Counts nothing.
     [[nodiscard]] bool ProbeMove(std::uint64_t key, Move& move, Distance& max_distance) noexcept;
+    /// The entry of a position as it is stored, or null; until the next Store. Counts nothing but the probe.
+    [[nodiscard]] const TranspositionEntry* Find(std::uint64_t key) noexcept;
     /// The table sets the age of `entry`.
     void Store(TranspositionEntry entry) noexcept;
 
@@ -248,6 +262,8 @@ class EVALUATION_HASH_TABLE final : public ABSTRACT_HASH_TABLE {
     [[nodiscard]] std::uint64_t entrySize() const noexcept override { return sizeof(EvaluationEntry); }
 
     [[nodiscard]] EvaluationAnswer Probe(std::uint64_t key, Score threshold) noexcept;
+    /// The score itself, if it is known. Counts as a probe.
+    [[nodiscard]] std::optional<std::int16_t> ScoreOf(std::uint64_t key) noexcept;
     void Store(const EvaluationEntry& entry) noexcept { slots_.at(entry.key) = entry; }
     /// Asks the memory for a slot that will be probed soon.
     void Prefetch(std::uint64_t key) const noexcept { __builtin_prefetch(&slots_.at(key)); }

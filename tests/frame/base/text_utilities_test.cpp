@@ -103,6 +103,33 @@ TEST(TokenizeLongText, OfOneMebibyteIsSplit) {
     EXPECT_EQ(tokenize(std::string(1U << 20, '\''), white_space, "\"'", "\"'"), Words{""});
 }
 
+// --- Trimmed ---
+
+TEST(Trimmed, LosesTheWhiteSpaceAroundIt) {
+    struct Row {
+        std::string text, trimmed;
+    };
+    const Row rows[] = {
+        {"", ""},
+        {" ", ""},
+        {" \t\r\n", ""},
+        {"a", "a"},
+        {" a", "a"},
+        {"a\r\n", "a"},
+        {"\t a b \t c\n ", "a b \t c"},
+        {std::string(" \0 ", 3), std::string("\0", 1)},
+        {"\va\f", "\va\f"},
+        {"\xa0", "\xa0"},
+    };
+    for (const Row& row : rows) EXPECT_EQ(Trimmed(row.text), row.trimmed) << '"' << row.text << '"';
+    EXPECT_EQ(Trimmed({}), "");
+}
+
+TEST(Trimmed, PointsIntoItsText) {
+    const std::string text = "  word ";
+    EXPECT_EQ(Trimmed(text).data(), text.data() + 2);
+}
+
 // --- Numbers ---
 
 /// What a reader makes of a text: the number, or nothing where it throws.

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <ostream>
 #include <random>
 #include <string>
@@ -234,6 +235,63 @@ TEST(Transpositions, ProbeMoveGivesTheMoveAndTheLargerDistance) {
     EXPECT_EQ(known, move);
     EXPECT_EQ(distance, 192);
     EXPECT_FALSE(table.ProbeMove(8, known, distance));
+}
+
+TEST(Transpositions, FindGivesTheEntryAsItIsStored) {
+    TRANSPOSITION_TABLE table;
+    EXPECT_EQ(table.Find(9), nullptr);
+    auto entry = LowerBound(9, 20, 64);
+    entry.upper_bound = 40;
+    entry.upper_distance = 192;
+    table.Store(entry);
+    const TranspositionEntry* const found = table.Find(9);
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(found->key, 9U);
+    EXPECT_EQ(found->move(), move);
+    EXPECT_EQ(found->lower_bound, 20);
+    EXPECT_EQ(found->lower_distance, 64);
+    EXPECT_EQ(found->upper_bound, 40);
+    EXPECT_EQ(found->upper_distance, 192);
+    EXPECT_EQ(table.Find(8), nullptr);
+    EXPECT_EQ(table.Find(9 + table.totalSlots() / 2), nullptr) << "another key of the same bucket";
+    EXPECT_EQ(table.probes(), 4U);
+    EXPECT_EQ(table.hits(), 1U);
+}
+
+TEST(Transpositions, FindLooksIntoBothPlacesOfTheBucket) {
+    TRANSPOSITION_TABLE table;
+    const std::uint64_t other = 9 + table.totalSlots() / 2;
+    table.Store(LowerBound(9, 20, 128));
+    table.Store(LowerBound(other, 30, 64));
+    ASSERT_NE(table.Find(9), nullptr);
+    ASSERT_NE(table.Find(other), nullptr);
+    EXPECT_EQ(table.Find(9)->lower_bound, 20);
+    EXPECT_EQ(table.Find(other)->lower_bound, 30);
+}
+
+/// Mates count from the position in the table, and from the root for who finds them at a ply.
+TEST(TranspositionEntries, GiveTheirBoundsAsSeenFromTheRoot) {
+    struct Row {
+        Score stored, at_the_root, at_ply_five;
+    };
+    constexpr Row rows[] = {
+        {0, 0, 0},
+        {300, 300, 300},
+        {mate_score_limit - 1, mate_score_limit - 1, mate_score_limit - 1},
+        {mate_score_limit, mate_score_limit, mate_score_limit - 5},
+        {infinity_bound - 3, infinity_bound - 3, infinity_bound - 8},
+        {-mate_score_limit + 1, -mate_score_limit + 1, -mate_score_limit + 1},
+        {-mate_score_limit, -mate_score_limit, -mate_score_limit + 5},
+        {-infinity_bound, -infinity_bound, -infinity_bound + 5},
+    };
+    for (const Row& row : rows) {
+        auto entry = LowerBound(9, row.stored, 64);
+        entry.lower_bound = entry.upper_bound = static_cast<std::int16_t>(row.stored);
+        EXPECT_EQ(entry.LowerBoundAt(0), row.at_the_root);
+        EXPECT_EQ(entry.LowerBoundAt(5), row.at_ply_five);
+        EXPECT_EQ(entry.UpperBoundAt(0), row.at_the_root);
+        EXPECT_EQ(entry.UpperBoundAt(5), row.at_ply_five);
+    }
 }
 
 TEST(Transpositions, CountInAThousandWhatTheRunningSearchHasStored) {
@@ -503,6 +561,18 @@ TEST(EvaluationHash, ComparesTheStoredScore) {
     table.Store({.key = 0x0234567890ABCDEF, .score = 7});
     EXPECT_EQ(table.Probe(0x1234567890ABCDEF, -35), EvaluationAnswer::not_found) << "one slot, overwritten";
     EXPECT_EQ(table.freeSlots(), 511U);
+}
+
+TEST(EvaluationHash, GivesTheStoredScoreItself) {
+    EVALUATION_HASH_TABLE table;
+    EXPECT_EQ(table.ScoreOf(0x1234567890ABCDEF), std::nullopt);
+    for (const std::int16_t score : {std::int16_t{0}, std::int16_t{-35}, std::int16_t{32767}, std::int16_t{-32768}}) {
+        table.Store({.key = 0x1234567890ABCDEF, .score = score});
+        EXPECT_EQ(table.ScoreOf(0x1234567890ABCDEF), score);
+        EXPECT_EQ(table.ScoreOf(0x0234567890ABCDEF), std::nullopt) << "another key of the same slot";
+    }
+    EXPECT_EQ(table.probes(), 9U);
+    EXPECT_EQ(table.hits(), 4U);
 }
 
 }  // namespace
