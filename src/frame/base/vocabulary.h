@@ -130,6 +130,15 @@ inline constexpr std::string_view could_not_write_settings = "could not write fi
 inline constexpr std::string_view unknown_variable_of_settings = "unknown variable: ";
 inline constexpr std::string_view could_not_parse_new_value = "could not parse new value: ";
 
+// --- Files with settings of the tournament search ---
+inline constexpr std::string_view in_line = "line ";
+inline constexpr std::string_view no_assignment = "this is not NAME = VALUE: ";
+inline constexpr std::string_view no_tournament_setting = "there is no setting ";
+inline constexpr std::string_view takes_a_number_from = " takes a number from ";
+inline constexpr std::string_view to_bound = " to ";
+inline constexpr std::string_view could_not_open_tournament_file = "could not open ";
+inline constexpr std::string_view could_not_read_tournament_file = "could not read ";
+
 // --- Start-up and main loop ---
 inline constexpr std::string_view log_file_prefix = "logfile.";
 inline constexpr std::string_view log_file_of_last_resort = "logfile.max";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +14,7 @@
 struct RootMoveRecord {
     Move move = INVALID;
     std::string text;          ///< in standard notation
+    std::uint64_t nodes = 0;   ///< of its subtree, those of earlier iterations counting less
     std::vector<Move> line{};  ///< begins with `move`, once it has been searched
     std::size_t known = 0;     ///< the first moves of the line, which the last question rests on; the others only stood
                                ///< in the table

@@ -13,6 +13,7 @@
 #include "frame/base/theory.h"
 #include "frame/base/vocabulary.h"
 #include "search/state/search_board.h"
+#include "search/tournament/tournament_state.h"
 
 namespace {
 
@@ -133,6 +134,11 @@ void SearchController::StartSearch(const BOARD& position) {
     clock_of_other_lines_.Reset(0, 0);
     line_scores_.clear();
     search_->StartSearch(position, contempt_);
+    if (engine_.uses_tournament_search) {
+        if (!tournament_) tournament_ = std::make_unique<tournament::TournamentState>();
+        tournament_->Prepare(engine_.tournament);
+        tournament_->NewSearch();
+    }
     search_->poll_countdown = NodesToNextPoll(UsualCountdown(0), limits_.max_nodes + 1);
 }
 
@@ -167,6 +173,11 @@ void SearchController::StartIteration(int depth) {
     search_->iteration_depth = depth;
     search_->ForgetMovesPlayed();
     info_.moves_to_search = info_.root_moves;
+    if (engine_.uses_tournament_search && engine_.tournament.root_order != 0 && depth > 2) {
+        std::stable_sort(std::next(root_moves_.begin()), root_moves_.end(),
+                         [](const RootMoveRecord& a, const RootMoveRecord& b) { return a.nodes > b.nodes; });
+        for (RootMoveRecord& record : root_moves_) record.nodes /= 4;
+    }
     host_->sendDepthStarted(depth);
 }
 
@@ -221,8 +232,11 @@ void SearchController::SearchFurtherMove(std::size_t index) {
     RootMoveRecord& record = root_moves_[index];
     NameCurrentMove(record);
     fail_state_ = FailState::none;
-    const bool refuted =
-        info_.score >= most_ || RefutationTest(info_.score, [&](Score test) { return Ask(record, test); });
+    const auto refutes = [&](Distance reduction) {
+        return RefutationTest(info_.score, [&](Score test) { return Ask(record, test, reduction, NodeType::cut); });
+    };
+    const Distance reduction = RootReduction(index);
+    const bool refuted = info_.score >= most_ || (reduction > 0 && refutes(reduction)) || refutes(0);
     if (!refuted) ConfirmCandidate(index);
     --info_.moves_to_search;
 }
@@ -273,24 +287,37 @@ Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score gue
     const BoundSearchTask task{.depth = info_.depth,
                                .lower = lower,
                                .upper = most_,
+                               .aspiration_window = engine_.tournament.aspiration_window,
                                .guess = best_line_ ? std::min(guess, most_) : guess,
                                .contempt = contempt_};
     const auto ask = [&](Score test) {
-        const Score answer = Ask(record, test);
-        const ScoreBound bound = answer == test ? ScoreBound::at_least : ScoreBound::at_most;
+        // What the question expects: the guess holds, and the reply to the move fails; or else one of them refutes it.
+        const Score answer = Ask(record, test, 0, test <= task.guess ? NodeType::all : NodeType::cut);
+        const ScoreBound bound = answer >= test ? ScoreBound::at_least : ScoreBound::at_most;
         host_->sendBound(info_, answer, bound, std::span(record.line).first(record.known));
         return answer;
     };
-    const Score score = BoundSearch(task, ClockOfLine(), fail_state_, ask);
+    const Score score = engine_.uses_tournament_search && engine_.tournament.aspiration_window > 0
+                            ? AspirationSearch(task, ClockOfLine(), fail_state_, ask)
+                            : BoundSearch(task, ClockOfLine(), fail_state_, ask);
     first_root_move_ = false;
     return score;
 }
 
-Score SearchController::Ask(RootMoveRecord& record, Score test) {
+Distance SearchController::RootReduction(std::size_t index) const {
+    if (!engine_.uses_tournament_search || index < 3 || info_.depth < 3) return 0;
+    return tournament_->Reduction(info_.depth - 1, static_cast<int>(index)) * engine_.tournament.root_reduction /
+           ONE_PLY;
+}
+
+Score SearchController::Ask(RootMoveRecord& record, Score test, Distance reduction, NodeType type) {
+    const std::uint64_t before = info_.nodes;
     search_->settings = engine_.settings;
     WriteLineToHash(search_->board, record, search_->position_class[0], engine_.tables.transposition);
-    const Score answer = RootProbe(*search_, record.move, test, info_.depth);
+    const Score answer = RootProbe(*search_, record.move, test, info_.depth,
+                                   engine_.uses_tournament_search ? tournament_.get() : nullptr, reduction, type);
     FlushCounters();
+    record.nodes += info_.nodes - before;
     ReadLineBack(*search_, RootQuestion{.test = test, .depth = info_.depth}, record);
     return answer;
 }

@@ -71,7 +71,8 @@ class SearchController final : private NodePoll {
 
     void NameCurrentMove(const RootMoveRecord& record);
     [[nodiscard]] Score FindScore(RootMoveRecord& record, Score lower, Score guess);
-    [[nodiscard]] Score Ask(RootMoveRecord& record, Score test);
+    [[nodiscard]] Score Ask(RootMoveRecord& record, Score test, Distance reduction, NodeType type);
+    [[nodiscard]] Distance RootReduction(std::size_t index) const;
     void ShowLine(const RootMoveRecord& record);
 
     void Poll() override;
@@ -96,6 +97,7 @@ class SearchController final : private NodePoll {
     Colour root_side_ = white;
     std::vector<RootMoveRecord> root_moves_;  ///< the best ones in front
     std::unique_ptr<SearchBoard> search_;
+    std::unique_ptr<tournament::TournamentState> tournament_;  ///< once the tournament search was asked for
     SearchClock clock_;
     FailState fail_state_ = FailState::none;  ///< of the bisection under way
     bool first_root_move_ = false;            ///< a bisection is under way, not a refutation test

@@ -5,6 +5,7 @@
 #include "bitbases/bitbases.h"
 #include "bitbases/tablebases.h"
 #include "search/settings/search_settings.h"
+#include "search/settings/tournament_settings.h"
 #include "search/tables/hash.h"
 
 inline constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20;
@@ -16,6 +17,8 @@ inline constexpr std::uint64_t usual_evaluation_bytes = 4 * mebibyte;  ///< of p
 /// main, or by whoever else wants an engine; any number of them live side by side. Must outlive its searches.
 struct Engine {
     SearchSettings settings;
+    bool uses_tournament_search = false;
+    TournamentSettings tournament;
     HashTables tables{};
     VorkaBitbases::Bitbases bitbases{};
     VorkaTablebases::Tablebases tablebases{};

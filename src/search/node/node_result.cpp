@@ -26,6 +26,8 @@ std::int16_t StoredDistance(Distance distance) {
     return static_cast<std::int16_t>(std::clamp(distance, no_distance + 1, -no_distance));
 }
 
+}  // namespace
+
 void StoreResult(const Node& node, bool is_cut) {
     TranspositionEntry entry =
         TranspositionEntry::Make(node.board().key(), node.best_move, is_cut, node.position_class, node.flags);
@@ -40,8 +42,6 @@ void StoreResult(const Node& node, bool is_cut) {
     }
     node.search.engine.tables.transposition.Store(entry);
 }
-
-}  // namespace
 
 void TakeLine(Node& node, Move move) {
     Move* line = node.search.pv[node.ply];

@@ -17,6 +17,7 @@
 #include "search/node/extensions.h"
 #include "search/node/internal_deepening.h"
 #include "search/node/move_supply.h"
+#include "search/node/node_entry.h"
 #include "search/node/node_result.h"
 #include "search/node/node_theory.h"
 #include "search/node/null_move.h"
@@ -41,29 +42,6 @@ constexpr std::array<std::int8_t, 64> developing_piece_from = [] {
 }();
 // clang-format on
 
-/// The poll may throw.
-void CountNode(SearchBoard& search) {
-    if (--search.poll_countdown == 0) search.poll->Poll();
-    ++search.nodes;
-}
-
-void EnterPly(Node& node) {
-    node.search.pv[node.ply][0] = INVALID;
-    node.search.history.EnterPly(node.ply);
-}
-
-/// Nothing at this ply is better than mating with the next move, or worse than being mated already.
-NodeAnswer MateDistance(const Node& node) {
-    if (node.beta <= MatedScore(node.ply)) return node.beta;
-    if (node.beta > -MatedScore(node.ply + 1)) return node.beta - 1;
-    return go_on;
-}
-
-NodeAnswer DrawByRule(const Node& node) {
-    if (!node.board().IsDraw()) return go_on;
-    return AsAnswer(node.draw_score(), node.beta);
-}
-
 /// A position may be known well enough; if not, its entry at least gives a move to try first, and what was found out
 /// about it.
 NodeAnswer ProbeHash(Node& node) {
@@ -87,14 +65,6 @@ NodeAnswer ProbeHash(Node& node) {
                               vocabulary::transposition_collision_detected);
     }
     return go_on;
-}
-
-/// The line goes on in the class that the ply before left it in: the position-type extension notes a new one.
-void UpdateClass(Node& node) {
-    if (!node.hash_gave_class) {
-        node.position_class = ClassAfterMove(node.board(), node.last_move(), node.parent_class);
-    }
-    if (node.ply > 0) node.search.position_class[node.ply] = node.search.position_class[node.ply - 1];
 }
 
 /// Whether the filter of quiescence lets a move pass.

@@ -80,8 +80,11 @@ struct MateHost : FakeSearchHost {
     int best = -infinity_bound;  ///< the highest score announced
 };
 
-TEST(Mates, AreFoundWithTheRightDistance) {
-    Engine engine;
+/// By the described search (false) and by the tournament search.
+class MateSearch : public testing::TestWithParam<bool> {};
+
+TEST_P(MateSearch, FindsThemWithTheRightDistance) {
+    Engine engine{.settings = {}, .uses_tournament_search = GetParam(), .tournament = {}};
     ASSERT_TRUE(engine.tables.transposition.resize(16U << 20U));
     for (const MateProblem& problem : ReadProblems()) {
         engine.tables.Clear();
@@ -106,5 +109,8 @@ TEST(Mates, AreFoundWithTheRightDistance) {
         }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Mates, MateSearch, testing::Bool(),
+                         [](const auto& row) { return row.param ? "Tournament" : "Described"; });
 
 }  // namespace

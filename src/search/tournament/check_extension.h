@@ -1,0 +1,10 @@
+#pragma once
+
+#include "search/tournament/tournament_record.h"
+
+namespace tournament {
+
+/// How much deeper a check is searched, in 1/64 ply, if it loses no material.
+[[nodiscard]] Distance CheckExtension(const TournamentNode& node, Move move);
+
+}  // namespace tournament

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "search/tournament/tournament_record.h"
+
+namespace tournament {
+
+/// Without a hash move the first move is a guess, and the distance is ill spent: the node is searched less deep, and
+/// leaves a move for the next time.
+void InternalReduction(TournamentNode& node);
+
+}  // namespace tournament

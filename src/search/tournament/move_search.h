@@ -1,0 +1,18 @@
+#pragma once
+
+#include "search/tournament/tournament_record.h"
+
+namespace tournament {
+
+// What every node does with a move, in quiescence and before it.
+
+/// Plays a move on the board of the search; what the child will look up first is asked for in advance.
+void MakeMove(const TournamentNode& node, Move move);
+/// The node's question to the position after a move or a pass, which is on the board. Throws what a poll throws.
+[[nodiscard]] Score AskChild(const TournamentNode& node, NodeType type, Distance distance);
+/// Takes over what a move has come to. Whether it cuts.
+[[nodiscard]] bool Keep(TournamentNode& node, Move move, Score score);
+/// Stores what the node has found, and gives its answer.
+[[nodiscard]] Score Finish(TournamentNode& node);
+
+}  // namespace tournament

@@ -1,0 +1,131 @@
+#include "search/tournament/tournament_order.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "chess/exchange.h"
+#include "search/node/move_list.h"
+
+namespace tournament {
+
+namespace {
+
+// The groups, from best to worst; within one the score is added. Quiet moves lie around 0.
+constexpr std::int32_t sound_capture = 1 << 28;
+constexpr std::int32_t first_killer = (1 << 27) + 1;
+constexpr std::int32_t second_killer = 1 << 27;
+constexpr std::int32_t counter_move = 1 << 26;
+constexpr std::int32_t losing_capture = -(1 << 28);
+
+/// Histories of answers are kept for the last move and for the one before it.
+constexpr std::array<std::uint32_t, 2> plies_back{1, 2};
+
+/// What is known of `move` after the move that many plies ago. Null if there was none, or a pass.
+HistoryScore* AfterMove(const TournamentNode& node, std::uint32_t plies, Move move) {
+    if (plies > node.ply || node.rules().continuation_history == 0) return nullptr;
+    const Move before = node.search.moves_played[node.ply + 1 - plies];
+    if (before == INVALID) return nullptr;
+    const std::uint32_t side = node.board().side_to_move;
+    const std::uint32_t its_side = plies % 2 == 0 ? side : side ^ 1U;
+    return &node.state.tables().continuation[plies - 1][PieceSquare(before, its_side)][PieceSquare(move, side)];
+}
+
+HistoryScore& BySquares(const TournamentNode& node, Move move) {
+    return node.state.tables().by_squares[node.board().side_to_move][move & 0xFFFU];
+}
+
+void Learn(const TournamentNode& node, Move move, int bonus) {
+    BySquares(node, move).Learn(bonus);
+    for (const std::uint32_t plies : plies_back) {
+        if (HistoryScore* const score = AfterMove(node, plies, move)) score->Learn(bonus);
+    }
+}
+
+/// Where the answer to the last move is kept. Null after a pass.
+Move* AnswerToLastMove(const TournamentNode& node) {
+    const Move last = node.last_move();
+    if (last == INVALID || node.rules().counter_moves == 0) return nullptr;
+    return &node.state.tables().counter_move[PieceSquare(last, node.board().side_to_move ^ 1U)];
+}
+
+}  // namespace
+
+int QuietHistory(const TournamentNode& node, Move move) {
+    int sum = BySquares(node, move).value();
+    for (const std::uint32_t plies : plies_back) {
+        if (const HistoryScore* const score = AfterMove(node, plies, move)) sum += score->value();
+    }
+    return sum;
+}
+
+void LearnFromCut(TournamentNode& node, std::span<const Move> searched) {
+    const TournamentSettings& rules = node.rules();
+    const int plies = std::max(node.plies(), 0) + 1;
+    const int bonus = std::min(rules.history_bonus_factor * plies * plies, rules.history_bonus_limit);
+    Learn(node, node.best_move, bonus);
+    if (rules.history_malus != 0) {
+        for (const Move move : searched) Learn(node, move, -bonus);
+    }
+    if (Move* const answer = AnswerToLastMove(node)) *answer = node.best_move;
+}
+
+NodeAnswer MoveOrder::Next(Move& move) {
+    if (stage_ == Stage::hash_move) {
+        stage_ = Stage::list;
+        move = node_.hash_move;
+        if (move != INVALID) return go_on;
+    }
+    if (stage_ == Stage::list) {
+        stage_ = Stage::pick;
+        if (const auto answer = List()) return *answer;
+    }
+    move = Pick();
+    return go_on;
+}
+
+NodeAnswer MoveOrder::List() {
+    if (const auto answer = ListMoves(node_)) return answer;
+    const KillerPair& killers = node_.search.killers[node_.ply];
+    const Move counter = CounterMove();
+    std::transform(node_.moves, node_.moves_end, scores_.begin(), [&](Move move) {
+        if (!IsQuiet(move)) return CaptureScore(move);
+        if (move == killers.first) return first_killer;
+        if (move == killers.second) return second_killer;
+        if (move == counter) return counter_move;
+        return QuietHistory(node_, move);
+    });
+    return go_on;
+}
+
+Move MoveOrder::CounterMove() const {
+    const Move* const answer = AnswerToLastMove(node_);
+    return answer != nullptr ? *answer : INVALID;
+}
+
+std::int32_t MoveOrder::CaptureScore(Move move) const {
+    // The gain counts first, then the piece that is risked for it.
+    const std::int32_t score =
+        (piece_value[CapturedPiece(move)] + piece_value[PromotionPiece(move)]) * 8 - MovingPiece(move);
+    if (PromotionPiece(move) != no_piece && PromotionPiece(move) != queen) return losing_capture + score;
+    if (material_units[CapturedPiece(move)] >= material_units[MovingPiece(move)]) return sound_capture + score;
+    Bitboard touched = 0;
+    const bool is_sound = ExchangeScore(move, node_.board(), touched) >= 0;
+    return (is_sound ? sound_capture : losing_capture) + score;
+}
+
+Move MoveOrder::Pick() {
+    const std::ptrdiff_t count = node_.moves_end - node_.moves;
+    while (picked_ < count) {
+        const auto first = scores_.begin() + picked_;
+        const auto best = std::max_element(first, scores_.begin() + count);
+        std::iter_swap(first, best);
+        std::swap(node_.moves[picked_], node_.moves[best - scores_.begin()]);
+        const Move move = node_.moves[picked_++];
+        const bool is_left_out = leaves_out_quiet_moves_ && (move & tactical_bits) == 0;
+        if (move != node_.hash_move && !is_left_out) return move;
+    }
+    return INVALID;
+}
+
+}  // namespace tournament

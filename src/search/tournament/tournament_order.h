@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "chess/move_generator.h"
+#include "search/tournament/tournament_record.h"
+
+namespace tournament {
+
+/// The moves of a node outside quiescence, best first: the hash move; captures and promotions that lose no material, by
+/// what they gain; the killers; the move that has refuted the last move elsewhere (after Uiterwijk, The countermove
+/// heuristic, 1992); quiet moves by their history; captures that lose material.
+class MoveOrder {
+  public:
+    explicit MoveOrder(TournamentNode& node) : node_(node) {}
+
+    /// Sets `move` to the next one, INVALID after the last. Mate and stalemate end the node instead.
+    [[nodiscard]] NodeAnswer Next(Move& move);
+    /// From here on moves that neither capture nor promote nor check are left out.
+    void LeaveOutQuietMoves() { leaves_out_quiet_moves_ = true; }
+
+  private:
+    enum class Stage { hash_move, list, pick };
+
+    [[nodiscard]] NodeAnswer List();
+    [[nodiscard]] Move CounterMove() const;
+    [[nodiscard]] std::int32_t CaptureScore(Move move) const;
+    [[nodiscard]] Move Pick();
+
+    TournamentNode& node_;
+    Stage stage_ = Stage::hash_move;
+    bool leaves_out_quiet_moves_ = false;
+    std::ptrdiff_t picked_ = 0;
+    std::array<std::int32_t, MAX_MOVES> scores_;  // beside the node's list; only as long as that is it is filled
+};
+
+/// How well a quiet move has done, from -3 to 3 times HistoryScore::largest: by its squares, and as an answer to the
+/// move before and to the one before that.
+[[nodiscard]] int QuietHistory(const TournamentNode& node, Move move);
+/// The best move of the node is quiet and has cut, after those of `searched` have not.
+void LearnFromCut(TournamentNode& node, std::span<const Move> searched);
+
+}  // namespace tournament
