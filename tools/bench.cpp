@@ -159,14 +159,26 @@ bool SetElements(SearchSettings& settings, const search_settings::SettingRow& ro
     return true;
 }
 
-/// `name=value` with a search setting. False, with a message, if there is none such.
-bool Set(SearchSettings& settings, std::string_view assignment) {
+/// Whether it is a setting of the tournament search, and a value of it.
+bool SetTournament(Engine& engine, std::string_view name, std::string_view text) {
+    if (name == "search" && (text == "classic" || text == "tournament")) {
+        engine.uses_tournament_search = text == "tournament";
+        return true;
+    }
+    const tournament_settings::Row* const row = tournament_settings::Find(name);
+    return row != nullptr && tournament_settings::Take(*row, text, engine.tournament);
+}
+
+/// `name=value` with a setting of one of the searches, or `search=tournament`. False, with a message, if there is none
+/// such.
+bool Set(Engine& engine, std::string_view assignment) {
     const std::size_t sign = std::min(assignment.find('='), assignment.size());
     const std::string_view name = assignment.substr(0, sign);
     const std::string_view text = assignment.substr(std::min(sign + 1, assignment.size()));
     const auto rows = search_settings::Table();
     const auto row = std::ranges::find(rows, name, &search_settings::SettingRow::name);
-    if (row != rows.end() && SetElements(settings, *row, text)) return true;
+    if (row != rows.end() && SetElements(engine.settings, *row, text)) return true;
+    if (SetTournament(engine, name, text)) return true;
     std::cerr << "bench: no such setting or value: " << assignment << '\n';
     return false;
 }
@@ -186,7 +198,7 @@ int Usage(std::ostream& out, int status) {
 }
 
 /// False, with a message, if the command line can't be understood.
-bool ReadOptions(int argc, char** argv, Options& options, SearchSettings& settings) {
+bool ReadOptions(int argc, char** argv, Options& options, Engine& engine) {
     constexpr int most_milliseconds = std::numeric_limits<std::int32_t>::max();
     constexpr int deepest = std::numeric_limits<std::int16_t>::max();
     constexpr std::uint64_t most_megabytes = 1U << 24;
@@ -213,7 +225,7 @@ bool ReadOptions(int argc, char** argv, Options& options, SearchSettings& settin
                                            options.hash_megabytes);
                 break;
             case 's':
-                is_good = Set(settings, optarg);
+                is_good = Set(engine, optarg);
                 break;
             case 'w':
                 options.save = optarg;
@@ -253,7 +265,7 @@ void RunAll(Engine& engine, const Options& options) {
 int main(int argc, char** argv) {
     Engine engine;
     Options options;
-    if (!ReadOptions(argc, argv, options, engine.settings)) return Usage(std::cerr, EXIT_FAILURE);
+    if (!ReadOptions(argc, argv, options, engine)) return Usage(std::cerr, EXIT_FAILURE);
     if (options.is_help) return Usage(std::cout, EXIT_SUCCESS);
     if (!engine.tables.Resize(options.hash_megabytes * mebibyte, usual_evaluation_bytes)) {
         std::cerr << "bench: no memory for the tables\n";

@@ -34,6 +34,22 @@ def test_a_setting_changes_them():
     assert nodes("--set", "capture_move_sorting_bonus=0,8,10,10,12,20") != nodes()
 
 
+def test_the_tournament_search_has_a_total_of_its_own():
+    classic, tournament = nodes("--set", "search=classic"), nodes("--set", "search=tournament")
+    assert classic == nodes()
+    assert tournament != classic
+    assert nodes("--set", "search=tournament") == tournament
+    assert nodes("--set", "search=tournament", "--set", "futility=0") != tournament
+    assert nodes("--set", "futility=0") == classic, "its numbers change no other search"
+
+
+def test_settings_of_the_tournament_search_are_checked():
+    for bad in ("search=other", "futility=2", "futility=", "futility", "futile=1"):
+        run = subprocess.run([BENCH, "--depth", "1", "--set", bad], capture_output=True, text=True)
+        assert run.returncode == 1
+        assert f"bench: no such setting or value: {bad}\n" in run.stderr
+
+
 def test_quiet_says_the_totals_alone():
     out = subprocess.run([BENCH, "--depth", "2", "--quiet"], capture_output=True, text=True, check=True).stdout
     assert re.fullmatch(r"Nodes: +\d+\nTime: +\d+ ms\nNodes/s: +\d+\nDepth: +2.00 on average\nBranching: [0-9.]+\nBench: \d+\n", out)

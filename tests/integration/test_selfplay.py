@@ -46,6 +46,17 @@ def test_concurrency_changes_nothing(tmp_path):
     assert re.search(r"1\. \S+ \{[+-]\d+\.\d\d/\d+\}", alone)
 
 
+def test_the_tournament_search_plays_against_the_classic_one(tmp_path):
+    second = "name=T search=tournament null_move=0"
+    for run in ("once", "again"):
+        quick("--first", "name=C", "--second", second, "--pgn", tmp_path / run, nodes=300)
+    text = (tmp_path / "once").read_text()
+    assert text == (tmp_path / "again").read_text()
+    assert re.findall(r'White "(.)"', text) == ["C", "T"] * 6
+    quick("--first", "name=C", "--second", "name=T", "--pgn", tmp_path / "same", nodes=300)
+    assert (tmp_path / "same").read_text() != text, "it plays other moves"
+
+
 def test_colours_are_turned(tmp_path):
     quick("--first", "name=A", "--second", "name=B", "--pgn", tmp_path / "games.pgn")
     text = (tmp_path / "games.pgn").read_text()

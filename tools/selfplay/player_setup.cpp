@@ -62,6 +62,11 @@ void TakeWord(PlayerSetup& player, std::string_view word) {
         player.contempt = NumberOf(key, value, -most_contempt, most_contempt);
     } else if (key == "nodes") {
         player.nodes = static_cast<std::uint64_t>(NumberOf<std::int64_t>(key, value, 1, most_nodes));
+    } else if (key == "search") {
+        if (value != "classic" && value != "tournament") Refuse("search is classic or tournament");
+        player.uses_tournament_search = value == "tournament";
+    } else if (const tournament_settings::Row* const row = tournament_settings::Find(key)) {
+        player.tournament.*row->place = NumberOf(key, value, row->least, row->most);
     } else {
         ChangeSetting(player.settings, key, value);
     }
@@ -103,6 +108,12 @@ std::string DescriptionOf(const PlayerSetup& player) {
             continue;
         }
         for (std::size_t i = 0; i < row.size; ++i) text << (i == 0 ? "" : ",") << row.Get(player.settings, i);
+    }
+    if (player.uses_tournament_search) text << " search=tournament";
+    for (const tournament_settings::Row& row : tournament_settings::Table()) {
+        const TournamentSettings as_made;
+        if (player.tournament.*row.place != as_made.*row.place)
+            text << ' ' << row.name << '=' << player.tournament.*row.place;
     }
     if (player.personality != 0) text << " personality=" << player.personality;
     if (player.contempt != 0) text << " contempt=" << player.contempt;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "search/settings/search_settings.h"
+#include "search/settings/tournament_settings.h"
 
 /// What makes one player of a match: the defaults of the engine, and what is changed in them.
 ///
@@ -12,6 +13,8 @@
 struct PlayerSetup {
     std::string name;
     SearchSettings settings;
+    bool uses_tournament_search = false;
+    TournamentSettings tournament;
     std::int32_t personality = 0;
     std::int32_t contempt = 0;  ///< centipawns
     std::uint64_t nodes = 0;    ///< a bound of its own for each move; 0: that of the match

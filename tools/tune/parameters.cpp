@@ -21,6 +21,8 @@ constexpr double most_rate = 1;
 
 /// Finds the setting by name; an array's with the number of the element in brackets.
 void FindSetting(Parameter& parameter) {
+    parameter.tournament = tournament_settings::Find(parameter.name);
+    if (parameter.tournament != nullptr) return;
     const std::string_view text = parameter.name;
     const std::size_t bracket = std::min(text.find('['), text.size());
     const std::string_view name = text.substr(0, bracket);
@@ -50,7 +52,9 @@ Parameter ReadLine(const std::string& line) {
     }
     Parameter parameter{.name = words[0]};
     FindSetting(parameter);
-    const double lower = parameter.row->lower_bound, upper = parameter.row->upper_bound;
+    const auto* const tournament = parameter.tournament;
+    const double lower = tournament != nullptr ? tournament->least : parameter.row->lower_bound;
+    const double upper = tournament != nullptr ? tournament->most : parameter.row->upper_bound;
     parameter.least = ReadReal(columns[1], words[2], lower, upper);
     parameter.most = ReadReal(columns[2], words[3], lower, upper);
     if (parameter.least >= parameter.most) Refuse("min is not below max");
@@ -75,6 +79,9 @@ std::vector<Parameter> ReadParameters(std::istream& file) {
             if (std::count_if(parameters.begin(), parameters.end(), same) > 1) {
                 Refuse(parameters.back().name + " is there already");
             }
+            if ((parameters.front().tournament == nullptr) != (parameters.back().tournament == nullptr)) {
+                Refuse(parameters.back().name + " and " + parameters.front().name + " are of different searches");
+            }
         } catch (const std::runtime_error& error) {
             Refuse("line " + std::to_string(number) + ": " + error.what());
         }
@@ -88,11 +95,17 @@ std::int32_t PlayedValue(const Parameter& parameter, double value) {
     return static_cast<std::int32_t>(inside);
 }
 
-SearchSettings SettingsWith(const SearchSettings& base, const std::vector<Parameter>& parameters,
-                            const std::vector<double>& values) {
-    SearchSettings settings = base;
+PlayerSetup PlayerWith(const PlayerSetup& base, const std::vector<Parameter>& parameters,
+                       const std::vector<double>& values) {
+    PlayerSetup player = base;
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        parameters[i].row->Set(settings, parameters[i].index, PlayedValue(parameters[i], values[i]));
+        const Parameter& parameter = parameters[i];
+        const std::int32_t value = PlayedValue(parameter, values[i]);
+        if (parameter.tournament != nullptr) {
+            player.tournament.*parameter.tournament->place = value;
+        } else {
+            parameter.row->Set(player.settings, parameter.index, value);
+        }
     }
-    return settings;
+    return player;
 }

@@ -23,6 +23,7 @@
 #include "frame/base/logfile.h"
 #include "frame/base/whole_file.h"
 #include "search/settings/settings_file.h"
+#include "search/settings/tournament_file.h"
 #include "selfplay/openings.h"
 #include "selfplay/option_texts.h"
 #include "selfplay/rule_options.h"
@@ -56,7 +57,7 @@ int Usage(std::ostream& out, int status) {
            "  --nodes N         search so many nodes for each move; --depth N so many iterations\n"
            "  --openings FILE   EPD, FEN or PGN\n"
            "  --state FILE      kept after each batch; the same command goes on after it was stopped or killed\n"
-           "  --output FILE     the settings reached, for read_settings\n"
+           "  --output FILE     the settings reached, for read_settings or UCI's Tournament File\n"
            "  --plot FILE.svg   every parameter over the pairs\n"
            "  --base PLAYER     what else is changed in the engine: settings=FILE, NAME=VALUE\n"
            "  --pairs N         in all (25000); --batch N between two steps (16)\n"
@@ -234,14 +235,11 @@ class Tuning {
     [[nodiscard]] std::optional<std::vector<int>> Play(const std::vector<Trial>& batch) const {
         std::vector<PairJob> jobs;
         for (const Trial& trial : batch) {
-            PairJob job{.pair = trial.pair,
-                        .first = options_.base,
-                        .second = options_.base,
-                        .rules = options_.rules,
-                        .fen = openings_[trial.pair % openings_.size()].position.GetFen()};
-            job.first.settings = SettingsWith(options_.base.settings, spsa_.parameters(), trial.plus);
-            job.second.settings = SettingsWith(options_.base.settings, spsa_.parameters(), trial.minus);
-            jobs.push_back(job);
+            jobs.push_back({.pair = trial.pair,
+                            .first = PlayerWith(options_.base, spsa_.parameters(), trial.plus),
+                            .second = PlayerWith(options_.base, spsa_.parameters(), trial.minus),
+                            .rules = options_.rules,
+                            .fen = openings_[trial.pair % openings_.size()].position.GetFen()});
         }
         return options_.play_with.empty() ? PlayHere(jobs, options_.concurrency, stop_tuning)
                                           : PlayWith(jobs, options_.play_with, stop_tuning);
@@ -249,11 +247,20 @@ class Tuning {
 
     void Keep() const {
         Write(options_.state, TuningText(head_, spsa_, way_));
-        std::ostringstream settings;
-        OptimizeInterface::Settings::Of(SettingsWith(options_.base.settings, spsa_.parameters(), spsa_.values()))
-            .Write(settings);
-        Write(options_.output, settings.str());
+        Write(options_.output, SettingsReached());
         if (!options_.plot.empty()) Write(options_.plot, PlotSvg(spsa_, way_));
+    }
+
+    /// In the format of the search that was tuned.
+    [[nodiscard]] std::string SettingsReached() const {
+        const PlayerSetup player = PlayerWith(options_.base, spsa_.parameters(), spsa_.values());
+        std::ostringstream text;
+        if (spsa_.parameters().front().tournament != nullptr) {
+            tournament_settings::Write(player.tournament, text);
+        } else {
+            OptimizeInterface::Settings::Of(player.settings).Write(text);
+        }
+        return text.str();
     }
 
     /// What is left is told by the speed of this process so far, the pauses of the machine included.

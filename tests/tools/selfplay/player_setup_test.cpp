@@ -46,6 +46,33 @@ TEST(PlayerSetup, DescriptionReadsBack) {
     EXPECT_EQ(ReadPlayer(DescriptionOf(player)), player);
 }
 
+TEST(PlayerSetup, WordsChooseTheTournamentSearchAndChangeIt) {
+    EXPECT_FALSE(ReadPlayer("").uses_tournament_search);
+    const PlayerSetup player = ReadPlayer("search=tournament null_move=0 late_move_reduction_base=-5");
+    EXPECT_TRUE(player.uses_tournament_search);
+    EXPECT_EQ(player.tournament, (TournamentSettings{.null_move = 0, .late_move_reduction_base = -5}));
+    EXPECT_EQ(player.settings, SearchSettings());
+    EXPECT_FALSE(ReadPlayer("search=tournament search=classic").uses_tournament_search) << "the last word holds";
+    EXPECT_EQ(player.name, DescriptionOf(player));
+    EXPECT_EQ(ReadPlayer(DescriptionOf(player)), player);
+}
+
+TEST(PlayerSetup, EachNumberOfTheTournamentSearchTakesItsBounds) {
+    for (const tournament_settings::Row& row : tournament_settings::Table()) {
+        const std::string word = std::string(row.name) + '=';
+        const std::string limits = std::string(row.name) + " takes a number from " + std::to_string(row.least) +
+                                   " to " + std::to_string(row.most);
+        for (const std::int32_t good : {row.least, row.most}) {
+            const PlayerSetup player = ReadPlayer(word + std::to_string(good));
+            EXPECT_EQ(player.tournament.*row.place, good);
+            EXPECT_EQ(ReadPlayer(DescriptionOf(player)).tournament, player.tournament);
+        }
+        for (const std::string& bad : {std::to_string(row.least - 1), std::to_string(row.most + 1), std::string("x")}) {
+            EXPECT_EQ(WhyRefused(word + bad), limits + ", not \"" + bad + '"');
+        }
+    }
+}
+
 TEST(PlayerSetup, FileComesFirstAndLaterWordsChangeIt) {
     const TemporaryDirectory folder;
     OptimizeInterface::Settings::Of({.min_ply_for_null_move = 2, .futility_pruning_margin = 99})
@@ -67,6 +94,8 @@ TEST(PlayerSetup, BadWordsAreTold) {
     EXPECT_EQ(WhyRefused("personality=nobody"), "no personality: \"nobody\"");
     EXPECT_EQ(WhyRefused("nodes=0"), "nodes takes a number from 1 to 1000000000000, not \"0\"");
     EXPECT_EQ(WhyRefused("name="), "an empty name");
+    EXPECT_EQ(WhyRefused("search=Tournament"), "search is classic or tournament");
+    EXPECT_EQ(WhyRefused("search="), "search is classic or tournament");
     EXPECT_TRUE(WhyRefused("settings=/nowhere/x.txt").starts_with("/nowhere/x.txt: "));
 }
 

@@ -34,11 +34,20 @@ TEST(Parameters, AreRoundedForPlayWithinTheirBounds) {
     EXPECT_EQ(PlayedValue(parameters[0], 100.5), 101) << "100 would be out of bounds";
     EXPECT_EQ(PlayedValue(parameters[0], 1000), 600);
     EXPECT_EQ(PlayedValue(parameters[0], -1000), 101);
-    SearchSettings wanted{.enable_ettc = true};
-    const SearchSettings base = wanted;
+    const PlayerSetup base{.settings = {.enable_ettc = true}};
+    SearchSettings wanted = base.settings;
     wanted.futility_pruning_margin = 250;
     wanted.capture_move_sorting_bonus[2] = 33;
-    EXPECT_EQ(SettingsWith(base, parameters, {249.9, 33.2}), wanted) << "nothing else changes";
+    EXPECT_EQ(PlayerWith(base, parameters, {249.9, 33.2}).settings, wanted) << "nothing else changes";
+}
+
+TEST(Parameters, MayBeThoseOfTheTournamentSearch) {
+    const auto parameters = ParametersIn("null_move_reduction 250 128 512 20 0.02\n");
+    TournamentSettings wanted;
+    wanted.null_move_reduction = 301;
+    const PlayerSetup player = PlayerWith({}, parameters, {300.6});
+    EXPECT_EQ(player.tournament, wanted);
+    EXPECT_EQ(player.settings, SearchSettings());
 }
 
 struct BadText {
@@ -68,6 +77,9 @@ TEST(Parameters, BadLinesAreToldWithTheirNumber) {
          "line 1: capture_move_sorting_bonus needs the number of an element in brackets, from 0 to 5"},
         {"futility_pruning_margin 300 0 600 40 0.02\nfutility_pruning_margin 300 0 600 40 0.02\n",
          "line 2: futility_pruning_margin is there already"},
+        {"futility_pruning_margin 300 0 600 40 0.02\nnull_move_reduction 250 128 512 20 0.02\n",
+         "line 2: null_move_reduction and futility_pruning_margin are of different searches"},
+        {"null_move_reduction 250 0 512 20 0.02\n", "line 1: min takes a number from 64 to 1024, not \"0\""},
     };
     for (const BadText& row : bad) {
         try {
