@@ -35,6 +35,8 @@ class OptionActions {
     virtual void WeighDraws() = 0;
     virtual void TakeStyle() = 0;
     virtual void ReadSettings() = 0;
+    virtual void ReadTournamentFile() = 0;
+    virtual void TakeTournamentSettings() = 0;
     virtual void OpenBook() = 0;
     virtual void LoadBitbases() = 0;
     virtual void OpenSyzygy() = 0;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <utility>
 
 #include "evaluation/personality.h"
 #include "frame/base/text_utilities.h"
@@ -18,8 +20,10 @@ constexpr int largest_contempt = 1000;
 constexpr int largest_style = 1000;
 constexpr int largest_overhead = 5000;
 
+std::vector<std::string_view> SearchNames() { return {uci_texts::classic_search, uci_texts::tournament_search}; }
+
 // clang-format off
-constexpr std::array option_rows{
+constexpr std::array plain_rows{
     OptionRow{"Hash", SpinOption{&OptionValues::hash, 1, largest_hash}, &OptionActions::ResizeTables},
     OptionRow{uci_texts::clear_hash, ButtonOption{}, &OptionActions::ClearTables},
     OptionRow{"Ponder", CheckOption{&OptionValues::ponder}},
@@ -27,7 +31,9 @@ constexpr std::array option_rows{
     OptionRow{"Contempt", SpinOption{&OptionValues::contempt, -largest_contempt, largest_contempt}, &OptionActions::WeighDraws},
     OptionRow{"Personality", ComboOption{&OptionValues::personality, personality_names}, &OptionActions::TakeStyle},
     OptionRow{"Style", SpinOption{&OptionValues::style, -largest_style, largest_style}, &OptionActions::TakeStyle},
+    OptionRow{"Search", ComboOption{&OptionValues::search, SearchNames}},
     OptionRow{uci_texts::settings_file, StringOption{&OptionValues::settings_file}, &OptionActions::ReadSettings},
+    OptionRow{uci_texts::tournament_file, StringOption{&OptionValues::tournament_file}, &OptionActions::ReadTournamentFile},
     OptionRow{"OwnBook", CheckOption{&OptionValues::own_book}},
     OptionRow{uci_texts::book_file, StringOption{&OptionValues::book_file}, &OptionActions::OpenBook},
     OptionRow{"UCI_LimitStrength", CheckOption{&OptionValues::limit_strength}},
@@ -41,31 +47,50 @@ constexpr std::array option_rows{
 };
 // clang-format on
 
+/// The plain options, and after them the numbers of the tournament search.
+template <std::size_t... Plain, std::size_t... Numbers>
+constexpr auto AllRows(std::index_sequence<Plain...> /*plain*/, std::index_sequence<Numbers...> /*numbers*/) {
+    using tournament_settings::rows;
+    return std::array{plain_rows[Plain]..., OptionRow{rows[Numbers].name, TournamentOption{&rows[Numbers]},
+                                                      &OptionActions::TakeTournamentSettings}...};
+}
+constexpr auto option_rows = AllRows(std::make_index_sequence<plain_rows.size()>{},
+                                     std::make_index_sequence<std::size(tournament_settings::rows)>{});
+
 constexpr std::string_view empty_value = "<empty>";
 
 std::string_view TextOf(bool value) { return value ? "true" : "false"; }
 std::string_view ShownString(const std::string& value) { return value.empty() ? empty_value : value; }
 
 /// The kind with its default and limits, as the offer has it.
-struct Offer {
-    const OptionValues defaults{};
-
+class Offer {
+  public:
     std::string operator()(const CheckOption& option) const {
-        return std::string(uci_texts::check_default) + std::string(TextOf(defaults.*option.value));
+        return std::string(uci_texts::check_default) + std::string(TextOf(defaults_.*option.value));
     }
     std::string operator()(const SpinOption& option) const {
-        return std::string(uci_texts::spin_default) + std::to_string(defaults.*option.value) + " min " +
-               std::to_string(option.least) + " max " + std::to_string(option.most);
+        return Spin(defaults_.*option.value, option.least, option.most);
+    }
+    std::string operator()(const TournamentOption& option) const {
+        return Spin(defaults_.tournament.*option.row->place, option.row->least, option.row->most);
     }
     std::string operator()(const StringOption& option) const {
-        return std::string(uci_texts::string_default) + std::string(ShownString(defaults.*option.value));
+        return std::string(uci_texts::string_default) + std::string(ShownString(defaults_.*option.value));
     }
     std::string operator()(const ComboOption& option) const {
-        std::string text = std::string(uci_texts::combo_default) + defaults.*option.value;
+        std::string text = std::string(uci_texts::combo_default) + defaults_.*option.value;
         for (const std::string_view choice : option.choices()) (text += " var ") += choice;
         return text;
     }
     std::string operator()(const ButtonOption&) const { return "button"; }
+
+  private:
+    const OptionValues defaults_{};
+
+    static std::string Spin(int value, int least, int most) {
+        return std::string(uci_texts::spin_default) + std::to_string(value) + " min " + std::to_string(least) +
+               " max " + std::to_string(most);
+    }
 };
 
 /// Takes a value; whether the text is one.
@@ -100,13 +125,10 @@ struct Take {
         return false;
     }
     bool operator()(const ButtonOption&) const { return true; }
+    bool operator()(const TournamentOption& option) const {
+        return tournament_settings::Take(*option.row, text, values.tournament);
+    }
 };
-
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(VorkaUtils::white_space);
-    if (begin == std::string_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(VorkaUtils::white_space) - begin + 1);
-}
 
 /// Where `word` stands in the text, with white space or the ends of the text around it; npos if it doesn't.
 std::size_t FindWord(std::string_view text, std::string_view word) {
@@ -148,7 +170,7 @@ SetOptionCommand ReadSetOption(std::string_view line) {
     if (name == std::string_view::npos || FindWord(line, value_word) < name) return command;
     line.remove_prefix(name + name_word.size());
     const std::size_t value = FindWord(line, value_word);
-    if (value != std::string_view::npos) command.value = Trimmed(line.substr(value + value_word.size()));
+    if (value != std::string_view::npos) command.value = VorkaUtils::Trimmed(line.substr(value + value_word.size()));
     for (const std::string& word : VorkaUtils::tokenize(line.substr(0, value))) {
         command.name += (command.name.empty() ? "" : " ") + word;
     }

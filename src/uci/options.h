@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "search/settings/tournament_settings.h"
 #include "uci/actions.h"
 
 /// The options of the program: one row each, with its name, its kind, where its value stands and what it changes.
@@ -20,7 +21,10 @@ struct OptionValues {
     int contempt = 0;  ///< centipawns that a draw is worse than an even position
     std::string personality = "Default";
     int style = 0;  ///< counts instead of the personality, unless it is 0
+    std::string search = "Tournament";
     std::string settings_file;
+    std::string tournament_file;
+    TournamentSettings tournament;
     bool own_book = false;
     std::string book_file;
     bool limit_strength = false;
@@ -51,10 +55,14 @@ struct ComboOption {
     std::vector<std::string_view> (*choices)();
 };
 struct ButtonOption {};
+/// A number of the tournament search.
+struct TournamentOption {
+    const tournament_settings::Row* row;
+};
 
 struct OptionRow {
     std::string_view name;
-    std::variant<CheckOption, SpinOption, StringOption, ComboOption, ButtonOption> kind;
+    std::variant<CheckOption, SpinOption, StringOption, ComboOption, ButtonOption, TournamentOption> kind;
     void (OptionActions::*took)() = nullptr;  ///< what a new value changes; called after it was taken
 };
 

@@ -11,6 +11,7 @@
 #include "frame/base/os_dependent.h"
 #include "frame/base/vocabulary.h"
 #include "search/settings/settings_file.h"
+#include "search/settings/tournament_file.h"
 #include "search/tables/score.h"
 #include "uci/commands.h"
 #include "uci/go_command.h"
@@ -158,6 +159,13 @@ void UciProgram::Go(const CommandLine& line) {
     }
 }
 
+/// What one search has stored is no knowledge of the other: the bets behind it are not the same.
+void UciProgram::UseSearch(bool tournament) {
+    if (tournament == engine_.uses_tournament_search) return;
+    engine_.uses_tournament_search = tournament;
+    ClearTables();
+}
+
 UciProgram::Request UciProgram::RequestFor(const GoCommand& go) {
     Request request{.limits = LimitsFor(go, position_->mover(), values_.move_overhead)};
     request.mate = std::clamp<std::int64_t>(go.mate.value_or(0), 0, infinity_bound);
@@ -166,6 +174,8 @@ UciProgram::Request UciProgram::RequestFor(const GoCommand& go) {
     }
     request.limits.lines = values_.lines;
     request.is_weakened = values_.limit_strength && request.limits.kind != SearchKind::analyze;
+    // The classic search is what the levels of strength were made for, and it looks at every move that may mate.
+    UseSearch(values_.search == uci_texts::tournament_search && !request.is_weakened && !go.mate);
     if (request.is_weakened) {
         strength_.Begin(values_.elo, request.limits);
     } else {
@@ -257,6 +267,18 @@ void UciProgram::ReadSettings() {
         output_.Say(text);
     }
 }
+
+void UciProgram::ReadTournamentFile() {
+    try {
+        values_.tournament = values_.tournament_file.empty() ? TournamentSettings()
+                                                             : tournament_settings::ReadFile(values_.tournament_file);
+        TakeTournamentSettings();
+    } catch (const TextException& error) {
+        output_.Say(std::string(uci_texts::no_settings) + error.text());
+    }
+}
+
+void UciProgram::TakeTournamentSettings() { engine_.tournament = values_.tournament; }
 
 void UciProgram::OpenBook() {
     book_.Close();

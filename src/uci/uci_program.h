@@ -74,6 +74,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void WeighDraws() override;
     void TakeStyle() override;
     void ReadSettings() override;
+    void ReadTournamentFile() override;
+    void TakeTournamentSettings() override;
     void OpenBook() override;
     void LoadBitbases() override;
     void OpenSyzygy() override;
@@ -99,6 +101,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     [[nodiscard]] std::optional<std::string> ReadLine();
     void Handle(const std::string& text);
     [[nodiscard]] bool HasMemoryForTables() const;
+    void UseSearch(bool tournament);
     void RunSearch();
     /// Carries out the lines that have come. At the end of the input it ends the program, unless a search is under way
     /// that ends by itself: its answer is still wanted, as are those to the lines that wait for it.

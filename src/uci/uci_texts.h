@@ -32,11 +32,16 @@ inline constexpr std::string_view sent = "sent: ";
 // --- Names of options ---
 inline constexpr std::string_view clear_hash = "Clear Hash";
 inline constexpr std::string_view settings_file = "Settings File";
+inline constexpr std::string_view tournament_file = "Tournament File";
 inline constexpr std::string_view book_file = "Book File";
 inline constexpr std::string_view move_overhead = "Move Overhead";
 inline constexpr std::string_view bitbase_path = "Bitbase Path";
 inline constexpr std::string_view syzygy_path = "Syzygy Path";
 inline constexpr std::string_view log_file = "Log File";
+
+// --- Values of the option Search ---
+inline constexpr std::string_view classic_search = "Classic";
+inline constexpr std::string_view tournament_search = "Tournament";
 
 // --- What went wrong; said as info string ---
 inline constexpr std::string_view line_too_long = "skipped a line longer than 1048576 bytes: ";

@@ -120,7 +120,7 @@ def test_words_that_have_no_search_to_act_on_do_nothing(uci):
 
 
 def test_what_cannot_be_done_inside_a_search_waits_for_its_end(uci):
-    uci.send("position startpos", "go nodes 1000000", f"position fen {MATE_IN_TWO}", "setoption name Hash value 1", "go depth 4")
+    uci.send("position startpos", "go nodes 1000000", f"position fen {MATE_IN_TWO}", "setoption name Hash value 1", "go depth 12")
     uci.expect("^info depth 4 ")
     assert "bestmove" not in ready(uci)
     assert " score mate " not in uci.hear(BESTMOVE)[0]
@@ -176,9 +176,14 @@ LINES = [rules.START, "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w
          "4k3/8/4K3/4P3/8/8/8/8 w - - 0 1"]
 
 
+SEARCHES = ["Classic", "Tournament"]
+
+
+@pytest.mark.parametrize("kind", SEARCHES)
 @pytest.mark.parametrize("fen", LINES)
-def test_each_line_that_it_shows_can_be_played_and_ends_with_the_game(uci, fen):
+def test_each_line_that_it_shows_can_be_played_and_ends_with_the_game(uci, fen, kind):
     """Twice, the second time on tables that are full of what the first search has left in them."""
+    uci.send(f"setoption name Search value {kind}")
     for _ in range(2):
         lines, best = search(uci, f"position fen {fen}", "go movetime 500")
         shown = [line for line in lines if " pv " in line]
@@ -195,8 +200,10 @@ def test_each_line_that_it_shows_can_be_played_and_ends_with_the_game(uci, fen):
             assert len(keys) <= LAST_PLY
 
 
-def test_the_move_that_is_played_was_the_last_one_shown(uci):
+@pytest.mark.parametrize("kind", SEARCHES)
+def test_the_move_that_is_played_was_the_last_one_shown(uci, kind):
     """Wherever the search ends: also while a better move is being confirmed."""
+    uci.send(f"setoption name Search value {kind}")
     for nodes in range(300, 40000, 997):
         lines, best = search(uci, "ucinewgame", "position startpos moves e2e4 e7e5 g1f3 b8c6", f"go nodes {nodes}")
         assert agrees(best, [line for line in lines if " pv " in line]), nodes
@@ -226,7 +233,7 @@ def test_the_move_in_work_is_told_after_three_seconds(uci):
 
 
 def test_endings_that_are_known_are_counted_and_told_as_won(uci):
-    lines, _ = search(uci, "position fen 4k3/8/4K3/4P3/8/8/8/8 w - - 0 1", "go depth 4")
+    lines, _ = search(uci, "position fen 4k3/8/4K3/4P3/8/8/8/8 w - - 0 1", "go depth 6")
     assert number(lines[-1], "tbhits") > 0
     assert 8000 < number(lines[-2], "score cp") < 10000
 

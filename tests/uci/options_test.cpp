@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
+#include <variant>
+
+#include "search/settings/tournament_settings.h"
 
 namespace {
 
@@ -57,6 +62,41 @@ TEST(Options, OfNumbersTakeTheirLimitsAndNothingBeyond) {
             EXPECT_EQ(values.*spin->value, spin->most) << row.name;
         }
     }
+}
+
+TEST(Options, HaveOneForEachNumberOfTheTournamentSearch) {
+    std::size_t count = 0;
+    for (const OptionRow& row : OptionRows()) {
+        if (std::holds_alternative<TournamentOption>(row.kind)) ++count;
+    }
+    EXPECT_EQ(count, tournament_settings::Table().size());
+    OptionValues values;
+    for (const tournament_settings::Row& setting : tournament_settings::Table()) {
+        const OptionRow* const row = FindOption(setting.name);
+        ASSERT_NE(row, nullptr) << setting.name;
+        const std::string name(setting.name), least = std::to_string(setting.least),
+                                              most = std::to_string(setting.most);
+        EXPECT_EQ(OptionLine(*row), "option name " + name + " type spin default " +
+                                        std::to_string(TournamentSettings().*setting.place) + " min " + least +
+                                        " max " + most);
+        for (const std::int32_t good : {setting.least, setting.most}) {
+            EXPECT_TRUE(TakeValue(*row, std::to_string(good), values)) << name;
+            EXPECT_EQ(values.tournament.*setting.place, good) << name;
+        }
+        const std::string beyond[] = {
+            std::to_string(setting.least - 1), std::to_string(setting.most + 1), "", "x", "1 2", "true"};
+        for (const std::string& bad : beyond) {
+            EXPECT_FALSE(TakeValue(*row, bad, values)) << name << ' ' << bad;
+            EXPECT_EQ(values.tournament.*setting.place, setting.most) << name;
+        }
+    }
+}
+
+TEST(Options, OfferTwoSearchesAndAFileForOne) {
+    EXPECT_EQ(OptionLine(*FindOption("Search")),
+              "option name Search type combo default " + OptionValues().search + " var Classic var Tournament");
+    EXPECT_EQ(OptionLine(*FindOption("Tournament File")), "option name Tournament File type string default <empty>");
+    EXPECT_EQ(OptionValues().tournament, TournamentSettings());
 }
 
 TEST(Options, OfYesAndNoTakeTwoWords) {
