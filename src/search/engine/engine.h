@@ -18,7 +18,7 @@ inline constexpr std::uint64_t usual_evaluation_bytes = 4 * mebibyte;  ///< of p
 struct Engine {
     SearchSettings settings;
     bool uses_tournament_search = false;
-    TournamentSettings tournament;
+    TournamentSettings tournament{};
     HashTables tables{};
     VorkaBitbases::Bitbases bitbases{};
     VorkaTablebases::Tablebases tablebases{};

@@ -52,8 +52,8 @@ TEST(Openings, GamesWithTheirMoves) {
 }
 
 TEST(Openings, MarkOfAnEditorIsNoPartOfThem) {
-    EXPECT_EQ(Read(std::string("\xEF\xBB\xBF") + two_games).size(), 2U);
-    EXPECT_EQ(Read(std::string("\xEF\xBB\xBF") + two_lines).size(), 2U);
+    EXPECT_EQ(Read(std::string("\xEF\xBB\xBF").append(two_games)).size(), 2U);
+    EXPECT_EQ(Read(std::string("\xEF\xBB\xBF").append(two_lines)).size(), 2U);
 }
 
 TEST(Openings, GamesAreFollowedSoFarOnly) {

@@ -34,7 +34,8 @@ TEST(Parameters, AreRoundedForPlayWithinTheirBounds) {
     EXPECT_EQ(PlayedValue(parameters[0], 100.5), 101) << "100 would be out of bounds";
     EXPECT_EQ(PlayedValue(parameters[0], 1000), 600);
     EXPECT_EQ(PlayedValue(parameters[0], -1000), 101);
-    const PlayerSetup base{.settings = {.enable_ettc = true}};
+    PlayerSetup base;
+    base.settings.enable_ettc = true;
     SearchSettings wanted = base.settings;
     wanted.futility_pruning_margin = 250;
     wanted.capture_move_sorting_bonus[2] = 33;
