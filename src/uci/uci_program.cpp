@@ -130,12 +130,7 @@ bool UciProgram::HasMemoryForTables() const {
     return static_cast<std::uint64_t>(values_.hash) * mebibyte <= PhysicalMemory() / 2;
 }
 
-void UciProgram::NewGame(const CommandLine& /*line*/) {
-    ClearTables();
-    controller_.emplace(engine_);
-    WeighDraws();
-    TakeStyle();
-}
+void UciProgram::NewGame(const CommandLine& /*line*/) { ClearTables(); }
 
 void UciProgram::SetPosition(const CommandLine& line) {
     const std::optional<PositionCommand> command = ReadPosition(line.words);
@@ -240,7 +235,13 @@ void UciProgram::ResizeTables() {
                 std::string(uci_texts::of_the_hash) + std::to_string(values_.hash));
 }
 
-void UciProgram::ClearTables() { engine_.tables.Clear(); }
+/// With the tables goes what the searches know of moves: the next one is as if it were the first.
+void UciProgram::ClearTables() {
+    engine_.tables.Clear();
+    controller_.emplace(engine_);
+    WeighDraws();
+    TakeStyle();
+}
 
 void UciProgram::WeighDraws() { controller_->SetContempt(values_.analyse_mode ? 0 : -values_.contempt); }
 

@@ -26,7 +26,9 @@ def test_the_total_is_the_one_on_record():
     """Depth 6 is the signature; with the sanitizers, where it would take minutes, depth 4 stands for it."""
     totals = dict(line.split() for line in TOTALS.read_text().splitlines() if not line.startswith("#"))
     depth = "4" if SANITIZED else "6"
-    assert nodes(depth=depth)[1] == int(totals[depth]), "the tree has changed: say why, and put the new totals on record"
+    changed = "the tree has changed: say why, and put the new totals on record"
+    assert nodes(depth=depth)[1] == int(totals[depth]), changed
+    assert nodes("--set", "search=tournament", depth=depth)[1] == int(totals["tournament-" + depth]), changed
 
 
 def test_a_setting_changes_them():

@@ -21,6 +21,44 @@ def test_the_search_can_be_chosen_and_chosen_back(uci):
     assert nodes_after(uci, "setoption name Search value Tournament") == tournament
 
 
+def test_a_search_chosen_while_one_runs_is_the_next_one(uci):
+    classic = nodes_after(uci, "setoption name Search value Classic")
+    nodes_after(uci, "setoption name Search value Tournament")
+    for go in ("go infinite", "go ponder wtime 60000 btime 60000"):
+        uci.send("ucinewgame", SHARP, go, "setoption name Search value Classic", "isready")
+        uci.expect("readyok")
+        uci.send("stop")
+        uci.expect(BESTMOVE)
+        assert nodes_after(uci) == classic
+        uci.send("setoption name Search value Tournament")
+
+
+def test_clear_hash_makes_a_search_forget_what_it_knows_of_moves(uci):
+    uci.send("setoption name Search value Tournament")
+    told, _ = search(uci, "ucinewgame", SHARP, "go depth 8")
+    for _ in range(2):
+        again, _ = search(uci, "setoption name Clear Hash", SHARP, "go depth 8")
+        assert number(again[-1], "nodes") == number(told[-1], "nodes")
+
+
+def test_the_only_move_takes_no_time_of_a_game(uci):
+    forced = "position fen r3k2r/8/8/8/8/2n5/1q6/K7 w - - 0 1"
+    told, best = search(uci, "setoption name Search value Tournament", forced, "go wtime 600000 btime 600000")
+    assert best[1] == "a1b2" and max(number(line, "depth") for line in told if " depth " in line) == 6
+    told, _ = search(uci, forced, "go depth 9")
+    assert max(number(line, "depth") for line in told if " depth " in line) == 9
+
+
+def test_mates_and_weak_play_are_left_to_the_classic_search(uci):
+    """They have the same nodes whatever search is chosen."""
+    nodes = []
+    for kind in ("Classic", "Tournament"):
+        uci.send(f"setoption name Search value {kind}")
+        told, _ = search(uci, "ucinewgame", f"position fen {MATE_IN_TWO}", "go mate 2")
+        nodes.append(number(told[-1], "nodes"))
+    assert nodes[0] == nodes[1]
+
+
 def test_numbers_of_the_tournament_search_change_that_search_alone(uci):
     classic = nodes_after(uci, "setoption name Search value Classic")
     tournament = nodes_after(uci, "setoption name Search value Tournament")

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string_view>
 
+#include "search/tournament/search_tournament_node.h"
 #include "search/tournament/tournament_node.h"
-#include "search/tournament/tournament_record.h"
 #include "support/search_builder.h"
 
 /// What a node of the tournament search is asked, and how.

@@ -13,7 +13,7 @@
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
 #include "search/node/search_node.h"
-#include "search/tournament/tournament_node.h"
+#include "search/tournament/search_tournament_node.h"
 
 namespace {
 

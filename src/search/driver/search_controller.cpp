@@ -134,7 +134,8 @@ void SearchController::StartSearch(const BOARD& position) {
     clock_of_other_lines_.Reset(0, 0);
     line_scores_.clear();
     search_->StartSearch(position, contempt_);
-    if (engine_.uses_tournament_search) {
+    is_tournament_ = engine_.uses_tournament_search;
+    if (is_tournament_) {
         if (!tournament_) tournament_ = std::make_unique<tournament::TournamentState>();
         tournament_->Prepare(engine_.tournament);
         tournament_->NewSearch();
@@ -161,10 +162,16 @@ void SearchController::IterationLoop() {
         SearchLine();
         SearchOtherLines();
         if (limits_.kind == SearchKind::normal &&
-            clock_.ShouldStop(Elapsed(), SearchMoment::iteration_complete, FailState::none)) {
+            (IsForced() || clock_.ShouldStop(Elapsed(), SearchMoment::iteration_complete, FailState::none))) {
             return;
         }
     }
+}
+
+/// The tournament search spends no time of a game on the only move: some plies, to know what to ponder on.
+bool SearchController::IsForced() const {
+    constexpr int enough_depth = 6;
+    return is_tournament_ && root_moves_.size() == 1 && limits_.variable_time_limit != 0 && info_.depth >= enough_depth;
 }
 
 void SearchController::StartIteration(int depth) {
@@ -173,8 +180,10 @@ void SearchController::StartIteration(int depth) {
     search_->iteration_depth = depth;
     search_->ForgetMovesPlayed();
     info_.moves_to_search = info_.root_moves;
-    if (engine_.uses_tournament_search && engine_.tournament.root_order != 0 && depth > 2) {
-        std::stable_sort(std::next(root_moves_.begin()), root_moves_.end(),
+    if (is_tournament_ && tournament_->settings.root_order != 0 && depth > 2) {
+        // The best moves of the lines stay where they are.
+        const auto others = std::next(root_moves_.begin(), static_cast<std::ptrdiff_t>(Lines()));
+        std::stable_sort(others, root_moves_.end(),
                          [](const RootMoveRecord& a, const RootMoveRecord& b) { return a.nodes > b.nodes; });
         for (RootMoveRecord& record : root_moves_) record.nodes /= 4;
     }
@@ -189,9 +198,13 @@ void SearchController::SearchLine() {
     }
 }
 
+std::size_t SearchController::Lines() const {
+    return std::min(static_cast<std::size_t>(std::max(limits_.lines, 1)), root_moves_.size());
+}
+
 /// The next best moves: the same search among the root moves that no line has yet.
 void SearchController::SearchOtherLines() {
-    const auto lines = std::min(static_cast<std::size_t>(std::max(limits_.lines, 1)), root_moves_.size());
+    const std::size_t lines = Lines();
     if (lines == 1) return;
     line_scores_.resize(lines, info_.score);
     best_line_ = CurrentLine();
@@ -287,7 +300,7 @@ Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score gue
     const BoundSearchTask task{.depth = info_.depth,
                                .lower = lower,
                                .upper = most_,
-                               .aspiration_window = engine_.tournament.aspiration_window,
+                               .aspiration_window = is_tournament_ ? tournament_->settings.aspiration_window : 0,
                                .guess = best_line_ ? std::min(guess, most_) : guess,
                                .contempt = contempt_};
     const auto ask = [&](Score test) {
@@ -297,17 +310,20 @@ Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score gue
         host_->sendBound(info_, answer, bound, std::span(record.line).first(record.known));
         return answer;
     };
-    const Score score = engine_.uses_tournament_search && engine_.tournament.aspiration_window > 0
-                            ? AspirationSearch(task, ClockOfLine(), fail_state_, ask)
-                            : BoundSearch(task, ClockOfLine(), fail_state_, ask);
+    const Score score = is_tournament_ ? AspirationSearch(task, ClockOfLine(), fail_state_, ask)
+                                       : BoundSearch(task, ClockOfLine(), fail_state_, ask);
     first_root_move_ = false;
     return score;
 }
 
+/// `index` counts from the best move of all lines; what is reduced is late among those of its own line.
 Distance SearchController::RootReduction(std::size_t index) const {
-    if (!engine_.uses_tournament_search || index < 3 || info_.depth < 3) return 0;
-    return tournament_->Reduction(info_.depth - 1, static_cast<int>(index)) * engine_.tournament.root_reduction /
-           ONE_PLY;
+    constexpr int moves_at_full_distance = 3;
+    const int place = static_cast<int>(index) - info_.line;
+    if (!is_tournament_ || place < moves_at_full_distance || info_.depth < 3) return 0;
+    const TournamentSettings& settings = tournament_->settings;
+    if (settings.late_move_reduction == 0) return 0;
+    return tournament_->Reduction(info_.depth - 1, place) * settings.root_reduction / ONE_PLY;
 }
 
 Score SearchController::Ask(RootMoveRecord& record, Score test, Distance reduction, NodeType type) {
@@ -315,7 +331,7 @@ Score SearchController::Ask(RootMoveRecord& record, Score test, Distance reducti
     search_->settings = engine_.settings;
     WriteLineToHash(search_->board, record, search_->position_class[0], engine_.tables.transposition);
     const Score answer = RootProbe(*search_, record.move, test, info_.depth,
-                                   engine_.uses_tournament_search ? tournament_.get() : nullptr, reduction, type);
+                                   is_tournament_ ? tournament_.get() : nullptr, reduction, type);
     FlushCounters();
     record.nodes += info_.nodes - before;
     ReadLineBack(*search_, RootQuestion{.test = test, .depth = info_.depth}, record);

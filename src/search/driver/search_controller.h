@@ -60,7 +60,9 @@ class SearchController final : private NodePoll {
     void ListRootMoves(const BOARD& position);
     void StartSearch(const BOARD& position);
     void IterationLoop();
+    [[nodiscard]] bool IsForced() const;
     void StartIteration(int depth);
+    [[nodiscard]] std::size_t Lines() const;
     void SearchLine();
     void SearchOtherLines();
     void ReturnToBestLine();
@@ -98,6 +100,7 @@ class SearchController final : private NodePoll {
     std::vector<RootMoveRecord> root_moves_;  ///< the best ones in front
     std::unique_ptr<SearchBoard> search_;
     std::unique_ptr<tournament::TournamentState> tournament_;  ///< once the tournament search was asked for
+    bool is_tournament_ = false;                               ///< that is what the running search is
     SearchClock clock_;
     FailState fail_state_ = FailState::none;  ///< of the bisection under way
     bool first_root_move_ = false;            ///< a bisection is under way, not a refutation test

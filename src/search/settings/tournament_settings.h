@@ -9,14 +9,13 @@
 /// 0 or 1.
 struct TournamentSettings {
     // --- Root ---
-    std::int32_t aspiration_window =
-        16;                       ///< bounds so close together are good enough; 0: the bisection of the classic search
-    std::int32_t root_order = 1;  ///< by the size of the subtrees
-    std::int32_t root_reduction = 32;  ///< of late root moves, in 1/64 of what other nodes reduce
+    std::int32_t aspiration_window = 16;  ///< bounds so close together are good enough, in centipawns
+    std::int32_t root_order = 1;          ///< by the size of the subtrees
+    std::int32_t root_reduction = 32;     ///< of late root moves, in 1/64 of what other nodes reduce
 
     // --- Horizon and quiescence ---
-    std::int32_t horizon = 32;            ///< a distance below it counts as none
-    std::int32_t quiescence_checks = 64;  ///< quiet checks are searched above this distance, downwards from the horizon
+    std::int32_t horizon = 32;            ///< a smaller distance counts as none
+    std::int32_t quiescence_checks = 64;  ///< so far below the horizon quiet checks are searched
     std::int32_t delta_margin = 200;      ///< what a capture may lack to beta
 
     // --- Static score ---
@@ -35,13 +34,14 @@ struct TournamentSettings {
 
     // --- Null move ---
     std::int32_t null_move = 1;
-    std::int32_t null_move_distance = 128;      ///< least one
-    std::int32_t null_move_reduction = 256;     ///< the ply of the pass among it
-    std::int32_t null_move_growth = 16;         ///< more for each ply left
-    std::int32_t null_move_margin = 200;        ///< a ply more for so much above beta
-    std::int32_t null_move_margin_limit = 192;  ///< at most so much more
-    std::int32_t null_move_verification = 640;  ///< from this distance on a cut is verified without passing
-    std::int32_t null_move_pieces = 1;          ///< fewest pieces besides pawns of the side that passes
+    std::int32_t null_move_distance = 128;          ///< least one
+    std::int32_t null_move_reduction = 256;         ///< the ply of the pass among it
+    std::int32_t null_move_growth = 16;             ///< more for each ply left
+    std::int32_t null_move_margin = 200;            ///< a ply more for so much above beta
+    std::int32_t null_move_margin_limit = 192;      ///< at most so much more, in 1/64 ply
+    std::int32_t null_move_verification = 640;      ///< from this distance on a cut is verified without passing
+    std::int32_t null_move_verification_least = 0;  ///< distance of a verification, where the pass was asked less deep
+    std::int32_t null_move_pieces = 1;              ///< fewest pieces besides pawns of the side that passes
 
     // --- Internal reduction: without a hash move the node is not worth its distance ---
     std::int32_t internal_reduction = 1;
@@ -62,7 +62,7 @@ struct TournamentSettings {
     std::int32_t capture_loss_margin = 100;  ///< for each ply left
     std::int32_t history_pruning = 1;
     std::int32_t history_pruning_distance = 256;
-    std::int32_t history_pruning_limit = 4000;  ///< for each ply left
+    std::int32_t history_pruning_limit = 1500;  ///< for each ply left
 
     // --- Late move reductions ---
     std::int32_t late_move_reduction = 1;
@@ -105,7 +105,7 @@ struct Row {
 /// All of them, in the order in which they are shown and filed.
 // clang-format off
 inline constexpr Row rows[] = {
-    {"aspiration_window", &TournamentSettings::aspiration_window, 0, 400},
+    {"aspiration_window", &TournamentSettings::aspiration_window, 1, 400},
     {"root_order", &TournamentSettings::root_order, 0, 1},
     {"root_reduction", &TournamentSettings::root_reduction, 0, 64},
     {"horizon", &TournamentSettings::horizon, 1, 64},
@@ -126,6 +126,7 @@ inline constexpr Row rows[] = {
     {"null_move_margin", &TournamentSettings::null_move_margin, 1, 2000},
     {"null_move_margin_limit", &TournamentSettings::null_move_margin_limit, 0, 1024},
     {"null_move_verification", &TournamentSettings::null_move_verification, 0, 64000},
+    {"null_move_verification_least", &TournamentSettings::null_move_verification_least, 0, 640},
     {"null_move_pieces", &TournamentSettings::null_move_pieces, 0, 15},
     {"internal_reduction", &TournamentSettings::internal_reduction, 0, 1},
     {"internal_reduction_distance", &TournamentSettings::internal_reduction_distance, 64, 1024},

@@ -4,7 +4,7 @@
 
 #include "chess/bits.h"
 #include "evaluation/context/position_type.h"
-#include "search/tournament/tournament_node.h"
+#include "search/tournament/search_tournament_node.h"
 
 namespace tournament {
 
@@ -47,8 +47,9 @@ NodeAnswer AdaptiveNullMove(TournamentNode& node) {
     if (ScoreAfterPass(node, distance) < node.beta) return go_on;
     if (NeedsVerification(node)) {
         // At this ply and on the same stacks; only its answer is of interest.
-        const Score score = SearchNode(node.search, node.state, node.moves_end, node.beta, distance, node.type,
-                                       node.parent_class, false);
+        const Distance deeper = std::max(distance, node.rules().null_move_verification_least);
+        const Score score = SearchNode(node.search, node.state, node.moves_end, node.beta,
+                                       std::min(deeper, node.distance - ONE_PLY), node.type, node.parent_class, false);
         if (score < node.beta) return go_on;
     }
     return node.beta;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "chess/exchange.h"
-#include "search/tournament/tournament_order.h"
 
 namespace tournament {
 
@@ -47,20 +46,17 @@ bool LosesMoreThan(const TournamentNode& node, Move move, Score margin) {
     return ExchangeScore(move, node.board(), touched) < -margin;
 }
 
-bool IsPruned(const TournamentNode& node, MoveOrder& order, Move move, int history) {
+Pruning PruningOf(const TournamentNode& node, Move move, int history) {
     // A side that is about to be mated looks at every move.
     if (node.moves_tried == 1 || node.best <= -mate_score_limit || node.in_check || !node.is_near_static_score()) {
-        return false;
+        return Pruning::none;
     }
     if (IsQuiet(move) && !GivesCheck(move)) {
         const Distance left = std::max(node.distance - node.state.Reduction(node.plies(), node.moves_tried), 0);
-        if (IsTooLate(node) || IsFutile(node, left)) {
-            order.LeaveOutQuietMoves();
-            return true;
-        }
-        if (HasFailedElsewhere(node, history, left)) return true;
+        if (IsTooLate(node) || IsFutile(node, left)) return Pruning::quiet_moves;
+        if (HasFailedElsewhere(node, history, left)) return Pruning::this_move;
     }
-    return LosesMaterial(node, move);
+    return LosesMaterial(node, move) ? Pruning::this_move : Pruning::none;
 }
 
 }  // namespace tournament

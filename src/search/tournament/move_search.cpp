@@ -1,7 +1,7 @@
 #include "search/tournament/move_search.h"
 
 #include "search/node/node_result.h"
-#include "search/tournament/tournament_node.h"
+#include "search/tournament/search_tournament_node.h"
 
 namespace tournament {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "search/tournament/tournament_record.h"
+#include "search/tournament/tournament_node.h"
 
 namespace tournament {
 

@@ -1,6 +1,6 @@
 #include "search/tournament/singular_extension.h"
 
-#include "search/tournament/tournament_node.h"
+#include "search/tournament/search_tournament_node.h"
 
 namespace tournament {
 

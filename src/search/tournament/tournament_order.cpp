@@ -18,6 +18,9 @@ constexpr std::int32_t second_killer = 1 << 27;
 constexpr std::int32_t counter_move = 1 << 26;
 constexpr std::int32_t losing_capture = -(1 << 28);
 
+/// From this distance on a cut counts no more, in plies.
+constexpr int farthest_in_history = 63;
+
 /// Histories of answers are kept for the last move and for the one before it.
 constexpr std::array<std::uint32_t, 2> plies_back{1, 2};
 
@@ -61,7 +64,7 @@ int QuietHistory(const TournamentNode& node, Move move) {
 
 void LearnFromCut(TournamentNode& node, std::span<const Move> searched) {
     const TournamentSettings& rules = node.rules();
-    const int plies = std::max(node.plies(), 0) + 1;
+    const int plies = std::clamp(node.plies(), 0, farthest_in_history) + 1;
     const int bonus = std::min(rules.history_bonus_factor * plies * plies, rules.history_bonus_limit);
     Learn(node, node.best_move, bonus);
     if (rules.history_malus != 0) {
@@ -88,7 +91,7 @@ NodeAnswer MoveOrder::List() {
     if (const auto answer = ListMoves(node_)) return answer;
     const KillerPair& killers = node_.search.killers[node_.ply];
     const Move counter = CounterMove();
-    std::transform(node_.moves, node_.moves_end, scores_.begin(), [&](Move move) {
+    picker_.Take(node_.moves, node_.moves_end, [&](Move move) {
         if (!IsQuiet(move)) return CaptureScore(move);
         if (move == killers.first) return first_killer;
         if (move == killers.second) return second_killer;
@@ -104,9 +107,7 @@ Move MoveOrder::CounterMove() const {
 }
 
 std::int32_t MoveOrder::CaptureScore(Move move) const {
-    // The gain counts first, then the piece that is risked for it.
-    const std::int32_t score =
-        (piece_value[CapturedPiece(move)] + piece_value[PromotionPiece(move)]) * 8 - MovingPiece(move);
+    const std::int32_t score = GainAndRisk(move);
     if (PromotionPiece(move) != no_piece && PromotionPiece(move) != queen) return losing_capture + score;
     if (material_units[CapturedPiece(move)] >= material_units[MovingPiece(move)]) return sound_capture + score;
     Bitboard touched = 0;
@@ -115,17 +116,11 @@ std::int32_t MoveOrder::CaptureScore(Move move) const {
 }
 
 Move MoveOrder::Pick() {
-    const std::ptrdiff_t count = node_.moves_end - node_.moves;
-    while (picked_ < count) {
-        const auto first = scores_.begin() + picked_;
-        const auto best = std::max_element(first, scores_.begin() + count);
-        std::iter_swap(first, best);
-        std::swap(node_.moves[picked_], node_.moves[best - scores_.begin()]);
-        const Move move = node_.moves[picked_++];
+    for (;;) {
+        const Move move = picker_.Next();
         const bool is_left_out = leaves_out_quiet_moves_ && (move & tactical_bits) == 0;
-        if (move != node_.hash_move && !is_left_out) return move;
+        if (move == INVALID || (move != node_.hash_move && !is_left_out)) return move;
     }
-    return INVALID;
 }
 
 }  // namespace tournament

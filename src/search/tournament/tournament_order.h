@@ -1,11 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 
-#include "chess/move_generator.h"
-#include "search/tournament/tournament_record.h"
+#include "search/tournament/move_picker.h"
+#include "search/tournament/tournament_node.h"
 
 namespace tournament {
 
@@ -32,8 +31,7 @@ class MoveOrder {
     TournamentNode& node_;
     Stage stage_ = Stage::hash_move;
     bool leaves_out_quiet_moves_ = false;
-    std::ptrdiff_t picked_ = 0;
-    std::array<std::int32_t, MAX_MOVES> scores_;  // beside the node's list; only as long as that is it is filled
+    MovePicker picker_;
 };
 
 /// How well a quiet move has done, from -3 to 3 times HistoryScore::largest: by its squares, and as an answer to the

@@ -1,7 +1,7 @@
 // The node of the tournament search, as a list of its steps. Like the classic one it is asked with one bound only;
 // its answer bounds the score as far as it knows, which the table remembers for other questions.
 
-#include "search/tournament/tournament_node.h"
+#include "search/tournament/search_tournament_node.h"
 
 #include <algorithm>
 #include <array>
@@ -20,8 +20,8 @@
 #include "search/tournament/razoring.h"
 #include "search/tournament/reverse_futility.h"
 #include "search/tournament/singular_extension.h"
+#include "search/tournament/tournament_node.h"
 #include "search/tournament/tournament_order.h"
-#include "search/tournament/tournament_record.h"
 
 namespace tournament {
 
@@ -48,6 +48,9 @@ NodeAnswer ProbeHash(TournamentNode& node) {
     return go_on;
 }
 
+/// The root has no static score: nobody asks it a question.
+constexpr std::uint32_t first_ply_of_comparison = 3;
+
 void FindStaticScore(TournamentNode& node) {
     auto& scores = node.state.static_score;
     if (!node.in_check) {
@@ -59,7 +62,8 @@ void FindStaticScore(TournamentNode& node) {
         }
     }
     scores[node.ply] = node.static_score;
-    node.is_improving = !node.in_check && (node.ply < 2 || node.static_score > scores[node.ply - 2]);
+    node.is_improving =
+        !node.in_check && (node.ply < first_ply_of_comparison || node.static_score > scores[node.ply - 2]);
 }
 
 /// Searches a move. Whether it cuts.
@@ -79,9 +83,7 @@ bool SearchMove(TournamentNode& node, Move move, int history) {
         score = AskChild(node, NodeType::all, distance);
     }
     search.board.UnmakeMove(move);
-    const bool cuts = Keep(node, move, score);
-    if (node.type == NodeType::cut) node.type = NodeType::all;
-    return cuts;
+    return Keep(node, move, score);
 }
 
 Score SearchMoves(TournamentNode& node) {
@@ -94,8 +96,9 @@ Score SearchMoves(TournamentNode& node) {
         if (move == node.excluded) continue;
         ++node.moves_tried;
         const int history = IsQuiet(move) ? QuietHistory(node, move) : 0;
-        if (IsPruned(node, order, move, history)) {
+        if (const Pruning pruning = PruningOf(node, move, history); pruning != Pruning::none) {
             node.has_pruned = true;
+            if (pruning == Pruning::quiet_moves) order.LeaveOutQuietMoves();
             continue;
         }
         const bool cuts = SearchMove(node, move, history);

@@ -80,7 +80,7 @@ struct MateHost : FakeSearchHost {
     int best = -infinity_bound;  ///< the highest score announced
 };
 
-/// By the described search (false) and by the tournament search.
+/// By the classic search (false) and by the tournament search.
 class MateSearch : public testing::TestWithParam<bool> {};
 
 TEST_P(MateSearch, FindsThemWithTheRightDistance) {
@@ -111,6 +111,6 @@ TEST_P(MateSearch, FindsThemWithTheRightDistance) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Mates, MateSearch, testing::Bool(),
-                         [](const auto& row) { return row.param ? "Tournament" : "Described"; });
+                         [](const auto& row) { return row.param ? "Tournament" : "Classic"; });
 
 }  // namespace

@@ -23,6 +23,7 @@ namespace {
 using tournament::ForPlies;
 using tournament::HistoryScore;
 using tournament::MoveOrder;
+using tournament::Pruning;
 using tournament::TournamentNode;
 
 /// White is on move. a2a3 is quiet, d4d5 too, c4d5 takes a pawn.
@@ -166,18 +167,17 @@ struct PruningRow {
 };
 std::ostream& operator<<(std::ostream& out, const PruningRow& row) { return out << row.name; }
 
-class Pruning : public testing::TestWithParam<PruningRow> {};
+class MoveIsPruned : public testing::TestWithParam<PruningRow> {};
 
 /// The tenth move of a cut node two plies from the horizon, which stands at beta.
-TEST_P(Pruning, IsMade) {
+TEST_P(MoveIsPruned, ByItsRule) {
     const PruningRow& row = GetParam();
     TournamentBuilder search(row.fen, no_pruning);
     TournamentNode node = search.NodeAt({.distance = 2 * ONE_PLY});
     node.moves_tried = 10;
     node.best = -100;
-    MoveOrder order(node);
     row.change(search, node);
-    EXPECT_EQ(IsPruned(node, order, search.MoveNamed(row.move), row.history), row.prunes);
+    EXPECT_EQ(PruningOf(node, search.MoveNamed(row.move), row.history) != Pruning::none, row.prunes);
 }
 
 void Late(TournamentBuilder& b, TournamentNode& n) {
@@ -206,7 +206,7 @@ void Losing(TournamentBuilder& b, TournamentNode& /*n*/) {
 }
 
 // clang-format off
-INSTANTIATE_TEST_SUITE_P(LateMoves, Pruning, testing::Values(
+INSTANTIATE_TEST_SUITE_P(LateMoves, MoveIsPruned, testing::Values(
     PruningRow{"nothing is switched on", false, [](TournamentBuilder&, TournamentNode& n) { n.moves_tried = 60; n.estimate = n.beta - 3000; }, "a2a3", -50000},
     PruningRow{"late", true, Late},
     PruningRow{"a move earlier", false, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); --n.moves_tried; }},
@@ -217,7 +217,7 @@ INSTANTIATE_TEST_SUITE_P(LateMoves, Pruning, testing::Values(
     PruningRow{"captures stay", false, Late, "c4d5"},
     PruningRow{"checks stay", false, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); n.moves_tried = 60; }, "d1d8", 0, sharp_fen}),
     RowName<PruningRow>);
-INSTANTIATE_TEST_SUITE_P(Futility, Pruning, testing::Values(
+INSTANTIATE_TEST_SUITE_P(Futility, MoveIsPruned, testing::Values(
     PruningRow{"futile", true, Futile},
     PruningRow{"margin just reached", false, [](TournamentBuilder& b, TournamentNode& n) { Futile(b, n); ++n.estimate; }},
     PruningRow{"too far", false, [](TournamentBuilder& b, TournamentNode& n) { Futile(b, n); b.rules().futility_distance = 2 * ONE_PLY - 1; }},
@@ -230,7 +230,7 @@ INSTANTIATE_TEST_SUITE_P(Futility, Pruning, testing::Values(
         auto with = b.rules(); with.late_move_reduction_base = 2 * ONE_PLY; b.state->Prepare(with);
         Futile(b, n); b.rules().futility_distance = 0; n.estimate = n.beta - 70; }}),
     RowName<PruningRow>);
-INSTANTIATE_TEST_SUITE_P(History, Pruning, testing::Values(
+INSTANTIATE_TEST_SUITE_P(History, MoveIsPruned, testing::Values(
     PruningRow{"has failed elsewhere", true, Failed, "a2a3", -3001},
     PruningRow{"has failed a little less", false, Failed, "a2a3", -3000},
     PruningRow{"has done well", false, Failed, "a2a3", 3001},
@@ -238,7 +238,7 @@ INSTANTIATE_TEST_SUITE_P(History, Pruning, testing::Values(
     PruningRow{"captures stay", false, Failed, "c4d5", -30000},
     PruningRow{"checks stay", false, Failed, "d1d8", -30000, sharp_fen}),
     RowName<PruningRow>);
-INSTANTIATE_TEST_SUITE_P(Losses, Pruning, testing::Values(
+INSTANTIATE_TEST_SUITE_P(Losses, MoveIsPruned, testing::Values(
     PruningRow{"a quiet move loses the queen", true, Losing, "d1d7", 0, sharp_fen},
     PruningRow{"not more than the margin", false, [](TournamentBuilder& b, TournamentNode& n) { Losing(b, n); ++b.rules().quiet_loss_margin; }, "d1d7", 0, sharp_fen},
     PruningRow{"too far", false, [](TournamentBuilder& b, TournamentNode& n) { Losing(b, n); ++n.distance; }, "d1d7", 0, sharp_fen},
@@ -264,11 +264,10 @@ TEST_P(KeptMoves, AreNeverPruned) {
         TournamentBuilder search(sharp_fen, no_pruning);
         TournamentNode node = search.NodeAt({.distance = 2 * ONE_PLY});
         node.best = -100;
-        MoveOrder order(node);
         rule(search, node);
         node.moves_tried = 60;
         GetParam().change(search, node);
-        EXPECT_EQ(IsPruned(node, order, search.MoveNamed("d1d7"), -30000), GetParam().prunes);
+        EXPECT_EQ(PruningOf(node, search.MoveNamed("d1d7"), -30000) != Pruning::none, GetParam().prunes);
     }
 }
 
@@ -287,25 +286,30 @@ INSTANTIATE_TEST_SUITE_P(Tournament, KeptMoves, testing::Values(
 // clang-format on
 
 /// What passes for one late or futile move passes for those after it; a bad history is the move's own.
-TEST(PruningOfMoves, TellsTheOrderToLeaveTheQuietMovesOut) {
-    for (const auto& [rule, leaves_out] :
-         {std::pair{&Late, true}, std::pair{&Futile, true}, std::pair{&Failed, false}}) {
+TEST(PruningOfMoves, TellsWhetherTheOtherQuietMovesGoToo) {
+    for (const auto& [rule, pruning] :
+         {std::pair{&Late, Pruning::quiet_moves}, std::pair{&Futile, Pruning::quiet_moves},
+          std::pair{&Failed, Pruning::this_move}}) {
         TournamentBuilder search(even_fen, no_pruning);
         TournamentNode node = search.NodeAt({.distance = 2 * ONE_PLY});
         node.best = -100;
-        MoveOrder order(node);
-        Move move = INVALID;
-        ASSERT_FALSE(order.Next(move));
         rule(search, node);
         node.moves_tried = 60;
-        ASSERT_TRUE(IsPruned(node, order, search.MoveNamed("a2a3"), -30000));
-        int quiet = 0;
-        for (;;) {
-            ASSERT_FALSE(order.Next(move));
-            if (move == INVALID) break;
-            if ((move & tactical_bits) == 0) ++quiet;
-        }
-        EXPECT_EQ(quiet == 0, leaves_out);
+        EXPECT_EQ(PruningOf(node, search.MoveNamed("a2a3"), -30000), pruning);
+    }
+}
+
+TEST(MoveOrderOfTournament, LeavesOutQuietMovesOnceToldTo) {
+    TournamentBuilder search(even_fen, no_pruning);
+    TournamentNode node = search.NodeAt({.distance = 2 * ONE_PLY});
+    MoveOrder order(node);
+    Move move = INVALID;
+    ASSERT_FALSE(order.Next(move));
+    order.LeaveOutQuietMoves();
+    for (;;) {
+        ASSERT_FALSE(order.Next(move));
+        if (move == INVALID) break;
+        EXPECT_NE(move & tactical_bits, 0U);
     }
 }
 

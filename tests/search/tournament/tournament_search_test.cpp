@@ -79,7 +79,7 @@ TEST(TournamentSearch, IsAnotherSearch) {
     EXPECT_NE(NodesOf(classic, 3), NodesOf(tournament, 3));
 }
 
-TEST(TournamentSearch, AndTheDescribedOneDoNotMindEachOther) {
+TEST(TournamentSearch, AndTheClassicOneDoNotMindEachOther) {
     Searcher classic_alone(false), tournament_alone(true);
     const Nodes classic_nodes = NodesOf(classic_alone, 3);
     const Nodes tournament_nodes = NodesOf(tournament_alone, 5);
@@ -91,7 +91,7 @@ TEST(TournamentSearch, AndTheDescribedOneDoNotMindEachOther) {
 }
 
 /// Its numbers are no concern of the classic search.
-TEST(TournamentSearch, HasSettingsThatTheDescribedSearchDoesNotRead) {
+TEST(TournamentSearch, HasSettingsThatTheClassicSearchDoesNotRead) {
     TournamentSettings changed;
     for (const tournament_settings::Row& row : tournament_settings::Table()) changed.*row.place = row.most;
     Searcher plain(false), with_others(false, changed);
