@@ -55,6 +55,20 @@ def test_engine_reads_the_settings_and_only_those_listed_have_changed(tmp_path):
     assert changed and set(changed) <= {"futility_pruning_margin", "capture_move_sorting_bonus"}
 
 
+TOURNAMENT = "null_move_margin 200 60 600 25 0.02\n"
+
+
+def test_settings_of_the_tournament_search_are_tuned_with_it_alone(tmp_path):
+    complaint = tune(tmp_path, parameters=TOURNAMENT, check=False)
+    assert complaint.returncode == 1
+    assert "null_move_margin is of the other search: --base search=tournament is missing\n" in complaint.stderr
+    complaint = tune(tmp_path, "--base", "search=tournament", check=False)
+    assert "futility_pruning_margin is of the other search: leave search=tournament out\n" in complaint.stderr
+    tune(tmp_path, "--base", "search=tournament check_extension=32", parameters=TOURNAMENT)
+    tuned = dict(line.split(" = ") for line in (tmp_path / "tuned.txt").read_text().splitlines())
+    assert 60 <= int(tuned["null_move_margin"]) <= 600 and tuned["check_extension"] == "32" and len(tuned) > 50
+
+
 def test_killed_run_goes_on_to_the_same_end(tmp_path):
     whole = folder_at(tmp_path / "whole")
     tune(whole, pairs=32)

@@ -6,8 +6,10 @@
 
 #include "evaluation/personality.h"
 #include "frame/base/text_utilities.h"
+#include "frame/base/vorka_exception.h"
 #include "options/number_option.h"
 #include "search/settings/settings_file.h"
+#include "search/settings/tournament_file.h"
 
 namespace {
 
@@ -33,6 +35,12 @@ void ReadSettingsFile(SearchSettings& settings, const std::string& path) {
     } catch (const OptimizeInterface::Settings::SettingsException& error) {
         Refuse(path + ": " + std::string(error.text()));
     }
+}
+
+void ReadTournamentFile(TournamentSettings& settings, const std::string& path) try {
+    settings = tournament_settings::ReadFile(path);
+} catch (const TextException& error) {
+    Refuse(path + ": " + error.text());
 }
 
 /// "Random" is another one each time, and a match must be the same each time.
@@ -65,6 +73,8 @@ void TakeWord(PlayerSetup& player, std::string_view word) {
     } else if (key == "search") {
         if (value != "classic" && value != "tournament") Refuse("search is classic or tournament");
         player.uses_tournament_search = value == "tournament";
+    } else if (key == "tournament") {
+        ReadTournamentFile(player.tournament, std::string(value));
     } else if (const tournament_settings::Row* const row = tournament_settings::Find(key)) {
         player.tournament.*row->place = NumberOf(key, value, row->least, row->most);
     } else {
@@ -91,6 +101,9 @@ void ChangeSetting(SearchSettings& settings, std::string_view name, std::string_
 PlayerSetup ReadPlayer(std::string_view text) {
     PlayerSetup player;
     for (const std::string& word : VorkaUtils::tokenize(text)) TakeWord(player, word);
+    if (!player.uses_tournament_search && player.tournament != TournamentSettings()) {
+        Refuse("a setting of the tournament search without search=tournament changes nothing");
+    }
     if (player.name.empty()) player.name = DescriptionOf(player);
     return player;
 }

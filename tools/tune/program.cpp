@@ -143,11 +143,22 @@ void CheckOptions(const Options& options) {
     if (options.output.empty()) throw std::runtime_error("--output is missing");
 }
 
-std::vector<Parameter> ParametersOf(const std::string& path) {
+/// Settings that the players' search doesn't read would be moved by noise alone.
+void RequireTheirSearch(const std::vector<Parameter>& parameters, const PlayerSetup& player) {
+    const bool are_of_tournament = parameters.front().tournament != nullptr;
+    if (are_of_tournament == player.uses_tournament_search) return;
+    throw std::runtime_error(
+        parameters.front().name + " is of the other search: " +
+        (are_of_tournament ? "--base search=tournament is missing" : "leave search=tournament out"));
+}
+
+std::vector<Parameter> ParametersOf(const std::string& path, const PlayerSetup& player) {
     std::ifstream file;
     if (!OpenForReading(path, file)) throw std::runtime_error("can't open " + path);
     try {
-        return ReadParameters(file);
+        std::vector<Parameter> parameters = ReadParameters(file);
+        RequireTheirSearch(parameters, player);
+        return parameters;
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(path + ": " + error.what());
     }
@@ -184,7 +195,7 @@ class Tuning {
     explicit Tuning(const Options& options)
         : options_(options),
           openings_(OpeningsOfFile(options.openings_file, std::numeric_limits<std::uint32_t>::max())),
-          spsa_(ParametersOf(options.parameters_file), options.plan) {
+          spsa_(ParametersOf(options.parameters_file, options.base), options.plan) {
         Shuffle(openings_, options.plan.seed);
         const GameRules& rules = options.rules;
         const AdjudicationRules& ends = rules.adjudication;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <stdexcept>
 #include <string>
 
@@ -59,7 +60,7 @@ TEST(PlayerSetup, WordsChooseTheTournamentSearchAndChangeIt) {
 
 TEST(PlayerSetup, EachNumberOfTheTournamentSearchTakesItsBounds) {
     for (const tournament_settings::Row& row : tournament_settings::Table()) {
-        const std::string word = std::string(row.name) + '=';
+        const std::string word = "search=tournament " + std::string(row.name) + '=';
         const std::string limits = std::string(row.name) + " takes a number from " + std::to_string(row.least) +
                                    " to " + std::to_string(row.most);
         for (const std::int32_t good : {row.least, row.most}) {
@@ -82,6 +83,14 @@ TEST(PlayerSetup, FileComesFirstAndLaterWordsChangeIt) {
     EXPECT_EQ(player.settings.min_ply_for_null_move, 3);
 }
 
+TEST(PlayerSetup, TournamentFileIsReadAndLaterWordsChangeIt) {
+    const TemporaryDirectory folder;
+    std::ofstream(folder.File("t.txt")) << "futility = 0\nnull_move_margin = 150\n";
+    const PlayerSetup player =
+        ReadPlayer("search=tournament tournament=" + folder.File("t.txt") + " null_move_margin=120");
+    EXPECT_EQ(player.tournament, (TournamentSettings{.null_move_margin = 120, .futility = 0}));
+}
+
 TEST(PlayerSetup, BadWordsAreTold) {
     EXPECT_EQ(WhyRefused("fast"), "not key=value: \"fast\"");
     EXPECT_EQ(WhyRefused("speed=1"), "no such setting: \"speed\"");
@@ -97,6 +106,9 @@ TEST(PlayerSetup, BadWordsAreTold) {
     EXPECT_EQ(WhyRefused("search=Tournament"), "search is classic or tournament");
     EXPECT_EQ(WhyRefused("search="), "search is classic or tournament");
     EXPECT_TRUE(WhyRefused("settings=/nowhere/x.txt").starts_with("/nowhere/x.txt: "));
+    EXPECT_EQ(WhyRefused("search=tournament tournament=/nowhere/x.txt"),
+              "/nowhere/x.txt: could not open /nowhere/x.txt");
+    EXPECT_EQ(WhyRefused("futility=0"), "a setting of the tournament search without search=tournament changes nothing");
 }
 
 }  // namespace
