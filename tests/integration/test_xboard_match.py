@@ -63,7 +63,7 @@ def check_game(game, conversation):
 
 def test_matches_against_fairymax(tmp_path):
     # Ten seconds, and a third more for every move. XBoard leaves it to the engines to see the mate.
-    games, conversation = play_match(tmp_path, PROGRAM, "fairymax", "-timeControl", "0:10", "-timeIncrement", "0.3",
+    games, conversation = play_match(tmp_path, PROGRAM, "fairymax", "-timeControl", "0:05", "-timeIncrement", "0.2",
                                      "-checkMates", "false")
     assert len(games) == GAMES
     assert sorted(game.tags["White"] == "Vorka" for game in games) == [False, True]
