@@ -59,7 +59,7 @@ FOLDERS = {
               "tools/bench_run"),
     "tests/support": (BASE, "chess", "bitbases", "evaluation", "evaluation/", "search/", "frame/game", "interfaces/"),
     "tests/faults": (),
-    "benchmarks": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "tests/support", "tools/options"),
+    "benchmarks": (BASE, "chess", "bitbases", "tablebases/opener", "evaluation", *SEARCH, "tests/support", "tools/options"),
 }
 
 # The tests of a layer see that layer, the layers below it, and tests/support. (What a support header needs of higher
