@@ -1,8 +1,8 @@
 # vorka_layer(<name> SOURCES <file>.. [USES <layer>..] [LIBRARIES <target>..])
 #
 # Adds one layer of the engine as the static library vorka_<name>. A layer links only what USES names, and the layers
-# stand in one row (base, chess, tables, bitbases, evaluation, search, game, interfaces, shell): each uses layers to its
-# left only, so an arrow the wrong way fails to link. uci stands beside the last three, on the search. LIBRARIES are
+# stand in one row (base, chess, tables, bitbases, tablebases, evaluation, search, game, interfaces, shell): each uses
+# layers to its left only, so an arrow the wrong way fails to link. uci stands beside the last three, on the search. LIBRARIES are
 # those that are no layers.
 #
 # Some builds need the same layer once more, compiled in another way, as its twin vorka_<name>_<suffix>, which links the

@@ -24,6 +24,8 @@ FOLDERS = {
     "chess": (BASE,),
     TABLES: (BASE, "chess"),
     "bitbases": (BASE, "chess", TABLES),
+    "tablebases": (BASE, "chess", "bitbases"),
+    "tablebases/opener": (BASE, "bitbases", "tablebases"),
     "evaluation/context": (BASE, "chess", TABLES, "bitbases"),
     "evaluation/rules": (BASE, "chess", "evaluation/context"),
     "evaluation/pawns": (BASE, "chess", TABLES, "evaluation/context", "evaluation/rules"),
@@ -42,7 +44,7 @@ FOLDERS = {
     "frame/game": (BASE, "chess", "bitbases", *SEARCH),
     "interfaces/protocols": (BASE, "chess", "evaluation", *SEARCH, "frame/game"),
     "interfaces/commands": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "frame/game", "interfaces/protocols"),
-    "frame/shell": (BASE, "chess", "bitbases", *SEARCH, "frame/game", "interfaces/"),
+    "frame/shell": (BASE, "chess", "bitbases", "tablebases/opener", *SEARCH, "frame/game", "interfaces/"),
     "frame/launcher": (BASE,),
     "uci/book": (BASE, "chess"),
     "uci/syzygy": (BASE, "chess", TABLES, "bitbases"),
@@ -50,13 +52,14 @@ FOLDERS = {
     "tools/options": (BASE,),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
+    "tools/table_builder": (BASE, "chess", "bitbases", "tablebases", "tools/options", "tools/bitbase_builder"),
     "tools/selfplay": (BASE, "chess", "evaluation", *SEARCH, "tools/options"),
     "tools/tune": (BASE, "chess", *SEARCH, "tools/options", "tools/selfplay"),
     "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options",
               "tools/bench_run"),
     "tests/support": (BASE, "chess", "bitbases", "evaluation", "evaluation/", "search/", "frame/game", "interfaces/"),
     "tests/faults": (),
-    "benchmarks": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "tests/support", "tools/options"),
+    "benchmarks": (BASE, "chess", "bitbases", "tablebases/opener", "evaluation", *SEARCH, "tests/support", "tools/options"),
 }
 
 # The tests of a layer see that layer, the layers below it, and tests/support. (What a support header needs of higher
@@ -67,6 +70,7 @@ LAYERS = (
     ("chess",),
     (TABLES,),
     ("bitbases",),
+    ("tablebases", "tablebases/opener"),
     ("evaluation/context", "evaluation/pawns", "evaluation/pieces", "evaluation/king", "evaluation/endings",
      "evaluation"),
     ("search/settings", "search/engine", "search/state", "search/ordering", "search/node", "search/tournament",
@@ -82,8 +86,8 @@ for layer in LAYERS:
     seen_by_tests = (*below, "tests/support", *(["tests/bitbases"] if "tests/bitbases" in FOLDERS else []))
     FOLDERS.update({f"tests/{folder}": seen_by_tests for folder in layer})
 FOLDERS["tests/frame/launcher"] = (BASE, "frame/launcher", "tests/support")
-FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", *SEARCH, "tools/bitbase_builder", "tools/bench_run", "tools/options",
-                           "tests/bitbases", "tests/support")
+FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", "tablebases", "tablebases/opener", *SEARCH, "tools/bitbase_builder", "tools/table_builder",
+                           "tools/bench_run", "tools/options", "tests/bitbases", "tests/support")
 FOLDERS["tests/tools/selfplay"] = (BASE, "chess", *SEARCH, "tools/selfplay", "tests/support")
 FOLDERS["tests/tools/tune"] = (BASE, *SEARCH, "tools/selfplay", "tools/tune", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.

@@ -31,4 +31,4 @@ ensure_packages() {
 }
 
 # What every build needs, whoever asks for it.
-build_packages=(g++ cmake ninja-build)
+build_packages=(g++ cmake ninja-build libzstd-dev)

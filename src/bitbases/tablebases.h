@@ -10,7 +10,7 @@
 #include "frame/base/vorka_exception.h"
 
 /// Endgame tablebases with distances to mate, behind an abstract source: who reads the files of a format implements
-/// TableSource. No source is there at the start, and a build without a reader never gets one.
+/// TableSource. No source is there at the start, and a program without a reader never gets one.
 namespace VorkaTablebases {
 
 class TB_Exception : public TextException {
@@ -83,7 +83,7 @@ class NalimovException : public VorkaTablebases::TB_Exception {
 void Initialize(VorkaTablebases::Tablebases& tablebases, std::uint64_t size, const std::string& path,
                 const VorkaTablebases::SourceOpener& open);
 
-/// Finds no tables anywhere: this build has no reader of the format.
+/// Finds no tables anywhere: for programs without a reader.
 [[nodiscard]] std::unique_ptr<VorkaTablebases::TableSource> OpenNothing(const std::string& path);
 
 }  // namespace NalimovTablebases

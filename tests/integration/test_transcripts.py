@@ -266,6 +266,14 @@ def makefile_names_the_program(words):
     assert "--target vorka-uci" in told and told.splitlines()[-1].endswith(" " + words[1].split("=")[1])
 
 
+def proof_has_its_variables(words):
+    """A long proof is not run: its test must be there and read the variables."""
+    source = "".join((ROOT / f"tests/tools/{name}").read_text()
+                     for name in (Path(words[-1]).name + ".cpp", "table_oracles.h"))
+    for word in words[:-1]:
+        assert f'Environment("{word.split("=")[0]}")' in source
+
+
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
     (r"scripts/(fuzz|soak|mutate)( \d+)?", python_script_answers_help),
@@ -278,7 +286,8 @@ SHOWN = [
     (r"build/\w+/tools/bench( .*)?", bench_runs),
     (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
     (r"build/\w+/tools/solve_epd .*", solves_positions),
-    (r"build/\w+/tools/bitbase_builder/bitbase_builder --help", program_runs),
+    (r"build/\w+/tools/(bitbase|table)_builder/\w+ --help", program_runs),
+    (r"VORKA_\w+=.* build/test/tests/tools/\w+", proof_has_its_variables),
     (r"build/\w+/tools/(selfplay|tune)/\w+ .*", tool_answers_help),
     (r"(tools|benchmarks|scripts)/\w+ .*", program_answers_help),
 ]

@@ -12,6 +12,7 @@
 #include "frame/shell/log_file_name.h"
 #include "frame/shell/self_checks.h"
 #include "search/engine/engine.h"
+#include "tablebases/opener/open_tables.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ int main(int argc, char* argv[]) try {
     engine.tables.Resize(usual_transposition_bytes, usual_evaluation_bytes);
     ExecutableDirectory(PathOfProgram(argc > 0 ? argv[0] : ""));
     engine.bitbases.Init();
+    engine.open_tablebases = VorkaTablebases::OpenTables;
 
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::erase(arguments, "");

@@ -22,6 +22,6 @@ struct Engine {
     HashTables tables{};
     VorkaBitbases::Bitbases bitbases{};
     VorkaTablebases::Tablebases tablebases{};
-    /// What opens the tablebases of a directory. There is no reader of the format in this build: it finds none.
+    /// What opens the tablebases of a directory. A program that reads tables puts its reader here.
     VorkaTablebases::SourceOpener open_tablebases = NalimovTablebases::OpenNothing;
 };
