@@ -153,6 +153,11 @@ def test_version_is_the_same_everywhere():
     assert f'program_version = "v{version}"' in (ROOT / "src/frame/base/vocabulary.h").read_text()
     for name in MANUALS[:2]:
         assert f'"Vorka {version}"' in (ROOT / "packaging/man" / name).read_text()
+    release = re.search(r"CPACK_DEBIAN_PACKAGE_RELEASE (\d+)", (ROOT / "cmake/VorkaPackage.cmake").read_text())[1]
+    assert (ROOT / "packaging/debian/changelog").read_text().startswith(f"vorka ({version}-{release}) ")
+    for document in ("README.md", "docs/releasing.md"):
+        files = re.findall(r"vorka[_-]([\d.]+(?:-\d+)?)(?=_|\.tar)", (ROOT / document).read_text())
+        assert files and {*files} <= {version, f"{version}-{release}"}, document
 
 
 def keywords():

@@ -174,9 +174,9 @@ def python_script_answers_help(words):
 def preset_exists(words):
     """cmake and ctest are not run: the preset, the options and the target must exist."""
     presets = json.loads((ROOT / "CMakePresets.json").read_text())
-    kinds = {"--build": "buildPresets", "--workflow": "workflowPresets"}
-    kind = "testPresets" if words[0] == "ctest" else next((kinds[word] for word in words if word in kinds),
-                                                          "configurePresets")
+    kinds = {"--build": "buildPresets", "--workflow": "workflowPresets", "ctest": "testPresets",
+             "cpack": "packagePresets"}
+    kind = next((kinds[word] for word in words if word in kinds), "configurePresets")
     if "--preset" in words:
         name = words[words.index("--preset") + 1]
         assert name in [preset["name"] for preset in presets[kind]], f"no preset {name} in {kind}"
@@ -189,6 +189,30 @@ def preset_exists(words):
     if "-L" in words:
         tests = run("ctest", "--test-dir", str(BUILD), "-N", *words[words.index("-L"):])
         assert int(re.search(r"Total Tests: (\d+)", tests)[1]) > 0
+
+
+def version():
+    return re.search(r"project\(vorka VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
+
+
+def installation_is_of_a_preset(words):
+    """test_install installs; here the build must be one that a preset makes."""
+    presets = json.loads((ROOT / "CMakePresets.json").read_text())["configurePresets"]
+    assert Path(words[2]).parent.name == "build" and Path(words[2]).name in [preset["name"] for preset in presets]
+
+
+def package_is_what_is_made(words):
+    """Nothing is installed: the file must have the name that cpack gives it."""
+    release = re.search(r"CPACK_DEBIAN_PACKAGE_RELEASE (\d+)", (ROOT / "cmake/VorkaPackage.cmake").read_text())[1]
+    assert words[2] == f"./build/package/out/vorka_{version()}-{release}_amd64.deb"
+
+
+def image_can_be_made(words):
+    """Docker isn't asked: scripts/try_package follows the Dockerfile, whose words it has to know."""
+    assert words[-1] == {"build": ".", "run": "vorka"}[words[1]]
+    known = re.findall(r'word == "(\w+)"', (ROOT / "scripts/try_package").read_text())
+    text = (ROOT / "Dockerfile").read_text().replace("\\\n", "")
+    assert {line.split()[0] for line in text.splitlines() if line and not line.startswith("#")} <= {*known}
 
 
 def packages_are_those_of_the_scripts(words):
@@ -244,6 +268,12 @@ def program_answers_help(words):
             assert word in told
 
 
+def program_names_its_words(words):
+    told = run(words[0], "--help")
+    for word in words[1:]:
+        assert re.search(rf"\b{word}\b", told)
+
+
 def tool_answers_help(words):
     """The same for a program of the build under test."""
     told = run(in_this_build(words[0]), "--help")
@@ -269,9 +299,13 @@ def makefile_names_the_program(words):
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
     (r"scripts/(fuzz|soak|mutate)( \d+)?", python_script_answers_help),
+    (r"scripts/try_package \w+", program_names_its_words),
     (r"scripts/test( .*)?", options_of_the_test_script_exist),
     (r"scripts/\w+( \w+)?", script_answers_help),
-    (r"(cmake|ctest) .*", preset_exists),
+    (r"cmake --install .*", installation_is_of_a_preset),
+    (r"(cmake|ctest|cpack) .*", preset_exists),
+    (r"apt install \./.*", package_is_what_is_made),
+    (r"docker (build|run) .*", image_can_be_made),
     (r"apt install .*", packages_are_those_of_the_scripts),
     (r"xboard .*", xboard_gets_the_engine),
     (r"build/fuzz/.*", fuzz_target_has_seeds),
@@ -287,6 +321,7 @@ SHOWN = [
 @pytest.mark.parametrize("document, line", COMMANDS)
 def test_command_of_a_document(document, line):
     for command in line.split(" && "):
+        command = command.removeprefix("sudo ")  # none of the checks does what needs root
         check = next((check for pattern, check in SHOWN if re.fullmatch(pattern, command)), None)
         assert check, f"{document} shows a command that no test knows: {command}"
         check(shlex.split(command))
