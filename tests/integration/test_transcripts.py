@@ -9,6 +9,7 @@ files anew.
 In the documents every block in plain fences is either a session at the prompt, which is typed anew and compared line by
 line, or a list of shell commands. Each command has to be known to the table SHOWN, which says how it is tried. A block
 that is neither, such as a drawing, begins with ```text, and a dialogue with vorka-uci with ```uci: test_uci tries those.
+After ```dialogue stand lines for the program that begin with `> `, and what it answers, in this order.
 """
 
 import difflib
@@ -16,11 +17,13 @@ import json
 import os
 import re
 import shlex
+import shutil
 import subprocess
 import tempfile
 from pathlib import Path
 
 import pytest
+from engine import PROGRAM
 
 FOLDER = Path(__file__).parent.parent / "golden" / "dialogues"
 ROOT = Path(__file__).resolve().parents[2]
@@ -78,7 +81,7 @@ def test_transcript(start, name):
 # --- What the documents show ---
 
 DOCUMENTS = ["README.md", "CONTRIBUTING.md", *sorted(f"docs/{path.name}" for path in (ROOT / "docs").glob("*.md"))]
-PROMPT = re.compile(r"^(?:White|Black) \d+> ")
+PROMPT = re.compile(r"^(?:(?:White|Black) \d+|edit mode)> ")
 GREETING = r"(?:Hallo|Guten Tag|Welcome|Vorka welcomes you|Vorka ist bereit|Ave und beim Jupiter)!"
 LEFT_OUT = "[..]"
 
@@ -86,7 +89,7 @@ LEFT_OUT = "[..]"
 def blocks(document):
     """The blocks between plain fences, as lists of lines."""
     found = re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", (ROOT / document).read_text())
-    return [block.splitlines() for kind, block in found if kind not in ("text", "uci")]
+    return [block.splitlines() for kind, block in found if kind not in ("text", "uci", "dialogue")]
 
 
 def is_session(block):
@@ -134,13 +137,37 @@ def test_session_of_a_document(start, document, session):
         prompt = PROMPT.match(line)
         if not prompt:
             continue
-        before, _ = engine.hear(r" \r" + re.escape(prompt[0]))
+        before, _ = engine.hear(r"(?: \r)?" + re.escape(prompt[0]))
         seen = (seen or "") + ("" if seen == "" and PROMPT.match(session[0]) else before) + line + "\n"
         engine.send(line[prompt.end():])
+    if not PROMPT.match(session[-1]):
+        seen += engine.hear(r"(?: \r)?" + PROMPT.pattern.lstrip("^"))[0]
     seen = "\n".join(as_seen(seen))
     if not re.fullmatch(pattern_of(session), seen):
         pytest.fail("\n".join(difflib.unified_diff(session, seen.splitlines(), document, "this run", lineterm="", n=2)),
                     pytrace=False)
+
+
+DIALOGUES = [(document, block) for document in DOCUMENTS
+             for block in re.findall(r"(?ms)^```dialogue\n(.*?)^```$", (ROOT / document).read_text())]
+FILES_OF_BITBASES = ("kp_kp.vbb", "kpp_kp_ram.vbb")
+
+
+@pytest.mark.parametrize("document, dialogue", DIALOGUES, ids=[document for document, _ in DIALOGUES])
+def test_dialogue_of_a_document(start, tmp_path, document, dialogue):
+    """[..] stands for any lines, N for a number, WORD for a word. A copy of the program has only those files beside it
+    that the dialogue finds there."""
+    program = Path(shutil.copy(PROGRAM, tmp_path))
+    for name in FILES_OF_BITBASES:
+        if "file already exists" in dialogue:
+            (tmp_path / name).touch()
+    engine = start(program=program)
+    for line in dialogue.splitlines():
+        if line.startswith("> "):
+            engine.send(line[2:])
+        elif line != LEFT_OUT:
+            words = [{"N": r"-?\d+", "WORD": r"\S+"}.get(word, re.escape(word)) for word in line.split(" ")]
+            engine.expect(r"(?:^|\r|> )" + " ".join(words) + r" ?$")
 
 
 def run(*command):
@@ -290,6 +317,16 @@ def fuzz_target_has_seeds(words):
     assert words[1] == f"tests/fuzz/seeds/{name}"
 
 
+def annotations_are_taken_out(words):
+    """pgn-extract reads a game with all that is taken out of it; without that package nothing is tried."""
+    program = shutil.which(words[0], path=f"{os.environ['PATH']}:/usr/games")
+    if program:
+        with tempfile.TemporaryDirectory() as folder:
+            Path(folder, "annotated.pgn").write_text("1. e4 $1 {good} e5 (1... c5 2. Nf3) 2. Nf3! *\n")
+            subprocess.run([program, *words[1:]], cwd=folder, capture_output=True, check=True)
+            assert Path(folder, "plain.pgn").read_text().split("\n\n")[1].strip() == "1. e4 e5 2. Nf3 *"
+
+
 def makefile_names_the_program(words):
     """Nothing is built here; test_uci builds it where it is asked to. make says what it would do."""
     told = run(words[0], "-n", *words[1:])
@@ -298,7 +335,7 @@ def makefile_names_the_program(words):
 
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
-    (r"scripts/(fuzz|soak|mutate)( \d+)?", python_script_answers_help),
+    (r"scripts/(fuzz|soak|mutate|manual)( \d+)?", python_script_answers_help),
     (r"scripts/try_package \w+", program_names_its_words),
     (r"scripts/test( .*)?", options_of_the_test_script_exist),
     (r"scripts/\w+( \w+)?", script_answers_help),
@@ -308,6 +345,7 @@ SHOWN = [
     (r"docker (build|run) .*", image_can_be_made),
     (r"apt install .*", packages_are_those_of_the_scripts),
     (r"xboard .*", xboard_gets_the_engine),
+    (r"pgn-extract .*", annotations_are_taken_out),
     (r"build/fuzz/.*", fuzz_target_has_seeds),
     (r"build/\w+/tools/bench( .*)?", bench_runs),
     (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
@@ -417,12 +455,35 @@ def test_glossary_names_what_there_is():
 
 # --- What the manual lists ---
 
+MANUAL = (ROOT / "docs/manual.md").read_text()
+
+
+def families():
+    """The manual's sections about commands: title and text."""
+    return re.findall(r"(?ms)^### (.+?)$(.*?)(?=^##)", MANUAL.split("## Commands\n")[1])
+
+
+def commands_in(text):
+    """What the tables of a text explain, without the moves."""
+    rows = re.findall(r"(?m)^\| (`.*?) \| ", re.split(r"(?m)^\| word \|.*$(?:\n\|.*$)*", text)[0]
+                      + "".join(re.split(r"(?m)^\| word \|.*$(?:\n\|.*$)*", text)[1:]))
+    found = {shlex.split(code.replace("\\|", "|"))[0] for row in rows for code in re.findall(r"`([^`]+)`", row)}
+    return {word for word in found if not re.fullmatch(r"[KQRBN]?[a-h][1-8].*|O-O", word)}
+
+
 def manual_commands():
-    """The first words of the manual's table of commands, without the moves."""
-    table = re.search(r"(?ms)^\| family \| words \|$(.*?)^$", (ROOT / "docs/manual.md").read_text())[1]
-    rows = [row for row in table.splitlines() if row.startswith("| ") and not row.startswith("| moves")]
-    return {shlex.split(code.replace("\\|", "|"))[0] for row in rows for code in re.findall(r"`([^`]+)`", row)
-            if code != "256M"}
+    return set().union(*(commands_in(text) for _, text in families()))
+
+
+@pytest.mark.parametrize("title, text", families(), ids=[title for title, _ in families()])
+def test_manual_has_an_example_for_each_command(title, text):
+    """An example is something typed in a session or a dialogue of the same section; both are compared above."""
+    typed = {line.split()[0] for line in re.findall(r"(?m)^(?:(?:(?:White|Black) \d+)?> )(.+)$", text)}
+    assert commands_in(text) and commands_in(text) <= typed, commands_in(text) - typed
+
+
+def test_manual_page_is_made_from_the_manual():
+    run("scripts/manual", "--check")
 
 
 def test_manual_lists_the_commands_that_there_are(start):
@@ -431,7 +492,7 @@ def test_manual_lists_the_commands_that_there_are(start):
         for table in re.findall(r"(?s)\nconstexpr Keyword \w+(?:\[\] = )?\{(.*?)\};", source.read_text()):
             keywords |= set(re.findall(r'(?m)^(?: *\{)?"([^"]+)",', table))
     ignored = {"bk", "ics", "pause", "resume", "variant", "random", "accepted", "rejected"}  # words of interfaces alone
-    assert manual_commands() | {"usermove"} == keywords - ignored
+    assert manual_commands() == keywords - ignored
 
 
 def test_manual_names_personalities(start):
