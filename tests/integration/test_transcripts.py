@@ -13,6 +13,7 @@ After ```dialogue stand lines for the program that begin with `> `, and what it 
 """
 
 import difflib
+import html
 import json
 import os
 import re
@@ -20,6 +21,7 @@ import shlex
 import shutil
 import subprocess
 import tempfile
+import xml.etree.ElementTree
 from pathlib import Path
 
 import pytest
@@ -193,9 +195,11 @@ def options_of_the_test_script_exist(words):
 
 
 def python_script_answers_help(words):
-    """The same for one in Python, which takes a number after its name."""
+    """The same for one in Python, which takes a number after its name, or words."""
     told = run(words[0], "--help")
     assert "usage: " + words[0] in told
+    for word in words[1:]:
+        assert word.isdigit() or re.search(rf"\b{word}\b", told)
 
 
 def preset_exists(words):
@@ -335,7 +339,7 @@ def makefile_names_the_program(words):
 
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
-    (r"scripts/(fuzz|soak|mutate|manual)( \d+)?", python_script_answers_help),
+    (r"scripts/(fuzz|soak|mutate|manual|pictures)( [\w ]+)?", python_script_answers_help),
     (r"scripts/try_package \w+", program_names_its_words),
     (r"scripts/test( .*)?", options_of_the_test_script_exist),
     (r"scripts/\w+( \w+)?", script_answers_help),
@@ -384,8 +388,18 @@ def test_diagram_shows_its_text(name):
     """What graphviz draws depends on its version and the fonts; the words have to be those of the text."""
     text = (ROOT / f"docs/diagrams/{name}.dot").read_text()
     words = [word for label in re.findall(r'label = "([^"]*)"', text) for word in label.split(r"\n")]
-    drawn = re.findall(r"<text[^>]*>([^<]*)</text>", (ROOT / f"docs/diagrams/{name}.svg").read_text())
+    drawn = map(html.unescape, re.findall(r"<text[^>]*>([^<]*)</text>", (ROOT / f"docs/diagrams/{name}.svg").read_text()))
     assert sorted(words) == sorted(drawn)
+
+
+@pytest.mark.parametrize("path", sorted((ROOT / "docs").glob("*/*.svg")), ids=lambda path: path.name)
+def test_picture_is_shown_and_has_a_ground_of_its_own(path):
+    """A document shows it, and on a dark page it can be read as well: something white, or nearly, lies below it."""
+    assert any(f"]({path.parent.name}/{path.name})" in (ROOT / document).read_text() for document in DOCUMENTS)
+    root = xml.etree.ElementTree.parse(path).getroot()
+    fills = [re.sub(r".*fill: ?([^;]+).*", r"\1", element.get("style", "")) if "fill" in element.get("style", "")
+             else element.get("fill") for element in list(root.iter())[:14]]
+    assert any(re.fullmatch(r"white|#fff|#fff\w{3}", fill or "") for fill in fills), fills
 
 
 # --- What looks wrong and is meant ---
