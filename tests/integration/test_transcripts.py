@@ -339,7 +339,7 @@ def makefile_names_the_program(words):
 
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
-    (r"scripts/(fuzz|soak|mutate|manual|pictures)( [\w ]+)?", python_script_answers_help),
+    (r"scripts/(fuzz|soak|mutate|manual|pictures|screenshots)( [\w ]+)?", python_script_answers_help),
     (r"scripts/try_package \w+", program_names_its_words),
     (r"scripts/test( .*)?", options_of_the_test_script_exist),
     (r"scripts/\w+( \w+)?", script_answers_help),
