@@ -54,6 +54,6 @@ install(FILES ${installed}/completions/vorka ${installed}/completions/vorka-uci
 vorka_link("${CMAKE_INSTALL_DATADIR}/bash-completion/completions" vorka-xboard vorka)
 install(FILES ${installed}/vorka.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES ${installed}/vorka.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
-install(FILES README.md CHANGELOG.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-install(FILES docs/manual.md docs/uci.md docs/bitbases.md DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs")
-install(DIRECTORY docs/pictures DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs")
+# All of them, since they point to each other.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" PATTERN "*.dot" EXCLUDE)

@@ -62,7 +62,17 @@ def test_everything_has_its_place(prefix):
 
 def test_nothing_of_the_build_and_the_tests_comes_along(prefix):
     assert {path.split("/")[0] for path in files_below(prefix)} == {"games", "lib", "share"}
-    assert not [path for path in files_below(prefix) if re.search(r"test|bench|\.a$|\.h$|\.cmake$", path)]
+    programs = [path for path in files_below(prefix) if not path.startswith("share/doc/")]
+    assert not [path for path in programs if re.search(r"test|bench|\.a$|\.h$|\.cmake$", path)]
+
+
+def test_installed_documents_point_to_each_other(prefix):
+    """Pictures, and documents of the folder docs; what a package leaves out is the licence, which Debian has."""
+    documents = [prefix / "share/doc/vorka/README.md", *(prefix / "share/doc/vorka/docs").glob("*.md")]
+    assert len(documents) > 10
+    for document in documents:
+        for target in re.findall(r"\]\((?!https?:)([^)#]+)(?:#[^)]*)?\)", document.read_text()):
+            assert (document.parent / target).exists(), f"{document.name} links to {target}"
 
 
 def test_links_lead_to_what_is_there_whatever_the_prefix(prefix):
