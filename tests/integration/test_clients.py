@@ -56,7 +56,8 @@ def test_xboard_starts_what_the_engine_file_names(tmp_path):
 
 # --- The pictures ---
 
-@pytest.mark.parametrize("client", [pytest.param(name, marks=needs(name)) for name in ("xboard", "pychess", "scid")])
+@pytest.mark.parametrize("client", [pytest.param(name, marks=[needs(program) for program in programs]) for name, *programs in (
+    ("xboard", "xboard", "xdotool"), ("pychess", "pychess"), ("scid", "scid"), ("console", "xterm"))])
 @needs("import")
 def test_a_client_can_be_pictured(tmp_path, client):
     told = subprocess.run([ROOT / "scripts/screenshots", client, "--build", BUILD, "--output", tmp_path],

@@ -9,18 +9,23 @@ files anew.
 In the documents every block in plain fences is either a session at the prompt, which is typed anew and compared line by
 line, or a list of shell commands. Each command has to be known to the table SHOWN, which says how it is tried. A block
 that is neither, such as a drawing, begins with ```text, and a dialogue with vorka-uci with ```uci: test_uci tries those.
+After ```dialogue stand lines for the program that begin with `> `, and what it answers, in this order.
 """
 
 import difflib
+import html
 import json
 import os
 import re
 import shlex
+import shutil
 import subprocess
 import tempfile
+import xml.etree.ElementTree
 from pathlib import Path
 
 import pytest
+from engine import PROGRAM
 
 FOLDER = Path(__file__).parent.parent / "golden" / "dialogues"
 ROOT = Path(__file__).resolve().parents[2]
@@ -78,7 +83,7 @@ def test_transcript(start, name):
 # --- What the documents show ---
 
 DOCUMENTS = ["README.md", "CONTRIBUTING.md", *sorted(f"docs/{path.name}" for path in (ROOT / "docs").glob("*.md"))]
-PROMPT = re.compile(r"^(?:White|Black) \d+> ")
+PROMPT = re.compile(r"^(?:(?:White|Black) \d+|edit mode)> ")
 GREETING = r"(?:Hallo|Guten Tag|Welcome|Vorka welcomes you|Vorka ist bereit|Ave und beim Jupiter)!"
 LEFT_OUT = "[..]"
 
@@ -86,7 +91,7 @@ LEFT_OUT = "[..]"
 def blocks(document):
     """The blocks between plain fences, as lists of lines."""
     found = re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", (ROOT / document).read_text())
-    return [block.splitlines() for kind, block in found if kind not in ("text", "uci")]
+    return [block.splitlines() for kind, block in found if kind not in ("text", "uci", "dialogue")]
 
 
 def is_session(block):
@@ -134,13 +139,37 @@ def test_session_of_a_document(start, document, session):
         prompt = PROMPT.match(line)
         if not prompt:
             continue
-        before, _ = engine.hear(r" \r" + re.escape(prompt[0]))
+        before, _ = engine.hear(r"(?: \r)?" + re.escape(prompt[0]))
         seen = (seen or "") + ("" if seen == "" and PROMPT.match(session[0]) else before) + line + "\n"
         engine.send(line[prompt.end():])
+    if not PROMPT.match(session[-1]):
+        seen += engine.hear(r"(?: \r)?" + PROMPT.pattern.lstrip("^"))[0]
     seen = "\n".join(as_seen(seen))
     if not re.fullmatch(pattern_of(session), seen):
         pytest.fail("\n".join(difflib.unified_diff(session, seen.splitlines(), document, "this run", lineterm="", n=2)),
                     pytrace=False)
+
+
+DIALOGUES = [(document, block) for document in DOCUMENTS
+             for block in re.findall(r"(?ms)^```dialogue\n(.*?)^```$", (ROOT / document).read_text())]
+FILES_OF_BITBASES = ("kp_kp.vbb", "kpp_kp_ram.vbb")
+
+
+@pytest.mark.parametrize("document, dialogue", DIALOGUES, ids=[document for document, _ in DIALOGUES])
+def test_dialogue_of_a_document(start, tmp_path, document, dialogue):
+    """[..] stands for any lines, N for a number, WORD for a word. A copy of the program has only those files beside it
+    that the dialogue finds there."""
+    program = Path(shutil.copy(PROGRAM, tmp_path))
+    for name in FILES_OF_BITBASES:
+        if "file already exists" in dialogue:
+            (tmp_path / name).touch()
+    engine = start(program=program)
+    for line in dialogue.splitlines():
+        if line.startswith("> "):
+            engine.send(line[2:])
+        elif line != LEFT_OUT:
+            words = [{"N": r"-?\d+", "WORD": r"\S+"}.get(word, re.escape(word)) for word in line.split(" ")]
+            engine.expect(r"(?:^|\r|> )" + " ".join(words) + r" ?$")
 
 
 def run(*command):
@@ -166,17 +195,19 @@ def options_of_the_test_script_exist(words):
 
 
 def python_script_answers_help(words):
-    """The same for one in Python, which takes a number after its name."""
+    """The same for one in Python, which takes a number after its name, or words."""
     told = run(words[0], "--help")
     assert "usage: " + words[0] in told
+    for word in words[1:]:
+        assert word.isdigit() or re.search(rf"\b{word}\b", told)
 
 
 def preset_exists(words):
     """cmake and ctest are not run: the preset, the options and the target must exist."""
     presets = json.loads((ROOT / "CMakePresets.json").read_text())
-    kinds = {"--build": "buildPresets", "--workflow": "workflowPresets"}
-    kind = "testPresets" if words[0] == "ctest" else next((kinds[word] for word in words if word in kinds),
-                                                          "configurePresets")
+    kinds = {"--build": "buildPresets", "--workflow": "workflowPresets", "ctest": "testPresets",
+             "cpack": "packagePresets"}
+    kind = next((kinds[word] for word in words if word in kinds), "configurePresets")
     if "--preset" in words:
         name = words[words.index("--preset") + 1]
         assert name in [preset["name"] for preset in presets[kind]], f"no preset {name} in {kind}"
@@ -189,6 +220,30 @@ def preset_exists(words):
     if "-L" in words:
         tests = run("ctest", "--test-dir", str(BUILD), "-N", *words[words.index("-L"):])
         assert int(re.search(r"Total Tests: (\d+)", tests)[1]) > 0
+
+
+def version():
+    return re.search(r"project\(vorka VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
+
+
+def installation_is_of_a_preset(words):
+    """test_install installs; here the build must be one that a preset makes."""
+    presets = json.loads((ROOT / "CMakePresets.json").read_text())["configurePresets"]
+    assert Path(words[2]).parent.name == "build" and Path(words[2]).name in [preset["name"] for preset in presets]
+
+
+def package_is_what_is_made(words):
+    """Nothing is installed: the file must have the name that cpack gives it."""
+    release = re.search(r"CPACK_DEBIAN_PACKAGE_RELEASE (\d+)", (ROOT / "cmake/VorkaPackage.cmake").read_text())[1]
+    assert words[2] == f"./build/package/out/vorka_{version()}-{release}_amd64.deb"
+
+
+def image_can_be_made(words):
+    """Docker isn't asked: scripts/try_package follows the Dockerfile, whose words it has to know."""
+    assert words[-1] == {"build": ".", "run": "vorka"}[words[1]]
+    known = re.findall(r'word == "(\w+)"', (ROOT / "scripts/try_package").read_text())
+    text = (ROOT / "Dockerfile").read_text().replace("\\\n", "")
+    assert {line.split()[0] for line in text.splitlines() if line and not line.startswith("#")} <= {*known}
 
 
 def packages_are_those_of_the_scripts(words):
@@ -244,6 +299,12 @@ def program_answers_help(words):
             assert word in told
 
 
+def program_names_its_words(words):
+    told = run(words[0], "--help")
+    for word in words[1:]:
+        assert re.search(rf"\b{word}\b", told)
+
+
 def tool_answers_help(words):
     """The same for a program of the build under test."""
     told = run(in_this_build(words[0]), "--help")
@@ -258,6 +319,16 @@ def fuzz_target_has_seeds(words):
     assert (ROOT / f"tests/fuzz/{name}.cpp").is_file()
     assert any((ROOT / words[1]).iterdir())
     assert words[1] == f"tests/fuzz/seeds/{name}"
+
+
+def annotations_are_taken_out(words):
+    """pgn-extract reads a game with all that is taken out of it; without that package nothing is tried."""
+    program = shutil.which(words[0], path=f"{os.environ['PATH']}:/usr/games")
+    if program:
+        with tempfile.TemporaryDirectory() as folder:
+            Path(folder, "annotated.pgn").write_text("1. e4 $1 {good} e5 (1... c5 2. Nf3) 2. Nf3! *\n")
+            subprocess.run([program, *words[1:]], cwd=folder, capture_output=True, check=True)
+            assert Path(folder, "plain.pgn").read_text().split("\n\n")[1].strip() == "1. e4 e5 2. Nf3 *"
 
 
 def makefile_names_the_program(words):
@@ -276,12 +347,17 @@ def proof_has_its_variables(words):
 
 SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
-    (r"scripts/(fuzz|soak|mutate)( \d+)?", python_script_answers_help),
+    (r"scripts/(fuzz|soak|mutate|manual|pictures|screenshots)( [\w ]+)?", python_script_answers_help),
+    (r"scripts/try_package \w+", program_names_its_words),
     (r"scripts/test( .*)?", options_of_the_test_script_exist),
     (r"scripts/\w+( \w+)?", script_answers_help),
-    (r"(cmake|ctest) .*", preset_exists),
+    (r"cmake --install .*", installation_is_of_a_preset),
+    (r"(cmake|ctest|cpack) .*", preset_exists),
+    (r"apt install \./.*", package_is_what_is_made),
+    (r"docker (build|run) .*", image_can_be_made),
     (r"apt install .*", packages_are_those_of_the_scripts),
     (r"xboard .*", xboard_gets_the_engine),
+    (r"pgn-extract .*", annotations_are_taken_out),
     (r"build/fuzz/.*", fuzz_target_has_seeds),
     (r"build/\w+/tools/bench( .*)?", bench_runs),
     (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
@@ -296,6 +372,7 @@ SHOWN = [
 @pytest.mark.parametrize("document, line", COMMANDS)
 def test_command_of_a_document(document, line):
     for command in line.split(" && "):
+        command = command.removeprefix("sudo ")  # none of the checks does what needs root
         check = next((check for pattern, check in SHOWN if re.fullmatch(pattern, command)), None)
         assert check, f"{document} shows a command that no test knows: {command}"
         check(shlex.split(command))
@@ -320,8 +397,18 @@ def test_diagram_shows_its_text(name):
     """What graphviz draws depends on its version and the fonts; the words have to be those of the text."""
     text = (ROOT / f"docs/diagrams/{name}.dot").read_text()
     words = [word for label in re.findall(r'label = "([^"]*)"', text) for word in label.split(r"\n")]
-    drawn = re.findall(r"<text[^>]*>([^<]*)</text>", (ROOT / f"docs/diagrams/{name}.svg").read_text())
+    drawn = map(html.unescape, re.findall(r"<text[^>]*>([^<]*)</text>", (ROOT / f"docs/diagrams/{name}.svg").read_text()))
     assert sorted(words) == sorted(drawn)
+
+
+@pytest.mark.parametrize("path", sorted((ROOT / "docs").glob("*/*.svg")), ids=lambda path: path.name)
+def test_picture_is_shown_and_has_a_ground_of_its_own(path):
+    """A document shows it, and on a dark page it can be read as well: something white, or nearly, lies below it."""
+    assert any(f"]({path.parent.name}/{path.name})" in (ROOT / document).read_text() for document in DOCUMENTS)
+    root = xml.etree.ElementTree.parse(path).getroot()
+    fills = [re.sub(r".*fill: ?([^;]+).*", r"\1", element.get("style", "")) if "fill" in element.get("style", "")
+             else element.get("fill") for element in list(root.iter())[:14]]
+    assert any(re.fullmatch(r"white|#fff|#fff\w{3}", fill or "") for fill in fills), fills
 
 
 # --- What looks wrong and is meant ---
@@ -391,12 +478,35 @@ def test_glossary_names_what_there_is():
 
 # --- What the manual lists ---
 
+MANUAL = (ROOT / "docs/manual.md").read_text()
+
+
+def families():
+    """The manual's sections about commands: title and text."""
+    return re.findall(r"(?ms)^### (.+?)$(.*?)(?=^##)", MANUAL.split("## Commands\n")[1])
+
+
+def commands_in(text):
+    """What the tables of a text explain, without the moves."""
+    rows = re.findall(r"(?m)^\| (`.*?) \| ", re.split(r"(?m)^\| word \|.*$(?:\n\|.*$)*", text)[0]
+                      + "".join(re.split(r"(?m)^\| word \|.*$(?:\n\|.*$)*", text)[1:]))
+    found = {shlex.split(code.replace("\\|", "|"))[0] for row in rows for code in re.findall(r"`([^`]+)`", row)}
+    return {word for word in found if not re.fullmatch(r"[KQRBN]?[a-h][1-8].*|O-O", word)}
+
+
 def manual_commands():
-    """The first words of the manual's table of commands, without the moves."""
-    table = re.search(r"(?ms)^\| family \| words \|$(.*?)^$", (ROOT / "docs/manual.md").read_text())[1]
-    rows = [row for row in table.splitlines() if row.startswith("| ") and not row.startswith("| moves")]
-    return {shlex.split(code.replace("\\|", "|"))[0] for row in rows for code in re.findall(r"`([^`]+)`", row)
-            if code != "256M"}
+    return set().union(*(commands_in(text) for _, text in families()))
+
+
+@pytest.mark.parametrize("title, text", families(), ids=[title for title, _ in families()])
+def test_manual_has_an_example_for_each_command(title, text):
+    """An example is something typed in a session or a dialogue of the same section; both are compared above."""
+    typed = {line.split()[0] for line in re.findall(r"(?m)^(?:(?:(?:White|Black) \d+)?> )(.+)$", text)}
+    assert commands_in(text) and commands_in(text) <= typed, commands_in(text) - typed
+
+
+def test_manual_page_is_made_from_the_manual():
+    run("scripts/manual", "--check")
 
 
 def test_manual_lists_the_commands_that_there_are(start):
@@ -405,7 +515,7 @@ def test_manual_lists_the_commands_that_there_are(start):
         for table in re.findall(r"(?s)\nconstexpr Keyword \w+(?:\[\] = )?\{(.*?)\};", source.read_text()):
             keywords |= set(re.findall(r'(?m)^(?: *\{)?"([^"]+)",', table))
     ignored = {"bk", "ics", "pause", "resume", "variant", "random", "accepted", "rejected"}  # words of interfaces alone
-    assert manual_commands() | {"usermove"} == keywords - ignored
+    assert manual_commands() == keywords - ignored
 
 
 def test_manual_names_personalities(start):
