@@ -82,7 +82,8 @@ TEST(Desk, ShowsTheTableOfSettings) {
 
 TEST(Desk, WritesAGame) {
     EXPECT_THAT(Answer("write_pgn\n\ne2e4 e7e5\n1-0\nwhite A \"B\"\nblack Vorka"),
-                AllOf(HasSubstr(R"([Black \"Vorka\"])"), HasSubstr(R"([Result \"1-0\"])"), HasSubstr("1. e4 e5 1-0")));
+                AllOf(HasSubstr(R"([Black \"Vorka\"])"), HasSubstr(R"([Result \"1-0\"])"),
+                      HasSubstr(R"(1. e4 e5 \u000a\u000a1-0)")));
 }
 
 TEST(Desk, ReadsAGame) {

@@ -36,8 +36,15 @@ export class BoardView {
   }
 
   get orientation() { return this.board.getOrientation(); }
-  async flip() { await this.board.setOrientation(this.orientation === COLOR.white ? COLOR.black : COLOR.white); }
-  async turnTo(side) { await this.board.setOrientation(side === 'white' ? COLOR.white : COLOR.black); }
+  async flip() { await this.turnTo(this.orientation === COLOR.white ? 'black' : 'white'); }
+
+  /** The library turns once at a time. */
+  async turnTo(side) {
+    const colour = side === 'white' ? COLOR.white : COLOR.black;
+    this.turned = (this.turned ?? Promise.resolve())
+      .then(() => (colour === this.orientation ? undefined : this.board.setOrientation(colour)));
+    await this.turned;
+  }
 
   /** Shows the game's position. `side` may move: 'white', 'black', or null for nobody. */
   async show(side) {
@@ -94,11 +101,14 @@ export class BoardView {
     else this.show(this.side);
   }
 
-  /** Lights squares for the panel that says why; those of White and of Black in their own colours. */
-  light(squares, side = 'white') {
+  /** Lights squares for the panel that says why, each with its side: [square, 'white']. The last ones go dark. */
+  light(squares) {
     this.board.removeMarkers(marks.why);
     this.board.removeMarkers(marks.whyBlack);
-    for (const square of squares) this.board.addMarker(side === 'white' ? marks.why : marks.whyBlack, square);
+    for (const text of new Set(squares.map((pair) => pair.join()))) {
+      const [square, side] = text.split(',');
+      this.board.addMarker(side === 'white' ? marks.why : marks.whyBlack, square);
+    }
   }
 
   // --- Keyboard ---

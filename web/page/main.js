@@ -29,7 +29,7 @@ class Page {
     this.settings = new SettingsPanel(byId('settings'), this.searcher, settings);
     this.board = new BoardView(byId('board'), this.game,
       { onMove: (uci) => this.playerMoves(uci), say: (text) => { byId('speech').textContent = text; } });
-    this.why = new WhyPanel(byId('why'), this.desk, (squares, side) => this.board.light(squares, side));
+    this.why = new WhyPanel(byId('why'), this.desk, (squares) => this.board.light(squares));
     this.graph = new ScoreGraph(byId('graph'), (count) => this.look(count));
     this.clocks = new Clocks({ white: byId('clock-bottom'), black: byId('clock-top') }, (side) => this.flagFell(side));
     this.text = new TextDialog(this.game, () => this.loaded());

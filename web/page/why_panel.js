@@ -44,8 +44,8 @@ export class WhyPanel {
       ` ${verdict(score)} This is ${/^[aeiou]/.test(type) ? 'an' : 'a'} ${type}, judged before any move is tried.`);
     const parts = [summary];
     if (trace.isBlended) parts.push(this.blendOf(trace));
-    parts.push(element('div', { className: 'why-head', ariaHidden: 'true' }, element('span', {}, 'better for Black'),
-      element('span', {}, 'better for White')));
+    parts.push(element('div', { className: 'why-head', ariaHidden: 'true' }, element('span', {}, '◂ for Black'),
+      element('span', {}, 'for White ▸')));
     parts.push(element('div', { className: 'why-rows' }, ...telling.map((row) => this.rowElement(row))));
     if (trace.steps.length) parts.push(this.stepsOf(trace, turned));
     if (silent.length) {
@@ -114,14 +114,7 @@ export class WhyPanel {
   }
 
   lights(row, squares) {
-    const on = () => {
-      this.light([]);
-      for (const side of ['white', 'black']) {
-        this.light(squares.filter(([, of]) => of === side).map(([square]) => square), side);
-      }
-    };
-    row.addEventListener('pointerenter', on);
-    row.addEventListener('focus', on);
+    for (const coming of ['pointerenter', 'focus']) row.addEventListener(coming, () => this.light(squares));
     for (const leaving of ['pointerleave', 'blur']) row.addEventListener(leaving, () => this.light([]));
   }
 

@@ -20,7 +20,7 @@ test('The evaluation is told term by term, and its rules light their squares', a
   await movesMade(page, 1);
   const term = page.locator('#why details[data-term="pawn_squares"]');
   await term.locator('summary').click();
-  await term.locator('.why-rule').first().hover();
+  await term.locator('.why-rule').filter({ hasText: 'pawn on square' }).first().hover();
   assert.ok(await page.locator('#board .marker-why, #board .marker-why-black').count() > 0);
   await page.locator('h1').hover();
   assert.equal(await page.locator('#board .marker-why, #board .marker-why-black').count(), 0);

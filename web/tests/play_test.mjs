@@ -141,7 +141,7 @@ test('A position and a game are loaded and read out', async () => {
   await page.click('#open-text');
   await page.waitForFunction(() => document.getElementById('pgn').value.includes('Qxe5#'));
   const pgn = await page.inputValue('#pgn');
-  assert.match(pgn, /\[White "Ann"\][^]*\[Result "1-0"\][^]*1\. e4 e5 2\. Qh5 Ke7 3\. Qxe5# 1-0/);
+  assert.match(pgn, /\[White "Ann"\][^]*\[Result "1-0"\][^]*1\. e4 e5 2\. Qh5 Ke7 3\. Qxe5#\s+1-0/);
   assert.match(await page.inputValue('#fen'), /^rnbq1bnr\/ppppkppp\/8\/4Q3\/4P3\/8\/PPPP1PPP\/RNB1KBNR b KQ - 0 3$/);
   await page.click('#text-dialog button[type="submit"]');
 });
