@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <deque>
 #include <sstream>
 #include <vector>
@@ -118,7 +119,8 @@ JsonValue GameAnswer(Lines& lines) {
 /// Its first line is the personality, a name or a number.
 JsonValue EvaluationOfGame(Lines& lines) {
     int personality = 0;
-    if (!parse_personality(lines.Next(), personality)) throw no_such_personality;
+    constexpr int most = 1000;
+    if (!parse_personality(lines.Next(), personality) || std::abs(personality) > most) throw no_such_personality;
     return EvaluationAnswer(ReadGame(lines).board.board(), personality);
 }
 

@@ -114,6 +114,7 @@ constexpr std::array refused_cases{
     RefusedCase{"NoPosition", "game\nrubbish", "no_such_position"},
     RefusedCase{"IllegalMove", "game\n\ne2e5", "illegal_move"},
     RefusedCase{"NoPersonality", "evaluation\nnobody\n\n", "no_such_personality"},
+    RefusedCase{"PersonalityBeyondAll", "evaluation\n1001\n\n", "no_such_personality"},
     RefusedCase{"NoTag", "write_pgn\n\n\n*\ncolour red", "no_such_tag"},
     RefusedCase{"NoGame", "read_pgn\n", "unreadable_game"},
     RefusedCase{"IllegalMoveInGame", "read_pgn\n1. e5 *\n", "illegal_move_in_game"},

@@ -97,8 +97,13 @@ export class BoardView {
   /** Plays the one move of those, or lets the player choose what the pawn becomes. */
   async choose(moves) {
     const uci = moves.length === 1 ? moves[0].uci : await choosePromotion(this.game.state.side, moves);
-    if (uci) this.onMove(uci);
-    else this.show(this.side);
+    if (!uci) {
+      this.show(this.side);
+      return;
+    }
+    this.side = null;  // until the position after the move is shown
+    this.board.disableMoveInput();
+    this.onMove(uci);
   }
 
   /** Lights squares for the panel that says why, each with its side: [square, 'white']. The last ones go dark. */

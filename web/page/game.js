@@ -20,7 +20,7 @@ export class Game extends EventTarget {
   }
 
   get atEnd() { return this.shown === this.moves.length; }
-  get isOver() { return this.ended !== null || (this.atEnd && this.state.isOver); }
+  get isOver() { return this.atEnd && (this.ended !== null || this.state.isOver); }
   get lastMove() { return this.moves[this.shown - 1] ?? null; }
   get position() { return { fen: this.fen, moves: this.moves.slice(0, this.shown) }; }
   get lines() { return [this.fen, this.position.moves.join(' ')]; }
@@ -48,6 +48,7 @@ export class Game extends EventTarget {
 
   async play(uci) {
     this.moves = [...this.position.moves, uci];
+    this.ended = null;
     this.scores.length = Math.min(this.scores.length, this.moves.length);
     this.shown = this.moves.length;
     await this.refresh();

@@ -7,7 +7,7 @@ export function readInfo(line) {
   const number = (name) => (words.includes(name) ? Number(words[words.indexOf(name) + 1]) : undefined);
   const kind = words[words.indexOf('score') + 1];
   const common = { nodes: number('nodes'), speed: number('nps'), time: number('time') };
-  if (!words.includes('score')) return { ...common, isStatus: true };
+  if (!words.includes('score') || number('multipv') > 1) return { ...common, isStatus: true };
   const value = Number(words[words.indexOf('score') + 2]);
   return {
     ...common,

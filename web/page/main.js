@@ -149,8 +149,11 @@ class Page {
   }
 
   async playerMoves(uci) {
+    if (this.isMoving) return;
+    this.isMoving = true;  // the position that is known is not yet the one after the move
     await this.stopThinking();
     await this.game.play(uci);
+    this.isMoving = false;
     await this.goOn();
   }
 

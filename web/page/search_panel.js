@@ -14,7 +14,7 @@ export class SearchPanel {
   constructor(parent, desk) {
     this.desk = desk;
     this.status = element('p', { className: 'search-status' });
-    this.question = element('p', { className: 'search-question', role: 'status' });
+    this.question = element('p', { className: 'search-question' });
     this.rows = element('div', { className: 'search-rows' });
     this.line = element('p', { className: 'search-line' });
     parent.replaceChildren(this.status, this.question, this.rows, this.line);

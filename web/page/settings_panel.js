@@ -6,8 +6,10 @@ import { plainName } from './info_line.js';
 
 // What the page has other places for, and what needs files that a browser hasn't got.
 const elsewhere = ['UCI_LimitStrength', 'UCI_Elo', 'Personality', 'Style', 'Search', 'UCI_AnalyseMode', 'UCI_Opponent', 'Ponder',
-  'OwnBook', 'Move Overhead', 'Hash'];
+  'OwnBook', 'Move Overhead', 'MultiPV'];
 const file = '/settings.txt';
+// MiB: what the module of WebAssembly has room for, and some.
+const largestHash = 512;
 
 /** { name, kind, least, most, initial } of the line of an option. */
 export function readOffer(line) {
@@ -43,7 +45,7 @@ export class SettingsPanel {
     const isCheck = option.kind === 'check';
     const value = this.changed.options[option.name] ?? option.initial;
     const input = isCheck ? element('input', { type: 'checkbox', checked: value === 'true' })
-      : element('input', { type: 'number', min: option.least, max: option.most, value });
+      : element('input', { type: 'number', min: option.least, max: option.name === 'Hash' ? largestHash : option.most, value });
     return this.field(option.name, option.initial, [input], () => {
       const text = isCheck ? String(input.checked) : input.value;
       if (text === option.initial) delete this.changed.options[option.name];

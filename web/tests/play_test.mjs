@@ -51,8 +51,8 @@ test('The weakest opponent is mated', { timeout: 240000 }, async () => {
   for (let made = 0; !(await isOver()) && made < 300; made += 2) {
     const move = await page.evaluate(() => window.helper.think(window.vorka.game.position, 'nodes 12000'));
     await makeMove(move);
-    await page.waitForFunction((before) => window.vorka.game.moves.length > before && !window.vorka.isThinking
-      && (window.vorka.game.isOver || window.vorka.board.side === 'white'), made);
+    await page.waitForFunction((before) => window.vorka.game.isOver
+      || (window.vorka.game.moves.length >= before + 2 && !window.vorka.isThinking && window.vorka.board.side === 'white'), made);
   }
   assert.match(await page.textContent('#status'), /1-0: White mates\./);
   await set(page, 'strength', '2250');
