@@ -89,6 +89,12 @@ export class BoardView {
     return true;
   }
 
+  /** Nobody may move until the next position is shown. */
+  lock() {
+    this.side = null;
+    this.board.disableMoveInput();
+  }
+
   showLegal(moves) {
     this.board.removeLegalMovesMarkers();
     this.board.addLegalMovesMarkers(moves.map(({ uci }) => ({ to: uci.slice(2, 4), promotion: uci[4] })));
@@ -101,8 +107,7 @@ export class BoardView {
       this.show(this.side);
       return;
     }
-    this.side = null;  // until the position after the move is shown
-    this.board.disableMoveInput();
+    this.lock();
     this.onMove(uci);
   }
 

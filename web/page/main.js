@@ -24,7 +24,7 @@ class Page {
     [this.desk, this.searcher] = await Promise.all([Desk.start(), new Searcher().start()]);
     this.game = new Game(this.desk);
     this.search = new SearchPanel(byId('search'), this.desk);
-    this.opponent = new OpponentPanel(this.searcher, (what) => this.opponentChanged(what));
+    this.opponent = new OpponentPanel(this.searcher, (what) => { this.changing = this.opponentChanged(what); });
     const { settings } = await this.desk.ask('settings');
     this.settings = new SettingsPanel(byId('settings'), this.searcher, settings);
     this.board = new BoardView(byId('board'), this.game,
@@ -74,7 +74,6 @@ class Page {
     this.graph.draw(game);
     this.showMoves();
     this.showNames();
-    this.text.refresh();
     byId('status').textContent = this.statusText();
     byId('take-back').disabled = !game.moves.length;
     byId('move-now').disabled = !this.isThinking;
@@ -125,6 +124,7 @@ class Page {
   // --- Playing ---
 
   async newGame() {
+    this.board.lock();
     await this.stopThinking();
     this.searcher.newGame();
     this.game.reset();
@@ -213,6 +213,7 @@ class Page {
 
   /** One's own move and the answer to it, or one move where there is no opponent. */
   async takeBack() {
+    this.board.lock();
     await this.stopThinking();
     this.clocks.pause();
     const { game } = this;

@@ -18,16 +18,12 @@ export class TextDialog {
     byId('save-pgn').addEventListener('click', () => this.save());
   }
 
-  open() {
+  /** With the position and the game of this moment; what is typed then stays, whatever the engine plays. */
+  async open() {
     byId('text-error').textContent = '';
-    this.dialog.showModal();
-    this.refresh();
-  }
-
-  async refresh() {
-    if (!this.dialog.open) return;
     byId('fen').value = this.game.state.fen;
     byId('pgn').value = await this.game.pgn();
+    this.dialog.showModal();
   }
 
   async loadFen() { await this.finish(await this.game.loadFen(byId('fen').value) ? null : 'There is no such position.'); }

@@ -63,3 +63,7 @@ export const moves = (page) => page.evaluate(() => window.vorka.game.moves.join(
 /** Waits until so many moves are made and nobody thinks. */
 export const movesMade = (page, count, timeout = 60000) => page.waitForFunction(
   (wanted) => window.vorka.game.moves.length >= wanted && !window.vorka.isThinking, count, { timeout });
+
+/** Waits until an element says something. */
+export const says = (page, id, pattern) => page.waitForFunction(
+  ([name, source]) => new RegExp(source).test(document.getElementById(name).textContent), [id, pattern.source]);

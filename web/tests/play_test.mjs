@@ -3,7 +3,7 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { after, afterEach, before, test } from 'node:test';
-import { centreOf, clickSquare, moves, movesMade, openPage, set } from './browser.mjs';
+import { centreOf, clickSquare, moves, movesMade, openPage, says, set } from './browser.mjs';
 
 const bench = readFileSync(new URL('../../tests/data/bench_total.txt', import.meta.url), 'utf8');
 const nodesAtDepth = (depth) => Number(new RegExp(`^${depth} (\\d+)$`, 'm').exec(bench)[1]);
@@ -18,7 +18,10 @@ after(() => it.close());
 afterEach(() => assert.deepEqual(it.complaints.splice(0), [], 'the page complains of nothing'));
 
 async function newGame() {
-  await set(page, 'play-as', 'white');
+  if (await page.inputValue('#play-as') !== 'white') {
+    await set(page, 'play-as', 'white');
+    await page.evaluate(() => window.vorka.changing);
+  }
   await page.click('#new-game');
   await page.waitForFunction(() => window.vorka.game.moves.length === 0 && window.vorka.board.side === 'white');
 }
@@ -54,7 +57,7 @@ test('The weakest opponent is mated', { timeout: 240000 }, async () => {
     await page.waitForFunction((before) => window.vorka.game.isOver
       || (window.vorka.game.moves.length >= before + 2 && !window.vorka.isThinking && window.vorka.board.side === 'white'), made);
   }
-  assert.match(await page.textContent('#status'), /1-0: White mates\./);
+  await says(page, 'status', /1-0: White mates\./);
   await set(page, 'strength', '2250');
   assert.equal(await page.textContent('#strength-text'), 'full');
 });
@@ -132,14 +135,14 @@ test('Escape takes a promotion back', async () => {
 test('A position and a game are loaded and read out', async () => {
   await newGame();
   await loadFen('rubbish');
-  assert.match(await page.textContent('#text-error'), /no such position/);
+  await says(page, 'text-error', /no such position/);
   await set(page, 'play-as', 'both');
   await page.fill('#pgn', '[White "Ann"]\n[Black "Bob"]\n\n1. e4 $1 {best} e5 (1... c5 2. Nf3) 2. Qh5?! Ke7 3. Qxe5# 1-0\n');
   await page.click('#load-pgn');
   await page.waitForFunction(() => window.vorka.game.moves.length === 5);
-  assert.match(await page.textContent('#status'), /3\. Qxe5#\. 1-0: White mates/);
+  await says(page, 'status', /3\. Qxe5#\. 1-0: White mates/);
   await page.click('#open-text');
-  await page.waitForFunction(() => document.getElementById('pgn').value.includes('Qxe5#'));
+  await page.locator('#text-dialog').waitFor({ state: 'visible' });
   const pgn = await page.inputValue('#pgn');
   assert.match(pgn, /\[White "Ann"\][^]*\[Result "1-0"\][^]*1\. e4 e5 2\. Qh5 Ke7 3\. Qxe5#\s+1-0/);
   assert.match(await page.inputValue('#fen'), /^rnbq1bnr\/ppppkppp\/8\/4Q3\/4P3\/8\/PPPP1PPP\/RNB1KBNR b KQ - 0 3$/);
@@ -150,7 +153,7 @@ test('A review finds the move with which the game turned', async () => {
   await page.click('#review');
   await page.waitForFunction(() => document.getElementById('graph').textContent.includes('turned with'), null, { timeout: 60000 });
   await page.waitForFunction(() => document.getElementById('review').textContent === 'Review the game', null, { timeout: 60000 });
-  assert.match(await page.textContent('#graph'), /The game turned with 2… Ke7/);
+  await says(page, 'graph', /The game turned with 2… Ke7/);
 });
 
 test('The clocks run, and resigning ends the game', async () => {
@@ -162,6 +165,6 @@ test('The clocks run, and resigning ends the game', async () => {
   assert.ok(await page.locator('#clock-bottom.running').isVisible());
   await page.click('#resign');
   await page.waitForFunction(() => window.vorka.game.isOver);
-  assert.match(await page.textContent('#status'), /0-1: White resigns/);
+  await says(page, 'status', /0-1: White resigns/);
   await set(page, 'control', '');
 });
