@@ -16,11 +16,14 @@ from pathlib import Path, PurePosixPath
 # The folders, the lowest first, and what each may see beside itself. A name that ends in "/" stands for all folders
 # inside. A folder sees nothing that comes after it; a folder that isn't named here may not hold C++.
 BASE = "frame/base"
+# Its files where a page is the user.
+WEB_PLATFORM = "frame/base/web"
 TABLES = "search/tables"
 # What those above the search see of it.
 SEARCH = (TABLES, "search/settings", "search/engine", "search/driver")
 FOLDERS = {
     BASE: (),
+    WEB_PLATFORM: (BASE,),
     "chess": (BASE,),
     TABLES: (BASE, "chess"),
     "bitbases": (BASE, "chess", TABLES),
@@ -49,6 +52,7 @@ FOLDERS = {
     "uci/book": (BASE, "chess"),
     "uci/syzygy": (BASE, "chess", TABLES, "bitbases"),
     "uci": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "uci/"),
+    "web": (BASE, WEB_PLATFORM, "chess", "evaluation", "search/settings", "search/engine", "uci"),
     "tools/options": (BASE,),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
@@ -79,6 +83,7 @@ LAYERS = (
     ("interfaces/protocols", "interfaces/commands"),
     ("frame/shell",),
     ("uci/book", "uci/syzygy", "uci"),
+    ("web",),
 )
 below = []
 for layer in LAYERS:

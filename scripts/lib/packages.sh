@@ -32,3 +32,5 @@ ensure_packages() {
 
 # What every build needs, whoever asks for it.
 build_packages=(g++ cmake ninja-build libzstd-dev)
+# What the page of web/ needs besides: emscripten comes with Node.
+web_packages=(emscripten)

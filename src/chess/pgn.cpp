@@ -55,7 +55,8 @@ void TakeTag(std::istream& stream, PGN_TAGS& tags) {
     std::string value;
     for (char c = 0; stream.get(c);) {
         if (c == ']') {
-            const auto found = std::ranges::find(tag_fields, name, &TagField::name);
+            const auto found = std::find_if(tag_fields.begin(), tag_fields.end(),
+                                            [&name](const TagField& tag) { return tag.name == name; });
             if (found != tag_fields.end()) tags.*(found->field) = value;
             return;
         }
@@ -99,7 +100,8 @@ constexpr std::array results{GameResult::white_wins, GameResult::black_wins, Gam
 
 /// The result that a word tells; `running` if it is none.
 GameResult ResultOf(std::string_view word) {
-    const auto found = std::ranges::find_if(results, [word](GameResult result) { return ResultText(result) == word; });
+    const auto found =
+        std::find_if(results.begin(), results.end(), [word](GameResult result) { return ResultText(result) == word; });
     return found == results.end() ? GameResult::running : *found;
 }
 

@@ -185,8 +185,8 @@ def script_answers_help(words):
         assert word in told
 
 
-def options_of_the_test_script_exist(words):
-    """The options before -- are its own, those after it ctest's."""
+def options_of_the_script_exist(words):
+    """The options before -- are its own; those after it, if any, ctest's."""
     script_answers_help(words[:1])
     told = run(words[0], "--help")
     for word in words[1:words.index("--") if "--" in words else None]:
@@ -349,7 +349,7 @@ SHOWN = [
     (r"make EXE=.*", makefile_names_the_program),
     (r"scripts/(fuzz|soak|mutate|manual|pictures|screenshots)( [\w ]+)?", python_script_answers_help),
     (r"scripts/try_package \w+", program_names_its_words),
-    (r"scripts/test( .*)?", options_of_the_test_script_exist),
+    (r"scripts/(test|web)( .*)?", options_of_the_script_exist),
     (r"scripts/\w+( \w+)?", script_answers_help),
     (r"cmake --install .*", installation_is_of_a_preset),
     (r"(cmake|ctest|cpack) .*", preset_exists),

@@ -16,8 +16,8 @@ constexpr std::int32_t largest_noise = 200;
 constexpr std::int32_t LargestScore(const OrderTables& tables) {
     std::int32_t largest = 0;
     for (const OrderTable& table : tables) {
-        const auto [least, most] = std::ranges::minmax(table.by_square);
-        largest = std::max(largest, base_score + table.piece + most - least / 2);
+        const auto [least, most] = std::minmax_element(table.by_square.begin(), table.by_square.end());
+        largest = std::max(largest, base_score + table.piece + *most - *least / 2);
     }
     return largest;
 }

@@ -8,7 +8,8 @@
 namespace tournament_settings {
 
 const Row* Find(std::string_view name) noexcept {
-    const auto* const row = std::ranges::find(rows, name, &Row::name);
+    const auto* const row =
+        std::find_if(std::begin(rows), std::end(rows), [name](const Row& candidate) { return candidate.name == name; });
     return row == std::end(rows) ? nullptr : row;
 }
 

@@ -80,7 +80,7 @@ template <class Slot>
 bool HashSlots<Slot>::Resize(std::uint64_t bytes) noexcept {
     const std::uint64_t count = std::bit_floor(std::max(bytes / sizeof(Slot), fewest_slots));
     if (count > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(Slot)) return false;
-    ZeroedPages fresh(count * sizeof(Slot));
+    ZeroedPages fresh(static_cast<std::size_t>(count * sizeof(Slot)));
     if (fresh.data() == nullptr) return false;
     pages_ = std::move(fresh);
     mask_ = count - 1;

@@ -1,0 +1,126 @@
+#include "web/desk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "web/json_text.h"
+
+namespace VorkaWeb {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+// --- JSON ---
+
+TEST(JsonText, EscapesWhatWouldEndAString) { EXPECT_EQ(JsonValue("a \"b\" \\ \n").text, R"("a \"b\" \\ \u000a")"); }
+
+TEST(JsonText, BuildsObjectsAndArrays) {
+    const std::array numbers{1, -2};
+    EXPECT_EQ(JsonValue::Object({{"n", JsonValue::Array(numbers, [](int n) { return n; })}, {"b", true}}).text,
+              R"({"n":[1,-2],"b":true})");
+}
+
+// --- Games ---
+
+TEST(Desk, TellsThePositionAfterTheMoves) {
+    EXPECT_THAT(Answer("game\n\ne2e4 e7e5"),
+                AllOf(HasSubstr(R"("fen":"rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq e6 0 2")"),
+                      HasSubstr(R"("notation":["e4","e5"])"), HasSubstr(R"({"uci":"g1f3","san":"Nf3"})"),
+                      HasSubstr(R"("isOver":false)")));
+}
+
+TEST(Desk, KeepsTheNumberOfTheMoveOfAPosition) {
+    EXPECT_THAT(Answer("game\n8/8/8/4k3/8/4K3/4P3/8 b - - 3 41\ne5d5"),
+                HasSubstr(R"("fen":"8/8/8/3k4/8/4K3/4P3/8 w - - 4 42")"));
+}
+
+TEST(Desk, GivesEveryPromotionItsLetter) {
+    EXPECT_THAT(Answer("game\n8/P7/8/8/8/8/8/k1K5 w - - 0 1\n"),
+                AllOf(HasSubstr(R"("uci":"a7a8q")"), HasSubstr(R"("uci":"a7a8n")")));
+}
+
+TEST(Desk, TellsTheEndOfAGame) {
+    EXPECT_THAT(Answer("game\n\nf2f3 e7e5 g2g4 d8h4"),
+                AllOf(HasSubstr(R"("isOver":true)"), HasSubstr(R"("result":"0-1")"),
+                      HasSubstr(R"("reason":"Black mates")"), HasSubstr(R"("legal":[])")));
+}
+
+TEST(Desk, CountsRepetitions) {
+    EXPECT_THAT(Answer("game\n\ng1f3 g8f6 f3g1 f6g8 g1f3 g8f6 f3g1 f6g8"), HasSubstr(R"("result":"1/2-1/2")"));
+}
+
+// --- Why ---
+
+TEST(Desk, ExplainsTermByTerm) {
+    EXPECT_THAT(
+        Answer("evaluation\nDefault\n\ne2e4"),
+        AllOf(HasSubstr(R"("isBlended":true)"), HasSubstr(R"("name":"knights")"), HasSubstr(R"("mover":"black")"),
+              HasSubstr(R"("term":"pawn_squares","name":"pawn_on_square","side":"white","squares":["e4"])")));
+}
+
+TEST(Desk, ExplainsAnEndingByItsSteps) {
+    EXPECT_THAT(Answer("evaluation\n0\n8/7k/4P3/4K3/8/8/2r5/5R2 b - - 0 1\n"),
+                AllOf(HasSubstr(R"("isBlended":false)"), Not(HasSubstr(R"("steps":[])"))));
+}
+
+// --- Settings ---
+
+TEST(Desk, ShowsTheTableOfSettings) {
+    EXPECT_THAT(
+        Answer("settings"),
+        HasSubstr(R"({"name":"futility_pruning_margin","isBoolean":false,"least":0,"most":32767,"defaults":[300]})"));
+}
+
+// --- Text ---
+
+TEST(Desk, WritesAGame) {
+    EXPECT_THAT(Answer("write_pgn\n\ne2e4 e7e5\n1-0\nwhite A \"B\"\nblack Vorka"),
+                AllOf(HasSubstr(R"([Black \"Vorka\"])"), HasSubstr(R"([Result \"1-0\"])"),
+                      HasSubstr(R"(1. e4 e5 \u000a\u000a1-0)")));
+}
+
+TEST(Desk, ReadsAGame) {
+    EXPECT_THAT(Answer("read_pgn\n[White \"A\"]\n\n1. e4 e5 2. Nf3 1/2-1/2\n"),
+                AllOf(HasSubstr(R"("moves":["e2e4","e7e5","g1f3"])"), HasSubstr(R"("white":"A")"),
+                      HasSubstr(R"("result":"1/2-1/2")")));
+}
+
+// --- Refusals ---
+
+struct RefusedCase {
+    std::string_view name;
+    std::string_view question;
+    std::string_view word;
+};
+
+std::ostream& operator<<(std::ostream& out, const RefusedCase& refused) { return out << refused.name; }
+
+class DeskRefuses : public testing::TestWithParam<RefusedCase> {};
+
+TEST_P(DeskRefuses, ByAWord) {
+    EXPECT_EQ(Answer(GetParam().question), JsonValue::Object({{"error", GetParam().word}}).text);
+}
+
+constexpr std::array refused_cases{
+    RefusedCase{"NoQuestion", "", "no_such_question"},
+    RefusedCase{"UnknownQuestion", "weather", "no_such_question"},
+    RefusedCase{"NoPosition", "game\nrubbish", "no_such_position"},
+    RefusedCase{"IllegalMove", "game\n\ne2e5", "illegal_move"},
+    RefusedCase{"NoPersonality", "evaluation\nnobody\n\n", "no_such_personality"},
+    RefusedCase{"PersonalityBeyondAll", "evaluation\n1001\n\n", "no_such_personality"},
+    RefusedCase{"NoTag", "write_pgn\n\n\n*\ncolour red", "no_such_tag"},
+    RefusedCase{"NoGame", "read_pgn\n", "unreadable_game"},
+    RefusedCase{"IllegalMoveInGame", "read_pgn\n1. e5 *\n", "illegal_move_in_game"},
+};
+INSTANTIATE_TEST_SUITE_P(Questions, DeskRefuses, testing::ValuesIn(refused_cases),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
+}  // namespace VorkaWeb

@@ -1,0 +1,153 @@
+// The two engines of the page, each in a worker of its own: the searcher, who speaks UCI, and the desk, who answers what
+// the rules and the evaluation say while the other one thinks.
+
+import { LineWriter, sharedMemory } from './shared_lines.js';
+
+let compiling = null;
+const compiled = () => (compiling ??= WebAssembly.compileStreaming(fetch('vorka.wasm')));
+
+async function startWorker(isDesk, shared, hear) {
+  const worker = new Worker('engine_worker.js', { type: 'module' });
+  const ready = new Promise((resolve, reject) => {
+    worker.addEventListener('error', (event) => reject(new Error(event.message)));
+    worker.addEventListener('message', ({ data }) => (data.isReady ? resolve() : hear(data)));
+  });
+  worker.postMessage({ start: true, compiled: await compiled(), shared, isDesk });
+  return { worker, ready };
+}
+
+/** Asks the desk. Every answer is an object; a refusal has the field `error`. */
+export class Desk {
+  static async start() {
+    const desk = new Desk();
+    desk.asked = new Map();
+    desk.lines = [];
+    desk.next = 0;
+    const started = await startWorker(true, null, ({ id, answer, line }) => {
+      if (line !== undefined) desk.lines.push(line);
+      else desk.asked.get(id)(JSON.parse(answer));
+    });
+    await started.ready;
+    desk.worker = started.worker;
+    return desk;
+  }
+
+  post(message) {
+    const id = this.next++;
+    return new Promise((resolve) => {
+      this.asked.set(id, (answer) => { this.asked.delete(id); resolve(answer); });
+      this.worker.postMessage({ id, ...message });
+    });
+  }
+
+  ask(...lines) { return this.post({ question: lines.join('\n') }); }
+
+  /** The nodes of the bench to a depth, and the nodes a second. */
+  async bench(depth) {
+    this.lines.length = 0;
+    await this.post({ bench: depth });
+    const [, nodes, speed] = /^(\d+) nodes (\d+) nps$/.exec(this.lines.at(-1));
+    return { nodes: Number(nodes), speed: Number(speed) };
+  }
+}
+
+/** Runs one search at a time. */
+export class Searcher {
+  constructor() {
+    this.options = new Map();
+    this.files = new Map();
+    this.offers = [];
+    this.search = null;
+  }
+
+  /** `hear` is told every line of the engine. */
+  async start(hear = () => {}) {
+    this.hear = hear;
+    await this.launch();
+    await this.request('uci', 'uciok');
+    return this;
+  }
+
+  async launch() {
+    const shared = sharedMemory();
+    this.writer = shared && new LineWriter(shared);
+    const number = this.launches = (this.launches ?? 0) + 1;
+    const started = await startWorker(false, shared, ({ line }) => number === this.launches && this.take(line));
+    this.worker = started.worker;
+    await started.ready;
+  }
+
+  send(line) {
+    if (this.writer) this.writer.write(line);
+    else this.worker.postMessage({ line });
+  }
+
+  request(line, last) {
+    return new Promise((resolve) => { this.awaited = { last, resolve }; this.send(line); });
+  }
+
+  take(line) {
+    this.hear(line);
+    if (line.startsWith('option ')) this.offers.push(line);
+    if (line === this.awaited?.last) this.awaited.resolve();
+    if (!this.search) return;
+    if (line.startsWith('info ') && !line.startsWith('info string')) this.search.tell(line);
+    if (line.startsWith('bestmove ')) this.finish(line.split(' ')[1]);
+  }
+
+  finish(move) {
+    const { resolve } = this.search;
+    this.search = null;
+    resolve(move === '0000' ? null : move);
+  }
+
+  /** Takes effect with the next search; a search that runs is not disturbed, the engine lets the line wait. */
+  setOption(name, value) {
+    this.options.set(name, value);
+    this.send(`setoption name ${name} value ${value}`);
+  }
+
+  writeFile(name, text) {
+    this.files.set(name, text);
+    this.send(`file ${name} ${JSON.stringify(text)}`);
+  }
+
+  newGame() { this.send('ucinewgame'); }
+
+  /** The best move, or null where there is none. A search that runs is stopped first, and its answer counts for nobody. */
+  async think({ fen, moves }, limits, tell = () => {}) {
+    await this.stop();
+    const position = fen ? `fen ${fen}` : 'startpos';
+    return new Promise((resolve) => {
+      this.search = { tell: (line) => { this.noteLine(line); tell(line); }, resolve, best: null };
+      this.finished = new Promise((done) => {
+        const { resolve: inner } = this.search;
+        this.search.resolve = (move) => { inner(move); done(); };
+      });
+      this.send(`position ${position}${moves.length ? ` moves ${moves.join(' ')}` : ''}`);
+      this.send(`go ${limits}`);
+    });
+  }
+
+  noteLine(line) {
+    const move = / pv (\S+)/.exec(line);
+    if (move) this.search.best = move[1];
+  }
+
+  /** Ends the search that runs, if any, and waits for its answer. An engine that can't hear while it thinks is ended
+   *  itself, and another one takes its place: it knows the options, and has forgotten what it had found. */
+  async stop() {
+    if (!this.search) return;
+    if (this.writer) {
+      this.send('stop');
+      await this.finished;
+      return;
+    }
+    this.worker.terminate();
+    this.launches += 1;  // what it has still said counts no more
+    this.finish(this.search.best ?? '0000');
+    await this.launch();
+    for (const [name, text] of this.files) this.send(`file ${name} ${JSON.stringify(text)}`);
+    for (const [name, value] of this.options) this.send(`setoption name ${name} value ${value}`);
+  }
+}

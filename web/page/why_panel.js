@@ -1,0 +1,176 @@
+// Why the score of the position is what it is: every term of the evaluation as a row with two bars, the positional value
+// and the reckless one, to the right what is good for White. A row opens into the rules that the term is made of.
+// Pointing at a row, or reaching it with the keyboard, lights its squares on the board.
+
+import { element } from './elements.js';
+import { plainName, scoreText } from './info_line.js';
+
+const sixteenths = 16;
+// By the number of their class.
+const types = ['opening', 'middle game', 'balanced ending', 'rook ending', 'queen ending', 'knight ending',
+  'ending of knight against bishop', 'ending with bishops of one colour', 'ending with bishops of opposite colours',
+  'ending of rook against minor piece', 'ending of queen against rook', 'ending with a lone knight', 'ending with a lone bishop',
+  'ending with a lone rook', 'ending with a lone queen', 'pawn ending', 'position without pawns', 'unbalanced ending'];
+
+export class WhyPanel {
+  constructor(parent, desk, light) {
+    this.parent = parent;
+    this.desk = desk;
+    this.light = light;
+    this.open = new Set();
+  }
+
+  /** Explains the game's position with the eyes of a personality. */
+  async show(game, personality) {
+    const number = this.asked = (this.asked ?? 0) + 1;
+    const trace = await this.desk.ask('evaluation', personality, ...game.lines);
+    if (number === this.asked) this.draw(trace);
+  }
+
+  draw(trace) {
+    this.light([]);
+    const turned = trace.mover === 'white' ? 1 : -1;
+    this.weight = trace.isBlended ? Math.min(Math.max(trace.blendWeight, 0), sixteenths) : 0;
+    const rows = this.rowsOf(trace, turned);
+    const largest = Math.max(30, ...rows.flatMap(({ values }) => values.map(Math.abs)));
+    this.scale = (value) => Math.min(Math.abs(value) / largest, 1) * 50;
+    const isTelling = ({ values, rules }) => rules.length > 0 || values.some((value) => value !== 0);
+    const [telling, silent] = [rows.filter(isTelling), rows.filter((row) => !isTelling(row))];
+    telling.sort((a, b) => Math.abs(this.blend(b.values)) - Math.abs(this.blend(a.values)));
+
+    const score = turned * trace.score;
+    const type = types[trace.type];
+    const summary = element('p', { className: 'why-summary' }, element('strong', { className: 'why-score' }, scoreText(score)),
+      ` ${verdict(score)} This is ${/^[aeiou]/.test(type) ? 'an' : 'a'} ${type}, judged before any move is tried.`);
+    const parts = [summary];
+    if (trace.isBlended) parts.push(this.blendOf(trace));
+    parts.push(element('div', { className: 'why-head', ariaHidden: 'true' }, element('span', {}, '◂ for Black'),
+      element('span', {}, 'for White ▸')));
+    parts.push(element('div', { className: 'why-rows' }, ...telling.map((row) => this.rowElement(row))));
+    if (trace.steps.length) parts.push(this.stepsOf(trace, turned));
+    if (silent.length) {
+      parts.push(element('p', { className: 'note' },
+        `${silent.length} terms say nothing here: ${silent.map(({ name }) => plainName(name)).join(', ')}.`));
+    }
+    this.parent.replaceChildren(...parts);
+  }
+
+  blend([positional, reckless]) {
+    return Math.trunc(((sixteenths - this.weight) * positional + this.weight * reckless) / sixteenths);
+  }
+
+  /** Parts stand with their rules in place of `pawns_alone`, which is their sum. Values are as White sees them. */
+  rowsOf(trace, turned) {
+    const rows = trace.terms.filter(({ name }) => name !== 'pawns_alone').map((term) => ({
+      name: term.name,
+      values: term.sum,
+      sides: term.hasSides ? term : null,
+      times: term.times,
+      rules: trace.rules.filter(({ term: name }) => name === term.name),
+    }));
+    if (trace.isBlended) {
+      const material = turned * trace.material;
+      rows.unshift({ name: 'material', values: [material, material], rules: [], sides: null, times: 1 });
+    }
+    return rows;
+  }
+
+  rowElement(row) {
+    const value = this.blend(row.values);
+    const squares = row.rules.flatMap((rule) => rule.squares.map((square) => [square, rule.side]));
+    const head = element('summary', { className: 'why-row' }, element('span', { className: 'why-name' },
+      plainName(row.name) + (row.times > 1 ? ` ×${row.times}` : '')), this.bars(row.values),
+    element('span', { className: 'why-value' }, scoreText(value)));
+    head.setAttribute('aria-label', `${plainName(row.name)}: ${scoreText(value)}; positional ${scoreText(row.values[0])}, `
+      + `reckless ${scoreText(row.values[1])}, ${row.rules.length} rules`);
+    const details = element('details', { open: this.open.has(row.name) }, head, this.sidesOf(row),
+      ...row.rules.map((rule) => this.ruleElement(rule)));
+    details.dataset.term = row.name;
+    details.addEventListener('toggle', () => (details.open ? this.open.add(row.name) : this.open.delete(row.name)));
+    this.lights(head, squares);
+    return details;
+  }
+
+  sidesOf(row) {
+    const text = (pair) => `${scoreText(pair[0])} / ${scoreText(pair[1])}`;
+    return element('p', { className: 'note' }, row.sides
+      ? `White ${text(row.sides.white)}, Black ${text(row.sides.black)}, together ${text(row.values)} (positional / reckless).`
+      : `Together ${text(row.values)} (positional / reckless).`);
+  }
+
+  ruleElement(rule) {
+    const sign = rule.side === 'white' ? 1 : -1;
+    const values = rule.value.map((value) => sign * value);
+    const points = pointsText(rule.points);
+    const made = element('div', { className: `why-row why-rule of-${rule.side}`, tabIndex: 0, role: 'note' },
+      element('span', { className: 'why-name' }, plainName(rule.name),
+        element('small', {}, ` ${rule.squares.length > 16 ? `${rule.squares.length} squares` : rule.squares.join(' ')}`)),
+      this.bars(values), element('span', { className: 'why-value' }, scoreText(this.blend(values))));
+    if (points) made.title = points;
+    made.setAttribute('aria-label', `${rule.side}: ${plainName(rule.name)}, ${rule.squares.join(' ')}, `
+      + `${scoreText(this.blend(values))}${points ? `; ${points}` : ''}`);
+    this.lights(made, rule.squares.map((square) => [square, rule.side]));
+    return made;
+  }
+
+  lights(row, squares) {
+    for (const coming of ['pointerenter', 'focus']) row.addEventListener(coming, () => this.light(squares));
+    for (const leaving of ['pointerleave', 'blur']) row.addEventListener(leaving, () => this.light([]));
+  }
+
+  bars(values) {
+    const bar = (value, kind) => element('span', { className: `bar ${kind} ${value < 0 ? 'minus' : 'plus'}`,
+      style: `--length: ${this.scale(value)}%` });
+    return element('span', { className: 'why-bars', ariaHidden: 'true' }, bar(values[0], 'positional'), bar(values[1], 'reckless'));
+  }
+
+  blendOf(trace) {
+    const share = Math.round((100 * this.weight) / sixteenths);
+    const [positional, reckless] = trace.sum;
+    const danger = (king) => `attack ${king.attack}, cover ${king.cover}`;
+    const text = element('p', {}, `The terms come to ${scoreText(positional)} if one plays for position and `
+      + `${scoreText(reckless)} if one plays for attack. Blend: ${this.weight} of 16 parts reckless `
+      + `(openness ${trace.openness}; the white king's danger: ${danger(trace.whiteKing)}; the black king's: `
+      + `${danger(trace.blackKing)}). With the material: ${scoreText((trace.mover === 'white' ? 1 : -1) * trace.fullScore)}.`);
+    const meter = element('div', { className: 'blend', role: 'img' }, element('span', {}, 'positional'),
+      element('span', { className: 'blend-line' }, element('span', { className: 'blend-mark', style: `--share: ${share}%` })),
+      element('span', {}, 'reckless'));
+    meter.setAttribute('aria-label', `Blend: ${this.weight} of 16 parts reckless`);
+    return element('div', { className: 'why-blend' }, meter, text);
+  }
+
+  /** An ending goes from the sum of its terms to its score by steps. */
+  stepsOf(trace, turned) {
+    const words = { adds: 'adds', scales: 'scales to', limits: 'limits to', sets: 'sets to' };
+    return element('ol', { className: 'why-steps' }, ...trace.steps.map((step) => {
+      const amount = step.effect === 'scales' ? `${step.share[0]}/${step.share[1]}`
+        : scoreText(turned * (step.effect === 'adds' ? step.change : step.score));
+      const made = element('li', { tabIndex: 0 }, `${plainName(step.name)} (${step.side === 'white' ? 'White' : 'Black'}) `
+        + `${words[step.effect]} ${amount}: ${scoreText(turned * step.score)}`);
+      this.lights(made, step.squares.map((square) => [square, step.side]));
+      return made;
+    }));
+  }
+}
+
+function verdict(score) {
+  if (Math.abs(score) < 25) return 'The sides stand about even.';
+  const side = score > 0 ? 'White' : 'Black';
+  if (Math.abs(score) < 75) return `${side} stands a little better.`;
+  return Math.abs(score) < 200 ? `${side} stands better.` : `${side} is winning.`;
+}
+
+/** What a rule added to the counters that later terms read: "pressure of White, king side +6". */
+function pointsText({ pressure, cover, activity }) {
+  const wings = ['queen side', 'centre', 'king side'];
+  const parts = [];
+  for (const [name, counters] of Object.entries({ pressure, cover })) {
+    for (const [side, points] of Object.entries(counters)) {
+      points.forEach((count, wing) => {
+        if (count) parts.push(`${name} of ${side}, ${wings[wing]} ${count > 0 ? '+' : ''}${count}`);
+      });
+    }
+  }
+  if (activity) parts.push(`activity ${activity}`);
+  return parts.join('; ');
+}

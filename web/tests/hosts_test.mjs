@@ -1,0 +1,59 @@
+// Where the page may stand: without a network, on a host that sends no headers of its own, and in a browser that lets
+// the engine share no memory.
+
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { movesMade, openPage, ready, set } from './browser.mjs';
+
+const folder = process.env.VORKA_PAGE;
+
+async function playMove(page, move) {
+  await page.fill('#move-text', move);
+  await page.press('#move-text', 'Enter');
+}
+
+test('It works without a network', async () => {
+  const it = await openPage(folder);
+  try {
+    await it.page.waitForFunction(() => navigator.serviceWorker.controller);
+    it.server.close();
+    await it.page.reload();
+    await ready(it.page);
+    await playMove(it.page, 'e4');
+    await movesMade(it.page, 2);
+    assert.deepEqual(it.complaints, []);
+  } finally {
+    await it.close();
+  }
+});
+
+test('A host without headers is no hindrance', async () => {
+  const it = await openPage(folder, { isolated: false, wait: false });
+  try {
+    await it.page.waitForFunction(() => self.crossOriginIsolated && document.documentElement.dataset.ready, null, { timeout: 30000 });
+    await playMove(it.page, 'e4');
+    await movesMade(it.page, 2);
+    assert.deepEqual(it.complaints, []);
+  } finally {
+    await it.close();
+  }
+});
+
+test('Without shared memory an engine that must stop is replaced', async () => {
+  const it = await openPage(folder, { isolated: false, options: { serviceWorkers: 'block' } });
+  const { page } = it;
+  try {
+    assert.equal(await page.evaluate(() => self.crossOriginIsolated), false);
+    await set(page, 'strength', '1200');
+    await playMove(page, 'e4');
+    await movesMade(page, 2);
+    await page.click('#analyse');
+    await page.waitForFunction(() => document.querySelectorAll('.search-row').length >= 5);
+    await page.click('#analyse');
+    await page.waitForFunction(() => !window.vorka.searcher.search);
+    await playMove(page, 'a3');
+    await movesMade(page, 4);
+  } finally {
+    await it.close();
+  }
+});
