@@ -32,11 +32,4 @@ bool CombinedSource::UseCache(std::int32_t bytes) noexcept {
     return bytes >= 0 && cache_.Resize(static_cast<std::uint64_t>(bytes));
 }
 
-std::unique_ptr<TableSource> OpenTables(const std::string& /*path*/) {
-    std::vector<std::unique_ptr<TableSet>> sets;
-    std::erase_if(sets, [](const auto& set) { return set == nullptr || set->empty(); });
-    if (sets.empty()) return nullptr;
-    return std::make_unique<CombinedSource>(std::move(sets));
-}
-
 }  // namespace VorkaTablebases

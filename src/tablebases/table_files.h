@@ -44,7 +44,4 @@ class CombinedSource final : public TableSource {
     SourceFailure last_failure_ = SourceFailure::none;
 };
 
-/// Opens whatever tables lie in the folder; null if there are none. What can't be used is told on standard output.
-[[nodiscard]] std::unique_ptr<TableSource> OpenTables(const std::string& path);
-
 }  // namespace VorkaTablebases

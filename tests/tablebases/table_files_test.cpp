@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/temporary_directory.h"
+#include "tablebases/opener/open_tables.h"
 
 namespace VorkaTablebases {
 

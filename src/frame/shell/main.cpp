@@ -12,7 +12,7 @@
 #include "frame/shell/log_file_name.h"
 #include "frame/shell/self_checks.h"
 #include "search/engine/engine.h"
-#include "tablebases/table_files.h"
+#include "tablebases/opener/open_tables.h"
 
 namespace {
 
