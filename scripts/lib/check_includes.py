@@ -53,6 +53,7 @@ FOLDERS = {
     "tools/options": (BASE,),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
+    "tools/table_builder": (BASE, "chess", "bitbases", "tablebases", "tools/options", "tools/bitbase_builder"),
     "tools/selfplay": (BASE, "chess", "evaluation", *SEARCH, "tools/options"),
     "tools/tune": (BASE, "chess", *SEARCH, "tools/options", "tools/selfplay"),
     "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options",
@@ -86,8 +87,8 @@ for layer in LAYERS:
     seen_by_tests = (*below, "tests/support", *(["tests/bitbases"] if "tests/bitbases" in FOLDERS else []))
     FOLDERS.update({f"tests/{folder}": seen_by_tests for folder in layer})
 FOLDERS["tests/frame/launcher"] = (BASE, "frame/launcher", "tests/support")
-FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", *SEARCH, "tools/bitbase_builder", "tools/bench_run", "tools/options",
-                           "tests/bitbases", "tests/support")
+FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", "tablebases", "tablebases/opener", *SEARCH, "tools/bitbase_builder", "tools/table_builder",
+                           "tools/bench_run", "tools/options", "tests/bitbases", "tests/support")
 FOLDERS["tests/tools/selfplay"] = (BASE, "chess", *SEARCH, "tools/selfplay", "tests/support")
 FOLDERS["tests/tools/tune"] = (BASE, *SEARCH, "tools/selfplay", "tools/tune", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.

@@ -49,6 +49,9 @@ struct Successor {
 /// Calls `visit(successor)` for every legal move until it returns false. Says whether it never did.
 template <class Visit>
 bool for_each_move(const Position& position, Visit visit);
+/// The same for captures and promotions alone.
+template <class Visit>
+bool for_each_conversion(const Position& position, Visit visit);
 
 /// The positions after legal captures of the pawn that has just jumped over `en_passant`, at most two.
 struct EnPassantCaptures {
@@ -92,7 +95,9 @@ inline bool is_beside_enemy_pawn(const Position& position, Square square, Colour
     return false;
 }
 
-template <class Visit>
+enum class Moves : bool { all, conversions };
+
+template <Moves Wanted, class Visit>
 bool for_each_pawn_move(const Position& position, int man, Bitboard occupied, Bitboard enemies, Visit visit) {
     const auto m = static_cast<std::size_t>(man);
     const Colour own = position.men[m].colour;
@@ -111,6 +116,7 @@ bool for_each_pawn_move(const Position& position, int man, Bitboard occupied, Bi
         if (!go(TakeNextBit(targets))) return false;
     }
     if (Has(occupied, from + step)) return true;
+    if (Wanted == Moves::conversions && RankOf(from + step) != last_rank) return true;
     if (!go(from + step)) return false;
     if (RankOf(from) != (own == white ? 1 : 6) || Has(occupied, from + 2 * step)) return true;
     if (!make(position, man, from + 2 * step, pawn, next)) return true;
@@ -118,10 +124,8 @@ bool for_each_pawn_move(const Position& position, int man, Bitboard occupied, Bi
     return visit(next);
 }
 
-}  // namespace detail
-
-template <class Visit>
-bool for_each_move(const Position& position, Visit visit) {
+template <Moves Wanted, class Visit>
+bool for_each_move_of(const Position& position, Visit visit) {
     const Bitboard occupied = position.occupied();
     Bitboard own = 0;
     for (int man = 0; man < position.count; ++man) {
@@ -134,17 +138,29 @@ bool for_each_move(const Position& position, Visit visit) {
         const auto m = static_cast<std::size_t>(man);
         if (position.men[m].colour != position.to_move) continue;
         if (position.men[m].type == pawn) {
-            if (!detail::for_each_pawn_move(position, man, occupied, enemies, visit)) return false;
+            if (!for_each_pawn_move<Wanted>(position, man, occupied, enemies, visit)) return false;
             continue;
         }
-        for (Bitboard targets = attacks_of(position.men[m], position.at[m], occupied) & (enemies | ~occupied);
-             targets != 0;) {
-            if (detail::make(position, man, TakeNextBit(targets), position.men[m].type, next) && !visit(next)) {
+        const Bitboard goals = Wanted == Moves::conversions ? enemies : enemies | ~occupied;
+        for (Bitboard targets = attacks_of(position.men[m], position.at[m], occupied) & goals; targets != 0;) {
+            if (make(position, man, TakeNextBit(targets), position.men[m].type, next) && !visit(next)) {
                 return false;
             }
         }
     }
     return true;
+}
+
+}  // namespace detail
+
+template <class Visit>
+bool for_each_move(const Position& position, Visit visit) {
+    return detail::for_each_move_of<detail::Moves::all>(position, visit);
+}
+
+template <class Visit>
+bool for_each_conversion(const Position& position, Visit visit) {
+    return detail::for_each_move_of<detail::Moves::conversions>(position, visit);
 }
 
 }  // namespace bitbase_builder

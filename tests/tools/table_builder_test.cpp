@@ -1,0 +1,199 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "support/temporary_directory.h"
+#include "table_builder/program.h"
+#include "table_builder/solve.h"
+#include "table_builder/storage.h"
+#include "tablebases/opener/open_tables.h"
+#include "tablebases/packing.h"
+#include "tablebases/table_value.h"
+#include "tools/table_proof.h"
+
+namespace {
+
+using namespace VorkaTablebases;
+using table_builder::MateTable;
+using testing::internal::CaptureStderr;
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStderr;
+using testing::internal::GetCapturedStdout;
+
+Material Named(std::string_view name) { return Material::FromName(name).value(); }
+
+/// Runs the program; what it says is told apart.
+struct Outcome {
+    int status;
+    std::string said;
+    std::string complained;
+};
+Outcome RunBuilder(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "table_builder");
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    CaptureStdout();
+    CaptureStderr();
+    const int status = table_builder::RunProgram(static_cast<int>(arguments.size()), argv.data());
+    return {status, GetCapturedStdout(), GetCapturedStderr()};
+}
+
+/// All tables of three men, computed once by the program, and KPKP, whose pawns take each other en passant.
+class TableBuilderTest : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        if (!HasPacking()) return;
+        folder_ = std::make_unique<TemporaryDirectory>();
+        ASSERT_EQ(RunBuilder({"--output", folder_->path().string(), "--men", "3", "--quiet"}).status, 0);
+    }
+    static void TearDownTestSuite() { folder_.reset(); }
+    void SetUp() override {
+        if (!HasPacking()) GTEST_SKIP() << "this build was made without zstd";
+    }
+    static std::unique_ptr<TableSource> Open() {
+        auto tables = OpenTables(folder_->path());
+        EXPECT_TRUE(tables->UseCache(1 << 20));
+        return tables;
+    }
+
+    static inline std::unique_ptr<TemporaryDirectory> folder_;
+};
+
+TEST_F(TableBuilderTest, FindsTheLongestMates) {
+    // The moves to the longest win of the stronger side; distances that have been published.
+    const std::map<std::string, int> longest = {{"KQK", 10}, {"KRK", 16}, {"KBK", 0}, {"KNK", 0}, {"KPK", 28}};
+    for (const auto& [name, moves] : longest) {
+        const auto file = MateTableFile::Open(table_builder::PathOf(folder_->path(), Named(name)));
+        ASSERT_NE(file, nullptr);
+        const TableCounts& white_to_move = file->header().counts[0];
+        const TableCounts& black_to_move = file->header().counts[1];
+        EXPECT_EQ(white_to_move.longest_win, static_cast<std::uint32_t>(std::max(2 * moves - 1, 0))) << name;
+        EXPECT_EQ(black_to_move.longest_loss, static_cast<std::uint32_t>(2 * moves)) << name;
+        EXPECT_EQ(white_to_move.losses + black_to_move.wins, 0U) << name;
+    }
+}
+
+TEST_F(TableBuilderTest, GivesEachPositionTheScoreOfItsBestMove) {
+    const auto tables = Open();
+    std::uint64_t positions = 0;
+    for (const Material& material : MaterialsOf(3)) {
+        ForEachPositionOf(material, 1, [&](const BOARD& board) {
+            ++positions;
+            ASSERT_EQ(ScoreIn(*tables, board), ScoreOfBestMove(*tables, board)) << FenOf(board);
+        });
+    }
+    EXPECT_EQ(positions, 372162U);
+}
+
+TEST_F(TableBuilderTest, KeepsTablesThatAreThere) {
+    const std::string path = table_builder::PathOf(folder_->path(), Named("KRK"));
+    const std::string before = TextOf(path);
+    std::ofstream(path) << "no table";
+    const Outcome run = RunBuilder({"--output", folder_->path().string(), "--men", "3"});
+    EXPECT_EQ(run.status, 0) << run.complained;
+    EXPECT_THAT(run.said, testing::AllOf(testing::HasSubstr("KRK\n"), testing::HasSubstr("done"),
+                                         testing::Not(testing::HasSubstr("KQK\n"))));
+    EXPECT_EQ(TextOf(path), before);
+}
+
+TEST_F(TableBuilderTest, ComputesTheSameWithAnyNumberOfThreads) {
+    for (const std::string threads : {"1", "2", "5"}) {
+        const TemporaryDirectory other;
+        ASSERT_EQ(RunBuilder({"--output", other.path().string(), "--threads", threads, "--quiet", "KPK"}).status, 0);
+        for (const std::string name : {"KQK.vdm", "KPK.vdm"}) {
+            EXPECT_EQ(TextOf(other.File(name)), TextOf(folder_->File(name)));
+        }
+    }
+}
+
+TEST_F(TableBuilderTest, TakesNoMoreMemoryThanItIsTold) {
+    const TemporaryDirectory other;
+    const Outcome refused = RunBuilder({"--output", other.path().string(), "--memory", "100K", "KQK", "KPK"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.complained, "table_builder: KQK takes 1 MiB of memory, see --memory\n");
+    EXPECT_TRUE(std::filesystem::is_empty(other.path()));
+    const Outcome listed = RunBuilder({"--list", "KRPKR"});
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_THAT(listed.said, testing::HasSubstr("KRPKR     710148096 positions"));
+}
+
+TEST_F(TableBuilderTest, RefusesWhatItCannotDo) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"KXK"},
+                                                      {"KQKQQQ"},
+                                                      {"--men", "6"},
+                                                      {"--memory", "much"},
+                                                      {"--threads", "0"},
+                                                      {"-z"}}) {
+        const Outcome run = RunBuilder(arguments);
+        EXPECT_EQ(run.status, 1);
+        EXPECT_THAT(run.complained, testing::HasSubstr("usage: table_builder"));
+    }
+    EXPECT_EQ(RunBuilder({"--output", folder_->File("nowhere"), "KQK"}).status, 1);
+}
+
+/// Tables in memory, found as the files are.
+class TablesInMemory : public TableSource {
+  public:
+    explicit TablesInMemory(const table_builder::MateTables& tables) : tables_(tables) {}
+    ProbeResult Probe(const BOARD& board, int& score) noexcept override {
+        bitbase_builder::Position position;
+        position.to_move = board.mover();
+        for (Square s = a1; s <= h8; ++s) {
+            const int man = board.squares[s];
+            if (man == 0) continue;
+            const Colour side = man > 0 ? white : black;
+            const int place = std::abs(man) == king ? static_cast<int>(side) : position.count++;
+            position.men[static_cast<std::size_t>(place)] = {side, std::abs(man)};
+            position.at[static_cast<std::size_t>(place)] = s;
+        }
+        score = ScoreOf(tables_.ValueOf(position));
+        return ProbeResult::found;
+    }
+    bool UseCache(std::int32_t /*bytes*/) noexcept override { return true; }
+
+  private:
+    const table_builder::MateTables& tables_;
+};
+
+/// Pawn against pawn needs many tables of four men, which would take a minute. Here promotions to them are draws, so
+/// that all depends on who stops or takes the other's pawn.
+TEST(TableSolver, KnowsCapturesEnPassant) {
+    table_builder::MateTables tables;
+    for (const Material& material : MaterialsOf(3)) tables.Add(Solve(material, tables, 2));
+    for (const std::string_view name : {"KQKP", "KRKP", "KBKP", "KNKP"}) {
+        auto draws = std::make_unique<MateTable>(Named(name));
+        draws->values.resize(draws->index().size());
+        tables.Add(std::move(draws));
+    }
+    for (const std::string_view name :
+         {"KQKQ", "KQKR", "KQKB", "KQKN", "KRKR", "KRKB", "KRKN", "KBKB", "KBKN", "KNKN"}) {
+        auto draws = std::make_unique<MateTable>(Named(name));
+        draws->values.resize(draws->index().size());
+        tables.Add(std::move(draws));
+    }
+    tables.Add(Solve(Named("KPKP"), tables, 2));
+    TablesInMemory source(tables);
+    int with_double_step = 0;
+    const auto check = [&](const BOARD& board) {
+        ASSERT_EQ(ScoreIn(source, board), ScoreOfBestMove(source, board)) << FenOf(board);
+    };
+    ForEachPositionOf(Named("KPKP"), 1, [&](const BOARD& board) {
+        // A pawn at home and an enemy one on the file beside it, two ranks ahead.
+        const Bitboard home = board.white_pieces().pawns & 0xFF00;
+        const Bitboard enemy = board.black_pieces().pawns & 0xFF000000;
+        if (home == 0 || enemy == 0) return;
+        const int files = FindLowestBit(enemy) - FindLowestBit(home) - 16;
+        if (files != 1 && files != -1) return;
+        if (++with_double_step % 5 == 0) check(board);
+    });
+    EXPECT_GT(with_double_step, 10000);
+    ForEachPositionOf(Named("KPKP"), 101, check);
+}
+
+}  // namespace

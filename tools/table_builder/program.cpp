@@ -1,0 +1,257 @@
+#include "table_builder/program.h"
+
+#include <getopt.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "frame/base/text_utilities.h"
+#include "options/number_option.h"
+#include "table_builder/solve.h"
+#include "table_builder/storage.h"
+#include "tablebases/packing.h"
+
+namespace table_builder {
+
+namespace {
+
+constexpr std::string_view program = "table_builder";
+constexpr int most_threads = 256;
+constexpr std::uint64_t usual_memory = std::uint64_t{1} << 30;
+constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20;
+
+int Usage(std::ostream& out, int status) {
+    out << "usage: table_builder [option].. [MATERIAL..]\n"
+           "\n"
+           "Computes tables of distances to mate from the rules of chess, for all endings of three and four men, or "
+           "for\n"
+           "those named, such as KBNK or KRPKR, with all that they need. Tables that are there are kept, so that a "
+           "run\n"
+           "that was stopped goes on where it was.\n"
+           "\n"
+           "  --output DIRECTORY  where the tables lie (the working directory)\n"
+           "  --men N             all endings of 3 up to N men (4), if none is named\n"
+           "  --memory SIZE       do nothing that takes more, such as 600M or 3G (1G)\n"
+           "  --threads N         threads that work (as many as there are cores)\n"
+           "  --list              say what each table takes, and compute nothing\n"
+           "  --quiet             say nothing while it works\n";
+    return status;
+}
+
+struct Wishes {
+    std::string folder = ".";
+    std::vector<Material> materials;
+    int men = 4;
+    std::uint64_t memory = usual_memory;
+    int threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, most_threads);
+    bool list = false;
+    bool quiet = false;
+};
+
+/// Nothing if the arguments are none; then it has been told.
+std::optional<Wishes> ReadArguments(int argc, char** argv, bool& asks_for_help) {
+    const std::array<option, 8> options = {{{"output", required_argument, nullptr, 'o'},
+                                            {"men", required_argument, nullptr, 'm'},
+                                            {"memory", required_argument, nullptr, 'b'},
+                                            {"threads", required_argument, nullptr, 't'},
+                                            {"list", no_argument, nullptr, 'l'},
+                                            {"quiet", no_argument, nullptr, 'q'},
+                                            {"help", no_argument, nullptr, 'h'},
+                                            {}}};
+    Wishes wishes;
+    optind = 1;
+    for (int letter = 0; (letter = getopt_long(argc, argv, "", options.data(), nullptr)) != -1;) {
+        switch (letter) {
+            case 'o':
+                wishes.folder = optarg;
+                break;
+            case 'm':
+                if (!ReadNumberOption(program, "--men", optarg, 3, 5, wishes.men)) return std::nullopt;
+                break;
+            case 'b':
+                try {
+                    wishes.memory = VorkaUtils::ParseSize(optarg);
+                } catch (const string_conversion_error&) {
+                    std::cerr << program << ": --memory takes a size such as 600M or 3G, not \"" << optarg << "\"\n";
+                    return std::nullopt;
+                }
+                break;
+            case 't':
+                if (!ReadNumberOption(program, "--threads", optarg, 1, most_threads, wishes.threads)) {
+                    return std::nullopt;
+                }
+                break;
+            case 'l':
+                wishes.list = true;
+                break;
+            case 'q':
+                wishes.quiet = true;
+                break;
+            case 'h':
+                asks_for_help = true;
+                return wishes;
+            default:
+                return std::nullopt;
+        }
+    }
+    for (int i = optind; i < argc; ++i) {
+        const std::optional<Material> material = Material::FromName(argv[i]);
+        if (!material) {
+            std::cerr << program << ": \"" << argv[i] << "\" names no material of 3 to 5 men, such as KBNK\n";
+            return std::nullopt;
+        }
+        wishes.materials.push_back(material->Normal());
+    }
+    return wishes;
+}
+
+/// All that is to be there in the end, each after what it needs.
+std::vector<Material> Needed(const Wishes& wishes) {
+    std::vector<Material> asked = wishes.materials;
+    for (int men = 3; wishes.materials.empty() && men <= wishes.men; ++men) {
+        std::ranges::copy(VorkaTablebases::MaterialsOf(static_cast<std::size_t>(men)), std::back_inserter(asked));
+    }
+    std::vector<Material> needed;
+    for (const Material& material : asked) {
+        for (const Material& next : VorkaTablebases::WithSuccessors(material)) {
+            if (std::ranges::find(needed, next) == needed.end()) needed.push_back(next);
+        }
+    }
+    return needed;
+}
+
+/// One line for each table: the time so far, the share of the work done, the time that the rest will take if it goes on
+/// like this, and the table that is begun.
+class Progress {
+  public:
+    Progress(bool quiet, const std::vector<Material>& work) : quiet_(quiet) {
+        for (const Material& material : work) total_ += WorkOf(material);
+    }
+    void Begin(const Material& material) {
+        if (!quiet_) {
+            const double share = done_ / total_;
+            std::printf("%6.1f s %3.0f %%  ", Seconds(), 100 * share);
+            // The first tables are too small to tell anything.
+            if (share > 0.005) std::printf("%5.0f s to go  ", Seconds() * (1 - share) / share);
+            std::printf("%s\n", material.name().c_str());
+            std::fflush(stdout);
+        }
+        done_ += WorkOf(material);
+    }
+    void Finish() const {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        if (!quiet_) std::printf("%6.1f s  done, %ld MiB at most\n", Seconds(), usage.ru_maxrss / 1024);
+    }
+
+  private:
+    static double WorkOf(const Material& material) { return static_cast<double>(TableIndex(material).size()); }
+    [[nodiscard]] double Seconds() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    }
+    bool quiet_;
+    double total_ = 0;
+    double done_ = 0;
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+void List(const std::vector<Material>& materials) {
+    for (const Material& material : materials) {
+        std::printf("%-6s %12llu positions %6llu MiB to compute\n", material.name().c_str(),
+                    static_cast<unsigned long long>(TableIndex(material).size()),
+                    static_cast<unsigned long long>(MemoryToSolve(material) / mebibyte + 1));
+    }
+}
+
+/// Whether none of the tables needs too much memory; the first that does is told.
+bool FitsIntoMemory(const std::vector<Material>& work, std::uint64_t memory) {
+    for (const Material& material : work) {
+        const std::uint64_t needed = MemoryToSolve(material);
+        if (needed <= memory) continue;
+        std::cerr << program << ": " << material.name() << " takes " << needed / mebibyte + 1
+                  << " MiB of memory, see --memory\n";
+        return false;
+    }
+    return true;
+}
+
+/// Reads the tables that a material leads to and forgets all others. False if one can't be read.
+bool Fetch(const std::string& folder, const Material& material, MateTables& known) {
+    const std::vector<Material> needed = material.Successors();
+    known.KeepOnly(needed);
+    for (const Material& next : needed) {
+        if (known.Has(next)) continue;
+        std::unique_ptr<MateTable> table = ReadTable(folder, next);
+        if (!table) {
+            std::cerr << program << ": can't read " << PathOf(folder, next) << '\n';
+            return false;
+        }
+        known.Add(std::move(table));
+    }
+    return true;
+}
+
+int Build(const Wishes& wishes) {
+    const std::vector<Material> needed = Needed(wishes);
+    if (wishes.list) {
+        List(needed);
+        return EXIT_SUCCESS;
+    }
+    if (!VorkaTablebases::HasPacking()) {
+        std::cerr << program << ": this build can't pack tables: it was made without libzstd-dev\n";
+        return EXIT_FAILURE;
+    }
+    if (access(wishes.folder.c_str(), W_OK | X_OK) != 0) {
+        std::cerr << program << ": can't write into " << wishes.folder << '\n';
+        return EXIT_FAILURE;
+    }
+    std::vector<Material> work;
+    for (const Material& material : needed) {
+        const std::string path = PathOf(wishes.folder, material);
+        if (access(path.c_str(), F_OK) == 0 && VorkaTablebases::MateTableFile::Open(path)) continue;
+        work.push_back(material);
+    }
+    if (!FitsIntoMemory(work, wishes.memory)) return EXIT_FAILURE;
+    Progress progress(wishes.quiet, work);
+    MateTables known;
+    for (const Material& material : work) {
+        progress.Begin(material);
+        if (!Fetch(wishes.folder, material, known)) return EXIT_FAILURE;
+        std::unique_ptr<MateTable> table = Solve(material, known, wishes.threads);
+        if (!WriteTable(wishes.folder, *table, wishes.threads)) {
+            std::cerr << program << ": can't write " << PathOf(wishes.folder, material) << '\n';
+            return EXIT_FAILURE;
+        }
+    }
+    progress.Finish();
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv) try {
+    bool asks_for_help = false;
+    const std::optional<Wishes> wishes = ReadArguments(argc, argv, asks_for_help);
+    if (!wishes) return Usage(std::cerr, EXIT_FAILURE);
+    if (asks_for_help) return Usage(std::cout, EXIT_SUCCESS);
+    return Build(*wishes);
+} catch (const std::exception& error) {
+    std::cerr << program << ": " << error.what() << '\n';
+    return EXIT_FAILURE;
+}
+
+}  // namespace table_builder

@@ -1,0 +1,359 @@
+#include "table_builder/solve.h"
+
+#include <algorithm>
+#include <atomic>
+#include <bit>
+#include <cstddef>
+#include <cstring>
+#include <mutex>
+#include <stdexcept>
+#include <vector>
+
+#include "chess/bitboard_tables.h"
+#include "table_builder/parallel.h"
+
+// Positions are settled in the order of their distance, one pass for each number of plies, from checkmate on.
+//
+// A pass of an odd number settles wins: whoever can move into a loss that the pass before has settled wins. So the
+// moves are taken back that lead to those losses. A pass of an even number settles losses: whoever can move nowhere but
+// into wins of the enemy loses, and the last of them to be settled tells how long it takes. So the moves that lead to
+// the wins of the pass before are taken back as well, and what is found is looked at: do all of its moves lose?
+//
+// Captures and promotions lead to other tables, which are known. What they are worth is found once, before the first
+// pass: the shortest win, or that one of them draws, or the longest loss. The pass of that number then takes it up.
+//
+// En passant rights are in no table. A double step beside an enemy pawn is not taken back. The positions that have such
+// a move are few; they are kept in a list, and each pass looks at all of their moves, en passant captures included.
+//
+// Example, king and rook against king: pass 0 has the checkmates. Pass 1 takes back one white move from them, for the
+// mates in one. Pass 2 takes back black moves and asks where all others lose too: mated in one. No capture wins, but
+// where Black can take the rook, that is a draw from the start, and no pass calls it a loss.
+
+namespace table_builder {
+
+namespace {
+
+using bitbase_builder::attacks_of;
+using bitbase_builder::en_passant_captures;
+using bitbase_builder::EnPassantCaptures;
+using bitbase_builder::for_each_conversion;
+using bitbase_builder::for_each_move;
+using bitbase_builder::has_move;
+using bitbase_builder::is_attacked;
+using bitbase_builder::is_legal;
+using bitbase_builder::Successor;
+using namespace VorkaTablebases;
+
+/// Positions that a thread takes at a time.
+constexpr std::uint64_t part = 1 << 14;
+
+/// The value before a move, for its mover, by the value after it, for the other side.
+TableValue Before(TableValue after) {
+    if (after == table_draw) return table_draw;
+    const int plies = PliesOf(after) + 1;
+    if (plies > 2 * longest_win - 1) throw std::overflow_error("table_builder: a mate is too long for a byte");
+    return ValueOf(plies);
+}
+
+/// Draws are worth more than losses, and less than wins; short wins and long losses are worth more than others.
+int WorthOf(TableValue value) { return ScoreOf(value); }
+
+TableValue Load(const TableValue& value) {
+    return std::atomic_ref(const_cast<TableValue&>(value)).load(std::memory_order_relaxed);
+}
+void Store(TableValue& value, TableValue to) { std::atomic_ref(value).store(to, std::memory_order_relaxed); }
+
+/// Calls `visit(number)` for the places of a byte among `values[begin .. end)`.
+template <class Visit>
+void ForEachPlace(const std::vector<TableValue>& values, TableValue byte, std::uint64_t begin, std::uint64_t end,
+                  Visit visit) {
+    const TableValue* const first = values.data() + begin;
+    const TableValue* const last = values.data() + end;
+    for (const TableValue* at = first; at < last; ++at) {
+        at = static_cast<const TableValue*>(std::memchr(at, byte, static_cast<std::size_t>(last - at)));
+        if (at == nullptr) return;
+        visit(static_cast<std::uint64_t>(at - values.data()));
+    }
+}
+
+class Solver {
+  public:
+    Solver(const Material& material, const MateTables& known, int threads)
+        : known_(known), threads_(threads), table_(std::make_unique<MateTable>(material)) {
+        const auto size = static_cast<std::size_t>(table_->index().size());
+        table_->values.resize(size);
+        by_conversion_.resize(size);
+        marks_.resize(size / 64 + 1);
+    }
+
+    std::unique_ptr<MateTable> Run() {
+        InParallel(threads_, table_->index().size(), part,
+                   [this](int, std::uint64_t begin, std::uint64_t end) { Prepare(begin, end); });
+        int idle_passes = 0;
+        for (int plies = 1; idle_passes < 2 || plies <= longest_conversion_ + 1; ++plies) {
+            if (plies > 2 * longest_win - 1) {
+                throw std::overflow_error("table_builder: a mate is too long for a byte");
+            }
+            settled_ = 0;
+            if (plies % 2 != 0) {
+                SettleWins(plies);
+            } else {
+                SettleLosses(plies);
+            }
+            idle_passes = settled_ == 0 ? idle_passes + 1 : 0;
+        }
+        return std::move(table_);
+    }
+
+  private:
+    // --- Before the first pass ---
+
+    /// Finds illegal positions, checkmates, and what captures and promotions are worth.
+    void Prepare(std::uint64_t begin, std::uint64_t end) {
+        int longest = 0;
+        std::vector<std::uint64_t> with_en_passant;
+        for (std::uint64_t number = begin; number < end; ++number) {
+            const Position position = table_->PositionOf(number);
+            TableValue& value = table_->values[number];
+            if (!is_legal(position)) {
+                value = table_illegal;
+                continue;
+            }
+            const bool in_check = is_attacked(position, position.at[position.to_move], Opponent(position.to_move));
+            if (in_check && !has_move(position)) {
+                value = table_checkmate;
+                continue;
+            }
+            const TableValue best = BestConversion(position);
+            by_conversion_[number] = best;
+            if (best != no_conversion && best != table_draw_by_conversion) longest = std::max(longest, PliesOf(best));
+            if (MayBeTakenEnPassant(position, longest)) with_en_passant.push_back(number);
+        }
+        const std::scoped_lock lock(lock_);
+        longest_conversion_ = std::max(longest_conversion_, longest);
+        with_en_passant_.insert(with_en_passant_.end(), with_en_passant.begin(), with_en_passant.end());
+    }
+
+    /// Codes of `by_conversion_` beside wins and losses.
+    static constexpr TableValue no_conversion = 0;
+    static constexpr TableValue table_draw_by_conversion = 255;
+
+    TableValue BestConversion(const Position& position) const {
+        bool any = false;
+        TableValue best = table_draw;
+        for_each_conversion(position, [&](const Successor& successor) {
+            const TableValue value = Before(known_.ValueOf(successor.position));
+            if (!any || WorthOf(value) > WorthOf(best)) best = value;
+            any = true;
+            return true;
+        });
+        return !any ? no_conversion : best == table_draw ? table_draw_by_conversion : best;
+    }
+
+    /// Whether there is a double step beside an enemy pawn. `longest` becomes at least as long as what a capture en
+    /// passant leads to.
+    bool MayBeTakenEnPassant(const Position& position, int& longest) const {
+        if (!table_->material().both_have_pawns()) return false;
+        bool found = false;
+        for_each_move(position, [&](const Successor& successor) {
+            if (successor.is_conversion || successor.en_passant < 0) return true;
+            found = true;
+            const EnPassantCaptures captures = en_passant_captures(successor.position, successor.en_passant);
+            for (int i = 0; i < captures.count; ++i) {
+                const TableValue value = known_.ValueOf(captures.positions[static_cast<std::size_t>(i)]);
+                if (value != table_draw) longest = std::max(longest, PliesOf(value) + 1);
+            }
+            return true;
+        });
+        return found;
+    }
+
+    // --- Passes ---
+
+    void SettleWins(int plies) {
+        const TableValue win = ValueOf(plies);
+        const TableValue loss_before = ValueOf(plies - 1);
+        ForAllParts([&](std::uint64_t begin, std::uint64_t end) {
+            std::uint64_t settled = 0;
+            const auto settle = [&](std::uint64_t number) {
+                TableValue& value = table_->values[number];
+                if (Load(value) != table_draw) return;
+                Store(value, win);
+                ++settled;
+            };
+            ForEachPlace(by_conversion_, win, begin, end, settle);
+            ForEachPlace(table_->values, loss_before, begin, end, [&](std::uint64_t number) {
+                ForEachPositionBefore(table_->PositionOf(number), [&](const Position& before) {
+                    const auto [first, second] = table_->IndicesOf(before);
+                    settle(first);
+                    if (second != first) settle(second);
+                });
+            });
+            return settled;
+        });
+        LookAtThoseWithEnPassant(plies);
+    }
+
+    void SettleLosses(int plies) {
+        const TableValue loss = ValueOf(plies);
+        const TableValue win_before = ValueOf(plies - 1);
+        ForAllParts([&](std::uint64_t begin, std::uint64_t end) {
+            ForEachPlace(by_conversion_, loss, begin, end, [&](std::uint64_t number) { Mark(number); });
+            ForEachPlace(table_->values, win_before, begin, end, [&](std::uint64_t number) {
+                ForEachPositionBefore(table_->PositionOf(number), [&](const Position& before) {
+                    const auto [first, second] = table_->IndicesOf(before);
+                    Mark(first);
+                    if (second != first) Mark(second);
+                });
+            });
+            return std::uint64_t{0};
+        });
+        ForAllParts([&](std::uint64_t begin, std::uint64_t end) {
+            std::uint64_t settled = 0;
+            for (std::uint64_t word = begin / 64; word * 64 < end; ++word) {
+                for (std::uint64_t& marks = marks_[word]; marks != 0; marks &= marks - 1) {
+                    const std::uint64_t number = word * 64 + static_cast<std::uint64_t>(std::countr_zero(marks));
+                    if (Load(table_->values[number]) != table_draw || !AllMovesLose(number, plies)) continue;
+                    Store(table_->values[number], loss);
+                    ++settled;
+                }
+            }
+            return settled;
+        });
+        LookAtThoseWithEnPassant(plies);
+    }
+
+    template <class Work>
+    void ForAllParts(Work work) {
+        InParallel(threads_, table_->values.size(), part,
+                   [&](int, std::uint64_t begin, std::uint64_t end) { settled_ += work(begin, end); });
+    }
+
+    /// A position that can still become a loss.
+    void Mark(std::uint64_t number) {
+        const TableValue conversion = by_conversion_[number];
+        if (conversion == table_draw_by_conversion || IsWin(conversion)) return;
+        if (Load(table_->values[number]) != table_draw) return;
+        const std::uint64_t bit = std::uint64_t{1} << number % 64;
+        const std::atomic_ref word(marks_[number / 64]);
+        if ((word.load(std::memory_order_relaxed) & bit) == 0) word.fetch_or(bit, std::memory_order_relaxed);
+    }
+
+    /// Whether every move leads to a win of the enemy of fewer plies. Captures and promotions were seen before.
+    bool AllMovesLose(std::uint64_t number, int plies) const {
+        const TableValue conversion = by_conversion_[number];
+        if (conversion != no_conversion && (!IsLoss(conversion) || PliesOf(conversion) > plies)) return false;
+        return for_each_move(table_->PositionOf(number), [&](const Successor& successor) {
+            if (successor.is_conversion) return true;
+            // No pass has settled a longer win so far.
+            return IsWin(Load(table_->values[table_->IndicesOf(successor.position).first]));
+        });
+    }
+
+    /// Calls `visit(before)` for the positions, legal or not, in which the side that is not to move may have made a
+    /// move without a capture that can't be answered en passant.
+    template <class Visit>
+    void ForEachPositionBefore(const Position& position, Visit visit) const {
+        const Colour mover = Opponent(position.to_move);
+        const Bitboard occupied = position.occupied();
+        Position before = position;
+        before.to_move = mover;
+        for (std::size_t m = 0; m < static_cast<std::size_t>(position.count); ++m) {
+            if (position.men[m].colour != mover) continue;
+            for (Bitboard origins = OriginsOf(position, m, occupied); origins != 0;) {
+                before.at[m] = TakeNextBit(origins);
+                // Kings beside each other have no number.
+                if (m < 2 && Has(bitboard_tables.king_attacks[position.at[1 - m]], before.at[m])) continue;
+                visit(before);
+            }
+            before.at[m] = position.at[m];
+        }
+    }
+
+    static Bitboard OriginsOf(const Position& position, std::size_t man, Bitboard occupied) {
+        const Man& moved = position.men[man];
+        const Square s = position.at[man];
+        if (moved.type != pawn) return attacks_of(moved, s, occupied) & ~occupied;
+        const int back = moved.colour == white ? -8 : 8;
+        const int rank = moved.colour == white ? RankOf(s) : 7 - RankOf(s);
+        if (rank < 2 || Has(occupied, s + back)) return 0;
+        const bool two = rank == 3 && !Has(occupied, s + 2 * back) &&
+                         !bitbase_builder::detail::is_beside_enemy_pawn(position, s, moved.colour);
+        return Bit(s + back) | (two ? Bit(s + 2 * back) : 0);
+    }
+
+    // --- En passant ---
+
+    void LookAtThoseWithEnPassant(int plies) {
+        InParallel(threads_, with_en_passant_.size(), 64, [&](int, std::uint64_t begin, std::uint64_t end) {
+            for (std::uint64_t i = begin; i < end; ++i) {
+                TableValue& value = table_->values[with_en_passant_[i]];
+                if (Load(value) != table_draw) continue;
+                const Position position = table_->PositionOf(with_en_passant_[i]);
+                if (plies % 2 != 0 ? AnyMoveWins(position, plies) : AllMovesLoseWithEnPassant(position, plies)) {
+                    Store(value, ValueOf(plies));
+                    ++settled_;
+                }
+            }
+        });
+    }
+
+    bool AnyMoveWins(const Position& position, int plies) const {
+        return !for_each_move(position, [&](const Successor& successor) {
+            const TableValue value = ValueAfter(successor, plies - 1);
+            return !IsLoss(value) || PliesOf(value) >= plies;
+        });
+    }
+
+    bool AllMovesLoseWithEnPassant(const Position& position, int plies) const {
+        return for_each_move(position, [&](const Successor& successor) {
+            const TableValue value = ValueAfter(successor, plies - 1);
+            return IsWin(value) && PliesOf(value) < plies;
+        });
+    }
+
+    /// The value after a move, for the side that answers it; a draw is what has not been settled so far.
+    TableValue ValueAfter(const Successor& successor, int plies) const {
+        const Position& position = successor.position;
+        if (successor.is_conversion) return known_.ValueOf(position);
+        const TableValue plain = Load(table_->values[table_->IndicesOf(position).first]);
+        if (successor.en_passant < 0) return plain;
+        const EnPassantCaptures captures = en_passant_captures(position, successor.en_passant);
+        if (captures.count == 0) return plain;
+        TableValue best = Before(known_.ValueOf(captures.positions[0]));
+        if (captures.count == 2) {
+            const TableValue other = Before(known_.ValueOf(captures.positions[1]));
+            if (WorthOf(other) > WorthOf(best)) best = other;
+        }
+        if (!has_move(position)) return best;  // the capture must be made
+        // A win that is too long for now may yet be beaten by a shorter one.
+        if (IsWin(best) && PliesOf(best) > plies) best = table_draw;
+        return WorthOf(plain) > WorthOf(best) ? plain : best;
+    }
+
+    const MateTables& known_;
+    const int threads_;
+    std::unique_ptr<MateTable> table_;  ///< table_draw is also what has not been settled
+    std::vector<TableValue> by_conversion_;
+    std::vector<std::uint64_t> marks_;  ///< a bit for each position
+    std::vector<std::uint64_t> with_en_passant_;
+    int longest_conversion_ = 0;
+    std::atomic<std::uint64_t> settled_ = 0;
+    std::mutex lock_;
+};
+
+}  // namespace
+
+std::unique_ptr<MateTable> Solve(const Material& material, const MateTables& known, int threads) {
+    return Solver(material, known, threads).Run();
+}
+
+std::uint64_t MemoryToSolve(const Material& material) {
+    std::uint64_t bytes = 0;
+    for (const Material& next : material.Successors()) bytes += TableIndex(next).size();
+    const std::uint64_t size = TableIndex(material).size();
+    // Values, conversions, marks, and the packed blocks of the file twice, of which there are few.
+    return bytes + 2 * size + size / 8 + size / 2;
+}
+
+}  // namespace table_builder

@@ -1,0 +1,70 @@
+#include "table_builder/storage.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "frame/base/whole_file.h"
+#include "table_builder/parallel.h"
+#include "tablebases/packing.h"
+
+namespace table_builder {
+
+namespace {
+
+using namespace VorkaTablebases;
+
+/// Larger blocks pack better, smaller ones are read faster.
+constexpr std::uint32_t block_bytes = 1 << 14;
+
+/// The values of a block as they are packed: what stands for no position is never asked for, and becomes what stands
+/// before it.
+std::vector<TableValue> WithoutGaps(std::span<const TableValue> values) {
+    std::vector<TableValue> block(values.begin(), values.end());
+    const auto first = std::ranges::find_if(block, [](TableValue value) { return value != table_illegal; });
+    TableValue before = first == block.end() ? table_draw : *first;
+    for (TableValue& value : block) {
+        if (value == table_illegal) value = before;
+        before = value;
+    }
+    return block;
+}
+
+}  // namespace
+
+std::string PathOf(const std::string& folder, const Material& material) {
+    return folder + '/' + material.name().append(mate_table_ending);
+}
+
+bool WriteTable(const std::string& folder, const MateTable& table, int threads) {
+    MateTableHeader header = HeaderOf(table);
+    header.block_bytes = block_bytes;
+    std::vector<std::vector<std::uint8_t>> packed(header.blocks());
+    std::vector<std::optional<Packer>> packers(static_cast<std::size_t>(threads));
+    for (std::optional<Packer>& packer : packers) packer.emplace();
+    InParallel(threads, packed.size(), 1, [&](int thread, std::uint64_t begin, std::uint64_t end) {
+        for (std::uint64_t block = begin; block < end; ++block) {
+            const auto number = static_cast<std::uint32_t>(block);
+            const std::span<const TableValue> values(table.values.data() + block * block_bytes, header.BytesOf(number));
+            packed[block] = packers[static_cast<std::size_t>(thread)]->Pack(WithoutGaps(values));
+        }
+    });
+    return ReplaceFile(PathOf(folder, table.material()), MateTableText(header, packed)) == FileOutcome::written;
+}
+
+std::unique_ptr<MateTable> ReadTable(const std::string& folder, const Material& material) {
+    const std::unique_ptr<MateTableFile> file = MateTableFile::Open(PathOf(folder, material));
+    if (!file || file->header().material != material) return nullptr;
+    auto table = std::make_unique<MateTable>(material);
+    table->values.resize(static_cast<std::size_t>(file->header().entries));
+    for (std::uint32_t block = 0; block < file->header().blocks(); ++block) {
+        const std::span<TableValue> to(table->values.data() + std::size_t{block} * file->header().block_bytes,
+                                       file->header().BytesOf(block));
+        if (file->ReadBlock(block, to) != SourceFailure::none) return nullptr;
+    }
+    return table;
+}
+
+}  // namespace table_builder
