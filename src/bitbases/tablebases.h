@@ -41,6 +41,8 @@ class TableSource {
     [[nodiscard]] virtual ProbeResult Probe(const BOARD& board, int& score) noexcept = 0;
     /// What went wrong in the last probe that found nothing; none if the position is just not there.
     [[nodiscard]] virtual SourceFailure last_failure() const noexcept { return SourceFailure::none; }
+    /// Whether the tables tell who wins, and not how soon: a score is then a bound, and a mate may be nearer.
+    [[nodiscard]] virtual bool KnowsNoDistances() const noexcept { return false; }
     /// Gives the tables a cache of so many bytes. False if they can't work with that.
     [[nodiscard]] virtual bool UseCache(std::int32_t bytes) noexcept = 0;
 };
@@ -56,6 +58,8 @@ class Tablebases {
 
     /// Probes what is loaded. A position with a castling right or an en passant square is not looked up.
     [[nodiscard]] ProbeResult Probe(const BOARD& board, int& score) const noexcept;
+    /// Whether a win may be nearer than its score says, and a loss too.
+    [[nodiscard]] bool KnowNoDistances() const noexcept { return source_ && source_->KnowsNoDistances(); }
     /// What went wrong in the last probe that found nothing.
     [[nodiscard]] SourceFailure LastFailure() const noexcept;
     /// Whether a position is a loss that is 30 plies away or more; false for what is not found.

@@ -18,7 +18,10 @@ class FakeTables : public VorkaTablebases::TableSource {
     VorkaTablebases::SourceFailure last_failure() const noexcept override { return failure; }
     bool UseCache(std::int32_t bytes) noexcept override { return bytes >= smallest_cache_; }
 
+    bool KnowsNoDistances() const noexcept override { return knows_no_distances; }
+
     VorkaTablebases::SourceFailure failure = VorkaTablebases::SourceFailure::none;
+    bool knows_no_distances = false;
 
   private:
     Answer answer_;
@@ -30,6 +33,15 @@ inline VorkaTablebases::Tablebases TablebasesOf(
     FakeTables::Answer answer, VorkaTablebases::SourceFailure failure = VorkaTablebases::SourceFailure::none) {
     auto tables = std::make_unique<FakeTables>(std::move(answer));
     tables->failure = failure;
+    VorkaTablebases::Tablebases tablebases;
+    tablebases.Use(std::move(tables));
+    return tablebases;
+}
+
+/// Tablebases with tables that tell who wins, and not how soon.
+inline VorkaTablebases::Tablebases TablebasesWithoutDistances(FakeTables::Answer answer) {
+    auto tables = std::make_unique<FakeTables>(std::move(answer));
+    tables->knows_no_distances = true;
     VorkaTablebases::Tablebases tablebases;
     tablebases.Use(std::move(tables));
     return tablebases;

@@ -6,8 +6,9 @@ from pathlib import Path
 import pytest
 from uci_dialogue import BESTMOVE, number, ready, search
 
-# A folder of tables with up to four men; nothing stands in for them.
-SYZYGY = os.environ.get("VORKA_SYZYGY", "")
+# A folder of tables with up to four men, by default one that lies beside the checkout; nothing stands in for them.
+BESIDE_CHECKOUT = Path(__file__).resolve().parents[3] / "shared" / "tables" / "syzygy"
+SYZYGY = os.environ.get("VORKA_SYZYGY", str(BESIDE_CHECKOUT) if BESIDE_CHECKOUT.is_dir() else "")
 with_syzygy = pytest.mark.skipif(not SYZYGY, reason="VORKA_SYZYGY names no folder of Syzygy tablebases")
 ROOK_ENDING = "position fen 4k3/8/8/8/8/8/8/4K2R w - - 0 1"
 
@@ -19,6 +20,10 @@ def syzygy(uci):
     if "made without Fathom" in ready(uci):
         pytest.skip("this build can't read Syzygy tablebases")
     return uci
+
+
+def last_score(lines):
+    return [line for line in lines if " score " in line][-1]
 
 
 @with_syzygy
@@ -69,6 +74,23 @@ def test_syzygy_tables_tell_the_score_of_the_root(syzygy):
     assert number(lines[0], "tbhits") > 10, "each root move was looked up"
     lines, _ = search(syzygy, "position fen 8/8/8/4n3/4k3/8/8/K2R4 w - - 0 1", "go depth 2")
     assert number(lines[0], "score cp") == 0
+
+
+@with_syzygy
+@pytest.mark.parametrize("fen, move", [("8/R7/2K5/8/n7/8/7R/4k3 w - - 0 1", "a7a4"),
+                                       ("4k3/7n/8/7R/8/8/8/R6K w - - 0 1", "h5h7")])
+def test_a_mate_is_found_after_a_capture_that_the_syzygy_tables_know(syzygy, fen, move):
+    """A win by the tables is a lower bound: the mate in two begins with the capture into them."""
+    for line in ("go depth 6", "go mate 2"):
+        lines, best = search(syzygy, "ucinewgame", f"position fen {fen}", line)
+        assert best[1] == move and "score mate 2 " in last_score(lines), line
+
+
+@with_syzygy
+def test_a_win_by_syzygy_tables_counts_where_no_mate_is_near(syzygy):
+    """The capture wins the game, and no mate is near."""
+    lines, best = search(syzygy, "position fen 8/8/8/4k3/8/8/2q5/1BN4K w - - 0 1", "go depth 4")
+    assert best[1] == "b1c2" and 9000 < number(last_score(lines), "score cp") < 9800
 
 
 @with_syzygy

@@ -18,6 +18,12 @@ bool OpenFile::has_size(std::uint64_t size) const noexcept {
            std::cmp_equal(status.st_size, size);
 }
 
+std::optional<std::uint64_t> OpenFile::size() const noexcept {
+    struct stat status {};
+    if (!is_open() || fstat(descriptor_, &status) != 0 || status.st_size < 0) return std::nullopt;
+    return static_cast<std::uint64_t>(status.st_size);
+}
+
 bool OpenFile::has_name() const noexcept {
     struct stat status {};
     return fstat(descriptor_, &status) == 0 && status.st_nlink > 0;
@@ -32,6 +38,10 @@ bool OpenFile::SetOwner(uid_t owner, gid_t group) const noexcept {
 }
 
 bool OpenFile::SetMode(mode_t mode) const noexcept { return fchmod(descriptor_, mode) == 0; }
+
+bool OpenFile::Seek(std::uint64_t offset) const noexcept {
+    return std::in_range<off_t>(offset) && lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET) >= 0;
+}
 
 bool OpenFile::Read(std::uint8_t* bytes, std::size_t size) const noexcept {
     for (std::size_t done = 0; done < size;) {

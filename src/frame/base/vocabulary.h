@@ -255,6 +255,12 @@ inline constexpr std::string_view unsupported_block_size = ": Unsupported block 
 inline constexpr std::string_view cannot_find_length = "Cannot find length of ";
 inline constexpr std::string_view cannot_allocate_decode_block = "Cannot allocate decode block: error code ";
 inline constexpr std::string_view corrupted = " corrupted ";
+// How the files of the published tables are called, and the head of the packed ones.
+inline constexpr std::string_view nalimov_first_side = "nbw";
+inline constexpr std::string_view nalimov_second_side = "nbb";
+inline constexpr std::string_view nalimov_packed_ending = ".emd";
+inline constexpr std::string_view nalimov_packer_banner(
+    "Compressed by DATACOMP v 1.0 (c) 1991--1998 Andrew Kadatch\r\n\0\0\0\0", 64);
 inline constexpr std::string_view probing_bitbases = "\nProbing bitbases: ";
 inline constexpr std::string_view probing_tablebases = "\nProbing tablebases: ";
 inline constexpr std::string_view probe_not_found = "not found";

@@ -18,15 +18,18 @@ NodeAnswer AskBitbases(const Node& node) {
     return go_on;
 }
 
-/// Distances to the mate count from the node.
+/// Distances to the mate count from the node. Without them a win is a lower bound, a loss an upper one: whether a mate
+/// is nearer, the search has to find out.
 NodeAnswer AskTablebases(const Node& node) {
+    const VorkaTablebases::Tablebases& tablebases = node.search.engine.tablebases;
     int known = 0;
-    if (node.search.engine.tablebases.Probe(node.board(), known) != VorkaTablebases::ProbeResult::found) {
-        return go_on;
-    }
+    if (tablebases.Probe(node.board(), known) != VorkaTablebases::ProbeResult::found) return go_on;
     const auto ply = static_cast<Score>(node.ply);
     if (known == 0) return AsAnswer(node.draw_score(), node.beta);
-    return AsAnswer(known > 0 ? known - ply : known + ply, node.beta);
+    const Score score = known > 0 ? known - ply : known + ply;
+    const bool is_good_enough = score >= node.beta;
+    if (tablebases.KnowNoDistances() && is_good_enough != (known > 0)) return go_on;
+    return AsAnswer(score, node.beta);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tablebases/mate_tables.h"
+#include "tablebases/nalimov/nalimov_set.h"
 #include "tablebases/table_files.h"
 
 namespace VorkaTablebases {
@@ -11,6 +12,7 @@ namespace VorkaTablebases {
 std::unique_ptr<TableSource> OpenTables(const std::string& path) {
     std::vector<std::unique_ptr<TableSet>> sets;
     sets.push_back(std::make_unique<MateTables>(path));
+    sets.push_back(std::make_unique<NalimovTablebases::NalimovSet>(path));
     std::erase_if(sets, [](const auto& set) { return set->empty(); });
     if (sets.empty()) return nullptr;
     return std::make_unique<CombinedSource>(std::move(sets));

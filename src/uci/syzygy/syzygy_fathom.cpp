@@ -40,6 +40,7 @@ class Source final : public VorkaTablebases::TableSource {
         score = result == TB_WIN ? win : result == TB_LOSS ? -win : 0;
         return found;
     }
+    bool KnowsNoDistances() const noexcept override { return true; }
     bool UseCache(std::int32_t /*bytes*/) noexcept override { return true; }
 };
 

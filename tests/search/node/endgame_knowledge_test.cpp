@@ -220,6 +220,21 @@ TEST_F(TablesInSearch, AnswerWhereNoBitbaseDoes) {
     EXPECT_EQ(Ask(rooks, 3, 0, 1), go_on) << "endings only";
 }
 
+TEST_F(TablesInSearch, AreBoundsWhereTheyKnowNoDistances) {
+    const auto load = [&](int score) {
+        engine_.tablebases = TablebasesWithoutDistances(Always(VorkaTablebases::ProbeResult::found, score));
+    };
+    load(32767 - 300);
+    EXPECT_EQ(Ask(rooks, 3, 32767 - 303, 3), 32767 - 303);
+    EXPECT_EQ(Ask(rooks, 3, 32767 - 302, 3), go_on) << "a mate may be nearer";
+    load(-(32767 - 300));
+    EXPECT_EQ(Ask(rooks, 3, -(32767 - 303) + 1, 3), -(32767 - 303));
+    EXPECT_EQ(Ask(rooks, 3, -(32767 - 303), 3), go_on) << "the mate may be nearer";
+    load(0);
+    EXPECT_EQ(Ask(rooks, 3, 0, 3), 0);
+    EXPECT_EQ(Ask(rooks, 3, 1, 3), 0);
+}
+
 TEST_F(TablesInSearch, OtherAnswersAreNone) {
     for (const auto result : {VorkaTablebases::ProbeResult::disabled, VorkaTablebases::ProbeResult::not_found,
                               VorkaTablebases::ProbeResult::queued}) {

@@ -1,0 +1,190 @@
+#include "tablebases/nalimov/nalimov_set.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "tablebases/nalimov/table_proof.h"
+#include "tablebases/nalimov/table_values.h"
+
+namespace NalimovTablebases {
+
+using VorkaTablebases::ProbeResult;
+using VorkaTablebases::SourceFailure;
+
+namespace {
+
+/// The names of all files, in order.
+std::vector<std::string> FilesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(folder, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        names.push_back(entry->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Bitboard SetOf(const SIDE_PIECES& side, PieceType kind) noexcept {
+    switch (kind) {
+        case queen:
+            return side.queens;
+        case rook:
+            return side.rooks;
+        case bishop:
+            return side.bishops;
+        case knight:
+            return side.knights;
+        default:
+            return side.pawns;
+    }
+}
+
+}  // namespace
+
+NalimovSet::NalimovSet(const std::string& folder) {
+    for (int men = fewest_men; men <= most_men; ++men) {
+        for (Material& material : MaterialsOf(men)) {
+            const std::uint32_t key = material.key();
+            materials_.push_back({std::move(material), key});
+        }
+    }
+    std::sort(materials_.begin(), materials_.end(),
+              [](const MaterialTables& one, const MaterialTables& other) { return one.key < other.key; });
+    for (const std::string& file : FilesIn(folder)) {
+        const std::optional<TableName> name = ReadTableName(file);
+        if (!name) continue;
+        std::unique_ptr<NalimovTable>& table = TablesOf(name->material.key())->tables[name->mover];
+        if (!table) table = NalimovTable::Open((std::filesystem::path(folder) / file).string(), *name);
+    }
+    std::erase_if(materials_, [](const MaterialTables& tables) {
+        return tables.tables[first_side] == nullptr && tables.tables[second_side] == nullptr;
+    });
+}
+
+std::vector<TableName> NalimovSet::Names() const {
+    std::vector<TableName> names;
+    for (const MaterialTables& tables : materials_) {
+        for (const Side mover : {first_side, second_side}) {
+            const auto& table = tables.tables[mover];
+            if (table) names.push_back({tables.material, mover, table->is_packed()});
+        }
+    }
+    return names;
+}
+
+NalimovSet::MaterialTables* NalimovSet::TablesOf(std::uint32_t key) noexcept {
+    const auto found =
+        std::lower_bound(materials_.begin(), materials_.end(), key,
+                         [](const MaterialTables& tables, std::uint32_t wanted) { return tables.key < wanted; });
+    return found != materials_.end() && found->key == key ? &*found : nullptr;
+}
+
+NalimovSet::Seat NalimovSet::SeatOf(const BOARD& board) noexcept {
+    const int men = PopCount(board.occupied);
+    if (men < fewest_men || men > most_men) return {};
+    // Where both sides have the same men, either can be the first, and a table for one of them is enough.
+    for (const Side mover : {first_side, second_side}) {
+        const Colour first = mover == first_side ? board.mover() : Opponent(board.mover());
+        MaterialTables* const tables = TablesOf(KeyOf(board, first));
+        if (tables == nullptr || !tables->tables[mover] || tables->trust[mover] == Trust::left_out) continue;
+        return {tables, first, mover};
+    }
+    return {};
+}
+
+Placement PlacementOf(const BOARD& board, Colour first, const Material& material) noexcept {
+    Placement placement;
+    for (const Side side : {first_side, second_side}) {
+        const SIDE_PIECES& pieces = board.side(side == first_side ? first : Opponent(first));
+        placement.kings[side] = Seen(first, pieces.king_square);
+        const std::string& men = material.men[side];
+        for (std::size_t i = 0; i < men.size();) {
+            Bitboard set = SetOf(pieces, kinds[letters_of_kinds.find(men[i])]);
+            while (set != 0) placement.men[side][i++] = Seen(first, TakeNextBit(set));
+        }
+    }
+    return placement;
+}
+
+ProbeResult NalimovSet::Probe(const BOARD& board, VorkaTablebases::BlockCache& cache, int& score,
+                              SourceFailure& failure) noexcept {
+    const Seat seat = SeatOf(board);
+    if (seat.tables == nullptr || !Prove(seat, cache, failure)) return ProbeResult::not_found;
+    return LookUp(seat, board, cache, score, failure);
+}
+
+ProbeResult NalimovSet::LookUp(const BOARD& board, VorkaTablebases::BlockCache& cache, int& score,
+                               SourceFailure& failure) noexcept {
+    const Seat seat = SeatOf(board);
+    return seat.tables != nullptr ? LookUp(seat, board, cache, score, failure) : ProbeResult::not_found;
+}
+
+ProbeResult NalimovSet::LookUp(const Seat& seat, const BOARD& board, VorkaTablebases::BlockCache& cache, int& score,
+                               SourceFailure& failure) noexcept {
+    NalimovTable& table = *seat.tables->tables[seat.mover];
+    const auto number = table.index().Of(PlacementOf(board, seat.first, seat.tables->material));
+    if (!number || *number >= table.size()) return ProbeResult::not_found;
+
+    std::uint8_t value = 0;
+    failure = cache.Find(table, static_cast<std::uint32_t>(*number / block_bytes),
+                         static_cast<std::size_t>(*number % block_bytes), value);
+    if (failure != SourceFailure::none) {
+        seat.tables->trust[seat.mover] = Trust::left_out;
+        return ProbeResult::not_found;
+    }
+    const std::optional<int> found = ScoreOfValue(static_cast<std::int8_t>(value));
+    if (!found) return ProbeResult::not_found;
+    score = *found;
+    return ProbeResult::found;
+}
+
+namespace {
+
+/// Positions of a table that are tested before it is believed.
+constexpr int tested_positions = 16;
+
+/// The tables as they are.
+class UnprovedTables final : public ScoreLookup {
+  public:
+    UnprovedTables(NalimovSet& set, VorkaTablebases::BlockCache& cache) : set_(set), cache_(cache) {}
+    [[nodiscard]] std::optional<int> ScoreOf(const BOARD& board) noexcept override {
+        int score = 0;
+        SourceFailure failure = SourceFailure::none;
+        if (set_.LookUp(board, cache_, score, failure) != ProbeResult::found) return std::nullopt;
+        return score;
+    }
+
+  private:
+    NalimovSet& set_;
+    VorkaTablebases::BlockCache& cache_;
+};
+
+}  // namespace
+
+bool NalimovSet::Prove(const Seat& seat, VorkaTablebases::BlockCache& cache, SourceFailure& failure) noexcept {
+    Trust& trust = seat.tables->trust[seat.mover];
+    if (trust != Trust::untested) return trust == Trust::proved;
+    UnprovedTables tables(*this, cache);
+    RandomPositions positions(seat.tables->material, seat.mover);
+    BOARD board;
+    for (int i = 0; i < tested_positions; ++i) {
+        positions.Next(board);
+        int score = 0;
+        const Seat same{seat.tables, white, seat.mover};
+        const bool is_known = LookUp(same, board, cache, score, failure) == ProbeResult::found;
+        if (failure != SourceFailure::none) return false;
+        if (is_known && CompareWithMoves(board, score, tables) != Agreement::impossible) continue;
+        seat.tables->tables[seat.mover]->TellUnbelievable();
+        trust = Trust::left_out;
+        failure = SourceFailure::corrupted;
+        return false;
+    }
+    trust = Trust::proved;
+    return true;
+}
+
+}  // namespace NalimovTablebases
