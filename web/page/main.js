@@ -329,7 +329,7 @@ async function keepOffline() {
 }
 
 const page = new Page();
-window.vorka = page;
+window.vorka = page;  // for the tests, and for the curious
 try {
   await page.start();
   // Without it the page needs its host, and nothing else.
