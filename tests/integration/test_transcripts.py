@@ -280,6 +280,7 @@ SHOWN = [
     (r"build/\w+/tools/solve_epd .*", solves_positions),
     (r"build/\w+/tools/bitbase_builder/bitbase_builder --help", program_runs),
     (r"build/\w+/tools/(selfplay|tune)/\w+ .*", tool_answers_help),
+    (r"build/\w+/tools/check_tables .*", tool_answers_help),
     (r"(tools|benchmarks|scripts)/\w+ .*", program_answers_help),
 ]
 
