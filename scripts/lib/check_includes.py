@@ -55,6 +55,7 @@ FOLDERS = {
     "uci": (BASE, "chess", "bitbases", "evaluation", *SEARCH, "uci/"),
     "web": (BASE, WEB_PLATFORM, "chess", "evaluation", "search/settings", "search/engine", "uci"),
     "tools/options": (BASE,),
+    "tools/check_tables": (BASE, "chess", "tablebases", "tablebases/nalimov", "tools/options"),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
     "tools/table_builder": (BASE, "chess", "bitbases", "tablebases", "tools/options", "tools/bitbase_builder"),
@@ -92,8 +93,9 @@ for layer in LAYERS:
     seen_by_tests = (*below, "tests/support", *(["tests/bitbases"] if "tests/bitbases" in FOLDERS else []))
     FOLDERS.update({f"tests/{folder}": seen_by_tests for folder in layer})
 FOLDERS["tests/frame/launcher"] = (BASE, "frame/launcher", "tests/support")
-FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", "tablebases", "tablebases/opener", *SEARCH, "tools/bitbase_builder", "tools/table_builder",
-                           "tools/bench_run", "tools/options", "tests/bitbases", "tests/support")
+FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", "tablebases", "tablebases/nalimov", "tablebases/opener", *SEARCH,
+                           "tools/bitbase_builder", "tools/table_builder", "tools/check_tables", "tools/bench_run",
+                           "tests/tablebases/nalimov", "tools/options", "tests/bitbases", "tests/support")
 FOLDERS["tests/tools/selfplay"] = (BASE, "chess", *SEARCH, "tools/selfplay", "tests/support")
 FOLDERS["tests/tools/tune"] = (BASE, *SEARCH, "tools/selfplay", "tools/tune", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.

@@ -365,6 +365,7 @@ SHOWN = [
     (r"build/\w+/tools/(bitbase|table)_builder/\w+ --help", program_runs),
     (r"VORKA_\w+=.* build/test/tests/tools/\w+", proof_has_its_variables),
     (r"build/\w+/tools/(selfplay|tune)/\w+ .*", tool_answers_help),
+    (r"build/\w+/tools/check_tables .*", tool_answers_help),
     (r"(tools|benchmarks|scripts)/\w+ .*", program_answers_help),
 ]
 

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "frame/base/vocabulary.h"
 #include "support/board_builder.h"
 #include "support/temporary_directory.h"
 #include "tablebases/nalimov/table_encoder.h"
@@ -70,13 +71,16 @@ BOARD BoardOf(Colour strong_side, bool strong_moves, Square king, PieceType kind
 class NalimovTables : public testing::Test {
   protected:
     void Write(const std::string& name, const Bytes& bytes) { table_encoder::WriteFile(folder_.File(name), bytes); }
-    /// What standard output is told.
+    /// What standard output is told, but for the remark that nobody has tested original files.
     std::string Open(std::int32_t cache = 1 << 20) {
         testing::internal::CaptureStdout();
         auto source = OpenTables(folder_.path());
         EXPECT_TRUE(!source || source->UseCache(cache));
         tables_.Use(std::move(source));
-        return testing::internal::GetCapturedStdout();
+        std::string said = testing::internal::GetCapturedStdout();
+        has_remark_ = said.ends_with(vocabulary::nalimov_untested);
+        if (has_remark_) said.resize(said.size() - vocabulary::nalimov_untested.size());
+        return said;
     }
     ProbeResult Probe(const std::string& fen, int& score) { return tables_.Probe(BoardFromFen(fen), score); }
     /// The score of a position that is found.
@@ -88,6 +92,7 @@ class NalimovTables : public testing::Test {
 
     TemporaryDirectory folder_;
     Tablebases tables_;
+    bool has_remark_ = false;
 };
 
 constexpr const char* bare_king_is_mated = "8/8/8/8/8/2K5/1Q6/k7 b - - 0 1";
@@ -150,6 +155,14 @@ TEST_F(NalimovTables, AnswerTheSameWithAnyCache) {
         EXPECT_EQ(ScoreOf("8/8/8/8/8/2K5/7Q/k7 w - - 0 1"), ScoreOfMateIn(1));
         EXPECT_EQ(ScoreOf("8/8/8/8/8/2k5/7q/K7 b - - 0 1"), ScoreOfMateIn(1));
     }
+}
+
+TEST_F(NalimovTables, AreSaidToBeUntestedIfThereAreAny) {
+    EXPECT_EQ(Open(), "");
+    EXPECT_FALSE(has_remark_);
+    Write("kqk.nbw", QueenValues());
+    EXPECT_EQ(Open(), "");
+    EXPECT_TRUE(has_remark_);
 }
 
 TEST_F(NalimovTables, KnowOnlyTheSideThatTheyHave) {

@@ -237,8 +237,9 @@ Bytes ValuesOf(const Material& material, Side mover, const ValueOf& value_of) {
             return;
         }
         for (Square square = a1; square <= h8; ++square) {
-            // The other half would be the same again.
+            // Turned boards would be the same again.
             if (man == 0 && FileOf(square) > 3) continue;
+            if (man == 0 && !material.has_pawns() && RankOf(square) > FileOf(square)) continue;
             *men[man] = square;
             self(self, man + 1);
         }

@@ -1,0 +1,210 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "check_tables/program.h"
+#include "support/temporary_directory.h"
+#include "table_builder/program.h"
+#include "table_builder/storage.h"
+#include "tablebases/nalimov/nalimov_set.h"
+#include "tablebases/nalimov/table_encoder.h"
+#include "tablebases/nalimov/table_values.h"
+#include "tablebases/packing.h"
+#include "tablebases/table_value.h"
+
+namespace {
+
+using NalimovTablebases::first_side;
+using NalimovTablebases::Placement;
+using NalimovTablebases::second_side;
+using NalimovTablebases::Side;
+using table_builder::MateTable;
+using table_encoder::Bytes;
+using testing::HasSubstr;
+using OwnMaterial = VorkaTablebases::Material;
+
+struct Outcome {
+    int status;
+    std::string said;
+    std::string complained;
+};
+
+template <class Program>
+Outcome RunProgram(Program program, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "program");
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int status = program(static_cast<int>(arguments.size()), argv.data());
+    std::fflush(stdout);
+    std::string said = testing::internal::GetCapturedStdout();
+    return {status, std::move(said), testing::internal::GetCapturedStderr()};
+}
+
+Outcome Check(std::vector<std::string> arguments) { return RunProgram(check_tables::RunProgram, std::move(arguments)); }
+
+/// The position of our table that stands on these squares.
+bitbase_builder::Position PositionOn(const MateTable& own, Side mover, const Placement& placement) {
+    bitbase_builder::Position position = own.PositionOf(0);
+    position.to_move = mover == first_side ? white : black;
+    std::size_t next = 0;
+    for (const Square king : placement.kings) position.at[next++] = king;
+    for (const Colour side : {white, black}) {
+        for (std::size_t i = 0; i < own.material().of(side).size(); ++i) position.at[next++] = placement.men[side][i];
+    }
+    return position;
+}
+
+/// What our table says of a position; nothing if it is none.
+std::optional<std::int8_t> ValueIn(const MateTable& own, Side mover, const Placement& placement) {
+    const bitbase_builder::Position position = PositionOn(own, mover, placement);
+    if (!bitbase_builder::is_legal(position)) return std::nullopt;
+    return NalimovTablebases::ValueOfScore(VorkaTablebases::ScoreOf(own.values[own.IndicesOf(position).first]));
+}
+
+/// Writes our table in the published format, the first file packed, the second plain or packed.
+void Publish(const std::string& own_folder, const std::string& name, const std::string& folder, bool packs_all) {
+    const auto own = table_builder::ReadTable(own_folder, OwnMaterial::FromName(name).value());
+    ASSERT_TRUE(own) << name;
+    const auto material = NalimovTablebases::MaterialNamed(name);
+    ASSERT_TRUE(material) << name;
+    for (const Side mover : {first_side, second_side}) {
+        const Bytes values = table_encoder::ValuesOf(
+            *material, mover, [&](const Placement& placement) { return ValueIn(*own, mover, placement); });
+        const bool is_packed = packs_all || mover == first_side;
+        table_encoder::WriteFile(folder + '/' + NalimovTablebases::FileNameOf({*material, mover, is_packed}),
+                                 is_packed ? table_encoder::Pack(values) : values);
+    }
+}
+
+/// Looks every position up that our table has.
+void ExpectEveryValue(const std::string& own_folder, const std::string& name, const std::string& folder) {
+    const auto own = table_builder::ReadTable(own_folder, OwnMaterial::FromName(name).value());
+    ASSERT_TRUE(own) << name;
+    NalimovTablebases::NalimovSet set(folder);
+    VorkaTablebases::BlockCache cache(NalimovTablebases::block_bytes);
+    ASSERT_TRUE(cache.Resize(64U << 20U));
+    BOARD board;
+    std::uint64_t found = 0;
+    for (std::uint64_t number = 0; number < own->index().size(); ++number) {
+        const bitbase_builder::Position position = own->PositionOf(number);
+        if (!bitbase_builder::is_legal(position)) continue;
+        std::int8_t squares[64]{};
+        for (std::size_t man = 0; man < static_cast<std::size_t>(position.count); ++man) {
+            const auto [colour, type] = position.men[man];
+            squares[position.at[man]] = static_cast<std::int8_t>(colour == white ? type : -type);
+        }
+        ASSERT_TRUE(board.SetPosition(squares, static_cast<int>(position.to_move), 0, 0));
+        int score = 12345;
+        auto failure = VorkaTablebases::SourceFailure::none;
+        ASSERT_EQ(set.LookUp(board, cache, score, failure), VorkaTablebases::ProbeResult::found) << name << number;
+        ASSERT_EQ(score, VorkaTablebases::ScoreOf(own->values[number])) << name << number;
+        ++found;
+    }
+    EXPECT_GT(found, own->index().size() / 3);
+}
+
+/// Our tables of three men and KBNK, and the same as others would have published them.
+class CheckTables : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        if (!VorkaTablebases::HasPacking()) return;
+        own_ = std::make_unique<TemporaryDirectory>();
+        const Outcome built =
+            RunProgram(table_builder::RunProgram, {"--output", own(), "--quiet", "KBNK", "KQK", "KPK"});
+        ASSERT_EQ(built.status, 0) << built.complained;
+        published_ = std::make_unique<TemporaryDirectory>();
+        for (const char* const name : {"kbnk", "kqk", "kpk"}) Publish(own(), name, published_->path(), false);
+    }
+    static void TearDownTestSuite() {
+        own_.reset();
+        published_.reset();
+    }
+    void SetUp() override {
+        if (!VorkaTablebases::HasPacking()) GTEST_SKIP() << "this build was made without zstd";
+    }
+    static std::string own() { return own_->path(); }
+    static std::string published() { return published_->path(); }
+
+    static std::unique_ptr<TemporaryDirectory> own_;
+    static std::unique_ptr<TemporaryDirectory> published_;
+};
+std::unique_ptr<TemporaryDirectory> CheckTables::own_;
+std::unique_ptr<TemporaryDirectory> CheckTables::published_;
+
+}  // namespace
+
+// One test, since the tables of the suite take the time.
+TEST_F(CheckTables, TellsWhetherPublishedTablesAgree) {
+    for (const char* const name : {"kbnk", "kqk", "kpk"}) ExpectEveryValue(own(), name, published());
+
+    const Outcome good = Check({"--own", own(), published()});
+    EXPECT_EQ(good.status, 0) << good.said;
+    EXPECT_THAT(good.said, testing::ContainsRegex("kbnk.nbw.emd +2000 positions: 2000 as in our table, "));
+    EXPECT_THAT(good.said, testing::ContainsRegex("kpk.nbb +2000 positions: 2000 as in our table, "));
+    EXPECT_THAT(good.said, testing::EndsWith("All 6 tables agree.\n"));
+
+    const Outcome alone = Check({"--positions", "100", published()});
+    EXPECT_EQ(alone.status, 0) << alone.said;
+    EXPECT_THAT(alone.said, HasSubstr("There are no tables of our own: only moves are compared."));
+    EXPECT_THAT(alone.said,
+                testing::ContainsRegex("kqk.nbw.emd +100 positions: 0 as in our table, [1-9][0-9]+ proved"));
+
+    EXPECT_EQ(Check({"--quiet", "--own", own(), published()}).said, "All 6 tables agree.\n");
+
+    // The values of another side, of as many positions.
+    const std::string file = published() + "/kqk.nbw.emd";
+    const std::string kept = TextOf(file);
+    const auto first = NalimovTablebases::MaterialNamed("kqk");
+    const Bytes wrong = table_encoder::ValuesOf(*first, first_side, [](const Placement&) { return std::int8_t{100}; });
+    table_encoder::WriteFile(file, table_encoder::Pack(wrong));
+    const Outcome bad = Check({"--own", own(), published()});
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_THAT(bad.said, HasSubstr("WRONG: "));
+    EXPECT_THAT(bad.said, HasSubstr("our table says mate in "));
+    EXPECT_THAT(bad.said, testing::EndsWith("1 of 6 tables are wrong or can't be read. Please don't use them.\n"));
+    EXPECT_EQ(Check({"--quiet", published()}).status, 1) << "the moves tell it as well";
+
+    table_encoder::WriteFile(file, Bytes(kept.begin(), kept.end() - 1));
+    const Outcome cut = Check({"--own", own(), published()});
+    EXPECT_EQ(cut.status, 1);
+    EXPECT_THAT(cut.said, HasSubstr("*** Unable to read " + file + " - file broken\n"));
+    table_encoder::WriteFile(file, Bytes(kept.begin(), kept.end()));
+}
+
+TEST(CheckTablesProgram, TellsWhatIsWrongWithItsCall) {
+    const TemporaryDirectory folder;
+    EXPECT_EQ(Check({"--help"}).status, 0);
+    EXPECT_THAT(Check({"--help"}).said, HasSubstr("usage: check_tables "));
+    EXPECT_EQ(Check({}).status, 2);
+    EXPECT_EQ(Check({"--positions", "0", folder.path()}).status, 2);
+    EXPECT_EQ(Check({"--nothing", folder.path()}).status, 2);
+    const Outcome none = Check({folder.path()});
+    EXPECT_EQ(none.status, 2);
+    EXPECT_THAT(none.complained, HasSubstr("there are no tables in the published format in "));
+}
+
+// Half an hour of computing lies before this one: it needs a folder with all of our tables of three and four men.
+TEST(CheckTablesProgram, FindsEveryTableOfFourMenInOrder) {
+    const char* const folder = std::getenv("VORKA_TABLES");
+    if (folder == nullptr) GTEST_SKIP() << "VORKA_TABLES names no folder of tables";
+    const TemporaryDirectory published;
+    for (const int men : {3, 4}) {
+        for (const auto& material : NalimovTablebases::MaterialsOf(men)) {
+            Publish(folder, material.name(), published.path(), true);
+            ExpectEveryValue(folder, material.name(), published.path());
+        }
+    }
+    const Outcome outcome = Check({"--own", folder, published.path()});
+    EXPECT_EQ(outcome.status, 0) << outcome.said;
+}
