@@ -216,7 +216,7 @@ LOGS = {"vorka": ([PROGRAM], LOGGED, "logfile", ["pong 1\n", "pong 2\n"]),
 def test_log_that_fails_stops_nothing(fresh, capsys, name, wish):
     command, lines, files, answers = LOGS[name]
     tried = 0
-    for number in [*range(1, 60), *range(60, 2000, 1 if ALL else 40)]:
+    for number in [*range(1, 30), *range(30, 2000, 1 if ALL else 80)]:
         trial = run(fresh(), command, lines, files, CALL=wish.format(number))
         if not trial.fault:
             break

@@ -1,14 +1,12 @@
 """Fast games against fairymax with all three kinds of time control: no flag falls, no move is illegal, nothing dies."""
 
-import os
 import pathlib
 import subprocess
 import sys
 
 from engine import PROGRAM
 
-# With the sanitizers the engine is slow and the question another one: fewer games do.
-GAMES = 6 if os.environ.get("VORKA_SANITIZED") == "1" else 20
+GAMES = 6  # two of each kind; scripts/soak plays more of them
 MATCH = pathlib.Path(__file__).resolve().parent.parent.parent / "tools" / "match"
 
 
@@ -18,7 +16,7 @@ def test_fast_games_without_a_time_loss():
     assert match.returncode == 0, match.stdout + match.stderr
 
 
-def test_four_fast_games_with_pondering():
-    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", "4", "--draw-after", "8", "--ponder"],
+def test_fast_games_with_pondering():
+    match = subprocess.run([sys.executable, str(MATCH), PROGRAM, "--games", "2", "--draw-after", "8", "--ponder"],
                            capture_output=True, text=True, timeout=400)
     assert match.returncode == 0, match.stdout + match.stderr
