@@ -253,7 +253,7 @@ def packages_are_those_of_the_scripts(words):
 
 def xboard_gets_the_engine(words):
     """XBoard opens a window and stays out: its options must be its own, test_xboard_match plays with them."""
-    assert words[1] == "-fcp" and words[2].endswith("/build/release/vorka-xboard") and words[3] == "-fd"
+    assert words[1] == "-fcp" and words[2].endswith("/build/play/vorka-xboard") and words[3] == "-fd"
     shown = (ROOT / "tests/integration/test_xboard_match.py").read_text()
     assert '"-fcp"' in shown and '"-fd"' in shown
 

@@ -47,7 +47,8 @@ int Usage(std::FILE* out, int status) {
         "  --positions N   positions of each table (2000, with 5 men 200)\n"
         "  --quiet         show what is wrong and the result alone\n"
         "\n"
-        "Exit status: 0 if all tables agree, 1 if one does not or can't be read, 2 if there are none.\n",
+        "Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if there\n"
+        "are none.\n",
         out);
     return status;
 }
@@ -189,7 +190,10 @@ int CheckAll(const Options& options) {
         std::printf("%zu of %zu tables are wrong or can't be read. Please don't use them.\n", wrong, named);
         return 1;
     }
-    if (untold > 0) std::printf("Of %zu tables nothing told whether they are right.\n", untold);
+    if (untold > 0) {
+        std::printf("%zu of %zu tables can't be told right or wrong: what their moves lead to is missing.\n", untold, named);
+        return 1;
+    }
     std::printf("All %zu tables agree.\n", named);
     return 0;
 }

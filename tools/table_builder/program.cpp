@@ -39,7 +39,7 @@ int Usage(std::ostream& out, int status) {
            "\n"
            "Computes tables of distances to mate from the rules of chess, for all endings of three and four men, or "
            "for\n"
-           "those named, such as KBNK or KRPKR, with all that they need. Tables that are there are kept, so that a "
+           "those named, such as KBNK, with all that they need. Tables that are there are kept, so that a "
            "run\n"
            "that was stopped goes on where it was.\n"
            "\n"
@@ -221,8 +221,8 @@ int Build(const Wishes& wishes) {
     }
     std::vector<Material> work;
     for (const Material& material : needed) {
-        const std::string path = PathOf(wishes.folder, material);
-        if (access(path.c_str(), F_OK) == 0 && VorkaTablebases::MateTableFile::Open(path)) continue;
+        // A damaged one is told, and computed anew.
+        if (access(PathOf(wishes.folder, material).c_str(), F_OK) == 0 && ReadTable(wishes.folder, material)) continue;
         work.push_back(material);
     }
     if (!FitsIntoMemory(work, wishes.memory)) return EXIT_FAILURE;

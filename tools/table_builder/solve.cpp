@@ -4,7 +4,6 @@
 #include <atomic>
 #include <bit>
 #include <cstddef>
-#include <cstring>
 #include <mutex>
 #include <stdexcept>
 #include <vector>
@@ -63,16 +62,12 @@ TableValue Load(const TableValue& value) {
 }
 void Store(TableValue& value, TableValue to) { std::atomic_ref(value).store(to, std::memory_order_relaxed); }
 
-/// Calls `visit(number)` for the places of a byte among `values[begin .. end)`.
+/// Calls `visit(number)` for the places of a byte among `values[begin .. end)`, which other threads may change meanwhile.
 template <class Visit>
 void ForEachPlace(const std::vector<TableValue>& values, TableValue byte, std::uint64_t begin, std::uint64_t end,
                   Visit visit) {
-    const TableValue* const first = values.data() + begin;
-    const TableValue* const last = values.data() + end;
-    for (const TableValue* at = first; at < last; ++at) {
-        at = static_cast<const TableValue*>(std::memchr(at, byte, static_cast<std::size_t>(last - at)));
-        if (at == nullptr) return;
-        visit(static_cast<std::uint64_t>(at - values.data()));
+    for (std::uint64_t number = begin; number < end; ++number) {
+        if (Load(values[static_cast<std::size_t>(number)]) == byte) visit(number);
     }
 }
 

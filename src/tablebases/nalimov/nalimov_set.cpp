@@ -171,20 +171,24 @@ bool NalimovSet::Prove(const Seat& seat, VorkaTablebases::BlockCache& cache, Sou
     UnprovedTables tables(*this, cache);
     RandomPositions positions(seat.tables->material, seat.mover);
     BOARD board;
+    bool is_proved = false;
     for (int i = 0; i < tested_positions; ++i) {
         positions.Next(board);
         int score = 0;
         const Seat same{seat.tables, white, seat.mover};
         const bool is_known = LookUp(same, board, cache, score, failure) == ProbeResult::found;
         if (failure != SourceFailure::none) return false;
-        if (is_known && CompareWithMoves(board, score, tables) != Agreement::impossible) continue;
+        const Agreement agreement = is_known ? CompareWithMoves(board, score, tables) : Agreement::impossible;
+        is_proved |= agreement == Agreement::proved;
+        if (agreement != Agreement::impossible) continue;
         seat.tables->tables[seat.mover]->TellUnbelievable();
         trust = Trust::left_out;
         failure = SourceFailure::corrupted;
         return false;
     }
-    trust = Trust::proved;
-    return true;
+    // A table whose neighbours are missing may be sound; nothing shows it, so that it counts as not there.
+    trust = is_proved ? Trust::proved : Trust::left_out;
+    return is_proved;
 }
 
 }  // namespace NalimovTablebases
