@@ -108,6 +108,7 @@ bool SearchClock::ShouldStop(std::int64_t elapsed, SearchMoment moment, FailStat
             break;
         case SearchMoment::iteration_complete:
             limit *= IsUnsettled() ? share_after_unsettled_iteration * unsettled_factor : share_after_iteration;
+            limit *= want_;
             break;
     }
     if (moment != SearchMoment::iteration_complete && IsUnsettled()) limit *= unsettled_factor;

@@ -31,6 +31,8 @@ class SearchClock {
     void NoteCandidate() noexcept { candidate_ = true; }
     /// A candidate failed on confirmation.
     void NoteInstability() noexcept { unstable_ = true; }
+    /// How much of the limit the search wants to use up after an iteration, besides what is noted here: 1 is all of it.
+    void SetWant(double factor) noexcept { want_ = factor; }
 
     /// `fail_state` is that of the running bisection for the first root move, otherwise `none`.
     [[nodiscard]] bool ShouldStop(std::int64_t elapsed, SearchMoment moment, FailState fail_state) const noexcept;
@@ -52,6 +54,7 @@ class SearchClock {
     std::int64_t variable_limit_ = 0;
     Score previous_score_ = 0;
     Score current_score_ = unknown;
+    double want_ = 1;
     std::int32_t iteration_ = 0;
     bool fail_low_ = false;
     bool fail_high_ = false;

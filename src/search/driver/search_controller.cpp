@@ -161,6 +161,7 @@ void SearchController::IterationLoop() {
         StartIteration(depth);
         SearchLine();
         SearchOtherLines();
+        NoteEffort();
         if (limits_.kind == SearchKind::normal &&
             (IsForced() || clock_.ShouldStop(Elapsed(), SearchMoment::iteration_complete, FailState::none))) {
             return;
@@ -172,6 +173,17 @@ void SearchController::IterationLoop() {
 bool SearchController::IsForced() const {
     constexpr int enough_depth = 6;
     return is_tournament_ && root_moves_.size() == 1 && limits_.variable_time_limit != 0 && info_.depth >= enough_depth;
+}
+
+/// The tournament search takes less time the more of its nodes went to the best move: the others were refuted cheaply.
+void SearchController::NoteEffort() {
+    if (!is_tournament_ || tournament_->settings.time_by_effort == 0) return;
+    std::uint64_t nodes = 0;
+    for (const RootMoveRecord& record : root_moves_) nodes += record.nodes;
+    if (nodes == 0) return;
+    const TournamentSettings& settings = tournament_->settings;
+    const double share = static_cast<double>(root_moves_.front().nodes) / static_cast<double>(nodes);
+    clock_.SetWant(std::max(0.0, settings.effort_time - share * settings.effort_saving) / 100);
 }
 
 void SearchController::StartIteration(int depth) {

@@ -61,6 +61,7 @@ class SearchController final : private NodePoll {
     void StartSearch(const BOARD& position);
     void IterationLoop();
     [[nodiscard]] bool IsForced() const;
+    void NoteEffort();
     void StartIteration(int depth);
     [[nodiscard]] std::size_t Lines() const;
     void SearchLine();

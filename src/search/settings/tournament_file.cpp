@@ -12,6 +12,8 @@ namespace tournament_settings {
 
 namespace {
 
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
 [[noreturn]] void Refuse(int line, std::string_view what, std::string_view which) {
     throw TextException(std::string(vocabulary::in_line) + std::to_string(line) + ": " +
                         std::string(what).append(which));
@@ -35,7 +37,8 @@ TournamentSettings Read(std::istream& input) {
     TournamentSettings settings;
     int number = 0;
     for (std::string line; std::getline(input, line);) {
-        ++number;
+        // Some editors put it in front of what they save as UTF-8.
+        if (++number == 1 && line.starts_with(byte_order_mark)) line.erase(0, byte_order_mark.size());
         const std::string_view text = VorkaUtils::Trimmed(line);
         if (!text.empty() && text.front() != '#') TakeLine(text, number, settings);
     }

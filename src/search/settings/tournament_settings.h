@@ -90,6 +90,11 @@ struct TournamentSettings {
     std::int32_t history_bonus_factor = 16;
     std::int32_t history_bonus_limit = 1600;
 
+    // --- Time: the share of its nodes that went to the best move tells how sure the search is of it ---
+    std::int32_t time_by_effort = 0;
+    std::int32_t effort_time = 150;    ///< percent of the time, if no node went to the best move
+    std::int32_t effort_saving = 120;  ///< percent less, if all did
+
     bool operator==(const TournamentSettings&) const = default;
 };
 
@@ -165,6 +170,9 @@ inline constexpr Row rows[] = {
     {"counter_moves", &TournamentSettings::counter_moves, 0, 1},
     {"history_bonus_factor", &TournamentSettings::history_bonus_factor, 1, 256},
     {"history_bonus_limit", &TournamentSettings::history_bonus_limit, 1, 8000},
+    {"time_by_effort", &TournamentSettings::time_by_effort, 0, 1},
+    {"effort_time", &TournamentSettings::effort_time, 100, 400},
+    {"effort_saving", &TournamentSettings::effort_saving, 0, 400},
 };
 // clang-format on
 

@@ -172,6 +172,24 @@ TEST(SearchClock, WithoutLimitsItNeverStops) {
     }
 }
 
+TEST(SearchClock, WantCountsAfterAnIterationAlone) {
+    const StopRow row{.name = "", .past = After(0), .moment = first_root_move, .limit = 0};
+    SearchClock clock = ClockOf(row, 900, 1000);
+    clock.SetWant(1.5);
+    EXPECT_FALSE(clock.ShouldStop(599, iteration_complete, FailState::none));
+    EXPECT_TRUE(clock.ShouldStop(600, iteration_complete, FailState::none));
+    EXPECT_TRUE(clock.ShouldStop(900, first_root_move, FailState::none)) << "the hard limit holds";
+    clock = ClockOf(row, 0, 1000);
+    clock.SetWant(0.5);
+    EXPECT_TRUE(clock.ShouldStop(200, iteration_complete, FailState::none));
+    EXPECT_FALSE(clock.ShouldStop(1199, first_root_move, FailState::none));
+    EXPECT_TRUE(clock.ShouldStop(1200, first_root_move, FailState::none));
+    clock.Reset(0, 1000);
+    clock.NewIteration();
+    clock.NewIteration();
+    EXPECT_FALSE(clock.ShouldStop(399, iteration_complete, FailState::none)) << "of the search before";
+}
+
 TEST(SearchClock, LimitIsTruncatedToWholeMilliseconds) {
     SearchClock clock;
     clock.Reset(0, 2);  // 0.8 ms after an iteration

@@ -140,6 +140,11 @@ std::string FailureOfFile(const std::string& path) {
     return {};
 }
 
+TEST(TournamentFile, MayBeginWithAByteOrderMark) {
+    EXPECT_EQ(Parsed("\xEF\xBB\xBFnull_move = 0\n"), TournamentSettings{.null_move = 0});
+    EXPECT_NE(FailureOf("null_move = 0\n\xEF\xBB\xBFnull_move = 0\n"), "") << "nowhere else";
+}
+
 TEST(TournamentFile, IsReadAsItWasWritten) {
     const TournamentSettings defaults;
     const TournamentSettings changed = AllChanged();

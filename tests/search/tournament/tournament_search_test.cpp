@@ -112,21 +112,54 @@ TEST(TournamentSearch, HasTheSameBenchTotalInTwoRuns) {
     EXPECT_EQ(total(), total());
 }
 
-TEST(TournamentSearch, EachSwitchChangesTheNodes) {
+/// Whether a search with these settings visits other nodes in one of the positions.
+bool ChangesNodes(const TournamentSettings& settings, const Nodes& plain, int depth) {
+    Searcher searcher(true, settings);
+    for (std::size_t i = 0; i < std::size(positions); ++i) {
+        if (searcher.Search(positions[i], {.max_depth = depth}) != plain[i]) return true;
+    }
+    return false;
+}
+
+TEST(TournamentSearch, EachSettingChangesTheNodesButThoseOfTime) {
     TournamentSettings settings;
     // Or some would seldom be reached in searches as short as these.
-    settings.history_pruning_limit = 0;
+    settings.history_pruning_limit = 400;
     settings.internal_reduction_distance = 2 * ONE_PLY;
     settings.singular_distance = 4 * ONE_PLY;
+    settings.null_move_verification = 3 * ONE_PLY;
+    constexpr int depth = 8;
     Searcher plain(true, settings);
-    const Nodes nodes = NodesOf(plain, 8);
+    const Nodes nodes = NodesOf(plain, depth);
     for (const tournament_settings::Row& row : tournament_settings::Table()) {
-        if (row.least != 0 || row.most != 1) continue;
-        TournamentSettings turned = settings;
-        turned.*row.place = 1 - turned.*row.place;
-        Searcher other(true, turned);
-        EXPECT_NE(NodesOf(other, 8), nodes) << row.name;
+        TournamentSettings least = settings, most = settings;
+        least.*row.place = row.least;
+        most.*row.place = row.most;
+        const bool changes = ChangesNodes(least, nodes, depth) || ChangesNodes(most, nodes, depth);
+        const bool is_of_time = row.name == "time_by_effort" || row.name.starts_with("effort_");
+        EXPECT_EQ(changes, !is_of_time) << row.name;
     }
+}
+
+// --- Time ---
+
+/// All of the nodes go to a move that stands alone.
+TEST(TournamentSearch, StopsSoonerTheMoreOfItsNodesGoToTheBestMove) {
+    constexpr int hours = 10'000'000;
+    const BOARD board = BoardFromFen(std::string(middle_game));
+    const std::vector<Move> one{MoveOf(board, "e2a6")};
+    const std::vector<Move> two{MoveOf(board, "e2a6"), MoveOf(board, "f3f6")};
+    const auto depth_with = [&](const TournamentSettings& settings, const std::vector<Move>& moves) {
+        Searcher searcher(true, settings);
+        static_cast<void>(
+            searcher.Search(middle_game, {.max_depth = 5, .variable_time_limit = hours, .root_moves = moves}));
+        return searcher.controller->info().depth;
+    };
+    const TournamentSettings none_for_all{.time_by_effort = 1, .effort_time = 100, .effort_saving = 100};
+    EXPECT_EQ(depth_with(none_for_all, one), 2) << "no search ends after its first iteration";
+    EXPECT_EQ(depth_with(none_for_all, two), 5);
+    EXPECT_EQ(depth_with({.time_by_effort = 1, .effort_time = 100, .effort_saving = 50}, one), 5);
+    EXPECT_EQ(depth_with({.time_by_effort = 0, .effort_time = 100, .effort_saving = 100}, one), 5);
 }
 
 // --- Limits ---
