@@ -83,6 +83,16 @@ def test_killed_run_goes_on_to_the_same_end(tmp_path):
     assert (cut / "tuned.txt").read_text() == (whole / "tuned.txt").read_text()
 
 
+def test_full_standard_output_ends_the_run_which_goes_on_later(tmp_path):
+    with open("/dev/full", "w", encoding="utf-8") as full:
+        ended = subprocess.run(command_in(tmp_path), stdout=full, stderr=subprocess.PIPE, text=True, check=False)
+    assert (ended.returncode, ended.stderr) == (1, "tune: can't write to standard output\n")
+    assert "went on after 4 pairs" in tune(tmp_path).stdout
+    whole = folder_at(tmp_path / "whole")
+    tune(whole)
+    assert (whole / "tuned.txt").read_text() == (tmp_path / "tuned.txt").read_text()
+
+
 def worker_shares(folder):
     """A command that deals its lines out to two workers, as a dealer of jobs would."""
     script = folder / "deal"

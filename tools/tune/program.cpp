@@ -164,6 +164,11 @@ std::vector<Parameter> ParametersOf(const std::string& path, const PlayerSetup& 
     }
 }
 
+/// Throws std::runtime_error if nobody was told what was said.
+void TestStandardOutput() {
+    if (!std::cout.flush() || std::fflush(stdout) != 0) throw std::runtime_error("can't write to standard output");
+}
+
 // --- The worker ---
 
 /// Reads jobs, plays them, and answers each as soon as it is done, in the order of the jobs that are played at a time.
@@ -174,6 +179,7 @@ void Work(const Options& options) {
         for (std::size_t i = 0; leads && i < jobs.size(); ++i) {
             std::cout << LineOf(PairResult{jobs[i].pair, (*leads)[i]}) << std::endl;
         }
+        TestStandardOutput();
         jobs.clear();
     };
     for (std::string line; !stop_tuning && std::getline(std::cin, line);) {
@@ -281,7 +287,7 @@ class Tuning {
         std::printf("%llu of %llu pairs, %.1f games a minute, about %.1f hours more\n",
                     static_cast<unsigned long long>(spsa_.pairs_done()), static_cast<unsigned long long>(all),
                     120 * static_cast<double>(pairs) / std::max(seconds, 1e-3), left / 3600);
-        std::fflush(stdout);
+        TestStandardOutput();
     }
 
     const Options& options_;
