@@ -4,8 +4,8 @@ include(GoogleTest)
 # Tests are many and run for seconds: what they cost is their compilation.
 function(vorka_test_options name)
   set_target_properties(${name} PROPERTIES VORKA_IS_TEST ON)
-  if(CMAKE_BUILD_TYPE STREQUAL "Release")
-    target_compile_options(${name} PRIVATE -O1)
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_options(${name} PRIVATE -O0)
   endif()
 endfunction()
 
