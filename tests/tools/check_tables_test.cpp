@@ -26,10 +26,10 @@ using NalimovTablebases::first_side;
 using NalimovTablebases::Placement;
 using NalimovTablebases::second_side;
 using NalimovTablebases::Side;
-using table_builder::MateTable;
+using table_builder::SolvedTable;
 using table_encoder::Bytes;
 using testing::HasSubstr;
-using OwnMaterial = VorkaTablebases::Material;
+using VorkaTablebases::Material;
 
 struct Outcome {
     int status;
@@ -54,7 +54,7 @@ Outcome RunProgram(Program program, std::vector<std::string> arguments) {
 Outcome Check(std::vector<std::string> arguments) { return RunProgram(check_tables::RunProgram, std::move(arguments)); }
 
 /// The position of our table that stands on these squares.
-bitbase_builder::Position PositionOn(const MateTable& own, Side mover, const Placement& placement) {
+bitbase_builder::Position PositionOn(const SolvedTable& own, Side mover, const Placement& placement) {
     bitbase_builder::Position position = own.PositionOf(0);
     position.to_move = mover == first_side ? white : black;
     std::size_t next = 0;
@@ -66,7 +66,7 @@ bitbase_builder::Position PositionOn(const MateTable& own, Side mover, const Pla
 }
 
 /// What our table says of a position; nothing if it is none.
-std::optional<std::int8_t> ValueIn(const MateTable& own, Side mover, const Placement& placement) {
+std::optional<std::int8_t> ValueIn(const SolvedTable& own, Side mover, const Placement& placement) {
     const bitbase_builder::Position position = PositionOn(own, mover, placement);
     if (!bitbase_builder::is_legal(position)) return std::nullopt;
     return NalimovTablebases::ValueOfScore(VorkaTablebases::ScoreOf(own.values[own.IndicesOf(position).first]));
@@ -74,22 +74,20 @@ std::optional<std::int8_t> ValueIn(const MateTable& own, Side mover, const Place
 
 /// Writes our table in the published format, the first file packed, the second plain or packed.
 void Publish(const std::string& own_folder, const std::string& name, const std::string& folder, bool packs_all) {
-    const auto own = table_builder::ReadTable(own_folder, OwnMaterial::FromName(name).value());
+    const auto own = table_builder::ReadTable(own_folder, Material::FromName(name).value());
     ASSERT_TRUE(own) << name;
-    const auto material = NalimovTablebases::MaterialNamed(name);
-    ASSERT_TRUE(material) << name;
     for (const Side mover : {first_side, second_side}) {
         const Bytes values = table_encoder::ValuesOf(
-            *material, mover, [&](const Placement& placement) { return ValueIn(*own, mover, placement); });
+            own->material(), mover, [&](const Placement& placement) { return ValueIn(*own, mover, placement); });
         const bool is_packed = packs_all || mover == first_side;
-        table_encoder::WriteFile(folder + '/' + NalimovTablebases::FileNameOf({*material, mover, is_packed}),
+        table_encoder::WriteFile(folder + '/' + NalimovTablebases::FileNameOf({own->material(), mover, is_packed}),
                                  is_packed ? table_encoder::Pack(values) : values);
     }
 }
 
 /// Looks every position up that our table has.
 void ExpectEveryValue(const std::string& own_folder, const std::string& name, const std::string& folder) {
-    const auto own = table_builder::ReadTable(own_folder, OwnMaterial::FromName(name).value());
+    const auto own = table_builder::ReadTable(own_folder, Material::FromName(name).value());
     ASSERT_TRUE(own) << name;
     NalimovTablebases::NalimovSet set(folder);
     VorkaTablebases::BlockCache cache(NalimovTablebases::block_bytes);
@@ -199,8 +197,8 @@ TEST(CheckTablesProgram, FindsEveryTableOfFourMenInOrder) {
     const char* const folder = std::getenv("VORKA_TABLES");
     if (folder == nullptr) GTEST_SKIP() << "VORKA_TABLES names no folder of tables";
     const TemporaryDirectory published;
-    for (const int men : {3, 4}) {
-        for (const auto& material : NalimovTablebases::MaterialsOf(men)) {
+    for (const std::size_t men : {3, 4}) {
+        for (const auto& material : VorkaTablebases::MaterialsOf(men)) {
             Publish(folder, material.name(), published.path(), true);
             ExpectEveryValue(folder, material.name(), published.path());
         }

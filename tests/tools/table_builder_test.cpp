@@ -19,7 +19,7 @@
 namespace {
 
 using namespace VorkaTablebases;
-using table_builder::MateTable;
+using table_builder::SolvedTable;
 using testing::internal::CaptureStderr;
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStderr;
@@ -140,7 +140,7 @@ TEST_F(TableBuilderTest, RefusesWhatItCannotDo) {
 /// Tables in memory, found as the files are.
 class TablesInMemory : public TableSource {
   public:
-    explicit TablesInMemory(const table_builder::MateTables& tables) : tables_(tables) {}
+    explicit TablesInMemory(const table_builder::SolvedTables& tables) : tables_(tables) {}
     ProbeResult Probe(const BOARD& board, int& score) noexcept override {
         bitbase_builder::Position position;
         position.to_move = board.mover();
@@ -158,22 +158,22 @@ class TablesInMemory : public TableSource {
     bool UseCache(std::int32_t /*bytes*/) noexcept override { return true; }
 
   private:
-    const table_builder::MateTables& tables_;
+    const table_builder::SolvedTables& tables_;
 };
 
 /// Pawn against pawn needs many tables of four men, which would take a minute. Here promotions to them are draws, so
 /// that all depends on who stops or takes the other's pawn.
 TEST(TableSolver, KnowsCapturesEnPassant) {
-    table_builder::MateTables tables;
+    table_builder::SolvedTables tables;
     for (const Material& material : MaterialsOf(3)) tables.Add(Solve(material, tables, 2));
     for (const std::string_view name : {"KQKP", "KRKP", "KBKP", "KNKP"}) {
-        auto draws = std::make_unique<MateTable>(Named(name));
+        auto draws = std::make_unique<SolvedTable>(Named(name));
         draws->values.resize(draws->index().size());
         tables.Add(std::move(draws));
     }
     for (const std::string_view name :
          {"KQKQ", "KQKR", "KQKB", "KQKN", "KRKR", "KRKB", "KRKN", "KBKB", "KBKN", "KNKN"}) {
-        auto draws = std::make_unique<MateTable>(Named(name));
+        auto draws = std::make_unique<SolvedTable>(Named(name));
         draws->values.resize(draws->index().size());
         tables.Add(std::move(draws));
     }

@@ -29,7 +29,7 @@ class TableOracles : public testing::Test {
         if (!folder_.empty()) return;
         computed_ = std::make_unique<TemporaryDirectory>();
         folder_ = computed_->path().string();
-        table_builder::MateTables tables;
+        table_builder::SolvedTables tables;
         for (const VorkaTablebases::Material& material : VorkaTablebases::MaterialsOf(3)) {
             tables.Add(table_builder::Solve(material, tables, 2));
             ASSERT_TRUE(table_builder::WriteTable(folder_, tables.Of(material), 2));

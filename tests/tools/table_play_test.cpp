@@ -71,7 +71,7 @@ class TablePlay : public TableOracles {
     void Play(const std::string& name, int games) {
         const Material material = *Material::FromName(name);
         ASSERT_TRUE(Has(material)) << name;
-        const TableIndex index(material);
+        const MateTableIndex index(material);
         std::mt19937_64 random(name.size() + static_cast<unsigned char>(name[1]));
         int played = 0;
         int plies_played = 0;

@@ -11,16 +11,16 @@
 #include <iostream>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "chess/fen.h"
 #include "options/number_option.h"
 #include "tablebases/block_cache.h"
-#include "tablebases/mate_tables.h"
+#include "tablebases/mate_table_set.h"
 #include "tablebases/nalimov/nalimov_set.h"
 #include "tablebases/nalimov/table_proof.h"
 #include "tablebases/nalimov/table_values.h"
+#include "tablebases/table_file.h"
 
 namespace check_tables {
 
@@ -47,7 +47,8 @@ int Usage(std::FILE* out, int status) {
         "  --positions N   positions of each table (2000, with 5 men 200)\n"
         "  --quiet         show what is wrong and the result alone\n"
         "\n"
-        "Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if there\n"
+        "Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if "
+        "there\n"
         "are none.\n",
         out);
     return status;
@@ -88,7 +89,8 @@ class PublishedTables final : public Lookup {
 
 class OwnTables final : public Lookup {
   public:
-    explicit OwnTables(const std::string& folder) : OwnTables(std::make_unique<VorkaTablebases::MateTables>(folder)) {}
+    explicit OwnTables(const std::string& folder)
+        : OwnTables(std::make_unique<VorkaTablebases::MateTableSet>(folder)) {}
 
     [[nodiscard]] bool empty() const { return set_->empty(); }
     [[nodiscard]] std::optional<int> ScoreOf(const BOARD& board) noexcept override {
@@ -152,10 +154,8 @@ Result Check(const TableName& name, int positions, PublishedTables& published, O
 /// How many tables the names of the files in the folder promise.
 std::size_t TablesNamedIn(const std::string& folder) {
     std::vector<TableName> names;
-    std::error_code error;
-    std::filesystem::directory_iterator entry(folder, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        std::optional<TableName> name = ReadTableName(entry->path().filename().string());
+    for (const std::filesystem::path& file : VorkaTablebases::FilesIn(folder)) {
+        std::optional<TableName> name = ReadTableName(file.filename().string());
         if (!name) continue;
         name->is_packed = false;
         if (std::find(names.begin(), names.end(), *name) == names.end()) names.push_back(*name);
@@ -176,7 +176,7 @@ int CheckAll(const Options& options) {
     std::size_t wrong = named - names.size();
     std::size_t untold = 0;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        const bool has_five_men = names[i].material.name().size() == most_men;
+        const bool has_five_men = names[i].material.men() == most_men;
         const Result result = Check(names[i], options.positions.value_or(has_five_men ? 200 : 2000), published, own);
         if (result.wrong > 0) ++wrong;
         if (result.wrong == 0 && result.as_own == 0 && result.proved == 0) ++untold;
@@ -191,7 +191,8 @@ int CheckAll(const Options& options) {
         return 1;
     }
     if (untold > 0) {
-        std::printf("%zu of %zu tables can't be told right or wrong: what their moves lead to is missing.\n", untold, named);
+        std::printf("%zu of %zu tables can't be told right or wrong: what their moves lead to is missing.\n", untold,
+                    named);
         return 1;
     }
     std::printf("All %zu tables agree.\n", named);

@@ -159,7 +159,7 @@ class Progress {
     }
 
   private:
-    static double WorkOf(const Material& material) { return static_cast<double>(TableIndex(material).size()); }
+    static double WorkOf(const Material& material) { return static_cast<double>(MateTableIndex(material).size()); }
     [[nodiscard]] double Seconds() const {
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
     }
@@ -172,7 +172,7 @@ class Progress {
 void List(const std::vector<Material>& materials) {
     for (const Material& material : materials) {
         std::printf("%-6s %12llu positions %6llu MiB to compute\n", material.name().c_str(),
-                    static_cast<unsigned long long>(TableIndex(material).size()),
+                    static_cast<unsigned long long>(MateTableIndex(material).size()),
                     static_cast<unsigned long long>(MemoryToSolve(material) / mebibyte + 1));
     }
 }
@@ -190,12 +190,12 @@ bool FitsIntoMemory(const std::vector<Material>& work, std::uint64_t memory) {
 }
 
 /// Reads the tables that a material leads to and forgets all others. False if one can't be read.
-bool Fetch(const std::string& folder, const Material& material, MateTables& known) {
+bool Fetch(const std::string& folder, const Material& material, SolvedTables& known) {
     const std::vector<Material> needed = material.Successors();
     known.KeepOnly(needed);
     for (const Material& next : needed) {
         if (known.Has(next)) continue;
-        std::unique_ptr<MateTable> table = ReadTable(folder, next);
+        std::unique_ptr<SolvedTable> table = ReadTable(folder, next);
         if (!table) {
             std::cerr << program << ": can't read " << PathOf(folder, next) << '\n';
             return false;
@@ -227,11 +227,11 @@ int Build(const Wishes& wishes) {
     }
     if (!FitsIntoMemory(work, wishes.memory)) return EXIT_FAILURE;
     Progress progress(wishes.quiet, work);
-    MateTables known;
+    SolvedTables known;
     for (const Material& material : work) {
         progress.Begin(material);
         if (!Fetch(wishes.folder, material, known)) return EXIT_FAILURE;
-        std::unique_ptr<MateTable> table = Solve(material, known, wishes.threads);
+        std::unique_ptr<SolvedTable> table = Solve(material, known, wishes.threads);
         if (!WriteTable(wishes.folder, *table, wishes.threads)) {
             std::cerr << program << ": can't write " << PathOf(wishes.folder, material) << '\n';
             return EXIT_FAILURE;

@@ -73,15 +73,15 @@ void ForEachPlace(const std::vector<TableValue>& values, TableValue byte, std::u
 
 class Solver {
   public:
-    Solver(const Material& material, const MateTables& known, int threads)
-        : known_(known), threads_(threads), table_(std::make_unique<MateTable>(material)) {
+    Solver(const Material& material, const SolvedTables& known, int threads)
+        : known_(known), threads_(threads), table_(std::make_unique<SolvedTable>(material)) {
         const auto size = static_cast<std::size_t>(table_->index().size());
         table_->values.resize(size);
         by_conversion_.resize(size);
         marks_.resize(size / 64 + 1);
     }
 
-    std::unique_ptr<MateTable> Run() {
+    std::unique_ptr<SolvedTable> Run() {
         InParallel(threads_, table_->index().size(), part,
                    [this](int, std::uint64_t begin, std::uint64_t end) { Prepare(begin, end); });
         int idle_passes = 0;
@@ -326,9 +326,9 @@ class Solver {
         return WorthOf(plain) > WorthOf(best) ? plain : best;
     }
 
-    const MateTables& known_;
+    const SolvedTables& known_;
     const int threads_;
-    std::unique_ptr<MateTable> table_;  ///< table_draw is also what has not been settled
+    std::unique_ptr<SolvedTable> table_;  ///< table_draw is also what has not been settled
     std::vector<TableValue> by_conversion_;
     std::vector<std::uint64_t> marks_;  ///< a bit for each position
     std::vector<std::uint64_t> with_en_passant_;
@@ -339,14 +339,14 @@ class Solver {
 
 }  // namespace
 
-std::unique_ptr<MateTable> Solve(const Material& material, const MateTables& known, int threads) {
+std::unique_ptr<SolvedTable> Solve(const Material& material, const SolvedTables& known, int threads) {
     return Solver(material, known, threads).Run();
 }
 
 std::uint64_t MemoryToSolve(const Material& material) {
     std::uint64_t bytes = 0;
-    for (const Material& next : material.Successors()) bytes += TableIndex(next).size();
-    const std::uint64_t size = TableIndex(material).size();
+    for (const Material& next : material.Successors()) bytes += MateTableIndex(next).size();
+    const std::uint64_t size = MateTableIndex(material).size();
     // Values, conversions, marks, and the packed blocks of the file twice, of which there are few.
     return bytes + 2 * size + size / 8 + size / 2;
 }

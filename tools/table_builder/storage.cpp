@@ -38,7 +38,7 @@ std::string PathOf(const std::string& folder, const Material& material) {
     return folder + '/' + material.name().append(mate_table_ending);
 }
 
-bool WriteTable(const std::string& folder, const MateTable& table, int threads) {
+bool WriteTable(const std::string& folder, const SolvedTable& table, int threads) {
     MateTableHeader header = HeaderOf(table);
     header.block_bytes = block_bytes;
     std::vector<std::vector<std::uint8_t>> packed(header.blocks());
@@ -54,10 +54,10 @@ bool WriteTable(const std::string& folder, const MateTable& table, int threads) 
     return ReplaceFile(PathOf(folder, table.material()), MateTableText(header, packed)) == FileOutcome::written;
 }
 
-std::unique_ptr<MateTable> ReadTable(const std::string& folder, const Material& material) {
+std::unique_ptr<SolvedTable> ReadTable(const std::string& folder, const Material& material) {
     const std::unique_ptr<MateTableFile> file = MateTableFile::Open(PathOf(folder, material));
     if (!file || file->header().material != material) return nullptr;
-    auto table = std::make_unique<MateTable>(material);
+    auto table = std::make_unique<SolvedTable>(material);
     table->values.resize(static_cast<std::size_t>(file->header().entries));
     for (std::uint32_t block = 0; block < file->header().blocks(); ++block) {
         const std::span<TableValue> to(table->values.data() + std::size_t{block} * file->header().block_bytes,

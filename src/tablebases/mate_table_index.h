@@ -18,9 +18,9 @@ namespace VorkaTablebases {
 /// colours exchanged.
 ///
 /// Some numbers stand for no position, since two men share a square or a king could be taken.
-class TableIndex {
+class MateTableIndex {
   public:
-    explicit TableIndex(const Material& material);
+    explicit MateTableIndex(const Material& material);
 
     [[nodiscard]] const Material& material() const { return material_; }
     /// The key of the material.
