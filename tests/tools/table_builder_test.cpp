@@ -5,6 +5,7 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/temporary_directory.h"
@@ -91,15 +92,39 @@ TEST_F(TableBuilderTest, GivesEachPositionTheScoreOfItsBestMove) {
     EXPECT_EQ(positions, 372162U);
 }
 
-TEST_F(TableBuilderTest, KeepsTablesThatAreThere) {
+TEST_F(TableBuilderTest, KeepsTablesThatAreThereAndSound) {
     const std::string path = table_builder::PathOf(folder_->path(), Named("KRK"));
     const std::string before = TextOf(path);
-    std::ofstream(path) << "no table";
-    const Outcome run = RunBuilder({"--output", folder_->path().string(), "--men", "3"});
-    EXPECT_EQ(run.status, 0) << run.complained;
-    EXPECT_THAT(run.said, testing::AllOf(testing::HasSubstr("KRK\n"), testing::HasSubstr("done"),
-                                         testing::Not(testing::HasSubstr("KQK\n"))));
-    EXPECT_EQ(TextOf(path), before);
+    std::string in_a_block = before;
+    in_a_block.back() = static_cast<char>(in_a_block.back() ^ 1);
+    for (const auto& [text, complaint] : {std::pair(std::string("no table"), " - file broken\n"),
+                                          std::pair(TextOf(folder_->File("KQK.vdm")), "*** Unable to register "),
+                                          std::pair(in_a_block, "KRK.vdm corrupted ")}) {
+        std::ofstream(path, std::ios::binary) << text;
+        const Outcome run = RunBuilder({"--output", folder_->path().string(), "--men", "3"});
+        EXPECT_EQ(run.status, 0) << run.complained;
+        EXPECT_THAT(run.said, testing::AllOf(testing::HasSubstr(complaint), testing::HasSubstr("KRK\n"),
+                                             testing::HasSubstr("done"), testing::Not(testing::HasSubstr("KQK\n"))));
+        EXPECT_EQ(TextOf(path), before);
+    }
+}
+
+TEST(TableSolver, TellsHowFarItIs) {
+    table_builder::SolvedTables tables;
+    for (const Material& material : {Named("KQK"), Named("KRK"), Named("KBK"), Named("KNK")}) {
+        tables.Add(Solve(material, tables, 1));
+    }
+    std::vector<table_builder::SolveState> told;
+    (void)Solve(Named("KPK"), tables, 2, [&](const table_builder::SolveState& state) { told.push_back(state); });
+    ASSERT_GT(told.size(), 28U);
+    EXPECT_EQ(told.front().plies, 0);
+    EXPECT_GE(told.back().plies, 2 * 28);
+    EXPECT_GT(told.back().share, 0.5);
+    for (std::size_t i = 1; i < told.size(); ++i) {
+        EXPECT_GE(told[i].plies, told[i - 1].plies);
+        EXPECT_TRUE(told[i].share >= told[i - 1].share || told[i].plies > told[i - 1].plies);
+        EXPECT_LE(told[i].share, 1);
+    }
 }
 
 TEST_F(TableBuilderTest, ComputesTheSameWithAnyNumberOfThreads) {

@@ -134,24 +134,36 @@ std::vector<Material> Needed(const Wishes& wishes) {
     return needed;
 }
 
-/// One line for each table: the time so far, the share of the work done, the time that the rest will take if it goes on
-/// like this, and the table that is begun.
+/// Says how far the work is: the time so far, the share of the work that is done, the time that the rest will take if
+/// it goes on like this, and the table that is computed, with what is done for it. A line when a table is begun, and
+/// while it is computed; on a terminal the latter is written over and over.
 class Progress {
   public:
     Progress(bool quiet, const std::vector<Material>& work) : quiet_(quiet) {
         for (const Material& material : work) total_ += WorkOf(material);
     }
     void Begin(const Material& material) {
-        if (!quiet_) {
-            const double share = done_ / total_;
-            std::printf("%6.1f s %3.0f %%  ", Seconds(), 100 * share);
-            // The first tables are too small to tell anything.
-            if (share > 0.005) std::printf("%5.0f s to go  ", Seconds() * (1 - share) / share);
-            std::printf("%s\n", material.name().c_str());
-            std::fflush(stdout);
-        }
-        done_ += WorkOf(material);
+        name_ = material.name();
+        work_ = WorkOf(material);
+        Tell(0, "\n");
     }
+    /// Before and during the passes of the table that was begun.
+    void Solving(const SolveState& state) {
+        if (!IsTime()) return;
+        if (state.plies == 0) {
+            TellWithin(share_before * state.share, "captures and promotions, " + Percent(state.share));
+        } else {
+            TellWithin(share_before + share_of_passes * state.share,
+                       "mates in " + std::to_string((state.plies + 1) / 2) + " moves, decided " + Percent(state.share));
+        }
+    }
+    void Packing(double share) {
+        if (!IsTime()) return;
+        constexpr double share_of_solving = share_before + share_of_passes;
+        TellWithin(share_of_solving + (1 - share_of_solving) * share, "packing, " + Percent(share));
+    }
+    /// The table that was begun is there.
+    void End() { done_ += work_; }
     void Finish() const {
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);
@@ -159,13 +171,37 @@ class Progress {
     }
 
   private:
+    // What a table takes, as measured. A table with many draws has fewer passes to go than it seems.
+    static constexpr double share_before = 0.3;
+    static constexpr double share_of_passes = 0.25;
+
     static double WorkOf(const Material& material) { return static_cast<double>(MateTableIndex(material).size()); }
     [[nodiscard]] double Seconds() const {
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
     }
+    /// Whether to tell something again.
+    [[nodiscard]] bool IsTime() const { return !quiet_ && Seconds() - told_ >= (is_terminal_ ? 0.5 : 5); }
+    static std::string Percent(double share) { return std::to_string(static_cast<int>(100 * share)) + " %"; }
+    void TellWithin(double share, const std::string& text) { Tell(share, ": " + text + (is_terminal_ ? "" : "\n")); }
+    /// `share` of the present table is done.
+    void Tell(double share, const std::string& text) {
+        if (quiet_) return;
+        told_ = Seconds();
+        const double of_all = (done_ + share * work_) / total_;
+        std::printf("%s%6.1f s %3.0f %%  ", is_terminal_ ? "\r\033[K" : "", told_, 100 * of_all);
+        // What is done at the start is too little to tell anything.
+        if (of_all > 0.005) std::printf("%5.0f s to go  ", told_ * (1 - of_all) / of_all);
+        std::printf("%s%s", name_.c_str(), text.c_str());
+        std::fflush(stdout);
+    }
+
     bool quiet_;
+    bool is_terminal_ = isatty(STDOUT_FILENO) != 0;
     double total_ = 0;
     double done_ = 0;
+    std::string name_;
+    double work_ = 0;  ///< of the present table
+    double told_ = 0;  ///< when something was told, in seconds
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
@@ -222,8 +258,7 @@ int Build(const Wishes& wishes) {
     std::vector<Material> work;
     for (const Material& material : needed) {
         // A damaged one is told, and computed anew.
-        if (access(PathOf(wishes.folder, material).c_str(), F_OK) == 0 && ReadTable(wishes.folder, material)) continue;
-        work.push_back(material);
+        if (!IsSound(wishes.folder, material)) work.push_back(material);
     }
     if (!FitsIntoMemory(work, wishes.memory)) return EXIT_FAILURE;
     Progress progress(wishes.quiet, work);
@@ -231,11 +266,13 @@ int Build(const Wishes& wishes) {
     for (const Material& material : work) {
         progress.Begin(material);
         if (!Fetch(wishes.folder, material, known)) return EXIT_FAILURE;
-        std::unique_ptr<SolvedTable> table = Solve(material, known, wishes.threads);
-        if (!WriteTable(wishes.folder, *table, wishes.threads)) {
+        const std::unique_ptr<SolvedTable> table =
+            Solve(material, known, wishes.threads, [&](const SolveState& state) { progress.Solving(state); });
+        if (!WriteTable(wishes.folder, *table, wishes.threads, [&](double share) { progress.Packing(share); })) {
             std::cerr << program << ": can't write " << PathOf(wishes.folder, material) << '\n';
             return EXIT_FAILURE;
         }
+        progress.End();
     }
     progress.Finish();
     return EXIT_SUCCESS;
