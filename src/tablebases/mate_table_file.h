@@ -19,7 +19,8 @@ namespace VorkaTablebases {
 
 inline constexpr std::string_view mate_table_ending = ".vdm";
 
-/// What is known of the positions with one side to move. Numbers without a position don't count.
+/// What is known of the legal positions with one side to move. Those that turning or mirroring the board makes the same
+/// count once: a position with two numbers too.
 struct TableCounts {
     std::uint64_t wins = 0;
     std::uint64_t draws = 0;

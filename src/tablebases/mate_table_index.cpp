@@ -152,6 +152,17 @@ MateTableIndex::Indices MateTableIndex::IndicesOf(const Squares& squares, Colour
     return {index, base + NumberOf(seen, all_turns.square[turn ^ flip_diagonal], kings)};
 }
 
+bool MateTableIndex::IsSecond(std::uint64_t index) const noexcept {
+    if (has_pawns_) return false;
+    const auto& pairs = PairsOf(has_pawns_).squares;
+    const auto [w, b] = pairs[static_cast<std::size_t>(index % size_of_side_ / (size_of_side_ / pairs.size()))];
+    if (!IsOnDiagonal(w) || !IsOnDiagonal(b)) return false;
+    Squares squares{};
+    Colour to_move{};
+    PositionOf(index, squares, to_move);
+    return IndicesOf(squares, to_move).second < index;
+}
+
 void MateTableIndex::PositionOf(std::uint64_t index, Squares& squares, Colour& to_move) const noexcept {
     to_move = index < size_of_side_ ? white : black;
     if (to_move == black) index -= size_of_side_;

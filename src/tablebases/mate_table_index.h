@@ -38,6 +38,8 @@ class MateTableIndex {
         std::uint64_t second;
     };
     [[nodiscard]] Indices IndicesOf(const Squares& squares, Colour to_move) const noexcept;
+    /// Whether the position of a number has a lower number too.
+    [[nodiscard]] bool IsSecond(std::uint64_t index) const noexcept;
     /// The position of a number.
     void PositionOf(std::uint64_t index, Squares& squares, Colour& to_move) const noexcept;
 

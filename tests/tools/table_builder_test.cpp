@@ -109,6 +109,43 @@ TEST_F(TableBuilderTest, KeepsTablesThatAreThereAndSound) {
     }
 }
 
+// Bain's set of this ending (1994, in the repository of the University of California at Irvine) has the positions with
+// Black to move once each, whatever way the board is turned, with the moves to the mate.
+TEST_F(TableBuilderTest, HasAsManyPositionsOfEachDistanceAsPublished) {
+    //                              n = 0,  1,   2,  3,   4,   5,   6,   7,    8,    9,   10,   11,   12,   13,   14,
+    //                              15,  16
+    constexpr std::array mated_in = {27,   78,   246,  81,   198,  471,  592,  683, 1433,
+                                     1712, 1985, 2854, 3597, 4194, 4553, 2166, 390};
+    const auto table = table_builder::ReadTable(folder_->path(), Named("KRK"));
+    ASSERT_NE(table, nullptr);
+    std::array<int, mated_in.size()> found{};
+    for (std::uint64_t number = table->index().size() / 2; number < table->index().size(); ++number) {
+        const bitbase_builder::Position position = table->PositionOf(number);
+        const TableValue value = table->values[number];
+        if (!is_legal(position) || table->index().IsSecond(number) || value == table_draw) continue;
+        ++found.at(static_cast<std::size_t>(PliesOf(value) / 2));
+    }
+    EXPECT_EQ(found, mated_in);
+}
+
+// Positions as above, with any number of men that is counted once. In Bain's set 2796 of 28056 are draws; Beal and
+// Clark (1980) found 62480 wins of the pawn's side on the move, and 48802 with the other on the move.
+TEST_F(TableBuilderTest, CountsPositionsAsPublished) {
+    const auto counts_of = [](const char* name) {
+        return MateTableFile::Open(table_builder::PathOf(folder_->path(), Named(name)))->header().counts;
+    };
+    const auto [rook_to_move, bare_king_to_move] = counts_of("KRK");
+    EXPECT_EQ(bare_king_to_move.draws, 2796U);
+    EXPECT_EQ(bare_king_to_move.losses, 28056U - 2796U);
+    EXPECT_EQ(bare_king_to_move.longest_loss, 32U);
+    EXPECT_EQ(rook_to_move.draws + rook_to_move.losses, 0U);
+    const auto [pawn_to_move, other_to_move] = counts_of("KPK");
+    EXPECT_EQ(pawn_to_move.wins, 62480U);
+    EXPECT_EQ(pawn_to_move.wins + pawn_to_move.draws, 81664U);
+    EXPECT_EQ(other_to_move.losses, 48802U);
+    EXPECT_EQ(other_to_move.losses + other_to_move.draws, 84012U);
+}
+
 TEST(TableSolver, TellsHowFarItIs) {
     table_builder::SolvedTables tables;
     for (const Material& material : {Named("KQK"), Named("KRK"), Named("KBK"), Named("KNK")}) {

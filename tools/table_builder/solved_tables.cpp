@@ -92,6 +92,7 @@ VorkaTablebases::MateTableHeader HeaderOf(const SolvedTable& table) {
     const std::size_t of_one_side = table.values.size() / (table.material().is_symmetric() ? 1 : 2);
     for (std::size_t number = 0; number < table.values.size(); ++number) {
         const TableValue value = table.values[number];
+        if (value == table_illegal || table.index().IsSecond(number)) continue;
         TableCounts& counts = header.counts[number / of_one_side];
         const auto plies = static_cast<std::uint32_t>(PliesOf(value));
         if (value == table_draw) {
