@@ -195,7 +195,7 @@ TEST_F(CheckTables, TellsWhetherPublishedTablesAgree) {
 TEST(CheckTablesProgram, TellsWhatIsWrongWithItsCall) {
     const TemporaryDirectory folder;
     EXPECT_EQ(Check({"--help"}).status, 0);
-    EXPECT_THAT(Check({"--help"}).said, HasSubstr("usage: check_tables "));
+    EXPECT_THAT(Check({"--help"}).said, HasSubstr("usage: program [--own "));
     EXPECT_EQ(Check({}).status, 2);
     EXPECT_EQ(Check({"--positions", "0", folder.path()}).status, 2);
     EXPECT_EQ(Check({"--nothing", folder.path()}).status, 2);

@@ -11,10 +11,12 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "chess/fen.h"
 #include "options/number_option.h"
+#include "options/program_name.h"
 #include "tablebases/block_cache.h"
 #include "tablebases/mate_table_set.h"
 #include "tablebases/nalimov/nalimov_set.h"
@@ -35,26 +37,27 @@ using VorkaTablebases::TableSet;
 constexpr int most_positions = 10'000'000;
 constexpr std::uint64_t cache_bytes = std::uint64_t{64} << 20U;
 
-int Usage(std::FILE* out, int status) {
-    std::fputs(
-        "usage: check_tables [--own FOLDER] [--positions N] [--quiet] PATH\n"
-        "\n"
-        "Tests the tables in the published format (kqk.nbw.emd and so on) that lie in the folder PATH. Positions of\n"
-        "chance are looked up in each of them. They are compared with the tables of this program, where it has them,\n"
-        "and with the positions that their moves lead to. All tables of 5 men take about a minute.\n"
-        "\n"
-        "  --own FOLDER    where the tables of this program lie (PATH too)\n"
-        "  --positions N   positions of each table (2000, with 5 men 200)\n"
-        "  --quiet         show what is wrong and the result alone\n"
-        "\n"
-        "Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if "
-        "there\n"
-        "are none.\n",
-        out);
+constexpr std::string_view help = R"( [--own FOLDER] [--positions N] [--quiet] PATH
+
+Tests the tables in the published format (kqk.nbw.emd and so on) that lie in the folder PATH. Positions of chance are
+looked up in each of them. They are compared with the tables of this program, where it has them, and with the positions
+that their moves lead to. All tables of 5 men take about a minute.
+
+  --own FOLDER    where the tables of this program lie (PATH too)
+  --positions N   positions of each table (2000, with 5 men 200)
+  --quiet         show what is wrong and the result alone
+
+Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if there are
+none.
+)";
+
+int Usage(std::ostream& out, const std::string& program, int status) {
+    out << "usage: " << program << help;
     return status;
 }
 
 struct Options {
+    std::string program;  ///< its name
     std::string path;
     std::string own;
     std::optional<int> positions;
@@ -166,7 +169,7 @@ std::size_t TablesNamedIn(const std::string& folder) {
 int CheckAll(const Options& options) {
     const std::size_t named = TablesNamedIn(options.path);
     if (named == 0) {
-        std::cerr << "check_tables: there are no tables in the published format in " << options.path << "\n";
+        std::cerr << options.program << ": there are no tables in the published format in " << options.path << "\n";
         return 2;
     }
     PublishedTables published(options.path);
@@ -208,6 +211,7 @@ int RunProgram(int argc, char** argv) {
                                                   {"help", no_argument, nullptr, 'h'},
                                                   {nullptr, 0, nullptr, 0}}};
     Options options;
+    options.program = ProgramName(argv);
     optind = 1;
     for (int found = 0; (found = getopt_long(argc, argv, "", long_options.data(), nullptr)) != -1;) {
         switch (found) {
@@ -216,7 +220,7 @@ int RunProgram(int argc, char** argv) {
                 break;
             case 'p':
                 options.positions.emplace();
-                if (!ReadNumberOption("check_tables", "--positions", optarg, 1, most_positions, *options.positions)) {
+                if (!ReadNumberOption(options.program, "--positions", optarg, 1, most_positions, *options.positions)) {
                     return 2;
                 }
                 break;
@@ -224,12 +228,12 @@ int RunProgram(int argc, char** argv) {
                 options.quiet = true;
                 break;
             case 'h':
-                return Usage(stdout, 0);
+                return Usage(std::cout, options.program, 0);
             default:
-                return Usage(stderr, 2);
+                return Usage(std::cerr, options.program, 2);
         }
     }
-    if (optind + 1 != argc) return Usage(stderr, 2);
+    if (optind + 1 != argc) return Usage(std::cerr, options.program, 2);
     options.path = argv[optind];
     return CheckAll(options);
 }

@@ -21,6 +21,7 @@
 
 #include "frame/base/text_utilities.h"
 #include "options/number_option.h"
+#include "options/program_name.h"
 #include "table_builder/solve.h"
 #include "table_builder/storage.h"
 #include "tablebases/packing.h"
@@ -29,30 +30,31 @@ namespace table_builder {
 
 namespace {
 
-constexpr std::string_view program = "table_builder";
 constexpr int most_threads = 256;
 constexpr std::uint64_t usual_memory = std::uint64_t{1} << 30;
 constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20;
 
-int Usage(std::ostream& out, int status) {
-    out << "usage: table_builder [option].. [MATERIAL..]\n"
-           "\n"
-           "Computes tables of distances to mate from the rules of chess, for all endings of three and four men, or "
-           "for\n"
-           "those named, such as KBNK, with all that they need. Tables that are there are kept, so that a "
-           "run\n"
-           "that was stopped goes on where it was.\n"
-           "\n"
-           "  --output DIRECTORY  where the tables lie (the working directory)\n"
-           "  --men N             all endings of 3 up to N men (4), if none is named\n"
-           "  --memory SIZE       do nothing that takes more, such as 600M or 3G (1G)\n"
-           "  --threads N         threads that work (as many as there are cores)\n"
-           "  --list              say what each table takes, and compute nothing\n"
-           "  --quiet             say nothing while it works\n";
+constexpr std::string_view help = R"( [option].. [MATERIAL..]
+
+Computes tables of distances to mate from the rules of chess, for all endings of three and four men, or for those named,
+such as KBNK, with all that they need. Tables that are there are kept, so that a run that was stopped goes on where it
+was.
+
+  --output DIRECTORY  where the tables lie (the working directory)
+  --men N             all endings of 3 up to N men (4), if none is named
+  --memory SIZE       do nothing that takes more, such as 600M or 3G (1G)
+  --threads N         threads that work (as many as there are cores)
+  --list              say what each table takes, and compute nothing
+  --quiet             say nothing while it works
+)";
+
+int Usage(std::ostream& out, const std::string& program, int status) {
+    out << "usage: " << program << help;
     return status;
 }
 
 struct Wishes {
+    std::string program;  ///< its name
     std::string folder = ".";
     std::vector<Material> materials;
     int men = 4;
@@ -73,6 +75,8 @@ std::optional<Wishes> ReadArguments(int argc, char** argv, bool& asks_for_help) 
                                             {"help", no_argument, nullptr, 'h'},
                                             {}}};
     Wishes wishes;
+    wishes.program = ProgramName(argv);
+    const std::string& program = wishes.program;
     optind = 1;
     for (int letter = 0; (letter = getopt_long(argc, argv, "", options.data(), nullptr)) != -1;) {
         switch (letter) {
@@ -214,11 +218,11 @@ void List(const std::vector<Material>& materials) {
 }
 
 /// Whether none of the tables needs too much memory; the first that does is told.
-bool FitsIntoMemory(const std::vector<Material>& work, std::uint64_t memory) {
+bool FitsIntoMemory(const std::vector<Material>& work, const Wishes& wishes) {
     for (const Material& material : work) {
         const std::uint64_t needed = MemoryToSolve(material);
-        if (needed <= memory) continue;
-        std::cerr << program << ": " << material.name() << " takes " << needed / mebibyte + 1
+        if (needed <= wishes.memory) continue;
+        std::cerr << wishes.program << ": " << material.name() << " takes " << needed / mebibyte + 1
                   << " MiB of memory, see --memory\n";
         return false;
     }
@@ -226,14 +230,14 @@ bool FitsIntoMemory(const std::vector<Material>& work, std::uint64_t memory) {
 }
 
 /// Reads the tables that a material leads to and forgets all others. False if one can't be read.
-bool Fetch(const std::string& folder, const Material& material, SolvedTables& known) {
+bool Fetch(const Wishes& wishes, const Material& material, SolvedTables& known) {
     const std::vector<Material> needed = material.Successors();
     known.KeepOnly(needed);
     for (const Material& next : needed) {
         if (known.Has(next)) continue;
-        std::unique_ptr<SolvedTable> table = ReadTable(folder, next);
+        std::unique_ptr<SolvedTable> table = ReadTable(wishes.folder, next);
         if (!table) {
-            std::cerr << program << ": can't read " << PathOf(folder, next) << '\n';
+            std::cerr << wishes.program << ": can't read " << PathOf(wishes.folder, next) << '\n';
             return false;
         }
         known.Add(std::move(table));
@@ -248,11 +252,11 @@ int Build(const Wishes& wishes) {
         return EXIT_SUCCESS;
     }
     if (!VorkaTablebases::HasPacking()) {
-        std::cerr << program << ": this build can't pack tables: it was made without libzstd-dev\n";
+        std::cerr << wishes.program << ": this build can't pack tables: it was made without libzstd-dev\n";
         return EXIT_FAILURE;
     }
     if (access(wishes.folder.c_str(), W_OK | X_OK) != 0) {
-        std::cerr << program << ": can't write into " << wishes.folder << '\n';
+        std::cerr << wishes.program << ": can't write into " << wishes.folder << '\n';
         return EXIT_FAILURE;
     }
     std::vector<Material> work;
@@ -260,16 +264,16 @@ int Build(const Wishes& wishes) {
         // A damaged one is told, and computed anew.
         if (!IsSound(wishes.folder, material)) work.push_back(material);
     }
-    if (!FitsIntoMemory(work, wishes.memory)) return EXIT_FAILURE;
+    if (!FitsIntoMemory(work, wishes)) return EXIT_FAILURE;
     Progress progress(wishes.quiet, work);
     SolvedTables known;
     for (const Material& material : work) {
         progress.Begin(material);
-        if (!Fetch(wishes.folder, material, known)) return EXIT_FAILURE;
+        if (!Fetch(wishes, material, known)) return EXIT_FAILURE;
         const std::unique_ptr<SolvedTable> table =
             Solve(material, known, wishes.threads, [&](const SolveState& state) { progress.Solving(state); });
         if (!WriteTable(wishes.folder, *table, wishes.threads, [&](double share) { progress.Packing(share); })) {
-            std::cerr << program << ": can't write " << PathOf(wishes.folder, material) << '\n';
+            std::cerr << wishes.program << ": can't write " << PathOf(wishes.folder, material) << '\n';
             return EXIT_FAILURE;
         }
         progress.End();
@@ -283,11 +287,11 @@ int Build(const Wishes& wishes) {
 int RunProgram(int argc, char** argv) try {
     bool asks_for_help = false;
     const std::optional<Wishes> wishes = ReadArguments(argc, argv, asks_for_help);
-    if (!wishes) return Usage(std::cerr, EXIT_FAILURE);
-    if (asks_for_help) return Usage(std::cout, EXIT_SUCCESS);
+    if (!wishes) return Usage(std::cerr, ProgramName(argv), EXIT_FAILURE);
+    if (asks_for_help) return Usage(std::cout, ProgramName(argv), EXIT_SUCCESS);
     return Build(*wishes);
 } catch (const std::exception& error) {
-    std::cerr << program << ": " << error.what() << '\n';
+    std::cerr << ProgramName(argv) << ": " << error.what() << '\n';
     return EXIT_FAILURE;
 }
 

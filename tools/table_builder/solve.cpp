@@ -56,7 +56,7 @@ constexpr std::uint64_t part = 1 << 14;
 TableValue Before(TableValue after) {
     if (after == table_draw) return table_draw;
     const int plies = PliesOf(after) + 1;
-    if (plies > 2 * longest_win - 1) throw std::overflow_error("table_builder: a mate is too long for a byte");
+    if (plies > 2 * longest_win - 1) throw std::overflow_error("a mate is too long for a byte");
     return ValueOf(plies);
 }
 
@@ -100,7 +100,7 @@ class Solver {
         int idle_passes = 0;
         for (int plies = 1; idle_passes < 2 || plies <= longest_conversion_ + 1; ++plies) {
             if (plies > 2 * longest_win - 1) {
-                throw std::overflow_error("table_builder: a mate is too long for a byte");
+                throw std::overflow_error("a mate is too long for a byte");
             }
             const std::uint64_t settled_before = settled_;
             if (plies % 2 != 0) {

@@ -56,7 +56,7 @@ const SolvedTable& SolvedTables::Of(const Material& material) const {
     for (const auto& table : tables_) {
         if (table->material() == material) return *table;
     }
-    throw std::logic_error("table_builder: no table of " + material.name());
+    throw std::logic_error("no table of " + material.name());
 }
 
 void SolvedTables::KeepOnly(const std::vector<Material>& materials) {
@@ -81,7 +81,7 @@ TableValue SolvedTables::ValueOf(const Position& position) const {
             return table->values[static_cast<std::size_t>(table->IndicesOf(arranged).first)];
         }
     }
-    throw std::logic_error("table_builder: men of no table");
+    throw std::logic_error("men of no table");
 }
 
 VorkaTablebases::MateTableHeader HeaderOf(const SolvedTable& table) {

@@ -6,8 +6,8 @@
 
 #include "bitbase_builder/position.h"
 #include "tablebases/mate_table_file.h"
-#include "tablebases/material.h"
 #include "tablebases/mate_table_index.h"
+#include "tablebases/material.h"
 #include "tablebases/table_value.h"
 
 namespace table_builder {
