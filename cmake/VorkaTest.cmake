@@ -4,8 +4,8 @@ include(GoogleTest)
 # Tests are many and run for seconds: what they cost is their compilation.
 function(vorka_test_options name)
   set_target_properties(${name} PROPERTIES VORKA_IS_TEST ON)
-  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-    target_compile_options(${name} PRIVATE -O0)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    target_compile_options(${name} PRIVATE -O1)
   endif()
 endfunction()
 
@@ -27,12 +27,12 @@ if(VORKA_VALGRIND)
       "--suppressions=${PROJECT_SOURCE_DIR}/tests/support/valgrind.supp")
 endif()
 
-# vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..])
+# vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..] [PROPERTIES <name> <value>..])
 #
-# Adds a GoogleTest program and registers each of its tests with CTest under the given labels (default: unit); with the
-# sanitizers and valgrind, the program as a whole.
+# Adds a GoogleTest program and registers each of its tests with CTest under the given labels (default: unit) and with
+# the given properties; with the sanitizers and valgrind, the program as a whole.
 function(vorka_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK;LABELS")
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK;LABELS;PROPERTIES")
   if(NOT test_LABELS)
     set(test_LABELS unit)
   endif()
@@ -45,15 +45,18 @@ function(vorka_test name)
   if(VORKA_SANITIZE OR VORKA_SANITIZE_THREAD OR VORKA_VALGRIND)
     # A start costs more than most tests: each program is run once, with all of its tests.
     add_test(NAME ${name} COMMAND ${VORKA_TEST_STARTER} $<TARGET_FILE:${name}>)
-    set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}" TIMEOUT 7200)
+    set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}" TIMEOUT 7200 ${test_PROPERTIES})
     return()
   endif()
   gtest_discover_tests(${name} TEST_PREFIX "${name}." TEST_LIST ${name}_tests DISCOVERY_TIMEOUT 120)
 
-  # gtest_discover_tests takes one label only; several are set by a file that CTest reads after the discovered tests.
+  # gtest_discover_tests takes one label only; several, and properties, are set by a file that CTest reads after the
+  # discovered tests.
+  list(TRANSFORM test_PROPERTIES REPLACE ".+" "\"\\0\"" OUTPUT_VARIABLE properties)
+  list(JOIN properties " " properties)
   set(labels_file "${CMAKE_CURRENT_BINARY_DIR}/${name}_labels.cmake")
   file(WRITE "${labels_file}" "if(${name}_tests)
-  set_tests_properties(\${${name}_tests} PROPERTIES LABELS \"${test_LABELS}\")
+  set_tests_properties(\${${name}_tests} PROPERTIES LABELS \"${test_LABELS}\" ${properties})
 endif()
 ")
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${labels_file}")

@@ -18,9 +18,8 @@ SourceFailure Tablebases::LastFailure() const noexcept {
 }
 
 bool IsLossFarAway(int score) noexcept {
-    constexpr int mate_value = 32767;
     constexpr int far_away_plies = 30;
-    return score < 0 && mate_value + score >= far_away_plies;
+    return score < 0 && score_of_mate + score >= far_away_plies;
 }
 
 bool Tablebases::IsLossFarAway(const BOARD& board) const noexcept {

@@ -28,6 +28,9 @@ enum class ProbeResult : int {
 /// Why tables that should know a position could not answer.
 enum class SourceFailure { none, corrupted, unreadable };
 
+/// The score of a mate that stands on the board; one that is further away has a ply less for each.
+inline constexpr int score_of_mate = 32767;
+
 /// What reads tables. Neither castling rights nor en passant squares come here.
 class TableSource {
   public:
@@ -36,8 +39,8 @@ class TableSource {
     TableSource(const TableSource&) = delete;
     TableSource& operator=(const TableSource&) = delete;
 
-    /// Sets `score` for a position that is found: 0 a draw, else 32767 - |score| plies to the mate, positive if the
-    /// side to move wins. Throws nothing.
+    /// Sets `score` for a position that is found: 0 a draw, else score_of_mate - |score| plies to the mate, positive if
+    /// the side to move wins. Throws nothing.
     [[nodiscard]] virtual ProbeResult Probe(const BOARD& board, int& score) noexcept = 0;
     /// What went wrong in the last probe that found nothing; none if the position is just not there.
     [[nodiscard]] virtual SourceFailure last_failure() const noexcept { return SourceFailure::none; }

@@ -1,16 +1,12 @@
 #include "tablebases/mate_table_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <new>
 
 #include "frame/base/vocabulary.h"
 #include "tablebases/crc32.h"
-#include "tablebases/table_index.h"
+#include "tablebases/mate_table_index.h"
 #include "tablebases/table_messages.h"
 
 namespace VorkaTablebases {
@@ -66,17 +62,6 @@ class ByteReader {
     std::span<const std::uint8_t> rest_;
 };
 
-/// Reads at a place of a file. False if it ends before.
-bool ReadAt(const OpenFile& file, std::uint64_t offset, std::span<std::uint8_t> to) noexcept {
-    while (!to.empty()) {
-        const ssize_t count = pread(file.descriptor(), to.data(), to.size(), static_cast<off_t>(offset));
-        if (count <= 0) return false;
-        to = to.subspan(static_cast<std::size_t>(count));
-        offset += static_cast<std::uint64_t>(count);
-    }
-    return true;
-}
-
 }  // namespace
 
 std::string MateTableText(const MateTableHeader& header, const std::vector<std::vector<std::uint8_t>>& packed) {
@@ -107,9 +92,8 @@ std::string MateTableText(const MateTableHeader& header, const std::vector<std::
 }
 
 std::unique_ptr<MateTableFile> MateTableFile::Open(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    std::unique_ptr<MateTableFile> table(new MateTableFile(path, descriptor));
-    if (!table->file_.is_open() || !table->file_.is_regular() || !HasPacking()) {
+    std::unique_ptr<MateTableFile> table(new MateTableFile(path));
+    if (!table->file_.is_regular() || !HasPacking()) {
         TellUnableToRegister(path);
         return nullptr;
     }
@@ -125,23 +109,19 @@ std::unique_ptr<MateTableFile> MateTableFile::Open(const std::string& path) {
 
 bool MateTableFile::ReadHeader() {
     const auto refuse = [this](std::string_view reason) {
-        TellUnableToRead(path_, reason);
+        TellUnableToRead(file_.path(), reason);
         return false;
     };
-    struct stat status {};
-    if (fstat(file_.descriptor(), &status) != 0) {
-        TellNoLength(path_);
-        return false;
-    }
-    const auto size = static_cast<std::uint64_t>(status.st_size);
-    if (size < header_bytes) return refuse(vocabulary::reason_file_broken);
+    const std::optional<std::uint64_t> size = file_.size();
+    if (!size) return false;
+    if (*size < header_bytes) return refuse(vocabulary::reason_file_broken);
     std::vector<std::uint8_t> head(header_bytes);
-    if (!ReadAt(file_, 0, head)) return refuse(vocabulary::reason_read_error);
+    if (!file_.ReadHead(0, head)) return false;
     ByteReader reader(head);
     if (reader.Text(magic.size()) != magic || reader.Word() != version) return refuse(vocabulary::reason_file_broken);
     header_.block_bytes = reader.Word();
     if (header_.block_bytes < smallest_block || header_.block_bytes > largest_block) {
-        TellUnsupportedBlockSize(path_, static_cast<int>(header_.block_bytes));
+        TellUnsupportedBlockSize(file_.path(), header_.block_bytes);
         return false;
     }
     const std::optional<Material> material = Material::FromName(reader.Text(name_bytes));
@@ -155,12 +135,12 @@ bool MateTableFile::ReadHeader() {
     }
     const std::uint32_t blocks = reader.Word();
     const std::uint32_t checksum = reader.Word();
-    if (header_.entries != TableIndex(*material).size() || blocks != header_.blocks() ||
-        size < header_bytes + std::uint64_t{blocks} * place_bytes) {
+    if (header_.entries != MateTableIndex(*material).size() || blocks != header_.blocks() ||
+        *size < header_bytes + std::uint64_t{blocks} * place_bytes) {
         return refuse(vocabulary::reason_file_broken);
     }
     std::vector<std::uint8_t> places(std::size_t{blocks} * place_bytes);
-    if (!ReadAt(file_, header_bytes, places)) return refuse(vocabulary::reason_read_error);
+    if (!file_.ReadHead(header_bytes, places)) return false;
     constexpr std::size_t checksum_bytes = 4;
     if (Crc32(places, Crc32(std::span(head).first(header_bytes - checksum_bytes))) != checksum) {
         return refuse(vocabulary::reason_file_broken);
@@ -172,7 +152,7 @@ bool MateTableFile::ReadHeader() {
         place.offset = place_reader.Number(8);
         place.bytes = place_reader.Word();
         place.checksum = place_reader.Word();
-        if (place.offset > size || place.bytes > size - place.offset) return refuse(vocabulary::reason_file_broken);
+        if (place.offset > *size || place.bytes > *size - place.offset) return refuse(vocabulary::reason_file_broken);
         largest = std::max<std::size_t>(largest, place.bytes);
     }
     packed_.resize(largest);
@@ -182,12 +162,9 @@ bool MateTableFile::ReadHeader() {
 SourceFailure MateTableFile::ReadBlock(std::uint32_t block, std::span<std::uint8_t> to) noexcept {
     const Place& place = places_[block];
     const std::span<std::uint8_t> packed(packed_.data(), place.bytes);
-    if (!ReadAt(file_, place.offset, packed)) {
-        TellReadFailed(path_);
-        return SourceFailure::unreadable;
-    }
+    if (!file_.ReadBlock(place.offset, packed)) return SourceFailure::unreadable;
     if (Crc32(packed) != place.checksum || !unpacker_->Unpack(packed, to.first(header_.BytesOf(block)))) {
-        TellCorrupted(path_, block, place.offset, place.bytes);
+        TellCorrupted(file_.path(), block, place.offset, place.bytes);
         return SourceFailure::corrupted;
     }
     return SourceFailure::none;

@@ -9,17 +9,18 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/base/open_file.h"
 #include "tablebases/block_cache.h"
 #include "tablebases/material.h"
 #include "tablebases/packing.h"
+#include "tablebases/table_file.h"
 
 /// The file of a table of distances to mate that this program has computed: docs/tables.md draws it.
 namespace VorkaTablebases {
 
 inline constexpr std::string_view mate_table_ending = ".vdm";
 
-/// What is known of the positions with one side to move. Numbers without a position don't count.
+/// What is known of the legal positions with one side to move. Those that turning or mirroring the board makes the same
+/// count once: a position with two numbers too.
 struct TableCounts {
     std::uint64_t wins = 0;
     std::uint64_t draws = 0;
@@ -62,7 +63,7 @@ class MateTableFile final : public BlockReader {
     [[nodiscard]] SourceFailure ReadBlock(std::uint32_t block, std::span<std::uint8_t> to) noexcept override;
 
   private:
-    MateTableFile(const std::string& path, int descriptor) : path_(path), file_(descriptor) {}
+    explicit MateTableFile(const std::string& path) : file_(path) {}
     /// Whether head and places of the blocks are sound; if not, it has been told.
     [[nodiscard]] bool ReadHeader();
 
@@ -72,8 +73,7 @@ class MateTableFile final : public BlockReader {
         std::uint32_t checksum;
     };
 
-    const std::string path_;
-    const OpenFile file_;
+    const TableFile file_;
     MateTableHeader header_;
     std::vector<Place> places_;
     std::vector<std::uint8_t> packed_;  ///< working memory for the largest block

@@ -63,7 +63,7 @@ std::optional<Material> Material::FromName(std::string_view name) {
         sides[kings - 1].push_back(static_cast<int>(type));
     }
     Material material(sides[0], sides[1]);
-    if (kings != 2 || material.men() < 3 || material.men() > most_men) return std::nullopt;
+    if (kings != 2 || material.men() < fewest_men || material.men() > most_men) return std::nullopt;
     return material;
 }
 
@@ -83,6 +83,17 @@ std::uint32_t Material::key() const {
     std::uint32_t key = 0;
     for (const int type : of_white_) key += KeyOf(white, type);
     for (const int type : of_black_) key += KeyOf(black, type);
+    return key;
+}
+
+std::uint32_t Material::KeyOf(const BOARD& board, Colour first) noexcept {
+    std::uint32_t key = 0;
+    for (const Colour side : {white, black}) {
+        const SIDE_PIECES& men = board.side(side == white ? first : Opponent(first));
+        for (int type = pawn; type <= queen; ++type) {
+            key += KeyOf(side, type) * static_cast<std::uint32_t>(PopCountSparse(MenOf(men, type)));
+        }
+    }
     return key;
 }
 

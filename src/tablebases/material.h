@@ -9,12 +9,29 @@
 #include <string_view>
 #include <vector>
 
-#include "chess/bits.h"
+#include "chess/board.h"
 
 namespace VorkaTablebases {
 
 /// Men of a table, kings included.
+inline constexpr std::size_t fewest_men = 3;
 inline constexpr std::size_t most_men = 5;
+
+/// The men of one type.
+[[nodiscard]] inline Bitboard MenOf(const SIDE_PIECES& side, int type) noexcept {
+    switch (type) {
+        case queen:
+            return side.queens;
+        case rook:
+            return side.rooks;
+        case bishop:
+            return side.bishops;
+        case knight:
+            return side.knights;
+        default:
+            return side.pawns;
+    }
+}
 
 /// The squares of the men of a table in its order: white king, black king, the other white men, the other black men.
 using Squares = std::array<Square, most_men>;
@@ -48,6 +65,8 @@ class Material {
     [[nodiscard]] static constexpr std::uint32_t KeyOf(Colour side, int type) {
         return std::uint32_t{1} << ((side == white ? 0 : 15) + 3 * (type - pawn));
     }
+    /// The key of the material on a board with at most five men, if the men of `first` are taken for White's.
+    [[nodiscard]] static std::uint32_t KeyOf(const BOARD& board, Colour first) noexcept;
 
     /// The materials, in normal form, that a capture or a promotion leads to; bare kings are left out.
     [[nodiscard]] std::vector<Material> Successors() const;

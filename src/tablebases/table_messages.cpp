@@ -30,7 +30,7 @@ void TellSeekFailed(const std::string& file) { Tell({vocabulary::seek_in, file, 
 
 void TellReadFailed(const std::string& file) { Tell({vocabulary::read_from, file, vocabulary::seek_or_read_failed}); }
 
-void TellUnsupportedBlockSize(const std::string& file, int block_size) {
+void TellUnsupportedBlockSize(const std::string& file, std::uint32_t block_size) {
     Tell({file, vocabulary::unsupported_block_size, std::to_string(block_size)});
 }
 

@@ -12,7 +12,7 @@ void TellUnableToRegister(const std::string& file);
 void TellUnableToRead(const std::string& file, std::string_view reason);
 void TellSeekFailed(const std::string& file);
 void TellReadFailed(const std::string& file);
-void TellUnsupportedBlockSize(const std::string& file, int block_size);
+void TellUnsupportedBlockSize(const std::string& file, std::uint32_t block_size);
 void TellNoLength(const std::string& file);
 void TellNoDecodeBlock(int error_code);
 void TellNoMemory(int bytes);

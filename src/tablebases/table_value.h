@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "bitbases/tablebases.h"
+
 /// What a table says of a position in one byte, for the side to move:
 ///
 ///     0            a draw
@@ -29,11 +31,10 @@ inline constexpr int longest_loss = 126;  ///< in moves
     return static_cast<TableValue>(plies % 2 != 0 ? (plies + 1) / 2 : table_checkmate + plies / 2);
 }
 
-/// 0 for a draw, else 32767 less the plies to the mate, negative for a loss.
+/// 0 for a draw, else score_of_mate less the plies to the mate, negative for a loss.
 [[nodiscard]] constexpr int ScoreOf(TableValue value) {
-    constexpr int mate_value = 32767;
     if (value == table_draw) return 0;
-    return IsWin(value) ? mate_value - PliesOf(value) : PliesOf(value) - mate_value;
+    return IsWin(value) ? score_of_mate - PliesOf(value) : PliesOf(value) - score_of_mate;
 }
 
 static_assert(ScoreOf(1) == 32766 && ScoreOf(table_checkmate) == -32767 && ScoreOf(table_checkmate + 1) == -32765);

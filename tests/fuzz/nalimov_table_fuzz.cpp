@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if ((choice & without_checksums) != 0) UnpackBlocks(file);
     const Material material = *MaterialNamed("kqk");
     if ((choice & full_size) != 0 && !file.empty()) {
-        for (const std::size_t wanted = TableIndex(material, first_side).size(); file.size() < wanted;) {
+        for (const std::size_t wanted = NalimovIndex(material, first_side).size(); file.size() < wanted;) {
             file.insert(file.end(), file.begin(),
                         file.begin() + static_cast<std::ptrdiff_t>(std::min(file.size(), wanted - file.size())));
         }

@@ -41,14 +41,16 @@ def files_below(folder):
 
 def say(folder, prefix, program, text):
     """What a program that is found through PATH answers. The folder is where it writes its log."""
-    return run(program, cwd=folder, input=text, env={**os.environ, "PATH": f"{prefix}/games:{os.environ['PATH']}"})
+    command = program if isinstance(program, list) else [program]
+    return run(*command, cwd=folder, input=text, env={**os.environ, "PATH": f"{prefix}/games:{os.environ['PATH']}"})
 
 
 def test_everything_has_its_place(prefix):
     found = files_below(prefix)
-    for path in ("games/vorka", "games/vorka-uci", "games/vorka-xboard", "lib/vorka/vorka", "lib/vorka/vorka-uci",
-                 "lib/vorka/vorka-xboard", "share/man/man6/vorka.6", "share/man/man6/vorka-uci.6",
-                 "share/man/man6/vorka-xboard.6", "share/games/plugins/xboard/vorka.eng",
+    for path in ("games/vorka", "games/vorka-uci", "games/vorka-xboard", "games/vorka-table-builder",
+                 "games/vorka-check-tables", "lib/vorka/vorka", "lib/vorka/vorka-uci", "lib/vorka/vorka-xboard", "share/man/man6/vorka.6", "share/man/man6/vorka-uci.6",
+                 "share/man/man6/vorka-xboard.6", "share/man/man6/vorka-table-builder.6",
+                 "share/man/man6/vorka-check-tables.6", "share/games/plugins/xboard/vorka.eng",
                  "share/games/vorka/settings/variants.txt", "share/bash-completion/completions/vorka",
                  "share/bash-completion/completions/vorka-uci", "share/bash-completion/completions/vorka-xboard",
                  "share/applications/vorka.desktop", "share/icons/hicolor/scalable/apps/vorka.svg",
@@ -132,9 +134,34 @@ def test_vorka_xboard_answers_through_path(prefix, tmp_path):
     assert said.startswith("feature ") or "\nfeature " in said
 
 
+def has_packing(prefix):
+    """Whether the build can write tables."""
+    return "libzstd" in run("ldd", prefix / "games/vorka-table-builder")
+
+
+def test_vorka_finds_mates_in_tables_of_the_installed_builder(prefix, tmp_path):
+    if not has_packing(prefix):
+        pytest.skip("this build was made without zstd")
+    tables = tmp_path / "tables"
+    tables.mkdir()
+    said = say(tmp_path, prefix, ["vorka-table-builder", "--output", tables, "KQK"], "")
+    assert re.search(r"(?m)^ +[\d.]+ s +0 %  KQK$", said)
+    assert "result=32766" in say(tmp_path, prefix, ["vorka", "--tb", "nalimov", "8M", tables],
+                                 "probe 8/8/8/8/8/2K5/7Q/k7 w - - 0 1\nquit\n")
+
+
+@pytest.mark.parametrize("name", ["vorka-table-builder", "vorka-check-tables"])
+def test_tools_for_tables_know_the_name_they_are_called_by(prefix, tmp_path, name):
+    said = say(tmp_path, prefix, [name, "--help"], "")
+    assert said.startswith(f"usage: {name} ")
+    manual = words_of(f"{name}.6")
+    for option in re.findall(r"--\w+", said):
+        assert option in manual, option
+
+
 # --- Manuals, completion, menu ---
 
-MANUALS = ["vorka.6", "vorka-uci.6", "vorka-xboard.6"]
+MANUALS = ["vorka.6", "vorka-uci.6", "vorka-table-builder.6", "vorka-check-tables.6", "vorka-xboard.6"]
 
 
 def words_of(manual):
@@ -153,7 +180,7 @@ def test_manual_is_read_without_a_warning(prefix, name):
 
 
 @pytest.mark.skipif(not shutil.which("mandoc"), reason="there is no mandoc")
-@pytest.mark.parametrize("name", MANUALS[:2])
+@pytest.mark.parametrize("name", MANUALS[:-1])
 def test_manual_is_in_order(prefix, name):
     assert run("mandoc", "-T", "lint", "-W", "warning", prefix / "share/man/man6" / name) == ""
 
@@ -161,7 +188,7 @@ def test_manual_is_in_order(prefix, name):
 def test_version_is_the_same_everywhere():
     version = re.search(r"project\(vorka VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
     assert f'program_version = "v{version}"' in (ROOT / "src/frame/base/vocabulary.h").read_text()
-    for name in MANUALS[:2]:
+    for name in MANUALS[:-1]:
         assert f'"Vorka {version}"' in (ROOT / "packaging/man" / name).read_text()
     release = re.search(r"CPACK_DEBIAN_PACKAGE_RELEASE (\d+)", (ROOT / "cmake/VorkaPackage.cmake").read_text())[1]
     assert (ROOT / "packaging/debian/changelog").read_text().startswith(f"vorka ({version}-{release}) ")

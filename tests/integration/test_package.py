@@ -59,7 +59,8 @@ def test_package_says_what_it_is_and_needs(package):
 
 @needs_debian
 def test_package_holds_programs_bitbases_and_compressed_texts(unpacked):
-    for path in ("games/vorka", "games/vorka-uci", "games/vorka-xboard", "lib/vorka/kp_kp.vbb",
+    for path in ("games/vorka", "games/vorka-uci", "games/vorka-xboard", "games/vorka-table-builder",
+                 "games/vorka-check-tables", "lib/vorka/kp_kp.vbb",
                  "lib/vorka/kpp_kp_ram.vbb", "share/man/man6/vorka.6.gz", "share/man/man6/vorka-uci.6.gz",
                  "share/doc/vorka/changelog.gz", "share/doc/vorka/changelog.Debian.gz", "share/doc/vorka/copyright"):
         assert (unpacked / "usr" / path).is_file(), path

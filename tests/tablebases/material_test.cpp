@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <set>
 
+#include "support/board_builder.h"
+
 namespace VorkaTablebases {
 
 namespace {
@@ -74,6 +76,13 @@ TEST(Material, HasAKeyOfItsOwn) {
             EXPECT_EQ(keys.insert(exchanged.key()).second, !material.is_symmetric());
         }
     }
+}
+
+TEST(Material, OfABoardHasTheSameKey) {
+    const BOARD board = BoardFromFen("4k3/8/3b4/8/8/8/8/RN2K3 w - - 0 1");
+    EXPECT_EQ(Material::KeyOf(board, white), Named("KRNKB").key());
+    EXPECT_EQ(Material::KeyOf(board, black), Named("KBKRN").key());
+    EXPECT_EQ(Material::KeyOf(BoardFromFen("4k2q/8/8/8/8/8/8/4K3 w - - 0 1"), black), Named("KQK").key());
 }
 
 }  // namespace VorkaTablebases

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/temporary_directory.h"
@@ -19,7 +20,7 @@
 namespace {
 
 using namespace VorkaTablebases;
-using table_builder::MateTable;
+using table_builder::SolvedTable;
 using testing::internal::CaptureStderr;
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStderr;
@@ -91,15 +92,76 @@ TEST_F(TableBuilderTest, GivesEachPositionTheScoreOfItsBestMove) {
     EXPECT_EQ(positions, 372162U);
 }
 
-TEST_F(TableBuilderTest, KeepsTablesThatAreThere) {
+TEST_F(TableBuilderTest, KeepsTablesThatAreThereAndSound) {
     const std::string path = table_builder::PathOf(folder_->path(), Named("KRK"));
     const std::string before = TextOf(path);
-    std::ofstream(path) << "no table";
-    const Outcome run = RunBuilder({"--output", folder_->path().string(), "--men", "3"});
-    EXPECT_EQ(run.status, 0) << run.complained;
-    EXPECT_THAT(run.said, testing::AllOf(testing::HasSubstr("KRK\n"), testing::HasSubstr("done"),
-                                         testing::Not(testing::HasSubstr("KQK\n"))));
-    EXPECT_EQ(TextOf(path), before);
+    std::string in_a_block = before;
+    in_a_block.back() = static_cast<char>(in_a_block.back() ^ 1);
+    for (const auto& [text, complaint] : {std::pair(std::string("no table"), " - file broken\n"),
+                                          std::pair(TextOf(folder_->File("KQK.vdm")), "*** Unable to register "),
+                                          std::pair(in_a_block, "KRK.vdm corrupted ")}) {
+        std::ofstream(path, std::ios::binary) << text;
+        const Outcome run = RunBuilder({"--output", folder_->path().string(), "--men", "3"});
+        EXPECT_EQ(run.status, 0) << run.complained;
+        EXPECT_THAT(run.said, testing::AllOf(testing::HasSubstr(complaint), testing::HasSubstr("KRK\n"),
+                                             testing::HasSubstr("done"), testing::Not(testing::HasSubstr("KQK\n"))));
+        EXPECT_EQ(TextOf(path), before);
+    }
+}
+
+// Bain's set of this ending (1994, in the repository of the University of California at Irvine) has the positions with
+// Black to move once each, whatever way the board is turned, with the moves to the mate.
+TEST_F(TableBuilderTest, HasAsManyPositionsOfEachDistanceAsPublished) {
+    //                              n = 0,  1,   2,  3,   4,   5,   6,   7,    8,    9,   10,   11,   12,   13,   14,
+    //                              15,  16
+    constexpr std::array mated_in = {27,   78,   246,  81,   198,  471,  592,  683, 1433,
+                                     1712, 1985, 2854, 3597, 4194, 4553, 2166, 390};
+    const auto table = table_builder::ReadTable(folder_->path(), Named("KRK"));
+    ASSERT_NE(table, nullptr);
+    std::array<int, mated_in.size()> found{};
+    for (std::uint64_t number = table->index().size() / 2; number < table->index().size(); ++number) {
+        const bitbase_builder::Position position = table->PositionOf(number);
+        const TableValue value = table->values[number];
+        if (!is_legal(position) || table->index().IsSecond(number) || value == table_draw) continue;
+        ++found.at(static_cast<std::size_t>(PliesOf(value) / 2));
+    }
+    EXPECT_EQ(found, mated_in);
+}
+
+// Positions as above, with any number of men that is counted once. In Bain's set 2796 of 28056 are draws; Beal and
+// Clark (1980) found 62480 wins of the pawn's side on the move, and 48802 with the other on the move.
+TEST_F(TableBuilderTest, CountsPositionsAsPublished) {
+    const auto counts_of = [](const char* name) {
+        return MateTableFile::Open(table_builder::PathOf(folder_->path(), Named(name)))->header().counts;
+    };
+    const auto [rook_to_move, bare_king_to_move] = counts_of("KRK");
+    EXPECT_EQ(bare_king_to_move.draws, 2796U);
+    EXPECT_EQ(bare_king_to_move.losses, 28056U - 2796U);
+    EXPECT_EQ(bare_king_to_move.longest_loss, 32U);
+    EXPECT_EQ(rook_to_move.draws + rook_to_move.losses, 0U);
+    const auto [pawn_to_move, other_to_move] = counts_of("KPK");
+    EXPECT_EQ(pawn_to_move.wins, 62480U);
+    EXPECT_EQ(pawn_to_move.wins + pawn_to_move.draws, 81664U);
+    EXPECT_EQ(other_to_move.losses, 48802U);
+    EXPECT_EQ(other_to_move.losses + other_to_move.draws, 84012U);
+}
+
+TEST(TableSolver, TellsHowFarItIs) {
+    table_builder::SolvedTables tables;
+    for (const Material& material : {Named("KQK"), Named("KRK"), Named("KBK"), Named("KNK")}) {
+        tables.Add(Solve(material, tables, 1));
+    }
+    std::vector<table_builder::SolveState> told;
+    (void)Solve(Named("KPK"), tables, 2, [&](const table_builder::SolveState& state) { told.push_back(state); });
+    ASSERT_GT(told.size(), 28U);
+    EXPECT_EQ(told.front().plies, 0);
+    EXPECT_GE(told.back().plies, 2 * 28);
+    EXPECT_GT(told.back().share, 0.5);
+    for (std::size_t i = 1; i < told.size(); ++i) {
+        EXPECT_GE(told[i].plies, told[i - 1].plies);
+        EXPECT_TRUE(told[i].share >= told[i - 1].share || told[i].plies > told[i - 1].plies);
+        EXPECT_LE(told[i].share, 1);
+    }
 }
 
 TEST_F(TableBuilderTest, ComputesTheSameWithAnyNumberOfThreads) {
@@ -140,7 +202,7 @@ TEST_F(TableBuilderTest, RefusesWhatItCannotDo) {
 /// Tables in memory, found as the files are.
 class TablesInMemory : public TableSource {
   public:
-    explicit TablesInMemory(const table_builder::MateTables& tables) : tables_(tables) {}
+    explicit TablesInMemory(const table_builder::SolvedTables& tables) : tables_(tables) {}
     ProbeResult Probe(const BOARD& board, int& score) noexcept override {
         bitbase_builder::Position position;
         position.to_move = board.mover();
@@ -158,22 +220,22 @@ class TablesInMemory : public TableSource {
     bool UseCache(std::int32_t /*bytes*/) noexcept override { return true; }
 
   private:
-    const table_builder::MateTables& tables_;
+    const table_builder::SolvedTables& tables_;
 };
 
 /// Pawn against pawn needs many tables of four men, which would take a minute. Here promotions to them are draws, so
 /// that all depends on who stops or takes the other's pawn.
 TEST(TableSolver, KnowsCapturesEnPassant) {
-    table_builder::MateTables tables;
+    table_builder::SolvedTables tables;
     for (const Material& material : MaterialsOf(3)) tables.Add(Solve(material, tables, 2));
     for (const std::string_view name : {"KQKP", "KRKP", "KBKP", "KNKP"}) {
-        auto draws = std::make_unique<MateTable>(Named(name));
+        auto draws = std::make_unique<SolvedTable>(Named(name));
         draws->values.resize(draws->index().size());
         tables.Add(std::move(draws));
     }
     for (const std::string_view name :
          {"KQKQ", "KQKR", "KQKB", "KQKN", "KRKR", "KRKB", "KRKN", "KBKB", "KBKN", "KNKN"}) {
-        auto draws = std::make_unique<MateTable>(Named(name));
+        auto draws = std::make_unique<SolvedTable>(Named(name));
         draws->values.resize(draws->index().size());
         tables.Add(std::move(draws));
     }

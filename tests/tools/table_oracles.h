@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/temporary_directory.h"
 #include "table_builder/solve.h"
@@ -20,16 +22,33 @@ inline std::string Environment(const char* name) {
     return value == nullptr ? "" : value;
 }
 
-/// Tables to be proved: those of the folder VORKA_TABLES, otherwise those of three men, which are computed.
+/// The folder of tables that are there to be proved: that of VORKA_TABLES, otherwise some that CTest has had computed.
+/// Empty if there is none.
+inline std::string FolderOfTables() {
+    const std::string all = Environment("VORKA_TABLES");
+    return all.empty() ? Environment("VORKA_SOME_TABLES") : all;
+}
+
+/// The materials of so many men whose tables lie in a folder.
+inline std::vector<VorkaTablebases::Material> MaterialsIn(const std::string& folder, std::size_t men) {
+    std::vector<VorkaTablebases::Material> materials;
+    if (folder.empty()) return materials;
+    for (VorkaTablebases::Material& material : VorkaTablebases::MaterialsOf(men)) {
+        if (std::filesystem::exists(table_builder::PathOf(folder, material))) materials.push_back(std::move(material));
+    }
+    return materials;
+}
+
+/// Tables to be proved: those that are there, otherwise those of three men, which are computed.
 class TableOracles : public testing::Test {
   protected:
     static void SetUpTestSuite() {
         if (!VorkaTablebases::HasPacking()) return;
-        folder_ = Environment("VORKA_TABLES");
+        folder_ = FolderOfTables();
         if (!folder_.empty()) return;
         computed_ = std::make_unique<TemporaryDirectory>();
         folder_ = computed_->path().string();
-        table_builder::MateTables tables;
+        table_builder::SolvedTables tables;
         for (const VorkaTablebases::Material& material : VorkaTablebases::MaterialsOf(3)) {
             tables.Add(table_builder::Solve(material, tables, 2));
             ASSERT_TRUE(table_builder::WriteTable(folder_, tables.Of(material), 2));
@@ -42,10 +61,7 @@ class TableOracles : public testing::Test {
         ASSERT_NE(tables_, nullptr);
         ASSERT_TRUE(tables_->UseCache(1 << 28));
     }
-    static bool Has(const VorkaTablebases::Material& material) {
-        return std::filesystem::exists(table_builder::PathOf(folder_, material));
-    }
-    static bool HasFourMen() { return computed_ == nullptr; }
+    static std::vector<VorkaTablebases::Material> FourMen() { return MaterialsIn(folder_, 4); }
 
     static inline std::string folder_;
     static inline std::unique_ptr<TemporaryDirectory> computed_;

@@ -7,7 +7,7 @@
 #include "bitbase_builder/position.h"
 #include "bitbases/tablebases.h"
 #include "support/board_builder.h"
-#include "tablebases/table_index.h"
+#include "tablebases/mate_table_index.h"
 #include "tools/builder_boards.h"
 
 /// What tests ask of tables that were computed.
@@ -16,7 +16,7 @@
 template <class Visit>
 void ForEachPositionOf(const VorkaTablebases::Material& material, std::uint64_t begin, std::uint64_t end,
                        std::uint64_t step, Visit visit) {
-    const VorkaTablebases::TableIndex index(material);
+    const VorkaTablebases::MateTableIndex index(material);
     bitbase_builder::Position position;
     position.count = static_cast<int>(material.men());
     std::size_t place = 2;
@@ -33,7 +33,7 @@ void ForEachPositionOf(const VorkaTablebases::Material& material, std::uint64_t 
 /// The same for all numbers of a material.
 template <class Visit>
 void ForEachPositionOf(const VorkaTablebases::Material& material, std::uint64_t step, Visit visit) {
-    ForEachPositionOf(material, 0, VorkaTablebases::TableIndex(material).size(), step, visit);
+    ForEachPositionOf(material, 0, VorkaTablebases::MateTableIndex(material).size(), step, visit);
 }
 
 /// The score of a position in the tables, as TableSource tells it; nothing if it isn't there. Bare kings are a draw,

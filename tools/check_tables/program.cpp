@@ -11,16 +11,18 @@
 #include <iostream>
 #include <optional>
 #include <string>
-#include <system_error>
+#include <string_view>
 #include <vector>
 
 #include "chess/fen.h"
 #include "options/number_option.h"
+#include "options/program_name.h"
 #include "tablebases/block_cache.h"
-#include "tablebases/mate_tables.h"
+#include "tablebases/mate_table_set.h"
 #include "tablebases/nalimov/nalimov_set.h"
 #include "tablebases/nalimov/table_proof.h"
 #include "tablebases/nalimov/table_values.h"
+#include "tablebases/table_file.h"
 
 namespace check_tables {
 
@@ -35,25 +37,27 @@ using VorkaTablebases::TableSet;
 constexpr int most_positions = 10'000'000;
 constexpr std::uint64_t cache_bytes = std::uint64_t{64} << 20U;
 
-int Usage(std::FILE* out, int status) {
-    std::fputs(
-        "usage: check_tables [--own FOLDER] [--positions N] [--quiet] PATH\n"
-        "\n"
-        "Tests the tables in the published format (kqk.nbw.emd and so on) that lie in the folder PATH. Positions of\n"
-        "chance are looked up in each of them. They are compared with the tables of this program, where it has them,\n"
-        "and with the positions that their moves lead to. All tables of 5 men take about a minute.\n"
-        "\n"
-        "  --own FOLDER    where the tables of this program lie (PATH too)\n"
-        "  --positions N   positions of each table (2000, with 5 men 200)\n"
-        "  --quiet         show what is wrong and the result alone\n"
-        "\n"
-        "Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if there\n"
-        "are none.\n",
-        out);
+constexpr std::string_view help = R"( [--own FOLDER] [--positions N] [--quiet] PATH
+
+Tests the tables in the published format (kqk.nbw.emd and so on) that lie in the folder PATH. Positions of chance are
+looked up in each of them. They are compared with the tables of this program, where it has them, and with the positions
+that their moves lead to. All tables of 5 men take about a minute.
+
+  --own FOLDER    where the tables of this program lie (PATH too)
+  --positions N   positions of each table (2000, with 5 men 200)
+  --quiet         show what is wrong and the result alone
+
+Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if there are
+none.
+)";
+
+int Usage(std::ostream& out, const std::string& program, int status) {
+    out << "usage: " << program << help;
     return status;
 }
 
 struct Options {
+    std::string program;  ///< its name
     std::string path;
     std::string own;
     std::optional<int> positions;
@@ -88,7 +92,8 @@ class PublishedTables final : public Lookup {
 
 class OwnTables final : public Lookup {
   public:
-    explicit OwnTables(const std::string& folder) : OwnTables(std::make_unique<VorkaTablebases::MateTables>(folder)) {}
+    explicit OwnTables(const std::string& folder)
+        : OwnTables(std::make_unique<VorkaTablebases::MateTableSet>(folder)) {}
 
     [[nodiscard]] bool empty() const { return set_->empty(); }
     [[nodiscard]] std::optional<int> ScoreOf(const BOARD& board) noexcept override {
@@ -152,10 +157,8 @@ Result Check(const TableName& name, int positions, PublishedTables& published, O
 /// How many tables the names of the files in the folder promise.
 std::size_t TablesNamedIn(const std::string& folder) {
     std::vector<TableName> names;
-    std::error_code error;
-    std::filesystem::directory_iterator entry(folder, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        std::optional<TableName> name = ReadTableName(entry->path().filename().string());
+    for (const std::filesystem::path& file : VorkaTablebases::FilesIn(folder)) {
+        std::optional<TableName> name = ReadTableName(file.filename().string());
         if (!name) continue;
         name->is_packed = false;
         if (std::find(names.begin(), names.end(), *name) == names.end()) names.push_back(*name);
@@ -166,7 +169,7 @@ std::size_t TablesNamedIn(const std::string& folder) {
 int CheckAll(const Options& options) {
     const std::size_t named = TablesNamedIn(options.path);
     if (named == 0) {
-        std::cerr << "check_tables: there are no tables in the published format in " << options.path << "\n";
+        std::cerr << options.program << ": there are no tables in the published format in " << options.path << "\n";
         return 2;
     }
     PublishedTables published(options.path);
@@ -176,7 +179,7 @@ int CheckAll(const Options& options) {
     std::size_t wrong = named - names.size();
     std::size_t untold = 0;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        const bool has_five_men = names[i].material.name().size() == most_men;
+        const bool has_five_men = names[i].material.men() == most_men;
         const Result result = Check(names[i], options.positions.value_or(has_five_men ? 200 : 2000), published, own);
         if (result.wrong > 0) ++wrong;
         if (result.wrong == 0 && result.as_own == 0 && result.proved == 0) ++untold;
@@ -191,7 +194,8 @@ int CheckAll(const Options& options) {
         return 1;
     }
     if (untold > 0) {
-        std::printf("%zu of %zu tables can't be told right or wrong: what their moves lead to is missing.\n", untold, named);
+        std::printf("%zu of %zu tables can't be told right or wrong: what their moves lead to is missing.\n", untold,
+                    named);
         return 1;
     }
     std::printf("All %zu tables agree.\n", named);
@@ -207,6 +211,7 @@ int RunProgram(int argc, char** argv) {
                                                   {"help", no_argument, nullptr, 'h'},
                                                   {nullptr, 0, nullptr, 0}}};
     Options options;
+    options.program = ProgramName(argv);
     optind = 1;
     for (int found = 0; (found = getopt_long(argc, argv, "", long_options.data(), nullptr)) != -1;) {
         switch (found) {
@@ -215,7 +220,7 @@ int RunProgram(int argc, char** argv) {
                 break;
             case 'p':
                 options.positions.emplace();
-                if (!ReadNumberOption("check_tables", "--positions", optarg, 1, most_positions, *options.positions)) {
+                if (!ReadNumberOption(options.program, "--positions", optarg, 1, most_positions, *options.positions)) {
                     return 2;
                 }
                 break;
@@ -223,12 +228,12 @@ int RunProgram(int argc, char** argv) {
                 options.quiet = true;
                 break;
             case 'h':
-                return Usage(stdout, 0);
+                return Usage(std::cout, options.program, 0);
             default:
-                return Usage(stderr, 2);
+                return Usage(std::cerr, options.program, 2);
         }
     }
-    if (optind + 1 != argc) return Usage(stderr, 2);
+    if (optind + 1 != argc) return Usage(std::cerr, options.program, 2);
     options.path = argv[optind];
     return CheckAll(options);
 }

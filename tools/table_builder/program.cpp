@@ -21,6 +21,7 @@
 
 #include "frame/base/text_utilities.h"
 #include "options/number_option.h"
+#include "options/program_name.h"
 #include "table_builder/solve.h"
 #include "table_builder/storage.h"
 #include "tablebases/packing.h"
@@ -29,30 +30,31 @@ namespace table_builder {
 
 namespace {
 
-constexpr std::string_view program = "table_builder";
 constexpr int most_threads = 256;
 constexpr std::uint64_t usual_memory = std::uint64_t{1} << 30;
 constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20;
 
-int Usage(std::ostream& out, int status) {
-    out << "usage: table_builder [option].. [MATERIAL..]\n"
-           "\n"
-           "Computes tables of distances to mate from the rules of chess, for all endings of three and four men, or "
-           "for\n"
-           "those named, such as KBNK, with all that they need. Tables that are there are kept, so that a "
-           "run\n"
-           "that was stopped goes on where it was.\n"
-           "\n"
-           "  --output DIRECTORY  where the tables lie (the working directory)\n"
-           "  --men N             all endings of 3 up to N men (4), if none is named\n"
-           "  --memory SIZE       do nothing that takes more, such as 600M or 3G (1G)\n"
-           "  --threads N         threads that work (as many as there are cores)\n"
-           "  --list              say what each table takes, and compute nothing\n"
-           "  --quiet             say nothing while it works\n";
+constexpr std::string_view help = R"( [option].. [MATERIAL..]
+
+Computes tables of distances to mate from the rules of chess, for all endings of three and four men, or for those named,
+such as KBNK, with all that they need. Tables that are there are kept, so that a run that was stopped goes on where it
+was.
+
+  --output DIRECTORY  where the tables lie (the working directory)
+  --men N             all endings of 3 up to N men (4), if none is named
+  --memory SIZE       do nothing that takes more, such as 600M or 3G (1G)
+  --threads N         threads that work (as many as there are cores)
+  --list              say what each table takes, and compute nothing
+  --quiet             say nothing while it works
+)";
+
+int Usage(std::ostream& out, const std::string& program, int status) {
+    out << "usage: " << program << help;
     return status;
 }
 
 struct Wishes {
+    std::string program;  ///< its name
     std::string folder = ".";
     std::vector<Material> materials;
     int men = 4;
@@ -73,6 +75,8 @@ std::optional<Wishes> ReadArguments(int argc, char** argv, bool& asks_for_help) 
                                             {"help", no_argument, nullptr, 'h'},
                                             {}}};
     Wishes wishes;
+    wishes.program = ProgramName(argv);
+    const std::string& program = wishes.program;
     optind = 1;
     for (int letter = 0; (letter = getopt_long(argc, argv, "", options.data(), nullptr)) != -1;) {
         switch (letter) {
@@ -134,24 +138,36 @@ std::vector<Material> Needed(const Wishes& wishes) {
     return needed;
 }
 
-/// One line for each table: the time so far, the share of the work done, the time that the rest will take if it goes on
-/// like this, and the table that is begun.
+/// Says how far the work is: the time so far, the share of the work that is done, the time that the rest will take if
+/// it goes on like this, and the table that is computed, with what is done for it. A line when a table is begun, and
+/// while it is computed; on a terminal the latter is written over and over.
 class Progress {
   public:
     Progress(bool quiet, const std::vector<Material>& work) : quiet_(quiet) {
         for (const Material& material : work) total_ += WorkOf(material);
     }
     void Begin(const Material& material) {
-        if (!quiet_) {
-            const double share = done_ / total_;
-            std::printf("%6.1f s %3.0f %%  ", Seconds(), 100 * share);
-            // The first tables are too small to tell anything.
-            if (share > 0.005) std::printf("%5.0f s to go  ", Seconds() * (1 - share) / share);
-            std::printf("%s\n", material.name().c_str());
-            std::fflush(stdout);
-        }
-        done_ += WorkOf(material);
+        name_ = material.name();
+        work_ = WorkOf(material);
+        Tell(0, "\n");
     }
+    /// Before and during the passes of the table that was begun.
+    void Solving(const SolveState& state) {
+        if (!IsTime()) return;
+        if (state.plies == 0) {
+            TellWithin(share_before * state.share, "captures and promotions, " + Percent(state.share));
+        } else {
+            TellWithin(share_before + share_of_passes * state.share,
+                       "mates in " + std::to_string((state.plies + 1) / 2) + " moves, decided " + Percent(state.share));
+        }
+    }
+    void Packing(double share) {
+        if (!IsTime()) return;
+        constexpr double share_of_solving = share_before + share_of_passes;
+        TellWithin(share_of_solving + (1 - share_of_solving) * share, "packing, " + Percent(share));
+    }
+    /// The table that was begun is there.
+    void End() { done_ += work_; }
     void Finish() const {
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);
@@ -159,30 +175,55 @@ class Progress {
     }
 
   private:
-    static double WorkOf(const Material& material) { return static_cast<double>(TableIndex(material).size()); }
+    // What a table takes, between those measured with pawns and without. One with many draws has fewer passes to go
+    // than it seems.
+    static constexpr double share_before = 0.15;
+    static constexpr double share_of_passes = 0.4;
+
+    static double WorkOf(const Material& material) { return static_cast<double>(MateTableIndex(material).size()); }
     [[nodiscard]] double Seconds() const {
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
     }
+    /// Whether to tell something again.
+    [[nodiscard]] bool IsTime() const { return !quiet_ && Seconds() - told_ >= (is_terminal_ ? 0.5 : 5); }
+    static std::string Percent(double share) { return std::to_string(static_cast<int>(100 * share)) + " %"; }
+    void TellWithin(double share, const std::string& text) { Tell(share, ": " + text + (is_terminal_ ? "" : "\n")); }
+    /// `share` of the present table is done.
+    void Tell(double share, const std::string& text) {
+        if (quiet_) return;
+        told_ = Seconds();
+        const double of_all = (done_ + share * work_) / total_;
+        std::printf("%s%6.1f s %3.0f %%  ", is_terminal_ ? "\r\033[K" : "", told_, 100 * of_all);
+        // What is done at the start is too little to tell anything.
+        if (of_all > 0.005) std::printf("%5.0f s to go  ", told_ * (1 - of_all) / of_all);
+        std::printf("%s%s", name_.c_str(), text.c_str());
+        std::fflush(stdout);
+    }
+
     bool quiet_;
+    bool is_terminal_ = isatty(STDOUT_FILENO) != 0;
     double total_ = 0;
     double done_ = 0;
+    std::string name_;
+    double work_ = 0;  ///< of the present table
+    double told_ = 0;  ///< when something was told, in seconds
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 void List(const std::vector<Material>& materials) {
     for (const Material& material : materials) {
         std::printf("%-6s %12llu positions %6llu MiB to compute\n", material.name().c_str(),
-                    static_cast<unsigned long long>(TableIndex(material).size()),
+                    static_cast<unsigned long long>(MateTableIndex(material).size()),
                     static_cast<unsigned long long>(MemoryToSolve(material) / mebibyte + 1));
     }
 }
 
 /// Whether none of the tables needs too much memory; the first that does is told.
-bool FitsIntoMemory(const std::vector<Material>& work, std::uint64_t memory) {
+bool FitsIntoMemory(const std::vector<Material>& work, const Wishes& wishes) {
     for (const Material& material : work) {
         const std::uint64_t needed = MemoryToSolve(material);
-        if (needed <= memory) continue;
-        std::cerr << program << ": " << material.name() << " takes " << needed / mebibyte + 1
+        if (needed <= wishes.memory) continue;
+        std::cerr << wishes.program << ": " << material.name() << " takes " << needed / mebibyte + 1
                   << " MiB of memory, see --memory\n";
         return false;
     }
@@ -190,14 +231,14 @@ bool FitsIntoMemory(const std::vector<Material>& work, std::uint64_t memory) {
 }
 
 /// Reads the tables that a material leads to and forgets all others. False if one can't be read.
-bool Fetch(const std::string& folder, const Material& material, MateTables& known) {
+bool Fetch(const Wishes& wishes, const Material& material, SolvedTables& known) {
     const std::vector<Material> needed = material.Successors();
     known.KeepOnly(needed);
     for (const Material& next : needed) {
         if (known.Has(next)) continue;
-        std::unique_ptr<MateTable> table = ReadTable(folder, next);
+        std::unique_ptr<SolvedTable> table = ReadTable(wishes.folder, next);
         if (!table) {
-            std::cerr << program << ": can't read " << PathOf(folder, next) << '\n';
+            std::cerr << wishes.program << ": can't read " << PathOf(wishes.folder, next) << '\n';
             return false;
         }
         known.Add(std::move(table));
@@ -212,30 +253,31 @@ int Build(const Wishes& wishes) {
         return EXIT_SUCCESS;
     }
     if (!VorkaTablebases::HasPacking()) {
-        std::cerr << program << ": this build can't pack tables: it was made without libzstd-dev\n";
+        std::cerr << wishes.program << ": this build can't pack tables: it was made without libzstd-dev\n";
         return EXIT_FAILURE;
     }
     if (access(wishes.folder.c_str(), W_OK | X_OK) != 0) {
-        std::cerr << program << ": can't write into " << wishes.folder << '\n';
+        std::cerr << wishes.program << ": can't write into " << wishes.folder << '\n';
         return EXIT_FAILURE;
     }
     std::vector<Material> work;
     for (const Material& material : needed) {
         // A damaged one is told, and computed anew.
-        if (access(PathOf(wishes.folder, material).c_str(), F_OK) == 0 && ReadTable(wishes.folder, material)) continue;
-        work.push_back(material);
+        if (!IsSound(wishes.folder, material)) work.push_back(material);
     }
-    if (!FitsIntoMemory(work, wishes.memory)) return EXIT_FAILURE;
+    if (!FitsIntoMemory(work, wishes)) return EXIT_FAILURE;
     Progress progress(wishes.quiet, work);
-    MateTables known;
+    SolvedTables known;
     for (const Material& material : work) {
         progress.Begin(material);
-        if (!Fetch(wishes.folder, material, known)) return EXIT_FAILURE;
-        std::unique_ptr<MateTable> table = Solve(material, known, wishes.threads);
-        if (!WriteTable(wishes.folder, *table, wishes.threads)) {
-            std::cerr << program << ": can't write " << PathOf(wishes.folder, material) << '\n';
+        if (!Fetch(wishes, material, known)) return EXIT_FAILURE;
+        const std::unique_ptr<SolvedTable> table =
+            Solve(material, known, wishes.threads, [&](const SolveState& state) { progress.Solving(state); });
+        if (!WriteTable(wishes.folder, *table, wishes.threads, [&](double share) { progress.Packing(share); })) {
+            std::cerr << wishes.program << ": can't write " << PathOf(wishes.folder, material) << '\n';
             return EXIT_FAILURE;
         }
+        progress.End();
     }
     progress.Finish();
     return EXIT_SUCCESS;
@@ -246,11 +288,11 @@ int Build(const Wishes& wishes) {
 int RunProgram(int argc, char** argv) try {
     bool asks_for_help = false;
     const std::optional<Wishes> wishes = ReadArguments(argc, argv, asks_for_help);
-    if (!wishes) return Usage(std::cerr, EXIT_FAILURE);
-    if (asks_for_help) return Usage(std::cout, EXIT_SUCCESS);
+    if (!wishes) return Usage(std::cerr, ProgramName(argv), EXIT_FAILURE);
+    if (asks_for_help) return Usage(std::cout, ProgramName(argv), EXIT_SUCCESS);
     return Build(*wishes);
 } catch (const std::exception& error) {
-    std::cerr << program << ": " << error.what() << '\n';
+    std::cerr << ProgramName(argv) << ": " << error.what() << '\n';
     return EXIT_FAILURE;
 }
 

@@ -4,8 +4,10 @@
 #include <atomic>
 #include <bit>
 #include <cstddef>
+#include <cstring>
 #include <mutex>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "chess/bitboard_tables.h"
@@ -17,6 +19,10 @@
 // moves are taken back that lead to those losses. A pass of an even number settles losses: whoever can move nowhere but
 // into wins of the enemy loses, and the last of them to be settled tells how long it takes. So the moves that lead to
 // the wins of the pass before are taken back as well, and what is found is looked at: do all of its moves lose?
+//
+// Each pass has two phases, and all threads end the first before one begins the second. The first reads values and
+// changes none: what it finds it marks, one bit for each position. The second settles what is marked; a thread changes
+// the values of its own part alone, but reads those of others.
 //
 // Captures and promotions lead to other tables, which are known. What they are worth is found once, before the first
 // pass: the shortest win, or that one of them draws, or the longest loss. The pass of that number then takes it up.
@@ -50,7 +56,7 @@ constexpr std::uint64_t part = 1 << 14;
 TableValue Before(TableValue after) {
     if (after == table_draw) return table_draw;
     const int plies = PliesOf(after) + 1;
-    if (plies > 2 * longest_win - 1) throw std::overflow_error("table_builder: a mate is too long for a byte");
+    if (plies > 2 * longest_win - 1) throw std::overflow_error("a mate is too long for a byte");
     return ValueOf(plies);
 }
 
@@ -62,40 +68,47 @@ TableValue Load(const TableValue& value) {
 }
 void Store(TableValue& value, TableValue to) { std::atomic_ref(value).store(to, std::memory_order_relaxed); }
 
-/// Calls `visit(number)` for the places of a byte among `values[begin .. end)`, which other threads may change meanwhile.
+/// Calls `visit(number)` for the places of a byte among `values[begin .. end)`, which nobody may change meanwhile.
 template <class Visit>
 void ForEachPlace(const std::vector<TableValue>& values, TableValue byte, std::uint64_t begin, std::uint64_t end,
                   Visit visit) {
-    for (std::uint64_t number = begin; number < end; ++number) {
-        if (Load(values[static_cast<std::size_t>(number)]) == byte) visit(number);
+    const TableValue* const first = values.data() + begin;
+    const TableValue* const last = values.data() + end;
+    for (const TableValue* at = first; at < last; ++at) {
+        at = static_cast<const TableValue*>(std::memchr(at, byte, static_cast<std::size_t>(last - at)));
+        if (at == nullptr) return;
+        visit(static_cast<std::uint64_t>(at - values.data()));
     }
 }
 
 class Solver {
   public:
-    Solver(const Material& material, const MateTables& known, int threads)
-        : known_(known), threads_(threads), table_(std::make_unique<MateTable>(material)) {
+    Solver(const Material& material, const SolvedTables& known, int threads, const SolveReport& report)
+        : known_(known), threads_(threads), report_(report), table_(std::make_unique<SolvedTable>(material)) {
         const auto size = static_cast<std::size_t>(table_->index().size());
         table_->values.resize(size);
         by_conversion_.resize(size);
         marks_.resize(size / 64 + 1);
     }
 
-    std::unique_ptr<MateTable> Run() {
-        InParallel(threads_, table_->index().size(), part,
-                   [this](int, std::uint64_t begin, std::uint64_t end) { Prepare(begin, end); });
+    std::unique_ptr<SolvedTable> Run() {
+        const std::uint64_t size = table_->index().size();
+        InParallel(threads_, size, part, [&](int thread, std::uint64_t begin, std::uint64_t end) {
+            Prepare(begin, end);
+            Report(thread, 0, static_cast<double>(end) / static_cast<double>(size));
+        });
         int idle_passes = 0;
         for (int plies = 1; idle_passes < 2 || plies <= longest_conversion_ + 1; ++plies) {
             if (plies > 2 * longest_win - 1) {
-                throw std::overflow_error("table_builder: a mate is too long for a byte");
+                throw std::overflow_error("a mate is too long for a byte");
             }
-            settled_ = 0;
+            const std::uint64_t settled_before = settled_;
             if (plies % 2 != 0) {
                 SettleWins(plies);
             } else {
                 SettleLosses(plies);
             }
-            idle_passes = settled_ == 0 ? idle_passes + 1 : 0;
+            idle_passes = settled_ == settled_before ? idle_passes + 1 : 0;
         }
         return std::move(table_);
     }
@@ -106,6 +119,7 @@ class Solver {
     /// Finds illegal positions, checkmates, and what captures and promotions are worth.
     void Prepare(std::uint64_t begin, std::uint64_t end) {
         int longest = 0;
+        std::uint64_t open = 0;
         std::vector<std::uint64_t> with_en_passant;
         for (std::uint64_t number = begin; number < end; ++number) {
             const Position position = table_->PositionOf(number);
@@ -119,11 +133,13 @@ class Solver {
                 value = table_checkmate;
                 continue;
             }
+            ++open;
             const TableValue best = BestConversion(position);
             by_conversion_[number] = best;
             if (best != no_conversion && best != table_draw_by_conversion) longest = std::max(longest, PliesOf(best));
             if (MayBeTakenEnPassant(position, longest)) with_en_passant.push_back(number);
         }
+        open_ += open;
         const std::scoped_lock lock(lock_);
         longest_conversion_ = std::max(longest_conversion_, longest);
         with_en_passant_.insert(with_en_passant_.end(), with_en_passant.begin(), with_en_passant.end());
@@ -166,72 +182,70 @@ class Solver {
     // --- Passes ---
 
     void SettleWins(int plies) {
-        const TableValue win = ValueOf(plies);
-        const TableValue loss_before = ValueOf(plies - 1);
-        ForAllParts([&](std::uint64_t begin, std::uint64_t end) {
-            std::uint64_t settled = 0;
-            const auto settle = [&](std::uint64_t number) {
-                TableValue& value = table_->values[number];
-                if (Load(value) != table_draw) return;
-                Store(value, win);
-                ++settled;
-            };
-            ForEachPlace(by_conversion_, win, begin, end, settle);
-            ForEachPlace(table_->values, loss_before, begin, end, [&](std::uint64_t number) {
-                ForEachPositionBefore(table_->PositionOf(number), [&](const Position& before) {
-                    const auto [first, second] = table_->IndicesOf(before);
-                    settle(first);
-                    if (second != first) settle(second);
-                });
-            });
-            return settled;
-        });
-        LookAtThoseWithEnPassant(plies);
+        Settle(
+            plies, [](std::uint64_t) { return true; }, [](std::uint64_t) { return true; });
     }
 
     void SettleLosses(int plies) {
-        const TableValue loss = ValueOf(plies);
-        const TableValue win_before = ValueOf(plies - 1);
-        ForAllParts([&](std::uint64_t begin, std::uint64_t end) {
-            ForEachPlace(by_conversion_, loss, begin, end, [&](std::uint64_t number) { Mark(number); });
-            ForEachPlace(table_->values, win_before, begin, end, [&](std::uint64_t number) {
+        Settle(
+            plies,
+            [this](std::uint64_t number) {
+                const TableValue conversion = by_conversion_[number];
+                return conversion != table_draw_by_conversion && !IsWin(conversion);
+            },
+            [this, plies](std::uint64_t number) { return AllMovesLose(number, plies); });
+    }
+
+    /// One pass. `is_possible(number)` says of a position that was not settled so far whether it deserves a closer look
+    /// in the second phase, `holds(number)` takes that look.
+    template <class IsPossible, class Holds>
+    void Settle(int plies, IsPossible is_possible, Holds holds) {
+        std::vector<TableValue>& values = table_->values;
+        const auto mark = [&](std::uint64_t number) {
+            if (values[number] == table_draw && is_possible(number)) Mark(number);
+        };
+        ForAllParts(plies, [&](std::uint64_t begin, std::uint64_t end) {
+            ForEachPlace(by_conversion_, ValueOf(plies), begin, end, mark);
+            ForEachPlace(values, ValueOf(plies - 1), begin, end, [&](std::uint64_t number) {
                 ForEachPositionBefore(table_->PositionOf(number), [&](const Position& before) {
                     const auto [first, second] = table_->IndicesOf(before);
-                    Mark(first);
-                    if (second != first) Mark(second);
+                    mark(first);
+                    if (second != first) mark(second);
                 });
             });
-            return std::uint64_t{0};
         });
-        ForAllParts([&](std::uint64_t begin, std::uint64_t end) {
+        ForAllParts(plies, [&](std::uint64_t begin, std::uint64_t end) {
             std::uint64_t settled = 0;
             for (std::uint64_t word = begin / 64; word * 64 < end; ++word) {
                 for (std::uint64_t& marks = marks_[word]; marks != 0; marks &= marks - 1) {
                     const std::uint64_t number = word * 64 + static_cast<std::uint64_t>(std::countr_zero(marks));
-                    if (Load(table_->values[number]) != table_draw || !AllMovesLose(number, plies)) continue;
-                    Store(table_->values[number], loss);
+                    if (!holds(number)) continue;
+                    Store(values[number], ValueOf(plies));
                     ++settled;
                 }
             }
-            return settled;
+            settled_ += settled;
         });
         LookAtThoseWithEnPassant(plies);
     }
 
     template <class Work>
-    void ForAllParts(Work work) {
-        InParallel(threads_, table_->values.size(), part,
-                   [&](int, std::uint64_t begin, std::uint64_t end) { settled_ += work(begin, end); });
+    void ForAllParts(int plies, Work work) {
+        InParallel(threads_, table_->values.size(), part, [&](int thread, std::uint64_t begin, std::uint64_t end) {
+            work(begin, end);
+            Report(thread, plies, open_ == 0 ? 1 : static_cast<double>(settled_) / static_cast<double>(open_));
+        });
     }
 
-    /// A position that can still become a loss.
     void Mark(std::uint64_t number) {
-        const TableValue conversion = by_conversion_[number];
-        if (conversion == table_draw_by_conversion || IsWin(conversion)) return;
-        if (Load(table_->values[number]) != table_draw) return;
         const std::uint64_t bit = std::uint64_t{1} << number % 64;
         const std::atomic_ref word(marks_[number / 64]);
         if ((word.load(std::memory_order_relaxed) & bit) == 0) word.fetch_or(bit, std::memory_order_relaxed);
+    }
+
+    /// Only the thread that called tells how far the work is.
+    void Report(int thread, int plies, double share) const {
+        if (thread == 0 && report_) report_({.plies = plies, .share = share});
     }
 
     /// Whether every move leads to a win of the enemy of fewer plies. Captures and promotions were seen before.
@@ -326,27 +340,30 @@ class Solver {
         return WorthOf(plain) > WorthOf(best) ? plain : best;
     }
 
-    const MateTables& known_;
+    const SolvedTables& known_;
     const int threads_;
-    std::unique_ptr<MateTable> table_;  ///< table_draw is also what has not been settled
+    const SolveReport& report_;
+    std::unique_ptr<SolvedTable> table_;  ///< table_draw is also what has not been settled
     std::vector<TableValue> by_conversion_;
     std::vector<std::uint64_t> marks_;  ///< a bit for each position
     std::vector<std::uint64_t> with_en_passant_;
     int longest_conversion_ = 0;
-    std::atomic<std::uint64_t> settled_ = 0;
+    std::atomic<std::uint64_t> open_ = 0;     ///< positions that were not settled before the first pass
+    std::atomic<std::uint64_t> settled_ = 0;  ///< of them so far
     std::mutex lock_;
 };
 
 }  // namespace
 
-std::unique_ptr<MateTable> Solve(const Material& material, const MateTables& known, int threads) {
-    return Solver(material, known, threads).Run();
+std::unique_ptr<SolvedTable> Solve(const Material& material, const SolvedTables& known, int threads,
+                                   const SolveReport& report) {
+    return Solver(material, known, threads, report).Run();
 }
 
 std::uint64_t MemoryToSolve(const Material& material) {
     std::uint64_t bytes = 0;
-    for (const Material& next : material.Successors()) bytes += TableIndex(next).size();
-    const std::uint64_t size = TableIndex(material).size();
+    for (const Material& next : material.Successors()) bytes += MateTableIndex(next).size();
+    const std::uint64_t size = MateTableIndex(material).size();
     // Values, conversions, marks, and the packed blocks of the file twice, of which there are few.
     return bytes + 2 * size + size / 8 + size / 2;
 }

@@ -1,5 +1,7 @@
 #include "table_builder/storage.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <optional>
@@ -9,6 +11,7 @@
 #include "frame/base/whole_file.h"
 #include "table_builder/parallel.h"
 #include "tablebases/packing.h"
+#include "tablebases/table_messages.h"
 
 namespace table_builder {
 
@@ -32,13 +35,24 @@ std::vector<TableValue> WithoutGaps(std::span<const TableValue> values) {
     return block;
 }
 
+/// Null if it is no table of this material.
+std::unique_ptr<MateTableFile> OpenTable(const std::string& folder, const Material& material) {
+    std::unique_ptr<MateTableFile> file = MateTableFile::Open(PathOf(folder, material));
+    if (file && file->header().material != material) {
+        TellUnableToRegister(PathOf(folder, material));
+        return nullptr;
+    }
+    return file;
+}
+
 }  // namespace
 
 std::string PathOf(const std::string& folder, const Material& material) {
     return folder + '/' + material.name().append(mate_table_ending);
 }
 
-bool WriteTable(const std::string& folder, const MateTable& table, int threads) {
+bool WriteTable(const std::string& folder, const SolvedTable& table, int threads,
+                const std::function<void(double)>& report) {
     MateTableHeader header = HeaderOf(table);
     header.block_bytes = block_bytes;
     std::vector<std::vector<std::uint8_t>> packed(header.blocks());
@@ -50,14 +64,26 @@ bool WriteTable(const std::string& folder, const MateTable& table, int threads) 
             const std::span<const TableValue> values(table.values.data() + block * block_bytes, header.BytesOf(number));
             packed[block] = packers[static_cast<std::size_t>(thread)]->Pack(WithoutGaps(values));
         }
+        if (thread == 0 && report) report(static_cast<double>(end) / static_cast<double>(packed.size()));
     });
     return ReplaceFile(PathOf(folder, table.material()), MateTableText(header, packed)) == FileOutcome::written;
 }
 
-std::unique_ptr<MateTable> ReadTable(const std::string& folder, const Material& material) {
-    const std::unique_ptr<MateTableFile> file = MateTableFile::Open(PathOf(folder, material));
-    if (!file || file->header().material != material) return nullptr;
-    auto table = std::make_unique<MateTable>(material);
+bool IsSound(const std::string& folder, const Material& material) {
+    if (access(PathOf(folder, material).c_str(), F_OK) != 0) return false;
+    const std::unique_ptr<MateTableFile> file = OpenTable(folder, material);
+    if (!file) return false;
+    std::vector<TableValue> values(file->header().block_bytes);
+    for (std::uint32_t block = 0; block < file->header().blocks(); ++block) {
+        if (file->ReadBlock(block, values) != SourceFailure::none) return false;
+    }
+    return true;
+}
+
+std::unique_ptr<SolvedTable> ReadTable(const std::string& folder, const Material& material) {
+    const std::unique_ptr<MateTableFile> file = OpenTable(folder, material);
+    if (!file) return nullptr;
+    auto table = std::make_unique<SolvedTable>(material);
     table->values.resize(static_cast<std::size_t>(file->header().entries));
     for (std::uint32_t block = 0; block < file->header().blocks(); ++block) {
         const std::span<TableValue> to(table->values.data() + std::size_t{block} * file->header().block_bytes,

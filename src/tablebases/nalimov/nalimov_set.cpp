@@ -3,62 +3,31 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "tablebases/nalimov/table_proof.h"
 #include "tablebases/nalimov/table_values.h"
+#include "tablebases/table_file.h"
 
 namespace NalimovTablebases {
 
 using VorkaTablebases::ProbeResult;
 using VorkaTablebases::SourceFailure;
 
-namespace {
-
-/// The names of all files, in order.
-std::vector<std::string> FilesIn(const std::string& folder) {
-    std::vector<std::string> names;
-    std::error_code error;
-    std::filesystem::directory_iterator entry(folder, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        names.push_back(entry->path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-Bitboard SetOf(const SIDE_PIECES& side, PieceType kind) noexcept {
-    switch (kind) {
-        case queen:
-            return side.queens;
-        case rook:
-            return side.rooks;
-        case bishop:
-            return side.bishops;
-        case knight:
-            return side.knights;
-        default:
-            return side.pawns;
-    }
-}
-
-}  // namespace
-
 NalimovSet::NalimovSet(const std::string& folder) {
-    for (int men = fewest_men; men <= most_men; ++men) {
-        for (Material& material : MaterialsOf(men)) {
+    for (std::size_t men = VorkaTablebases::fewest_men; men <= most_men; ++men) {
+        for (Material& material : VorkaTablebases::MaterialsOf(men)) {
             const std::uint32_t key = material.key();
             materials_.push_back({std::move(material), key});
         }
     }
     std::sort(materials_.begin(), materials_.end(),
               [](const MaterialTables& one, const MaterialTables& other) { return one.key < other.key; });
-    for (const std::string& file : FilesIn(folder)) {
-        const std::optional<TableName> name = ReadTableName(file);
+    for (const std::filesystem::path& file : VorkaTablebases::FilesIn(folder)) {
+        const std::optional<TableName> name = ReadTableName(file.filename().string());
         if (!name) continue;
         std::unique_ptr<NalimovTable>& table = TablesOf(name->material.key())->tables[name->mover];
-        if (!table) table = NalimovTable::Open((std::filesystem::path(folder) / file).string(), *name);
+        if (!table) table = NalimovTable::Open(file.string(), *name);
     }
     std::erase_if(materials_, [](const MaterialTables& tables) {
         return tables.tables[first_side] == nullptr && tables.tables[second_side] == nullptr;
@@ -84,12 +53,12 @@ NalimovSet::MaterialTables* NalimovSet::TablesOf(std::uint32_t key) noexcept {
 }
 
 NalimovSet::Seat NalimovSet::SeatOf(const BOARD& board) noexcept {
-    const int men = PopCount(board.occupied);
-    if (men < fewest_men || men > most_men) return {};
+    const auto men = static_cast<std::size_t>(PopCount(board.occupied));
+    if (men < VorkaTablebases::fewest_men || men > most_men) return {};
     // Where both sides have the same men, either can be the first, and a table for one of them is enough.
     for (const Side mover : {first_side, second_side}) {
         const Colour first = mover == first_side ? board.mover() : Opponent(board.mover());
-        MaterialTables* const tables = TablesOf(KeyOf(board, first));
+        MaterialTables* const tables = TablesOf(Material::KeyOf(board, first));
         if (tables == nullptr || !tables->tables[mover] || tables->trust[mover] == Trust::left_out) continue;
         return {tables, first, mover};
     }
@@ -101,9 +70,9 @@ Placement PlacementOf(const BOARD& board, Colour first, const Material& material
     for (const Side side : {first_side, second_side}) {
         const SIDE_PIECES& pieces = board.side(side == first_side ? first : Opponent(first));
         placement.kings[side] = Seen(first, pieces.king_square);
-        const std::string& men = material.men[side];
+        const std::vector<int>& men = MenOf(material, side);
         for (std::size_t i = 0; i < men.size();) {
-            Bitboard set = SetOf(pieces, kinds[letters_of_kinds.find(men[i])]);
+            Bitboard set = VorkaTablebases::MenOf(pieces, men[i]);
             while (set != 0) placement.men[side][i++] = Seen(first, TakeNextBit(set));
         }
     }

@@ -49,10 +49,11 @@ Agreement CompareWithMoves(BOARD& board, int score, ScoreLookup& lookup) noexcep
 RandomPositions::RandomPositions(const Material& material, Side mover) noexcept
     : mover_(mover == first_side ? white : black) {
     for (const Side side : {first_side, second_side}) {
-        for (const char letter : 'k' + material.men[side]) {
-            const int kind = letter == 'k' ? king : kinds[letters_of_kinds.find(letter)];
-            men_[count_++] = static_cast<std::int8_t>(side == first_side ? kind : -kind);
-        }
+        const auto place = [&](int type) {
+            men_[count_++] = static_cast<std::int8_t>(side == first_side ? type : -type);
+        };
+        place(king);
+        for (const int type : MenOf(material, side)) place(type);
     }
 }
 

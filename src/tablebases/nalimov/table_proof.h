@@ -20,8 +20,8 @@ class ScoreLookup {
     ScoreLookup(const ScoreLookup&) = delete;
     ScoreLookup& operator=(const ScoreLookup&) = delete;
 
-    /// 0 a draw, else 32767 - |score| plies to the mate, for the side to move; nothing for a position that is not
-    /// known. It has no castling right and no en passant square.
+    /// 0 a draw, else score_of_mate - |score| plies to the mate, for the side to move; nothing for a position that is
+    /// not known. It has no castling right and no en passant square.
     [[nodiscard]] virtual std::optional<int> ScoreOf(const BOARD& board) noexcept = 0;
 };
 

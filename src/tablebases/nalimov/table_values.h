@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "bitbases/tablebases.h"
+
 /// The values of the tables: one signed byte for each position, with the distance to mate in moves, from the view of
 /// the side to move.
 ///
@@ -16,8 +18,8 @@ namespace NalimovTablebases {
 
 inline constexpr std::int8_t broken_value = 127;
 
-/// The scores of the program: 32767 - |score| half moves to the mate.
-inline constexpr int score_of_mate = 32767;
+/// The scores of the program: score_of_mate - |score| half moves to the mate.
+using VorkaTablebases::score_of_mate;
 [[nodiscard]] constexpr int ScoreOfMateIn(int moves) { return score_of_mate - (2 * moves - 1); }
 [[nodiscard]] constexpr int ScoreOfMatedIn(int moves) { return -(score_of_mate - 2 * moves); }
 

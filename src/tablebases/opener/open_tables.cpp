@@ -5,7 +5,7 @@
 
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
-#include "tablebases/mate_tables.h"
+#include "tablebases/mate_table_set.h"
 #include "tablebases/nalimov/nalimov_set.h"
 #include "tablebases/table_files.h"
 
@@ -13,7 +13,7 @@ namespace VorkaTablebases {
 
 std::unique_ptr<TableSource> OpenTables(const std::string& path) {
     std::vector<std::unique_ptr<TableSet>> sets;
-    sets.push_back(std::make_unique<MateTables>(path));
+    sets.push_back(std::make_unique<MateTableSet>(path));
     sets.push_back(std::make_unique<NalimovTablebases::NalimovSet>(path));
     if (!sets.back()->empty()) vlog << vocabulary::nalimov_untested;
     std::erase_if(sets, [](const auto& set) { return set->empty(); });

@@ -37,7 +37,7 @@ const ThreeMen& Solved(PieceType kind) {
 }
 
 Bytes ValuesOf(PieceType kind, Side mover) {
-    const Material material{{std::string(1, letters_of_kinds[static_cast<std::size_t>(queen - kind)]), ""}};
+    const Material material({kind}, {});
     const ThreeMen& solved = Solved(kind);
     const auto who = mover == first_side ? ThreeMen::strong : ThreeMen::bare;
     return table_encoder::ValuesOf(material, mover, [&](const Placement& position) -> std::optional<std::int8_t> {
@@ -51,6 +51,12 @@ Bytes ValuesOf(PieceType kind, Side mover) {
 /// A table of king and queen against king, the queen's side to move.
 const Bytes& QueenValues() {
     static const Bytes values = ValuesOf(queen, first_side);
+    return values;
+}
+
+/// The same, the bare king to move.
+const Bytes& BareKingValues() {
+    static const Bytes values = ValuesOf(queen, second_side);
     return values;
 }
 
@@ -117,17 +123,17 @@ TEST(ThreeMenSolved, HaveTheLongestMatesThatArePublished) {
 }
 
 TEST_F(NalimovTables, GiveBackEveryValueOfThreeMen) {
-    for (const PieceType kind : kinds) {
-        const std::string name = std::string("k") + letters_of_kinds[static_cast<std::size_t>(queen - kind)] + "k.";
+    for (const PieceType kind : {queen, rook, bishop, knight, pawn}) {
+        const Material material({kind}, {});
         // One of the two packed.
         const bool packs_first = kind % 2 == 0;
         const Bytes first = ValuesOf(kind, first_side);
         const Bytes second = ValuesOf(kind, second_side);
-        Write(name + (packs_first ? "nbw.emd" : "nbw"), packs_first ? table_encoder::Pack(first) : first);
-        Write(name + (packs_first ? "nbb" : "nbb.emd"), packs_first ? second : table_encoder::Pack(second));
+        Write(FileNameOf({material, first_side, packs_first}), packs_first ? table_encoder::Pack(first) : first);
+        Write(FileNameOf({material, second_side, !packs_first}), packs_first ? second : table_encoder::Pack(second));
     }
     EXPECT_EQ(Open(), "");
-    for (const PieceType kind : kinds) {
+    for (const PieceType kind : {queen, rook, bishop, knight, pawn}) {
         std::uint64_t found = 0;
         // With a step that meets all squares of each man.
         for (int place = 0; place < 64 * 64 * 64; place += kind == pawn || kind == rook ? 1 : 5) {
@@ -150,6 +156,7 @@ TEST_F(NalimovTables, GiveBackEveryValueOfThreeMen) {
 
 TEST_F(NalimovTables, AnswerTheSameWithAnyCache) {
     Write("kqk.nbw.emd", table_encoder::Pack(QueenValues()));
+    Write("kqk.nbb.emd", table_encoder::Pack(BareKingValues()));
     for (const std::int32_t cache : {0, 10'000, 1 << 20}) {
         EXPECT_EQ(Open(cache), "");
         EXPECT_EQ(ScoreOf("8/8/8/8/8/2K5/7Q/k7 w - - 0 1"), ScoreOfMateIn(1));
@@ -165,20 +172,36 @@ TEST_F(NalimovTables, AreSaidToBeUntestedIfThereAreAny) {
     EXPECT_TRUE(has_remark_);
 }
 
-TEST_F(NalimovTables, KnowOnlyTheSideThatTheyHave) {
+TEST_F(NalimovTables, KnowOnlyTheMenThatTheyHave) {
     Write("kqk.nbw", QueenValues());
+    Write("kqk.nbb", BareKingValues());
     EXPECT_EQ(Open(), "");
     int score = 0;
-    EXPECT_EQ(Probe("8/8/8/8/8/2K5/7Q/k7 w - - 0 1", score), ProbeResult::found);
-    EXPECT_EQ(Probe(bare_king_is_mated, score), ProbeResult::not_found);
-    EXPECT_EQ(Probe("8/8/8/8/8/2K5/7R/k7 w - - 0 1", score), ProbeResult::not_found);
-    EXPECT_EQ(Probe("8/8/8/8/8/2K5/8/k7 w - - 0 1", score), ProbeResult::not_found);
-    EXPECT_EQ(Probe(start_fen, score), ProbeResult::not_found);
-    Write("kqk.nbb", ValuesOf(queen, second_side));
-    EXPECT_EQ(Open(), "");
+    for (const std::string& fen :
+         {std::string("8/8/8/8/8/2K5/7R/k7 w - - 0 1"), std::string("8/8/8/8/8/2K5/8/k7 w - - 0 1"), start_fen}) {
+        EXPECT_EQ(Probe(fen, score), ProbeResult::not_found) << fen;
+    }
+    EXPECT_EQ(ScoreOf("8/8/8/8/8/2K5/7Q/k7 w - - 0 1"), ScoreOfMateIn(1));
     EXPECT_EQ(ScoreOf("8/8/8/8/8/1K6/1Q6/k7 b - - 0 1"), -32767) << "it is mate";
     EXPECT_EQ(ScoreOf("8/8/8/8/8/1Q6/2K5/k7 b - - 0 1"), 0) << "it is stalemate";
     EXPECT_EQ(ScoreOf("8/8/8/8/8/8/1Qk5/7K b - - 0 1"), 0) << "the queen is lost";
+}
+
+// Every move with a queen leads to the other file, and nearly every move of the bare king.
+TEST_F(NalimovTables, AreLeftOutIfNothingShowsThatTheyAreRight) {
+    const std::pair<const char*, const Bytes*> files[] = {{"kqk.nbw", &QueenValues()}, {"kqk.nbb", &BareKingValues()}};
+    for (const auto& [name, values] : files) {
+        Write(name, *values);
+        EXPECT_EQ(Open(), "");
+        for (const char* const fen : {"8/8/8/8/8/2K5/7Q/k7 w - - 0 1", bare_king_is_mated}) {
+            int score = 0;
+            testing::internal::CaptureStdout();
+            EXPECT_EQ(Probe(fen, score), ProbeResult::not_found) << name << ' ' << fen;
+            EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+            EXPECT_EQ(tables_.LastFailure(), SourceFailure::none);
+        }
+        std::filesystem::remove(folder_.File(name));
+    }
 }
 
 struct Disorder {
@@ -207,11 +230,10 @@ INSTANTIATE_TEST_SUITE_P(Nalimov, DisturbedValues, testing::ValuesIn(disorders),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_P(DisturbedValues, AreNotBelieved) {
-    const Bytes second = ValuesOf(queen, second_side);
     Bytes disturbed = QueenValues();
     GetParam().disturb(disturbed);
     Write("kqk.nbw", disturbed);
-    Write("kqk.nbb", second);
+    Write("kqk.nbb", BareKingValues());
     EXPECT_EQ(Open(), "");
     int score = 0;
     testing::internal::CaptureStdout();
@@ -226,21 +248,24 @@ TEST_P(DisturbedValues, AreNotBelieved) {
 TEST_F(NalimovTables, TakeAValueOfNoPositionForNoAnswer) {
     const BOARD board = BoardFromFen("8/8/8/8/8/2K5/7Q/k7 w - - 0 1");
     Bytes values = QueenValues();
-    const TableIndex index(*MaterialNamed("kqk"), first_side);
+    const NalimovIndex index(*MaterialNamed("kqk"), first_side);
     const auto number = index.Of(PlacementOf(board, white, *MaterialNamed("kqk")));
     ASSERT_TRUE(number);
     values[static_cast<std::size_t>(*number)] = 127;
     Write("kqk.nbw", values);
+    Write("kqk.nbb", BareKingValues());
     EXPECT_EQ(Open(), "");
     int score = 0;
     EXPECT_EQ(tables_.Probe(board, score), ProbeResult::not_found);
     EXPECT_EQ(tables_.LastFailure(), SourceFailure::none);
+    EXPECT_EQ(ScoreOf("8/8/8/8/8/2K5/6Q1/k7 w - - 0 1"), ScoreOfMateIn(1)) << "the others are there";
 }
 
 TEST_F(NalimovTables, WithoutTheirLastPositionsAreTables) {
     Bytes values = QueenValues();
     values.resize(values.size() - 20);
     Write("kqk.nbw", values);
+    Write("kqk.nbb", BareKingValues());
     EXPECT_EQ(Open(), "");
     EXPECT_EQ(ScoreOf("8/8/8/8/8/2K5/7Q/k7 w - - 0 1"), ScoreOfMateIn(1));
 }
@@ -281,6 +306,7 @@ TEST_F(NalimovTables, AreTakenOnceIfTheyLieThereTwice) {
 TEST_F(NalimovTables, ThatAreDamagedGiveWayToAnotherFile) {
     Write("kqk.nbw", Bytes(10, 0));
     Write("kqk.nbw.emd", table_encoder::Pack(QueenValues()));
+    Write("kqk.nbb", BareKingValues());
     EXPECT_THAT(Open(), HasSubstr("*** Unable to register "));
     EXPECT_EQ(ScoreOf("8/8/8/8/8/2K5/7Q/k7 w - - 0 1"), ScoreOfMateIn(1));
 }

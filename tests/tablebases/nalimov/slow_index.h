@@ -6,19 +6,30 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "tablebases/nalimov/table_index.h"
+#include "tablebases/nalimov/nalimov_index.h"
 
 /// The index of the published tables, formula by formula as it is described: slow, with lists of squares.
 namespace slow_index {
 
+using NalimovTablebases::first_side;
 using NalimovTablebases::Material;
 using NalimovTablebases::Placement;
+using NalimovTablebases::second_side;
 using NalimovTablebases::Side;
 using Number = std::uint64_t;
 using Squares = std::vector<Square>;
+
+/// The men of a side beside its king, as the descriptions name them: "bn".
+inline std::string LettersOf(const Material& material, Side side) {
+    constexpr std::string_view letters = " pnbrq";
+    std::string text;
+    for (const int type : MenOf(material, side)) text += letters[static_cast<std::size_t>(type)];
+    return text;
+}
 
 inline Number C2(Number n) { return n * (n - 1) / 2; }
 inline Number C3(Number n) { return n * (n - 1) * (n - 2) / 6; }
@@ -163,8 +174,8 @@ class Formulas {
 
     /// The size of the index.
     [[nodiscard]] static Number Size(const Material& material, Side mover) {
-        const std::string& first = material.men[0];
-        const std::string& second = material.men[1];
+        const std::string first = LettersOf(material, first_side);
+        const std::string second = LettersOf(material, second_side);
         const bool with_pawns = material.has_pawns();
         if (mover == NalimovTablebases::first_side) {
             const Number total = Enumeration{first, with_pawns, false}.Total();
@@ -198,10 +209,10 @@ class Formulas {
     static std::size_t PawnsIn(const std::string& men) {
         return static_cast<std::size_t>(std::count(men.begin(), men.end(), 'p'));
     }
-    [[nodiscard]] Squares First() const { return Listed(0); }
-    [[nodiscard]] Squares Listed(std::size_t side) const {
+    [[nodiscard]] Squares First() const { return Listed(first_side); }
+    [[nodiscard]] Squares Listed(Side side) const {
         return {position_.men[side].begin(),
-                position_.men[side].begin() + static_cast<std::ptrdiff_t>(material_.men[side].size())};
+                position_.men[side].begin() + static_cast<std::ptrdiff_t>(MenOf(material_, side).size())};
     }
     [[nodiscard]] Kings BothKings() const { return {position_.kings[mover_], position_.kings[1 - mover_]}; }
     /// Both kings and more.
@@ -217,8 +228,8 @@ class Formulas {
     }
 
     [[nodiscard]] Number OfFirst() const {
-        const std::string& first = material_.men[0];
-        const std::string& second = material_.men[1];
+        const std::string first = LettersOf(material_, first_side);
+        const std::string second = LettersOf(material_, second_side);
         const Number e = Enumeration{first, material_.has_pawns(), false}.Of(BothKings(), First());
         if (second.empty()) return e;
         const Square z = position_.men[1][0];
@@ -230,17 +241,19 @@ class Formulas {
         return e * (48 - pawns.size()) + OfPawn(z, pawns);
     }
 
-    [[nodiscard]] Number OfSecond() const { return material_.men[1].empty() ? OfBareKing() : OfOneMan(); }
+    [[nodiscard]] Number OfSecond() const {
+        return LettersOf(material_, second_side).empty() ? OfBareKing() : OfOneMan();
+    }
 
     /// The second side has one man beside its king, z.
     [[nodiscard]] Number OfOneMan() const {
-        const std::string& first = material_.men[0];
+        const std::string first = LettersOf(material_, first_side);
         const Square z = position_.men[1][0];
-        const bool is_pawn = material_.men[1] == "p";
+        const bool is_pawn = LettersOf(material_, second_side) == "p";
         Kings kings = BothKings();
         if (is_pawn) kings = {MirrorRank(kings.mover), MirrorRank(kings.other)};
-        const Number e =
-            Enumeration{material_.men[1], material_.has_pawns(), false}.Of(kings, {is_pawn ? MirrorRank(z) : z});
+        const Number e = Enumeration{LettersOf(material_, second_side), material_.has_pawns(), false}.Of(
+            kings, {is_pawn ? MirrorRank(z) : z});
         const Squares pawn_of_second = is_pawn ? Squares{z} : Squares{};
         const Square x = position_.men[0][0];
         const Square y = position_.men[0][1];
@@ -257,7 +270,7 @@ class Formulas {
     }
 
     [[nodiscard]] Number OfBareKing() const {
-        const std::string& first = material_.men[0];
+        const std::string first = LettersOf(material_, first_side);
         const Square x = position_.men[0][0];
         const Square y = position_.men[0][1];
         const Square z = position_.men[0][2];

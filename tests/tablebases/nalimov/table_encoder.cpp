@@ -221,12 +221,12 @@ void PutCodeLengths(BitWriter& bits, const Bytes& lengths) {
 }
 
 Bytes ValuesOf(const Material& material, Side mover, const ValueOf& value_of) {
-    const TableIndex index(material, mover);
+    const NalimovIndex index(material, mover);
     Bytes values(static_cast<std::size_t>(index.size()), static_cast<std::uint8_t>(127));
     Placement position;
     std::vector<Square*> men{&position.kings[mover], &position.kings[Other(mover)]};
     for (const Side side : {first_side, second_side}) {
-        for (std::size_t i = 0; i < material.men[side].size(); ++i) men.push_back(&position.men[side][i]);
+        for (std::size_t i = 0; i < MenOf(material, side).size(); ++i) men.push_back(&position.men[side][i]);
     }
     const auto place = [&](auto& self, std::size_t man) -> void {
         if (man == men.size()) {

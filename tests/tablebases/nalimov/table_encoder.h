@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tablebases/nalimov/table_index.h"
+#include "tablebases/nalimov/nalimov_index.h"
 #include "tablebases/nalimov/table_name.h"
 
 /// Writes tables in the published format: for tests of what reads them.

@@ -3,42 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <set>
-
-#include "support/board_builder.h"
-
 namespace NalimovTablebases {
 
 using testing::Optional;
 
-TEST(Materials, AreAsManyAsPublished) {
-    EXPECT_EQ(MaterialsOf(3).size(), 5U);
-    EXPECT_EQ(MaterialsOf(4).size(), 30U);
-    EXPECT_EQ(MaterialsOf(5).size(), 110U);
-}
-
-TEST(Materials, HaveNamesAndKeysOfTheirOwn) {
-    std::set<std::string> names;
-    std::set<std::uint32_t> keys;
-    std::size_t count = 0;
-    for (const int men : {3, 4, 5}) {
-        for (const Material& material : MaterialsOf(men)) {
-            ++count;
-            names.insert(material.name());
-            keys.insert(material.key());
-            EXPECT_EQ(material.name().size(), static_cast<std::size_t>(men));
-            EXPECT_THAT(MaterialNamed(material.name()), Optional(material));
-        }
+TEST(MaterialNames, AreSmallAndInOrder) {
+    EXPECT_THAT(MaterialNamed("kbnk"), Optional(*Material::FromName("KBNK")));
+    for (const char* const name : {"", "kk", "KBNK", "kBNk", "knbk", "krkq", "kbnk ", "kqqqqk"}) {
+        EXPECT_EQ(MaterialNamed(name), std::nullopt) << name;
     }
-    EXPECT_EQ(names.size(), count);
-    EXPECT_EQ(keys.size(), count);
-}
-
-TEST(Materials, OfABoardHaveTheSameKey) {
-    const BOARD board = BoardFromFen("4k3/8/3b4/8/8/8/8/RN2K3 w - - 0 1");
-    EXPECT_EQ(KeyOf(board, white), MaterialNamed("krnkb")->key());
-    EXPECT_NE(KeyOf(board, black), MaterialNamed("krnkb")->key());
-    EXPECT_EQ(KeyOf(BoardFromFen("4k2q/8/8/8/8/8/8/4K3 w - - 0 1"), black), MaterialNamed("kqk")->key());
 }
 
 struct NameRow {

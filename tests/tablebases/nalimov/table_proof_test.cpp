@@ -91,7 +91,7 @@ TEST(RandomPositions, AreLegalAndTheSameInEveryRun) {
             same.Next(again);
             EXPECT_TRUE(board.IsValid());
             EXPECT_EQ(board.mover(), mover == first_side ? white : black);
-            EXPECT_EQ(KeyOf(board, white), MaterialNamed("krpkp")->key());
+            EXPECT_EQ(Material::KeyOf(board, white), MaterialNamed("krpkp")->key());
             EXPECT_EQ(FenOf(board), FenOf(again));
             seen.insert(FenOf(board));
         }

@@ -1,4 +1,4 @@
-#include "table_builder/mate_table.h"
+#include "table_builder/solved_tables.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -32,7 +32,7 @@ void SortMen(Position& position) {
 
 }  // namespace
 
-MateTable::MateTable(const Material& material) : index_(material) {
+SolvedTable::SolvedTable(const Material& material) : index_(material) {
     men_.count = static_cast<int>(material.men());
     std::size_t place = 2;
     for (const Colour side : {white, black}) {
@@ -40,37 +40,37 @@ MateTable::MateTable(const Material& material) : index_(material) {
     }
 }
 
-Position MateTable::PositionOf(std::uint64_t number) const noexcept {
+Position SolvedTable::PositionOf(std::uint64_t number) const noexcept {
     Position position = men_;
     index_.PositionOf(number, position.at, position.to_move);
     return position;
 }
 
-void MateTables::Add(std::unique_ptr<MateTable> table) { tables_.push_back(std::move(table)); }
+void SolvedTables::Add(std::unique_ptr<SolvedTable> table) { tables_.push_back(std::move(table)); }
 
-bool MateTables::Has(const Material& material) const {
+bool SolvedTables::Has(const Material& material) const {
     return std::ranges::any_of(tables_, [&](const auto& table) { return table->material() == material; });
 }
 
-const MateTable& MateTables::Of(const Material& material) const {
+const SolvedTable& SolvedTables::Of(const Material& material) const {
     for (const auto& table : tables_) {
         if (table->material() == material) return *table;
     }
-    throw std::logic_error("table_builder: no table of " + material.name());
+    throw std::logic_error("no table of " + material.name());
 }
 
-void MateTables::KeepOnly(const std::vector<Material>& materials) {
+void SolvedTables::KeepOnly(const std::vector<Material>& materials) {
     std::erase_if(
         tables_, [&](const auto& table) { return std::ranges::find(materials, table->material()) == materials.end(); });
 }
 
-std::uint64_t MateTables::bytes() const {
+std::uint64_t SolvedTables::bytes() const {
     std::uint64_t sum = 0;
     for (const auto& table : tables_) sum += table->values.size();
     return sum;
 }
 
-TableValue MateTables::ValueOf(const Position& position) const {
+TableValue SolvedTables::ValueOf(const Position& position) const {
     if (position.count == 2) return VorkaTablebases::table_draw;
     for (const bool exchanged : {false, true}) {
         const std::uint32_t key = KeyOf(position, exchanged);
@@ -81,10 +81,10 @@ TableValue MateTables::ValueOf(const Position& position) const {
             return table->values[static_cast<std::size_t>(table->IndicesOf(arranged).first)];
         }
     }
-    throw std::logic_error("table_builder: men of no table");
+    throw std::logic_error("men of no table");
 }
 
-VorkaTablebases::MateTableHeader HeaderOf(const MateTable& table) {
+VorkaTablebases::MateTableHeader HeaderOf(const SolvedTable& table) {
     using namespace VorkaTablebases;
     MateTableHeader header;
     header.material = table.material();
@@ -92,6 +92,7 @@ VorkaTablebases::MateTableHeader HeaderOf(const MateTable& table) {
     const std::size_t of_one_side = table.values.size() / (table.material().is_symmetric() ? 1 : 2);
     for (std::size_t number = 0; number < table.values.size(); ++number) {
         const TableValue value = table.values[number];
+        if (value == table_illegal || table.index().IsSecond(number)) continue;
         TableCounts& counts = header.counts[number / of_one_side];
         const auto plies = static_cast<std::uint32_t>(PliesOf(value));
         if (value == table_draw) {

@@ -1,41 +1,18 @@
-#include "tablebases/mate_tables.h"
+#include "tablebases/mate_table_set.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <system_error>
+#include <optional>
 #include <utility>
 
+#include "frame/base/text_utilities.h"
+#include "tablebases/table_file.h"
 #include "tablebases/table_messages.h"
 #include "tablebases/table_value.h"
 
 namespace VorkaTablebases {
 
 namespace {
-
-Bitboard MenOf(const SIDE_PIECES& side, int type) {
-    switch (type) {
-        case queen:
-            return side.queens;
-        case rook:
-            return side.rooks;
-        case bishop:
-            return side.bishops;
-        case knight:
-            return side.knights;
-        default:
-            return side.pawns;
-    }
-}
-
-std::uint32_t KeyOf(const BOARD& board) {
-    std::uint32_t key = 0;
-    for (const Colour side : {white, black}) {
-        for (int type = pawn; type <= queen; ++type) {
-            key += Material::KeyOf(side, type) * static_cast<std::uint32_t>(PopCount(MenOf(board.side(side), type)));
-        }
-    }
-    return key;
-}
 
 /// The men in the order of a table, whose White is Black on the board if colours are exchanged.
 Squares SquaresOf(const BOARD& board, const Material& material, bool exchanged) {
@@ -55,29 +32,25 @@ Squares SquaresOf(const BOARD& board, const Material& material, bool exchanged) 
     return squares;
 }
 
-/// The files of the folder that are named after a material, in the order of their names.
-std::vector<std::string> TablesIn(const std::string& folder) {
-    std::vector<std::string> paths;
-    std::error_code error;
-    for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
-        const std::filesystem::path& path = file->path();
-        if (path.extension() != mate_table_ending) continue;
-        const std::optional<Material> material = Material::FromName(path.stem().string());
-        if (material && material->is_normal() && material->name() == path.stem()) paths.push_back(path.string());
-    }
-    std::ranges::sort(paths);
-    return paths;
+/// What the name of a file says, in capitals or small letters; nothing if it is no name of a table.
+std::optional<Material> MaterialOfFile(const std::filesystem::path& file) {
+    const std::string name = VorkaUtils::ToLower(file.filename().string());
+    const std::optional<Material> material = Material::FromName(file.stem().string());
+    if (!material || !material->is_normal()) return std::nullopt;
+    return name == VorkaUtils::ToLower(material->name()).append(mate_table_ending) ? material : std::nullopt;
 }
 
 }  // namespace
 
-MateTables::MateTables(const std::string& folder) {
-    for (const std::string& path : TablesIn(folder)) {
-        std::unique_ptr<MateTableFile> file = MateTableFile::Open(path);
+MateTableSet::MateTableSet(const std::string& folder) {
+    for (const std::filesystem::path& path : FilesIn(folder)) {
+        const std::optional<Material> named = MaterialOfFile(path);
+        if (!named || std::ranges::find(by_key_, named->key(), &Entry::key) != by_key_.end()) continue;
+        std::unique_ptr<MateTableFile> file = MateTableFile::Open(path.string());
         if (!file) continue;
         const Material& material = file->header().material;
-        if (material.name() != std::filesystem::path(path).stem()) {
-            TellUnableToRegister(path);
+        if (material != *named) {
+            TellUnableToRegister(path.string());
             continue;
         }
         most_men_ = std::max(most_men_, static_cast<int>(material.men()));
@@ -86,20 +59,20 @@ MateTables::MateTables(const std::string& folder) {
         if (!material.is_symmetric()) {
             by_key_.push_back({Material(material.of(black), material.of(white)).key(), number, true});
         }
-        tables_.push_back({TableIndex(material), std::move(file)});
+        tables_.push_back({MateTableIndex(material), std::move(file)});
     }
     std::ranges::sort(by_key_, {}, &Entry::key);
 }
 
-std::size_t MateTables::largest_block() const noexcept {
+std::size_t MateTableSet::largest_block() const noexcept {
     std::size_t largest = 0;
     for (const Table& table : tables_) largest = std::max<std::size_t>(largest, table.file->header().block_bytes);
     return largest;
 }
 
-ProbeResult MateTables::Probe(const BOARD& board, BlockCache& cache, int& score, SourceFailure& failure) noexcept {
+ProbeResult MateTableSet::Probe(const BOARD& board, BlockCache& cache, int& score, SourceFailure& failure) noexcept {
     if (PopCount(board.occupied) > most_men_) return ProbeResult::not_found;
-    const std::uint32_t key = KeyOf(board);
+    const std::uint32_t key = Material::KeyOf(board, white);
     const auto entry = std::ranges::lower_bound(by_key_, key, {}, &Entry::key);
     if (entry == by_key_.end() || entry->key != key) return ProbeResult::not_found;
     Table& table = tables_[entry->table];

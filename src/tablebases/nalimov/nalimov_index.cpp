@@ -11,40 +11,23 @@
 // A bare king to move has no men to enumerate: pawns of the other side are taken instead, and no check is left out.
 // Where pawns of the second side are enumerated, or met by its bare king, the board is seen from that side.
 
-#include "tablebases/nalimov/table_index.h"
+#include "tablebases/nalimov/nalimov_index.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
 
 #include "chess/bitboard_tables.h"
+#include "tablebases/combinations.h"
 
 namespace NalimovTablebases {
+
+using VorkaTablebases::Choose;
+using VorkaTablebases::NumberOfSet;
 
 namespace {
 
 constexpr Bitboard squares_of_pawns = 0x00FFFFFFFFFFFF00;
-
-constexpr std::uint64_t Binomial(std::uint64_t n, std::size_t k) {
-    switch (k) {
-        case 1:
-            return n;
-        case 2:
-            return n * (n - 1) / 2;
-        default:
-            return n * (n - 1) * (n - 2) / 6;
-    }
-}
-
-/// The number of a set of `count` places, each below some n, among all such sets: 0 for the lowest ones.
-std::uint64_t Combination(std::array<std::uint64_t, most_men_of_a_side>& places, std::size_t count) {
-    if (count == 1) return places[0];
-    if (places[0] < places[1]) std::swap(places[0], places[1]);
-    if (count == 2) return Binomial(places[0], 2) + places[1];
-    if (places[1] < places[2]) std::swap(places[1], places[2]);
-    if (places[0] < places[1]) std::swap(places[0], places[1]);
-    return Binomial(places[0], 3) + Binomial(places[1], 2) + places[2];
-}
 
 constexpr Square SwapDiagonally(Square s) { return FileOf(s) * 8 + RankOf(s); }
 
@@ -90,13 +73,13 @@ std::uint64_t CountBelow(Bitboard set, Square square) {
 
 }  // namespace
 
-TableIndex::TableIndex(const Material& material, Side mover) : mover_(mover), has_pawns_(material.has_pawns()) {
+NalimovIndex::NalimovIndex(const Material& material, Side mover) : mover_(mover), has_pawns_(material.has_pawns()) {
     for (const Side owner : {first_side, second_side}) {
-        const std::string& men = material.men[owner];
+        const std::vector<int>& men = MenOf(material, owner);
         for (std::size_t begin = 0; begin < men.size();) {
-            const std::size_t next = std::min(men.find_first_not_of(men[begin], begin), men.size());
-            groups_.push_back({owner, begin, next - begin, kinds[letters_of_kinds.find(men[begin])]});
-            begin = next;
+            const auto count = static_cast<std::size_t>(std::count(men.begin(), men.end(), men[begin]));
+            groups_.push_back({owner, begin, count, static_cast<PieceType>(men[begin])});
+            begin += count;
         }
     }
     EnumerateGroups(has_pawns_);
@@ -105,7 +88,7 @@ TableIndex::TableIndex(const Material& material, Side mover) : mover_(mover), ha
 }
 
 /// Chooses the enumerated groups.
-void TableIndex::EnumerateGroups(bool has_pawns) {
+void NalimovIndex::EnumerateGroups(bool has_pawns) {
     const auto is_of_mover = [&](const Group& group) { return group.owner == mover_; };
     const bool is_bare = std::none_of(groups_.begin(), groups_.end(), is_of_mover);
     for (unsigned i = 0; i < groups_.size(); ++i) {
@@ -119,7 +102,7 @@ void TableIndex::EnumerateGroups(bool has_pawns) {
 
 /// The low digits come in the order of the name. Which men a digit leaves out follows another order: pawns are placed
 /// first, and in a triple without pawns the single piece before the pair.
-void TableIndex::OrderLowDigits(bool has_pawns) {
+void NalimovIndex::OrderLowDigits(bool has_pawns) {
     const auto is_enumerated = [&](unsigned i) { return std::find(high_.begin(), high_.end(), i) != high_.end(); };
     std::vector<unsigned> placed = high_;
     for (unsigned i = 0; i < groups_.size(); ++i) {
@@ -139,14 +122,14 @@ void TableIndex::OrderLowDigits(bool has_pawns) {
             group.left_out |= 1U << before;
             taken += groups_[before].count;
         }
-        group.radix = Binomial((group.kind == pawn ? 48 : 62) - taken, group.count);
+        group.radix = Choose((group.kind == pawn ? 48 : 62) - taken, group.count);
         low_radix_ *= group.radix;
         placed.push_back(i);
     }
 }
 
 /// Where an enumerated man may stand, as the side sees it that it is enumerated for.
-Bitboard TableIndex::SquaresOf(PieceType kind, Square mover_king, Square other_king) const noexcept {
+Bitboard NalimovIndex::SquaresOf(PieceType kind, Square mover_king, Square other_king) const noexcept {
     const BITBOARD_TABLES& t = bitboard_tables;
     const Bitboard squares = (kind == pawn ? squares_of_pawns : ~Bitboard{0}) & ~Bit(mover_king) & ~Bit(other_king);
     if (!checks_are_out_) return squares;
@@ -165,7 +148,7 @@ Bitboard TableIndex::SquaresOf(PieceType kind, Square mover_king, Square other_k
     }
 }
 
-void TableIndex::ComputeBases() {
+void NalimovIndex::ComputeBases() {
     bases_.assign(has_pawns_ ? pairs_with_pawns : pairs_without_pawns, 0);
     std::uint64_t sum = 0;
     for (Square mover = a1; mover <= h8; ++mover) {
@@ -176,7 +159,7 @@ void TableIndex::ComputeBases() {
             std::uint64_t product = 1;
             for (const unsigned i : high_) {
                 const auto places = static_cast<std::uint64_t>(PopCount(SquaresOf(groups_[i].kind, mover, other)));
-                product *= Binomial(places, groups_[i].count);
+                product *= Choose(places, groups_[i].count);
             }
             sum += product;
         }
@@ -186,7 +169,7 @@ void TableIndex::ComputeBases() {
 
 /// Brings the king whose side has the move to the files a to d; without pawns, into the triangle a1-d1-d4, with the
 /// other king not above the diagonal if this one is on it.
-void TableIndex::Normalise(Placement& position) const noexcept {
+void NalimovIndex::Normalise(Placement& position) const noexcept {
     const auto turn = [&](auto&& turned) {
         for (Square& king : position.kings) king = turned(king);
         for (auto& side : position.men) {
@@ -202,14 +185,14 @@ void TableIndex::Normalise(Placement& position) const noexcept {
     if (above > 0 || (above == 0 && RankOf(other) > FileOf(other))) turn(SwapDiagonally);
 }
 
-std::optional<std::uint64_t> TableIndex::Of(Placement position) const noexcept {
+std::optional<std::uint64_t> NalimovIndex::Of(Placement position) const noexcept {
     Normalise(position);
     const Square mover = position.kings[mover_];
     const Square other = position.kings[Other(mover_)];
     const std::int16_t pair = NumberOfPair(has_pawns_, Seen(mover), Seen(other));
     if (pair == no_pair) return std::nullopt;
 
-    std::array<std::uint64_t, most_men_of_a_side> places{};
+    VorkaTablebases::ThingsOfSet places{};
     std::uint64_t number = 0;
     Bitboard occupied = Bit(mover) | Bit(other);
     std::array<Bitboard, most_men> squares_of_groups{};
@@ -231,8 +214,8 @@ std::optional<std::uint64_t> TableIndex::Of(Placement position) const noexcept {
             if (!Has(squares, square)) return std::nullopt;
             places[man] = CountBelow(squares, square);
         }
-        number = number * Binomial(static_cast<std::uint64_t>(PopCount(squares)), group.count) +
-                 Combination(places, group.count);
+        number = number * Choose(static_cast<std::uint64_t>(PopCount(squares)), group.count) +
+                 NumberOfSet(places, group.count);
     }
     number += bases_[static_cast<std::size_t>(pair)];
     for (const unsigned i : low_) {
@@ -246,7 +229,7 @@ std::optional<std::uint64_t> TableIndex::Of(Placement position) const noexcept {
             const auto first = static_cast<std::uint64_t>(group.kind == pawn ? a2 : a1);
             places[man] = static_cast<std::uint64_t>(square) - first - CountBelow(left_out, square);
         }
-        number = number * group.radix + Combination(places, group.count);
+        number = number * group.radix + NumberOfSet(places, group.count);
     }
     return number;
 }

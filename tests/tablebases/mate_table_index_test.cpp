@@ -1,4 +1,4 @@
-#include "tablebases/table_index.h"
+#include "tablebases/mate_table_index.h"
 
 #include <gtest/gtest.h>
 
@@ -24,17 +24,17 @@ const std::vector<std::string_view> names = {"KQK",  "KPK",  "KBNK",  "KBBK",  "
 
 }  // namespace
 
-TEST(TableIndex, NumbersAllPairsOfKings) {
-    EXPECT_EQ(TableIndex(*Material::FromName("KQK")).size(), 2U * 462 * 64);
-    EXPECT_EQ(TableIndex(*Material::FromName("KPK")).size(), 2U * 1806 * 48);
-    EXPECT_EQ(TableIndex(*Material::FromName("KBBK")).size(), 2U * 462 * (64 * 63 / 2));
-    EXPECT_EQ(TableIndex(*Material::FromName("KPKP")).size(), 1U * 1806 * 48 * 48);
-    EXPECT_EQ(TableIndex(*Material::FromName("KPPPK")).size(), 2U * 1806 * (48 * 47 * 46 / 6));
+TEST(MateTableIndex, NumbersAllPairsOfKings) {
+    EXPECT_EQ(MateTableIndex(*Material::FromName("KQK")).size(), 2U * 462 * 64);
+    EXPECT_EQ(MateTableIndex(*Material::FromName("KPK")).size(), 2U * 1806 * 48);
+    EXPECT_EQ(MateTableIndex(*Material::FromName("KBBK")).size(), 2U * 462 * (64 * 63 / 2));
+    EXPECT_EQ(MateTableIndex(*Material::FromName("KPKP")).size(), 1U * 1806 * 48 * 48);
+    EXPECT_EQ(MateTableIndex(*Material::FromName("KPPPK")).size(), 2U * 1806 * (48 * 47 * 46 / 6));
 }
 
-TEST(TableIndex, GivesEachNumberAPositionThatHasIt) {
+TEST(MateTableIndex, GivesEachNumberAPositionThatHasIt) {
     for (const std::string_view name : names) {
-        const TableIndex index(*Material::FromName(name));
+        const MateTableIndex index(*Material::FromName(name));
         std::mt19937_64 random(3);
         const std::uint64_t step = index.size() > 200000 ? 0 : 1;
         for (std::uint64_t i = 0; i < std::min<std::uint64_t>(index.size(), 200000); ++i) {
@@ -49,10 +49,10 @@ TEST(TableIndex, GivesEachNumberAPositionThatHasIt) {
     }
 }
 
-TEST(TableIndex, NumbersMirroredPositionsAlike) {
+TEST(MateTableIndex, NumbersMirroredPositionsAlike) {
     for (const std::string_view name : names) {
         const Material material = *Material::FromName(name);
-        const TableIndex index(material);
+        const MateTableIndex index(material);
         std::mt19937_64 random(4);
         for (int i = 0; i < 3000; ++i) {
             Squares squares{};
@@ -67,23 +67,23 @@ TEST(TableIndex, NumbersMirroredPositionsAlike) {
     }
 }
 
-TEST(TableIndex, NumbersLikeMenInAnyOrder) {
-    const TableIndex index(*Material::FromName("KNNNK"));
+TEST(MateTableIndex, NumbersLikeMenInAnyOrder) {
+    const MateTableIndex index(*Material::FromName("KNNNK"));
     const Squares squares{a1, e5, b3, g7, d2};
     const Squares mixed{a1, e5, d2, b3, g7};
     EXPECT_EQ(index.IndexOf(squares, white), index.IndexOf(mixed, white));
     EXPECT_NE(index.IndexOf(squares, white), index.IndexOf(squares, black));
 }
 
-TEST(TableIndex, SeesSymmetricMaterialWithWhiteToMove) {
-    const TableIndex index(*Material::FromName("KPKP"));
+TEST(MateTableIndex, SeesSymmetricMaterialWithWhiteToMove) {
+    const MateTableIndex index(*Material::FromName("KPKP"));
     // White: king b1, pawn c4, Black: king g6, pawn f3; and the same with colours exchanged.
     EXPECT_EQ(index.IndexOf({b1, g6, c4, f3, 0}, white), index.IndexOf({g3, b8, f6, c5, 0}, black));
     EXPECT_NE(index.IndexOf({b1, g6, c4, f3, 0}, white), index.IndexOf({b1, g6, c4, f3, 0}, black));
 }
 
-TEST(TableIndex, GivesAPositionWithBothKingsOnTheDiagonalTwoNumbers) {
-    const TableIndex index(*Material::FromName("KBNK"));
+TEST(MateTableIndex, GivesAPositionWithBothKingsOnTheDiagonalTwoNumbers) {
+    const MateTableIndex index(*Material::FromName("KBNK"));
     const auto [first, second] = index.IndicesOf({b2, f6, c7, a4, 0}, black);
     EXPECT_NE(first, second);
     EXPECT_EQ(second, index.IndexOf({b2, f6, g3, d1, 0}, black));

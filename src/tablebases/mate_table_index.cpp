@@ -1,10 +1,11 @@
-#include "tablebases/table_index.h"
+#include "tablebases/mate_table_index.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "chess/bitboard_tables.h"
+#include "tablebases/combinations.h"
 
 namespace VorkaTablebases {
 
@@ -32,11 +33,6 @@ Turns BuildTurns() {
         }
     }
     return all;
-}
-
-/// How many sets of `count` things `n` things have.
-constexpr std::uint64_t Choose(std::uint64_t n, std::size_t count) {
-    return count == 1 ? n : count == 2 ? n * (n - 1) / 2 : n * (n - 1) / 2 * (n - 2) / 3;
 }
 
 /// The pairs of squares of the two kings, and how a board is turned to have one of them.
@@ -97,7 +93,7 @@ std::uint64_t HighestOf(std::uint64_t number, std::size_t count) {
 
 }  // namespace
 
-TableIndex::TableIndex(const Material& material)
+MateTableIndex::MateTableIndex(const Material& material)
     : material_(material),
       key_(material.key()),
       is_symmetric_(material.is_symmetric()),
@@ -122,29 +118,21 @@ TableIndex::TableIndex(const Material& material)
     }
 }
 
-std::uint64_t TableIndex::NumberOf(const Squares& squares, const std::uint8_t (&turned)[64],
-                                   std::uint64_t kings) const noexcept {
+std::uint64_t MateTableIndex::NumberOf(const Squares& squares, const std::uint8_t (&turned)[64],
+                                       std::uint64_t kings) const noexcept {
     std::uint64_t index = kings;
     for (const Group& group : groups_) {
         const int shift = group.of_pawns ? 8 : 0;
-        const auto square = [&](std::size_t i) {
-            return static_cast<std::uint64_t>(turned[squares[group.first + i]] - shift);
-        };
-        std::uint64_t number = square(0);
-        if (group.count == 2) {
-            const auto [low, high] = std::minmax({number, square(1)});
-            number = Choose(high, 2) + low;
-        } else if (group.count == 3) {
-            std::array<std::uint64_t, 3> sorted{number, square(1), square(2)};
-            std::ranges::sort(sorted);
-            number = Choose(sorted[2], 3) + Choose(sorted[1], 2) + sorted[0];
+        ThingsOfSet things{};
+        for (std::size_t i = 0; i < group.count; ++i) {
+            things[i] = static_cast<std::uint64_t>(turned[squares[group.first + i]] - shift);
         }
-        index = index * group.numbers + number;
+        index = index * group.numbers + NumberOfSet(things, group.count);
     }
     return index;
 }
 
-TableIndex::Indices TableIndex::IndicesOf(const Squares& squares, Colour to_move) const noexcept {
+MateTableIndex::Indices MateTableIndex::IndicesOf(const Squares& squares, Colour to_move) const noexcept {
     Squares seen = squares;
     if (is_symmetric_ && to_move == black) {
         for (std::size_t i = 0; i < material_.men(); ++i) {
@@ -164,7 +152,18 @@ TableIndex::Indices TableIndex::IndicesOf(const Squares& squares, Colour to_move
     return {index, base + NumberOf(seen, all_turns.square[turn ^ flip_diagonal], kings)};
 }
 
-void TableIndex::PositionOf(std::uint64_t index, Squares& squares, Colour& to_move) const noexcept {
+bool MateTableIndex::IsSecond(std::uint64_t index) const noexcept {
+    if (has_pawns_) return false;
+    const auto& pairs = PairsOf(has_pawns_).squares;
+    const auto [w, b] = pairs[static_cast<std::size_t>(index % size_of_side_ / (size_of_side_ / pairs.size()))];
+    if (!IsOnDiagonal(w) || !IsOnDiagonal(b)) return false;
+    Squares squares{};
+    Colour to_move{};
+    PositionOf(index, squares, to_move);
+    return IndicesOf(squares, to_move).second < index;
+}
+
+void MateTableIndex::PositionOf(std::uint64_t index, Squares& squares, Colour& to_move) const noexcept {
     to_move = index < size_of_side_ ? white : black;
     if (to_move == black) index -= size_of_side_;
     for (auto group = groups_.rbegin(); group != groups_.rend(); ++group) {

@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "tablebases/mate_table_file.h"
+#include "tablebases/mate_table_index.h"
 #include "tablebases/table_files.h"
-#include "tablebases/table_index.h"
 
 namespace VorkaTablebases {
 
 /// The tables in the program's own format that lie in a folder, each under the name of its material: KBNK.vdm.
-class MateTables final : public TableSet {
+class MateTableSet final : public TableSet {
   public:
-    explicit MateTables(const std::string& folder);
+    explicit MateTableSet(const std::string& folder);
 
     [[nodiscard]] bool empty() const noexcept override { return tables_.empty(); }
     [[nodiscard]] std::size_t largest_block() const noexcept override;
@@ -23,7 +23,7 @@ class MateTables final : public TableSet {
 
   private:
     struct Table {
-        TableIndex index;
+        MateTableIndex index;
         std::unique_ptr<MateTableFile> file;
         SourceFailure failure = SourceFailure::none;  ///< why it is left out
     };

@@ -6,8 +6,8 @@
 
 #include "bitbase_builder/position.h"
 #include "tablebases/mate_table_file.h"
+#include "tablebases/mate_table_index.h"
 #include "tablebases/material.h"
-#include "tablebases/table_index.h"
 #include "tablebases/table_value.h"
 
 namespace table_builder {
@@ -15,38 +15,38 @@ namespace table_builder {
 using bitbase_builder::Man;
 using bitbase_builder::Position;
 using VorkaTablebases::Material;
-using VorkaTablebases::TableIndex;
+using VorkaTablebases::MateTableIndex;
 using VorkaTablebases::TableValue;
 
 /// All values of one material in memory.
-class MateTable {
+class SolvedTable {
   public:
-    explicit MateTable(const Material& material);
+    explicit SolvedTable(const Material& material);
 
-    [[nodiscard]] const TableIndex& index() const { return index_; }
+    [[nodiscard]] const MateTableIndex& index() const { return index_; }
     [[nodiscard]] const Material& material() const { return index_.material(); }
 
     /// The men of the table in its order, on the squares of a number.
     [[nodiscard]] Position PositionOf(std::uint64_t number) const noexcept;
     /// The number or the two numbers of a position that has this table's men in this table's order.
-    [[nodiscard]] TableIndex::Indices IndicesOf(const Position& position) const noexcept {
+    [[nodiscard]] MateTableIndex::Indices IndicesOf(const Position& position) const noexcept {
         return index_.IndicesOf(position.at, position.to_move);
     }
 
     std::vector<TableValue> values;
 
   private:
-    TableIndex index_;
+    MateTableIndex index_;
     Position men_;
 };
 
 /// Tables that are solved, for the values of positions with fewer or other men.
-class MateTables {
+class SolvedTables {
   public:
-    void Add(std::unique_ptr<MateTable> table);
+    void Add(std::unique_ptr<SolvedTable> table);
     [[nodiscard]] bool Has(const Material& material) const;
     /// A table that is there.
-    [[nodiscard]] const MateTable& Of(const Material& material) const;
+    [[nodiscard]] const SolvedTable& Of(const Material& material) const;
     /// Forgets all tables but those of the list.
     void KeepOnly(const std::vector<Material>& materials);
     /// Bytes of all values.
@@ -56,10 +56,10 @@ class MateTables {
     [[nodiscard]] TableValue ValueOf(const Position& position) const;
 
   private:
-    std::vector<std::unique_ptr<MateTable>> tables_;
+    std::vector<std::unique_ptr<SolvedTable>> tables_;
 };
 
 /// Wins, draws and losses of a solved table, for either side to move.
-[[nodiscard]] VorkaTablebases::MateTableHeader HeaderOf(const MateTable& table);
+[[nodiscard]] VorkaTablebases::MateTableHeader HeaderOf(const SolvedTable& table);
 
 }  // namespace table_builder

@@ -18,9 +18,9 @@ namespace VorkaTablebases {
 /// colours exchanged.
 ///
 /// Some numbers stand for no position, since two men share a square or a king could be taken.
-class TableIndex {
+class MateTableIndex {
   public:
-    explicit TableIndex(const Material& material);
+    explicit MateTableIndex(const Material& material);
 
     [[nodiscard]] const Material& material() const { return material_; }
     /// The key of the material.
@@ -38,6 +38,8 @@ class TableIndex {
         std::uint64_t second;
     };
     [[nodiscard]] Indices IndicesOf(const Squares& squares, Colour to_move) const noexcept;
+    /// Whether the position of a number has a lower number too.
+    [[nodiscard]] bool IsSecond(std::uint64_t index) const noexcept;
     /// The position of a number.
     void PositionOf(std::uint64_t index, Squares& squares, Colour& to_move) const noexcept;
 

@@ -1,4 +1,4 @@
-#include "tablebases/mate_tables.h"
+#include "tablebases/mate_table_set.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ constexpr std::uint32_t block_bytes = 4096;
 MateTableHeader HeaderOf(const std::string& name) {
     MateTableHeader header;
     header.material = *Material::FromName(name);
-    header.entries = TableIndex(header.material).size();
+    header.entries = MateTableIndex(header.material).size();
     header.block_bytes = block_bytes;
     return header;
 }
@@ -44,7 +44,7 @@ std::string TextOfTable(const MateTableHeader& header, const std::function<Table
     return MateTableText(header, packed);
 }
 
-class MateTablesTest : public testing::Test {
+class MateTableSetTest : public testing::Test {
   protected:
     void SetUp() override {
         if (!HasPacking()) GTEST_SKIP() << "this build was made without zstd";
@@ -66,11 +66,11 @@ class MateTablesTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(MateTablesTest, FindThePositionsOfTheirMaterial) {
+TEST_F(MateTableSetTest, FindThePositionsOfTheirMaterial) {
     WriteTable("KQKR");
     const auto tables = Open();
     ASSERT_NE(tables, nullptr);
-    const TableIndex index(*Material::FromName("KQKR"));
+    const MateTableIndex index(*Material::FromName("KQKR"));
     struct Case {
         std::string fen;
         std::uint64_t index;
@@ -95,10 +95,10 @@ TEST_F(MateTablesTest, FindThePositionsOfTheirMaterial) {
     EXPECT_EQ(tables->last_failure(), SourceFailure::none);
 }
 
-TEST_F(MateTablesTest, AnswerTheSameWithAnyCache) {
+TEST_F(MateTableSetTest, AnswerTheSameWithAnyCache) {
     WriteTable("KQK");
     const auto tables = Open();
-    const TableIndex index(*Material::FromName("KQK"));
+    const MateTableIndex index(*Material::FromName("KQK"));
     for (const std::int32_t cache : {0, 5000, 1 << 20}) {
         ASSERT_TRUE(tables->UseCache(cache));
         for (std::uint64_t number = 0; number < index.size(); number += 61) {
@@ -122,15 +122,39 @@ TEST_F(MateTablesTest, AnswerTheSameWithAnyCache) {
     EXPECT_FALSE(tables->UseCache(1000));
 }
 
-TEST_F(MateTablesTest, ReadOnlyFilesThatAreNamedAfterTheirMaterial) {
+TEST_F(MateTableSetTest, ReadOnlyFilesThatAreNamedAfterTheirMaterial) {
     const std::string table = TextOfTable(HeaderOf("KQK"));
-    for (const std::string name : {"KQK.txt", "kqk.vdm", "KKQ.vdm", "other.vdm", "KQK.vdm.old"}) Write(name, table);
+    for (const std::string name : {"KQK.txt", "KKQ.vdm", "other.vdm", "KQK.vdm.old"}) Write(name, table);
     EXPECT_EQ(WhatIsSaid(), std::pair(false, std::string()));
     Write("KRK.vdm", table);
     EXPECT_EQ(WhatIsSaid(), std::pair(false, "*** Unable to register " + directory_.File("KRK.vdm") + '\n'));
 }
 
-TEST_F(MateTablesTest, RefuseAFileThatIsNone) {
+TEST_F(MateTableSetTest, ReadNamesInSmallLettersToo) {
+    const std::string fen = "8/8/8/8/8/1k6/8/K6Q w - - 0 1";
+    for (const std::string name : {"kqk.vdm", "KqK.VDM"}) {
+        Write(name, TextOfTable(HeaderOf("KQK")));
+        EXPECT_EQ(WhatIsSaid(), std::pair(true, std::string()));
+        int score = 0;
+        EXPECT_EQ(Open()->Probe(BoardFromFen(fen), score), ProbeResult::found) << name;
+        // Of two names for one table the first counts.
+        Write("zqk.vdm", "nothing");
+        Write("KQK.vdm", TextOfTable(HeaderOf("KQK")));
+        EXPECT_EQ(WhatIsSaid(), std::pair(true, std::string()));
+        for (const char* const file : {"KQK.vdm", "zqk.vdm"}) std::filesystem::remove(directory_.File(file));
+        std::filesystem::remove(directory_.File(name));
+    }
+}
+
+TEST_F(MateTableSetTest, TellABlockSizeThatIsNoneAsItStands) {
+    std::string text = TextOfTable(HeaderOf("KQK"));
+    text.replace(12, 4, std::string("\x00\x00\x00\x80", 4));
+    Write("KQK.vdm", text);
+    EXPECT_EQ(WhatIsSaid(),
+              std::pair(false, "*** " + directory_.File("KQK.vdm") + ": Unsupported block size 2147483648\n"));
+}
+
+TEST_F(MateTableSetTest, RefuseAFileThatIsNone) {
     const std::string path = directory_.File("KQK.vdm");
     const std::string sound = TextOfTable(HeaderOf("KQK"));
     std::vector<std::string> broken = {"", "VorkaDTM", std::string(5000, '\0'), sound.substr(0, 200),
@@ -152,13 +176,13 @@ TEST_F(MateTablesTest, RefuseAFileThatIsNone) {
     EXPECT_EQ(WhatIsSaid(), std::pair(true, std::string()));
 }
 
-TEST_F(MateTablesTest, RefuseAFolderByTheNameOfATable) {
+TEST_F(MateTableSetTest, RefuseAFolderByTheNameOfATable) {
     std::filesystem::create_directory(directory_.File("KQK.vdm"));
     WriteTable("KRK");
     EXPECT_EQ(WhatIsSaid(), std::pair(true, "*** Unable to register " + directory_.File("KQK.vdm") + '\n'));
 }
 
-TEST_F(MateTablesTest, LeaveOutATableWithABadBlock) {
+TEST_F(MateTableSetTest, LeaveOutATableWithABadBlock) {
     WriteTable("KRK");
     std::string text = TextOfTable(HeaderOf("KQK"));
     text.back() = static_cast<char>(text.back() ^ 1);  // in the last block
@@ -181,7 +205,7 @@ TEST_F(MateTablesTest, LeaveOutATableWithABadBlock) {
     EXPECT_EQ(tables->last_failure(), SourceFailure::none);
 }
 
-TEST_F(MateTablesTest, LeaveOutATableThatHasBecomeShort) {
+TEST_F(MateTableSetTest, LeaveOutATableThatHasBecomeShort) {
     WriteTable("KQK");
     const auto tables = Open();
     std::filesystem::resize_file(directory_.File("KQK.vdm"), 1000);

@@ -1,4 +1,4 @@
-#include "tablebases/nalimov/table_index.h"
+#include "tablebases/nalimov/nalimov_index.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,10 +19,10 @@ std::vector<Side> SidesOf(const Material& material) {
     return material.is_symmetric() ? std::vector{first_side} : std::vector{first_side, second_side};
 }
 
-std::uint64_t SizesOf(int men) {
+std::uint64_t SizesOf(std::size_t men) {
     std::uint64_t sum = 0;
-    for (const Material& material : MaterialsOf(men)) {
-        for (const Side side : SidesOf(material)) sum += TableIndex(material, side).size();
+    for (const Material& material : VorkaTablebases::MaterialsOf(men)) {
+        for (const Side side : SidesOf(material)) sum += NalimovIndex(material, side).size();
     }
     return sum;
 }
@@ -34,9 +34,9 @@ NormalForm NormalFormOf(const Material& material, Side mover, Placement position
     NormalForm form{position.kings[0], position.kings[1]};
     std::size_t next = 2;
     for (const Side side : {first_side, second_side}) {
-        const std::string& men = material.men[side];
+        const std::vector<int>& men = MenOf(material, side);
         for (std::size_t i = 0; i < men.size();) {
-            const std::size_t end = std::min(men.find_first_not_of(men[i], i), men.size());
+            const std::size_t end = i + static_cast<std::size_t>(std::count(men.begin(), men.end(), men[i]));
             auto& squares = position.men[side];
             std::sort(squares.begin() + static_cast<std::ptrdiff_t>(i),
                       squares.begin() + static_cast<std::ptrdiff_t>(end));
@@ -65,54 +65,54 @@ class RandomPlacements {
 };
 
 /// Each material from 3 to 5 men, with either side to move.
-class EachIndex : public testing::TestWithParam<int> {
+class EachIndex : public testing::TestWithParam<std::size_t> {
   protected:
     template <class Test>
     void ForEach(Test&& test) {
-        for (const Material& material : MaterialsOf(GetParam())) {
+        for (const Material& material : VorkaTablebases::MaterialsOf(GetParam())) {
             for (const Side side : {first_side, second_side}) test(material, side);
         }
     }
 };
-INSTANTIATE_TEST_SUITE_P(Men, EachIndex, testing::Values(3, 4, 5));
+INSTANTIATE_TEST_SUITE_P(Men, EachIndex, testing::Values<std::size_t>(3, 4, 5));
 
 }  // namespace
 
-TEST(TableIndex, HasThePublishedSizes) {
+TEST(NalimovIndex, HasThePublishedSizes) {
     EXPECT_EQ(SizesOf(3), 386'448U);
     // The file for two pawns goes on with 14 en passant captures for each pair of kings.
-    EXPECT_EQ(SizesOf(4) + 14 * TableIndex::pairs_with_pawns, 138'761'729U);
+    EXPECT_EQ(SizesOf(4) + 14 * NalimovIndex::pairs_with_pawns, 138'761'729U);
     // With the en passant captures of five men the paper tells 30.6 thousand millions for all.
     EXPECT_NEAR(static_cast<double>(SizesOf(3) + SizesOf(4) + SizesOf(5)), 30.6e9, 0.05e9);
 }
 
-TEST(TableIndex, NumbersTheExampleOfItsDescription) {
-    const TableIndex index(*MaterialNamed("kqk"), first_side);
+TEST(NalimovIndex, NumbersTheExampleOfItsDescription) {
+    const NalimovIndex index(*MaterialNamed("kqk"), first_side);
     EXPECT_THAT(index.Of({.kings = {a1, c1}, .men = {{{h8}, {}}}}), testing::Optional(56U));
     // The same, turned.
     EXPECT_THAT(index.Of({.kings = {h8, f8}, .men = {{{a1}, {}}}}), testing::Optional(56U));
     EXPECT_THAT(index.Of({.kings = {a8, a6}, .men = {{{h1}, {}}}}), testing::Optional(56U));
 }
 
-TEST(TableIndex, KnowsNoImpossiblePositions) {
-    const TableIndex queen_to_move(*MaterialNamed("kqk"), first_side);
+TEST(NalimovIndex, KnowsNoImpossiblePositions) {
+    const NalimovIndex queen_to_move(*MaterialNamed("kqk"), first_side);
     EXPECT_FALSE(queen_to_move.Of({.kings = {a1, b2}, .men = {{{h8}, {}}}})) << "neighbours";
     EXPECT_FALSE(queen_to_move.Of({.kings = {a1, a1}, .men = {{{h8}, {}}}}));
     EXPECT_FALSE(queen_to_move.Of({.kings = {a1, c1}, .men = {{{c1}, {}}}}));
     EXPECT_FALSE(queen_to_move.Of({.kings = {a1, c1}, .men = {{{c2}, {}}}})) << "it could take the king";
-    EXPECT_TRUE(TableIndex(*MaterialNamed("kqk"), second_side).Of({.kings = {a1, c1}, .men = {{{c2}, {}}}}));
-    const TableIndex pawn_to_move(*MaterialNamed("kpk"), first_side);
+    EXPECT_TRUE(NalimovIndex(*MaterialNamed("kqk"), second_side).Of({.kings = {a1, c1}, .men = {{{c2}, {}}}}));
+    const NalimovIndex pawn_to_move(*MaterialNamed("kpk"), first_side);
     EXPECT_FALSE(pawn_to_move.Of({.kings = {a1, c1}, .men = {{{h8}, {}}}}));
     EXPECT_FALSE(pawn_to_move.Of({.kings = {a1, c1}, .men = {{{h1}, {}}}}));
     EXPECT_FALSE(pawn_to_move.Of({.kings = {a1, c4}, .men = {{{d3}, {}}}}));
     EXPECT_TRUE(pawn_to_move.Of({.kings = {a1, c4}, .men = {{{d5}, {}}}}));
-    const TableIndex two_rooks(*MaterialNamed("krrk"), second_side);
+    const NalimovIndex two_rooks(*MaterialNamed("krrk"), second_side);
     EXPECT_FALSE(two_rooks.Of({.kings = {a1, c1}, .men = {{{h8, h8}, {}}}}));
 }
 
 TEST_P(EachIndex, HasTheSizeOfTheFormulas) {
     ForEach([](const Material& material, Side side) {
-        EXPECT_EQ(TableIndex(material, side).size(), slow_index::Formulas::Size(material, side))
+        EXPECT_EQ(NalimovIndex(material, side).size(), slow_index::Formulas::Size(material, side))
             << material.name() << side;
     });
 }
@@ -120,7 +120,7 @@ TEST_P(EachIndex, HasTheSizeOfTheFormulas) {
 TEST_P(EachIndex, IsThatOfTheFormulas) {
     RandomPlacements random(20260101);
     ForEach([&](const Material& material, Side side) {
-        const TableIndex index(material, side);
+        const NalimovIndex index(material, side);
         for (int numbered = 0; numbered < 12;) {
             const Placement position = random.Any();
             const auto number = index.Of(position);
@@ -135,7 +135,7 @@ TEST_P(EachIndex, IsThatOfTheFormulas) {
 TEST_P(EachIndex, IsTheSameForTurnedBoardsAndForLikeMenInAnyOrder) {
     RandomPlacements random(20260102);
     ForEach([&](const Material& material, Side side) {
-        const TableIndex index(material, side);
+        const NalimovIndex index(material, side);
         for (int numbered = 0; numbered < 50;) {
             Placement position = random.Any();
             const auto number = index.Of(position);
@@ -149,7 +149,7 @@ TEST_P(EachIndex, IsTheSameForTurnedBoardsAndForLikeMenInAnyOrder) {
             }
             EXPECT_EQ(index.Of(position), number);
             for (const Side owner : {first_side, second_side}) {
-                const std::string& men = material.men[owner];
+                const std::vector<int>& men = MenOf(material, owner);
                 for (std::size_t i = 1; i < men.size(); ++i) {
                     if (men[i] == men[i - 1]) std::swap(position.men[owner][i], position.men[owner][i - 1]);
                 }
@@ -163,12 +163,13 @@ TEST_P(EachIndex, IsTheSameForTurnedBoardsAndForLikeMenInAnyOrder) {
 TEST_P(EachIndex, GivesEachPositionANumberOfItsOwn) {
     RandomPlacements random(20260103);
     ForEach([&](const Material& material, Side side) {
-        const TableIndex index(material, side);
+        const NalimovIndex index(material, side);
         Placement position = random.Any();
-        const std::size_t men_of_first = material.men[first_side].size();
+        const std::size_t men_of_first = MenOf(material, first_side).size();
         std::vector<Square*> men;
         for (std::size_t i = 0; i < men_of_first; ++i) men.push_back(&position.men[first_side][i]);
-        for (std::size_t i = 0; i < material.men[second_side].size(); ++i) men.push_back(&position.men[second_side][i]);
+        for (std::size_t i = 0; i < MenOf(material, second_side).size(); ++i)
+            men.push_back(&position.men[second_side][i]);
         const int step = men.size() == 3 ? 13 : 1;
 
         std::vector<std::pair<std::uint64_t, NormalForm>> seen;

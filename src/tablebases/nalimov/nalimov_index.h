@@ -19,9 +19,9 @@ struct Placement {
 
 /// The number of a position in its table. Positions with an en passant capture have none here: they lie after all
 /// others in the files.
-class TableIndex {
+class NalimovIndex {
   public:
-    TableIndex(const Material& material, Side mover);
+    NalimovIndex(const Material& material, Side mover);
 
     /// Every number is below that.
     [[nodiscard]] std::uint64_t size() const noexcept { return size_; }
