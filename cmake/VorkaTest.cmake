@@ -1,11 +1,11 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# Tests are many and run for seconds: what they cost is their compilation.
-function(vorka_test_options name)
+# Most tests run for a moment: what they cost is their compilation.
+function(vorka_test_options name level)
   set_target_properties(${name} PROPERTIES VORKA_IS_TEST ON)
-  if(CMAKE_BUILD_TYPE STREQUAL "Release")
-    target_compile_options(${name} PRIVATE -O1)
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_options(${name} PRIVATE ${level})
   endif()
 endfunction()
 
@@ -17,7 +17,7 @@ add_library(vorka_test_headers OBJECT "${CMAKE_CURRENT_LIST_DIR}/test_headers.cp
 target_precompile_headers(vorka_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 target_compile_definitions(vorka_test_headers PRIVATE VORKA_TEST_DIRECTORY="${PROJECT_SOURCE_DIR}/tests")
 target_link_libraries(vorka_test_headers PRIVATE vorka_compile_options GTest::gmock GTest::gtest)
-vorka_test_options(vorka_test_headers)
+vorka_test_options(vorka_test_headers -O0)
 
 # What each test program is started by: nothing, or valgrind, which ends it with status 99 if it has found something.
 set(VORKA_TEST_STARTER "")
@@ -27,12 +27,13 @@ if(VORKA_VALGRIND)
       "--suppressions=${PROJECT_SOURCE_DIR}/tests/support/valgrind.supp")
 endif()
 
-# vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..] [PROPERTIES <name> <value>..])
+# vorka_test(<name> SOURCES <file>.. LINK <target>.. [LABELS <label>..] [PROPERTIES <name> <value>..] [OPTIMISED])
 #
 # Adds a GoogleTest program and registers each of its tests with CTest under the given labels (default: unit) and with
-# the given properties; with the sanitizers and valgrind, the program as a whole.
+# the given properties; with the sanitizers and valgrind, the program as a whole. A program that calculates for seconds
+# by its own code is OPTIMISED.
 function(vorka_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK;LABELS;PROPERTIES")
+  cmake_parse_arguments(PARSE_ARGV 1 test "OPTIMISED" "" "SOURCES;LINK;LABELS;PROPERTIES")
   if(NOT test_LABELS)
     set(test_LABELS unit)
   endif()
@@ -40,8 +41,12 @@ function(vorka_test name)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_compile_definitions(${name} PRIVATE VORKA_TEST_DIRECTORY="${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE ${test_LINK} GTest::gmock GTest::gtest GTest::gtest_main)
-  target_precompile_headers(${name} REUSE_FROM vorka_test_headers)
-  vorka_test_options(${name})
+  if(test_OPTIMISED)
+    vorka_test_options(${name} -O1)
+  else()
+    vorka_test_options(${name} -O0)
+    target_precompile_headers(${name} REUSE_FROM vorka_test_headers)
+  endif()
   if(VORKA_SANITIZE OR VORKA_SANITIZE_THREAD OR VORKA_VALGRIND)
     # A start costs more than most tests: each program is run once, with all of its tests.
     add_test(NAME ${name} COMMAND ${VORKA_TEST_STARTER} $<TARGET_FILE:${name}>)

@@ -465,7 +465,8 @@ def test_steps_of_a_node_are_numbered_alike():
     assert [int(number) for number, _, _ in rows] == sorted(comments) == list(range(1, len(rows) + 1))
     for number, step, place in rows:
         assert step.startswith(comments[int(number)].rstrip(".")), f"step {number} is called {comments[int(number)]}"
-        files = [path for name in re.findall(r"`(\w+)`", place) for path in (ROOT / "src").rglob(f"{name}.cpp")]
+        files = [path for name in re.findall(r"`(\w+)`", place) for end in ("cpp", "h")
+                 for path in (ROOT / "src").rglob(f"{name}.{end}")]
         functions = [name for name in re.findall(r"`(\w+)`", place) if name[0].isupper()]
         assert files and functions
         for function in functions:
