@@ -4,16 +4,24 @@ import { byId } from './elements.js';
 
 const reasons = {
   unreadable_game: 'This is no game that can be read.',
+  no_such_position: 'The game begins from no position.',
   illegal_move_in_game: 'The game has a move that can\'t be played.',
 };
 
 export class TextDialog {
-  /** `loaded` is called when another position or game stands on the board. */
-  constructor(game, loaded) {
+  /** `names` gives who plays a game from a position; `loaded` is called when another position or game stands on the
+   *  board. */
+  constructor(game, names, loaded) {
     this.game = game;
+    this.names = names;
     this.loaded = loaded;
     this.dialog = byId('text-dialog');
-    byId('load-fen').addEventListener('click', () => this.loadFen());
+    // Enter in the field of the position presses the first button that submits.
+    byId('load-fen').addEventListener('click', (event) => {
+      event.preventDefault();
+      this.loadFen();
+    });
+    byId('close-text').addEventListener('click', () => this.dialog.close());
     byId('load-pgn').addEventListener('click', () => this.loadPgn());
     byId('save-pgn').addEventListener('click', () => this.save());
   }
@@ -26,7 +34,7 @@ export class TextDialog {
     this.dialog.showModal();
   }
 
-  async loadFen() { await this.finish(await this.game.loadFen(byId('fen').value) ? null : 'There is no such position.'); }
+  async loadFen() { await this.finish(await this.game.loadFen(byId('fen').value, this.names()) ? null : 'There is no such position.'); }
 
   async loadPgn() {
     const error = await this.game.loadPgn(byId('pgn').value);
