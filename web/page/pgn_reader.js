@@ -40,6 +40,6 @@ function plainMove(word) {
   const move = word.replace(/^\d+(?=[.…]|$)/, '').replace(/^[.…]+/, '').replace(/[!?+#=]+$/, '');
   if (/^(e\.?p\.?)?$/i.test(move) || (/^[^\p{L}\p{N}]+$/u.test(move) && move !== '--')) return '';
   if (/^[0Oo]-?[0Oo](-?[0Oo])?$/.test(move)) return move.replace(/-/g, '').length === 3 ? 'O-O-O' : 'O-O';
-  return move.replace(/e\.?p\.?$/i, '').replace(/(?<=\w)-(?=\w)/, '')
+  return move.replace(/e\.?p\.?$/i, '').replace(/(\w)-(?=\w)/, '$1')
     .replace(/([18])=?\/?([QRBN])$/i, (_, rank, piece) => `${rank}=${piece.toUpperCase()}`);
 }
