@@ -28,22 +28,23 @@ class Page {
   isWaiting = false;    // it is Vorka's turn, and it moves when it is told to
   hasBegun = false;     // the clocks run from the first move on
   turn = 0;             // of those who search for the game; a search of an earlier one counts no more
+  acts = Promise.resolve();
 
   async start() {
     useTheme(byId('theme'));
     [this.desk, this.searcher] = await Promise.all([Desk.start(), new Searcher().start()]);
     this.game = new Game(this.desk);
     this.search = new SearchPanel(byId('search'), this.desk);
-    this.opponent = new OpponentPanel(this.searcher, (what) => { this.changing = this.opponentChanged(what); });
+    this.opponent = new OpponentPanel(this.searcher, (what) => { this.changing = this.act(() => this.opponentChanged(what)); });
     const { settings } = await this.desk.ask('settings');
     this.settings = new SettingsPanel(byId('settings'), this.searcher, settings);
     this.board = new BoardView(byId('board'), this.game,
-      { onMove: (uci) => this.playerMoves(uci), say: (text) => { byId('speech').textContent = text; } });
+      { onMove: (uci) => this.act(() => this.playerMoves(uci)), say: (text) => { byId('speech').textContent = text; } });
     this.why = new WhyPanel(byId('why'), this.desk, (squares) => this.board.light(squares));
-    this.graph = new ScoreGraph(byId('graph'), (count) => this.look(count));
+    this.graph = new ScoreGraph(byId('graph'), (count) => this.look(() => count));
     this.clocks = new Clocks({ white: byId('clock-bottom'), black: byId('clock-top') }, (side) => this.flagFell(side));
-    this.text = new TextDialog(this.game, () => this.names, () => this.loaded());
-    this.typed = new TypedMove(this.game, () => this.refusal, (uci) => this.playerMoves(uci));
+    this.text = new TextDialog(this.game, () => this.names, (read) => this.load(read));
+    this.typed = new TypedMove(this.game, () => this.refusal, (uci) => this.act(() => this.playerMoves(uci)));
     this.game.addEventListener('change', () => this.show());
     watchBoard(byId('board'), byId('why-panel'));
     this.listen();
@@ -51,19 +52,27 @@ class Page {
     document.documentElement.dataset.ready = String(Math.round(performance.now()));
   }
 
+  /** What is asked for is done one after the other: each act finds the game as the last one has left it. None waits for a
+   *  search to end by itself, nor for another act. */
+  act(what) {
+    const done = this.acts.then(what);
+    this.acts = done.catch(() => {});
+    return done;
+  }
+
   listen() {
-    const on = (id, act) => byId(id).addEventListener('click', act);
+    const on = (id, what) => byId(id).addEventListener('click', () => this.act(what));
     on('new-game', () => this.newGame());
     on('take-back', () => this.takeBack());
     on('flip', () => this.flip());
     on('analyse', () => this.toggleAnalysis());
-    on('move-now', () => this.moveNow());
     on('resign', () => this.resign());
     on('review', () => this.review());
-    on('to-start', () => this.look(0));
-    on('back', () => this.look(this.game.shown - 1));
-    on('forward', () => this.look(this.game.shown + 1));
-    on('to-end', () => this.look(this.game.moves.length));
+    byId('move-now').addEventListener('click', () => this.moveNow());
+    byId('to-start').addEventListener('click', () => this.look(() => 0));
+    byId('back').addEventListener('click', () => this.look(({ shown }) => shown - 1));
+    byId('forward').addEventListener('click', () => this.look(({ shown }) => shown + 1));
+    byId('to-end').addEventListener('click', () => this.look(({ moves }) => moves.length));
     on('open-text', () => this.text.open());
     addEventListener('pagehide', () => this.keep());
   }
@@ -92,7 +101,7 @@ class Page {
     this.shown = this.board.show(this.refusal === null ? game.state.side : null);
     this.why.show(game, this.opponent.eyes);
     this.graph.draw(game);
-    showMoves(game, (count) => this.look(count));
+    showMoves(game, (count) => this.look(() => count));
     this.showNames();
     byId('status').textContent = this.statusText();
     byId('move-now').textContent = this.isWaiting ? 'Let Vorka move' : 'Move now';
@@ -171,7 +180,16 @@ class Page {
     this.goOn();
   }
 
-  /** Another position or game stands on the board. Who has read a whole game wants to see it first. */
+  /** `read` puts another position or game on the board, or says why it can't. */
+  load(read) {
+    return this.act(async () => {
+      const error = await read();
+      if (!error) await this.loaded();
+      return error;
+    });
+  }
+
+  /** Who has read a whole game wants to see it first. */
   async loaded() {
     await this.stopThinking();
     this.searcher.newGame();
@@ -183,7 +201,10 @@ class Page {
   }
 
   async playerMoves(uci) {
-    if (this.refusal) return;
+    if (this.refusal) {
+      this.show();
+      return;
+    }
     const { game } = this;
     this.isMoving = true;
     if (!game.atEnd) this.clocks.backTo(game.shown);
@@ -229,20 +250,17 @@ class Page {
     const limits = this.clocks.isOn ? this.clocks.limits : `movetime ${this.opponent.thinkTime}`;
     this.opponent.weaken(true);
     const move = await this.searcher.think(position, limits, (line) => this.search.tell(line));
-    if (number !== this.turn) return;  // somebody has taken back, or begun another game
-    this.clocks.press();
-    if (game.hasEnded) return;  // its flag has fallen
-    if (!move) {
-      this.isThinking = false;
-      this.show();
-      return;
-    }
     const { score } = this.search;
-    await game.play(move, ply);
-    if (number !== this.turn) return;
-    if (score !== undefined) game.scores[ply] = game.scores[ply + 1] = score;
-    this.isThinking = false;
-    this.goOn();
+    await this.act(async () => {
+      if (number !== this.turn) return;  // somebody has taken back, or begun another game
+      this.clocks.press();
+      if (number !== this.turn) return;  // its flag has fallen
+      if (move) await game.play(move, ply);
+      if (move && score !== undefined) game.scores[ply] = game.scores[ply + 1] = score;
+      this.isThinking = false;
+      if (move) this.goOn();
+      else this.show();
+    });
   }
 
   /** Ends the search, whose result counts no more. */
@@ -252,11 +270,12 @@ class Page {
     await this.searcher.stop();
   }
 
-  async moveNow() {
-    if (this.isThinking) {
-      this.searcher.stop();
-      return;
-    }
+  moveNow() {
+    if (this.isThinking) this.searcher.stop();
+    else this.act(() => this.letVorkaMove());
+  }
+
+  async letVorkaMove() {
     await this.stopThinking();
     this.isWaiting = false;
     await this.game.showLast();
@@ -265,6 +284,7 @@ class Page {
 
   /** One's own move and the answer to it, or one move where there is no opponent. */
   async takeBack() {
+    if (!this.game.moves.length) return;
     this.board.lock();
     await this.stopThinking();
     this.clocks.pause();
@@ -277,28 +297,34 @@ class Page {
     this.goOn();
   }
 
-  async look(count) {
-    await this.game.show(count);
-    this.analyse();
+  /** `count` tells after how many moves of the game. */
+  look(count) {
+    return this.act(async () => {
+      await this.game.show(count(this.game));
+      this.analyse();
+    });
   }
 
-  resign() {
+  async resign() {
     const side = this.opponent.playAs;
-    this.finish(side === 'white' ? '0-1' : '1-0', `${sideNames[side]} resigns`);
+    if (side in other) await this.finish(side === 'white' ? '0-1' : '1-0', `${sideNames[side]} resigns`);
   }
 
-  /** Who could not mate with the other one's help does not win. */
+  /** Who could not mate with the other one's help does not win. What thinks now thinks for nothing. */
   flagFell(side) {
     const late = `${sideNames[side]} has no time left`;
-    if (this.game.final.canMate[other[side]]) this.finish(side === 'white' ? '0-1' : '1-0', late);
-    else this.finish('1/2-1/2', `${late}, and ${sideNames[other[side]]} can't mate`);
+    const [result, reason] = this.game.final.canMate[other[side]] ? [side === 'white' ? '0-1' : '1-0', late]
+      : ['1/2-1/2', `${late}, and ${sideNames[other[side]]} can't mate`];
+    this.game.end(result, reason);
+    this.turn += 1;
+    this.act(() => this.finish(result, reason));
   }
 
   async finish(result, reason) {
     this.game.end(result, reason);
     this.board.lock();
     await this.stopThinking();
-    if (!this.game.atEnd) await this.game.showLast();
+    await this.game.showLast();
     this.goOn();
   }
 
@@ -363,13 +389,18 @@ class Page {
 
   /** Begins a review, or ends the one that runs. */
   async review() {
+    if (this.isThinking) return;
     const wasReviewing = this.isReviewing;
     this.setAnalysing(false);
     await this.stopThinking();
     if (wasReviewing) return;
     this.isReviewing = true;
     this.opponent.weaken(false);
-    const { turn, game } = this;
+    this.runReview(this.turn);
+  }
+
+  async runReview(turn) {
+    const { game } = this;
     const button = byId('review');
     await reviewGame({ game, desk: this.desk, searcher: this.searcher, search: this.search,
       isOn: () => turn === this.turn,
@@ -377,7 +408,7 @@ class Page {
         button.textContent = `Reviewing: ${ply} of ${game.moves.length} moves. Stop`;
         this.graph.draw(game);
       } });
-    button.textContent = 'Review the game';
+    if (!this.isReviewing || turn === this.turn) button.textContent = 'Review the game';
     if (turn !== this.turn) return;
     this.isReviewing = false;
     this.show();

@@ -98,7 +98,7 @@ test('What has the keyboard keeps it when it is drawn again', async () => {
   const row = page.locator('#why details[data-term="pawn_squares"] summary');
   await row.focus();
   const text = await page.textContent('#why');
-  await page.evaluate(() => window.vorka.look(5));
+  await page.evaluate(() => window.vorka.look(() => 5));
   await page.waitForFunction((before) => document.getElementById('why').textContent !== before, text);
   assert.equal(await held(), 'pawn_squares');
   await page.focus('#take-back');
