@@ -55,6 +55,27 @@ test('An analysis ends a review', async () => {
   await page.waitForFunction(() => !window.vorka.searcher.search);
 });
 
+test('A review that is asked for while a move is made leaves Vorka its turn', async () => {
+  await beginGame(page);
+  await set(page, 'think', '1000');
+  await page.evaluate(() => {
+    const { game, searcher } = window.vorka;
+    const stop = searcher.stop.bind(searcher);
+    searcher.stop = async () => {  // as slow as where another engine has to take its place
+      await new Promise((done) => { setTimeout(done, 50); });
+      await stop();
+    };
+    game.addEventListener('change', () => document.getElementById('review').click(), { once: true });
+  });
+  await typeMove(page, 'e4');
+  await page.waitForFunction(() => window.vorka.isThinking);
+  await page.waitForTimeout(200);
+  assert.deepEqual(await page.evaluate(() => [window.vorka.isThinking, window.vorka.isReviewing]), [true, false]);
+  await movesMade(page, 2);
+  await page.evaluate(() => { delete window.vorka.searcher.stop; });
+  await set(page, 'think', '100');
+});
+
 test('In a game that was loaded Vorka moves when it is told to', async () => {
   await beginGame(page);
   await loadGame(page, '1. e4 e5 2. Nf3 *');
