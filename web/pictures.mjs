@@ -1,7 +1,7 @@
 // Takes the pictures of the page that the documents show: pictures.mjs PAGE FOLDER.
 
 import { join } from 'node:path';
-import { movesMade, openPage, set } from './tests/browser.mjs';
+import { loadGame, movesMade, openPage, set } from './tests/browser.mjs';
 
 const [folder, pictures] = process.argv.slice(2);
 if (!pictures) {
@@ -13,9 +13,7 @@ const game = '1. e4 e5 2. Nf3 Nc6 3. Bc4 Nf6 4. Ng5 d5 5. exd5 Nxd5 6. Nxf7 Kxf7
 
 async function showGame(page) {
   await set(page, 'play-as', 'both');
-  await page.click('#open-text');
-  await page.fill('#pgn', game);
-  await page.click('#load-pgn');
+  await loadGame(page, game);
   await movesMade(page, 20);
   await page.click('#review');
   await page.waitForFunction(() => document.getElementById('review').textContent === 'Review the game'
@@ -26,14 +24,12 @@ async function showGame(page) {
   await page.waitForFunction(() => !window.vorka.searcher.search);
 }
 
-/** Opens a term and reaches it, so that its squares are lit. */
+/** Opens a term and reaches it by keyboard, so that its squares are lit. */
 async function openTerm(page, name) {
   const head = page.locator(`#why details[data-term="${name}"] summary`);
-  await head.click();
   await head.focus();
+  await page.keyboard.press('Enter');
   await page.mouse.move(1, 1);
-  await head.blur();
-  await head.focus();
 }
 
 async function take(name, options) {
@@ -50,5 +46,5 @@ async function take(name, options) {
   }
 }
 
-await take('web', { width: 1000, height: 1250 });
+await take('web', { width: 1360, height: 1000 });
 await take('web_dark', { width: 390, height: 1250, dark: true });

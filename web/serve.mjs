@@ -4,25 +4,41 @@
 import { createReadStream, statSync } from 'node:fs';
 import { createServer } from 'node:http';
 import { extname, join, normalize } from 'node:path';
+import { pipeline } from 'node:stream';
 import { fileURLToPath } from 'node:url';
 
 const kinds = { '.html': 'text/html; charset=utf-8', '.js': 'text/javascript', '.mjs': 'text/javascript', '.css': 'text/css',
   '.svg': 'image/svg+xml', '.wasm': 'application/wasm', '.webmanifest': 'application/manifest+json' };
 const isolation = { 'Cross-Origin-Opener-Policy': 'same-origin', 'Cross-Origin-Embedder-Policy': 'require-corp' };
 const attempts = 20;
+const lastPort = 65535;
+
+/** The file that a request asks for; null if its path can't be read. */
+function fileOf(folder, url) {
+  try {
+    const path = normalize(decodeURIComponent(/^[^?#]*/.exec(url)[0]));
+    if (!/^\/(?!\/)/.test(url) || path.includes('\0')) return null;
+    return join(folder, path.endsWith('/') ? `${path}index.html` : path);
+  } catch {
+    return null;  // no text of UTF-8
+  }
+}
 
 /** Resolves to { address, close }. Without `isolated` it behaves as a host that sends no headers of its own. */
 export async function serve(folder, port, { isolated = true } = {}) {
   const server = createServer((request, response) => {
-    const path = normalize(decodeURIComponent(new URL(request.url, 'http://localhost').pathname));
-    const file = join(folder, path.endsWith('/') ? `${path}index.html` : path);
+    const file = fileOf(folder, request.url);
+    if (!file) {
+      response.writeHead(400).end();
+      return;
+    }
     if (!file.startsWith(join(folder, '/')) || !statSync(file, { throwIfNoEntry: false })?.isFile()) {
       response.writeHead(404).end();
       return;
     }
     response.writeHead(200, { 'Content-Type': kinds[extname(file)] ?? 'text/plain; charset=utf-8', 'Cache-Control': 'no-cache',
       ...(isolated ? isolation : {}) });
-    createReadStream(file).pipe(response);
+    pipeline(createReadStream(file), response, () => {});  // an unreadable file, or a browser that has gone, ends the answer
   });
   const taken = await listen(server, port);
   return { address: `http://127.0.0.1:${taken}/`, close: () => { server.close(); server.closeAllConnections(); } };
@@ -37,13 +53,18 @@ async function listen(server, port) {
       });
       return server.address().port;
     } catch (error) {
-      if (error.code !== 'EADDRINUSE' || number >= port + attempts) throw error;
+      if (error.code !== 'EADDRINUSE' || number >= Math.min(port + attempts, lastPort)) throw error;
     }
   }
 }
 
 if (process.argv[1] === fileURLToPath(import.meta.url)) {
   const [folder, port = '8000'] = process.argv.slice(2);
-  const { address } = await serve(folder, Number(port));
-  console.log(`Vorka is at ${address}  (Ctrl-C ends the server)`);
+  try {
+    const { address } = await serve(folder, Number(port));
+    console.log(`Vorka is at ${address}  (Ctrl-C ends the server)`);
+  } catch (error) {
+    console.error(`The page can't be served on port ${port}: ${error.message}`);
+    process.exitCode = 1;
+  }
 }

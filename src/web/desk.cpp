@@ -7,12 +7,14 @@
 #include <sstream>
 #include <vector>
 
+#include "chess/fen.h"
 #include "chess/move_generator.h"
 #include "chess/notation.h"
 #include "chess/pgn.h"
 #include "chess/user_board.h"
 #include "evaluation/personality.h"
 #include "frame/base/text_utilities.h"
+#include "frame/base/vocabulary.h"
 #include "search/settings/search_settings.h"
 #include "uci/move_text.h"
 #include "uci/position_command.h"
@@ -97,6 +99,25 @@ JsonValue Texts(const std::vector<std::string>& texts) {
     return JsonValue::Array(texts, [](const std::string& text) { return text; });
 }
 
+/// Whether a side could mate at all if the other one helped, as far as the pieces tell. One that can't does not win
+/// when the other one's time is up.
+bool CanMate(const BOARD& board, Colour colour) {
+    const SIDE_PIECES& own = board.side(colour);
+    const SIDE_PIECES& enemy = board.side(colour ^ 1U);
+    if ((own.pawns | own.rooks | own.queens) != 0) return true;
+    if (own.minor_points == 0) return false;
+    constexpr std::int32_t knight_points = 3;
+    // A knight mates a king in a corner whom his own men shut in. Queens alone never do: they can take it or give way.
+    if (own.knights != 0) {
+        return own.minor_points > knight_points || (enemy.pawns | enemy.knights | enemy.bishops | enemy.rooks) != 0;
+    }
+    // Bishops of one colour need something that stands on squares of the other one.
+    constexpr Bitboard light_squares = 0x55AA55AA55AA55AA;  // b1, d1, ..
+    const Bitboard bishops = own.bishops | enemy.bishops;
+    const bool is_one_colour = (bishops & light_squares) == 0 || (bishops & ~light_squares) == 0;
+    return !is_one_colour || (enemy.pawns | enemy.knights) != 0;
+}
+
 JsonValue GameAnswer(Lines& lines) {
     const Game game = ReadGame(lines);
     const BOARD& board = game.board.board();
@@ -112,6 +133,7 @@ JsonValue GameAnswer(Lines& lines) {
          {"isOver", game.board.IsGameOver()},
          {"result", ResultText(game.board.result())},
          {"reason", game.board.IsGameOver() ? ReasonText(game.board.result(), game.board.reason()) : ""},
+         {"canMate", JsonValue::Object({{"white", CanMate(board, white)}, {"black", CanMate(board, black)}})},
          {"notation", Texts(game.notation)},
          {"legal", JsonValue::Array(moves, move_of)}});
 }
@@ -136,32 +158,120 @@ JsonValue SettingsAnswer() {
     return JsonValue::Object({{"settings", JsonValue::Array(search_settings::Table(), row_of)}});
 }
 
-struct TagName {
-    std::string_view name;
-    std::string PGN_TAGS::*field;
-};
-constexpr std::array tag_names{
-    TagName{"event", &PGN_TAGS::event}, TagName{"site", &PGN_TAGS::site},   TagName{"date", &PGN_TAGS::date},
-    TagName{"round", &PGN_TAGS::round}, TagName{"white", &PGN_TAGS::white}, TagName{"black", &PGN_TAGS::black},
-};
-
+/// Reads the tag FEN and the moves; the page knows all other tags itself.
 JsonValue ReadPgnAnswer(Lines& lines) {
     std::istringstream text{std::string(lines.rest())};
     UserBoard board;
-    PGN_TAGS tags;
+    std::string start;
     try {
-        ReadPgn(board, text, tags);
+        PGN_TAGS tags;
+        ReadPgnTags(text, tags);
+        if (!tags.fen.empty()) start = StartOf(tags.fen).GetFen();
+        // With the start written in full, a text is read as leniently here as elsewhere on the desk.
+        std::stringstream game;
+        if (!start.empty()) game << "[FEN \"" << start << "\"]\n\n";
+        if (text.good()) game << text.rdbuf();
+        ReadPgn(board, game, tags);
     } catch (const UserBoard::invalid_move&) {
         throw illegal_move_in_game;
     } catch (const UserBoard::user_exception&) {
         throw unreadable_game;
     }
     const auto text_of = [](Move move) { return VorkaUci::MoveText(move); };
-    return JsonValue::Object({{"fen", tags.fen.empty() ? "" : board.GetFen()},
+    return JsonValue::Object({{"fen", start},
                               {"moves", JsonValue::Array(board.next_moves(), text_of)},
-                              {"white", tags.white},
-                              {"black", tags.black},
                               {"result", ResultText(board.result())}});
+}
+
+struct Tag {
+    std::string_view name;
+    std::string_view value;
+};
+
+/// The tags that every game has, in their order, with what they say where nothing is known. The result comes after
+/// them.
+constexpr std::array roster{
+    Tag{"Event", "?"}, Tag{"Site", "?"},  Tag{"Date", "????.??.??"},
+    Tag{"Round", "-"}, Tag{"White", "?"}, Tag{"Black", "?"},
+};
+/// What follows from the game itself.
+constexpr std::array own_tags{std::string_view("Result"), std::string_view("SetUp"), std::string_view("FEN")};
+
+bool IsTagName(std::string_view name) {
+    const auto is_part = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+    };
+    return !name.empty() && std::all_of(name.begin(), name.end(), is_part) &&
+           std::find(own_tags.begin(), own_tags.end(), name) == own_tags.end();
+}
+
+std::vector<Tag> ReadTags(Lines& lines) {
+    std::vector<Tag> tags;
+    while (!lines.rest().empty()) {
+        const std::string_view line = lines.Next();
+        const std::size_t blank = std::min(line.find(' '), line.size());
+        if (!IsTagName(line.substr(0, blank))) throw no_such_tag;
+        tags.push_back({line.substr(0, blank), line.substr(std::min(blank + 1, line.size()))});
+    }
+    return tags;
+}
+
+void WriteTag(std::string& text, const Tag& tag) {
+    text += '[';
+    text += tag.name;
+    text += " \"";
+    for (const char c : tag.value) {
+        if (c == '"' || c == '\\') text += '\\';
+        text += c;
+    }
+    text += "\"]\n";
+}
+
+/// The header: the roster first, then what else is known, then where the game begins. The number of the move in the FEN
+/// is the true one: a page's game goes to other programs. (The engine's own files keep another: docs/oddities.md, move
+/// number of a FEN.)
+std::string Header(const UserBoard& board, const std::vector<Tag>& tags) {
+    std::string text;
+    const auto is_named = [](std::string_view name) { return [name](const Tag& tag) { return tag.name == name; }; };
+    for (const Tag& usual : roster) {
+        const auto given = std::find_if(tags.begin(), tags.end(), is_named(usual.name));
+        WriteTag(text, given == tags.end() ? usual : *given);
+    }
+    WriteTag(text, {"Result", ResultText(board.result())});
+    for (const Tag& tag : tags) {
+        if (std::none_of(roster.begin(), roster.end(), is_named(tag.name))) WriteTag(text, tag);
+    }
+    const std::string start = WriteFen(board.start().board, static_cast<int>(board.ply_offset() / 2 + 1));
+    if (start != vocabulary::start_position_fen) {
+        WriteTag(text, {"SetUp", "1"});
+        WriteTag(text, {"FEN", start});
+    }
+    return text;
+}
+
+/// The moves with their numbers, and the result.
+std::string MoveText(const Game& game) {
+    constexpr std::size_t longest_line = 79;
+    std::string text;
+    std::size_t line_begin = 0;
+    const auto add = [&](const std::string& word) {
+        if (text.size() - line_begin + word.size() >= longest_line) {
+            text += '\n';
+            line_begin = text.size();
+        } else if (!text.empty()) {
+            text += ' ';
+        }
+        text += word;
+    };
+    std::uint32_t ply = game.board.ply_offset();
+    for (const std::string& san : game.notation) {
+        const bool is_white = ply % 2 == 0;
+        if (is_white || ply == game.board.ply_offset()) add(std::to_string(ply / 2 + 1) + (is_white ? "." : "..."));
+        add(san);
+        ++ply;
+    }
+    add(ResultText(game.board.result()));
+    return text + '\n';
 }
 
 /// After the game the result stands, as a word, and then the tags, one a line with a blank after its name.
@@ -173,18 +283,7 @@ JsonValue WritePgnAnswer(Lines& lines) {
             game.board.EndGame(ended, GameEndReason::unknown);
         }
     }
-    PGN_TAGS tags;
-    while (!lines.rest().empty()) {
-        const std::string_view line = lines.Next();
-        const std::size_t blank = std::min(line.find(' '), line.size());
-        const auto* const tag = std::find_if(tag_names.begin(), tag_names.end(),
-                                             [&](const TagName& row) { return row.name == line.substr(0, blank); });
-        if (tag == tag_names.end()) throw no_such_tag;
-        tags.*(tag->field) = VorkaUtils::Trimmed(line.substr(blank));
-    }
-    std::ostringstream text;
-    WritePgn(game.board, text, tags);
-    return JsonValue::Object({{"pgn", text.str()}});
+    return JsonValue::Object({{"pgn", Header(game.board, ReadTags(lines)) + '\n' + MoveText(game)}});
 }
 
 JsonValue AnswerTo(std::string_view word, Lines& lines) {

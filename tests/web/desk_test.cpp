@@ -81,16 +81,96 @@ TEST(Desk, ShowsTheTableOfSettings) {
 // --- Text ---
 
 TEST(Desk, WritesAGame) {
-    EXPECT_THAT(Answer("write_pgn\n\ne2e4 e7e5\n1-0\nwhite A \"B\"\nblack Vorka"),
-                AllOf(HasSubstr(R"([Black \"Vorka\"])"), HasSubstr(R"([Result \"1-0\"])"),
-                      HasSubstr(R"(1. e4 e5 \u000a\u000a1-0)")));
+    EXPECT_EQ(Answer("write_pgn\n\ne2e4 e7e5\n1-0\nECO C20\nWhite A \"B\"\nBlack Vorka"),
+              JsonValue::Object({{"pgn",
+                                  "[Event \"?\"]\n[Site \"?\"]\n[Date \"????.??.??\"]\n[Round \"-\"]\n"
+                                  "[White \"A \\\"B\\\"\"]\n[Black \"Vorka\"]\n[Result \"1-0\"]\n[ECO \"C20\"]\n\n"
+                                  "1. e4 e5 1-0\n"}})
+                  .text);
+}
+
+TEST(Desk, WritesTheTrueNumberOfAMove) {
+    EXPECT_THAT(Answer("write_pgn\n8/8/8/4k3/8/4K3/4P3/8 b - - 3 41\ne5d5 e3d3\n*"),
+                AllOf(HasSubstr(R"([SetUp \"1\"]\u000a[FEN \"8/8/8/4k3/8/4K3/4P3/8 b - - 3 41\"])"),
+                      HasSubstr(R"(\u000a\u000a41... Kd5 42. Kd3 *\u000a")")));
+}
+
+TEST(Desk, WritesNoStartForTheUsualOne) {
+    EXPECT_THAT(Answer("write_pgn\nrnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1\ne2e4\n*"),
+                AllOf(Not(HasSubstr("SetUp")), Not(HasSubstr("FEN"))));
+}
+
+TEST(Desk, WritesLinesOfLessThanEightyCharacters) {
+    std::string moves;
+    for (int i = 0; i < 24; ++i) moves += "g1f3 g8f6 f3g1 f6g8 ";
+    const std::string answer = Answer("write_pgn\n\n" + moves + "\n*");
+    const std::string line_end = "\\u000a";
+    std::size_t begin = answer.rfind(line_end + line_end) + 2 * line_end.size();
+    for (std::size_t end = 0; (end = answer.find(line_end, begin)) != std::string::npos;
+         begin = end + line_end.size()) {
+        EXPECT_LT(end - begin, 80U);
+        EXPECT_NE(answer[end - 1], ' ');
+    }
 }
 
 TEST(Desk, ReadsAGame) {
     EXPECT_THAT(Answer("read_pgn\n[White \"A\"]\n\n1. e4 e5 2. Nf3 1/2-1/2\n"),
-                AllOf(HasSubstr(R"("moves":["e2e4","e7e5","g1f3"])"), HasSubstr(R"("white":"A")"),
+                AllOf(HasSubstr(R"("fen":"")"), HasSubstr(R"("moves":["e2e4","e7e5","g1f3"])"),
                       HasSubstr(R"("result":"1/2-1/2")")));
 }
+
+TEST(Desk, ReadsTheTrueNumberOfAMove) {
+    EXPECT_THAT(Answer("read_pgn\n[FEN \"8/8/8/4k3/8/4K3/4P3/8 b - - 3 41\"]\n\n41... Kd5 *\n"),
+                AllOf(HasSubstr(R"("fen":"8/8/8/4k3/8/4K3/4P3/8 b - - 3 41")"), HasSubstr(R"("moves":["e5d5"])")));
+}
+
+TEST(Desk, ReadsTheStartOfAGameAsLenientlyAsAPosition) {
+    EXPECT_THAT(Answer("read_pgn\n[FEN \"8/8/8/4k3/8/4K3/4P3/8 b\"]\n\nKd5 *\n"),
+                HasSubstr(R"("fen":"8/8/8/4k3/8/4K3/4P3/8 b - - 0 1")"));
+}
+
+// --- Who could mate ---
+
+struct MateCase {
+    std::string_view name;
+    std::string_view placement;
+    bool white_can;
+    bool black_can;
+};
+
+std::ostream& operator<<(std::ostream& out, const MateCase& row) { return out << row.name; }
+
+class DeskTellsWhoCanMate : public testing::TestWithParam<MateCase> {};
+
+TEST_P(DeskTellsWhoCanMate, ByThePieces) {
+    const std::string wanted =
+        "\"canMate\":" + JsonValue::Object({{"white", GetParam().white_can}, {"black", GetParam().black_can}}).text;
+    EXPECT_THAT(Answer("game\n" + std::string(GetParam().placement) + " w - - 0 1\n"), HasSubstr(wanted));
+}
+
+// clang-format off
+constexpr std::array mate_cases{
+    MateCase{"LoneKingAgainstQueen",          "4k3/8/8/8/8/8/8/Q3K3",   true,  false},
+    MateCase{"Pawn",                          "4k3/8/8/8/8/8/P7/4K3",   true,  false},
+    MateCase{"Rook",                          "4k3/8/8/8/8/8/8/R3K3",   true,  false},
+    MateCase{"LoneKnight",                    "4k3/8/8/8/8/8/8/N3K3",   false, false},
+    MateCase{"KnightAgainstQueen",            "4k3/8/8/8/8/8/8/n2QK3",  true,  false},
+    MateCase{"KnightAgainstRook",             "4k3/8/8/8/8/8/8/n2RK3",  true,  true},
+    MateCase{"KnightAgainstPawn",             "4k3/8/8/8/8/8/P7/n3K3",  true,  true},
+    MateCase{"TwoKnights",                    "4k3/8/8/8/8/8/8/NN2K3",  true,  false},
+    MateCase{"KnightAndBishop",               "4k3/8/8/8/8/8/8/NB2K3",  true,  false},
+    MateCase{"LoneBishop",                    "4k3/8/8/8/8/8/8/B3K3",   false, false},
+    MateCase{"BishopAgainstQueen",            "4k3/8/8/8/8/8/8/b2QK3",  true,  false},
+    MateCase{"BishopAgainstPawn",             "4k3/8/8/8/8/8/P7/b3K3",  true,  true},
+    MateCase{"BishopAgainstKnight",           "4k3/8/8/8/8/8/8/bN2K3",  true,  true},
+    MateCase{"BishopsOfOneColour",            "4k3/8/8/8/8/8/1b6/B3K3", false, false},
+    MateCase{"BishopsOfBothColours",          "4k3/8/8/8/8/8/b7/B3K3",  true,  true},
+    MateCase{"TwoBishopsOfOneSideAndColour",  "4k3/8/8/8/8/8/1B6/B3K3", false, false},
+    MateCase{"PairOfBishops",                 "4k3/8/8/8/8/8/B7/B3K3",  true,  false},
+};
+// clang-format on
+INSTANTIATE_TEST_SUITE_P(Endings, DeskTellsWhoCanMate, testing::ValuesIn(mate_cases),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 // --- Refusals ---
 
@@ -115,7 +195,9 @@ constexpr std::array refused_cases{
     RefusedCase{"IllegalMove", "game\n\ne2e5", "illegal_move"},
     RefusedCase{"NoPersonality", "evaluation\nnobody\n\n", "no_such_personality"},
     RefusedCase{"PersonalityBeyondAll", "evaluation\n1001\n\n", "no_such_personality"},
-    RefusedCase{"NoTag", "write_pgn\n\n\n*\ncolour red", "no_such_tag"},
+    RefusedCase{"NoTag", "write_pgn\n\n\n*\ncolour! red", "no_such_tag"},
+    RefusedCase{"TagOfTheGameItself", "write_pgn\n\n\n*\nFEN 8", "no_such_tag"},
+    RefusedCase{"NoStart", "read_pgn\n[FEN \"rubbish\"]\n\n*\n", "no_such_position"},
     RefusedCase{"NoGame", "read_pgn\n", "unreadable_game"},
     RefusedCase{"IllegalMoveInGame", "read_pgn\n1. e5 *\n", "illegal_move_in_game"},
 };

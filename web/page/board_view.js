@@ -3,7 +3,7 @@
 
 import { BORDER_TYPE, Chessboard, COLOR, INPUT_EVENT_TYPE } from './board/src/Chessboard.js';
 import { Markers, MARKER_TYPE } from './board/src/extensions/markers/Markers.js';
-import { choosePromotion } from './promotion.js';
+import { cancelPromotion, choosePromotion } from './promotion.js';
 
 const marks = {
   last: { class: 'marker-last', slice: 'markerSquare' },
@@ -57,6 +57,7 @@ export class BoardView {
     const moved = this.board.setPosition(state.fen, true);
     if (state.isCheck) this.board.addMarker(marks.check, this.squareOf(state.fen, state.side === 'white' ? 'K' : 'k'));
     this.side = side;
+    if (!side) cancelPromotion();
     if (side) this.board.enableMoveInput((event) => this.input(event), side === 'white' ? COLOR.white : COLOR.black);
     await moved;
   }
@@ -89,9 +90,10 @@ export class BoardView {
     return true;
   }
 
-  /** Nobody may move until the next position is shown. */
+  /** Nobody may move until the next position is shown, or choose what a pawn becomes. */
   lock() {
     this.side = null;
+    cancelPromotion();
     this.board.disableMoveInput();
   }
 
@@ -103,7 +105,7 @@ export class BoardView {
   /** Plays the one move of those, or lets the player choose what the pawn becomes. */
   async choose(moves) {
     const uci = moves.length === 1 ? moves[0].uci : await choosePromotion(this.game.state.side, moves);
-    if (!uci) {
+    if (!uci || !this.side) {
       this.show(this.side);
       return;
     }
@@ -134,6 +136,7 @@ export class BoardView {
   }
 
   key(event) {
+    if (event.altKey || event.ctrlKey || event.metaKey) return;  // the browser's own
     const steps = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, 1], ArrowDown: [0, -1] };
     if (steps[event.key]) {
       const turned = this.orientation === COLOR.white ? 1 : -1;

@@ -13,24 +13,44 @@ export class Clocks {
   set(control) {
     const [minutes, increment] = (control ?? '0+0').split('+').map(Number);
     this.isOn = Boolean(control);
+    this.control = control;
     this.increment = increment * 1000;
-    this.left = { white: minutes * 60000, black: minutes * 60000 };
+    this.full = { white: minutes * 60000, black: minutes * 60000 };
+    this.left = { ...this.full };
+    this.atPly = [];  // what was left when the thought about the move after so many ones began
     this.running = null;
     this.draw();
   }
 
-  /** The side to move changes; the one that has moved gets its increment. */
-  run(side) {
+  /** The side thinks about the move after so many ones. */
+  run(side, ply) {
     this.tick();
-    if (this.isOn && this.running && side && side !== this.running) this.left[this.running] += this.increment;
-    this.running = this.isOn ? side : null;
+    if (!this.isOn || this.running === side) return;
+    this.running = side;
+    this.atPly.length = Math.min(this.atPly.length, ply);
+    this.atPly[ply] = { ...this.left };
     this.since = performance.now();
+    this.draw();
+  }
+
+  /** The side that thinks has moved, and gets its increment. */
+  press() {
+    this.tick();
+    if (this.running) this.left[this.running] += this.increment;
+    this.running = null;
     this.draw();
   }
 
   pause() {
     this.tick();
     this.running = null;
+    this.draw();
+  }
+
+  /** The times as they were when the thought about the move after so many ones began. */
+  backTo(ply) {
+    this.running = null;
+    this.left = { ...(this.atPly[ply] ?? this.full) };
     this.draw();
   }
 
@@ -52,6 +72,18 @@ export class Clocks {
   get limits() {
     const { white, black } = this.left;
     return `wtime ${Math.ceil(white)} btime ${Math.ceil(black)} winc ${this.increment} binc ${this.increment}`;
+  }
+
+  /** For another visit. The time between is nobody's. */
+  get kept() {
+    this.tick();
+    return { control: this.control, left: this.left, atPly: this.atPly };
+  }
+
+  /** What was kept under another time control counts no more. */
+  restore({ control, left, atPly }) {
+    if (control === this.control) Object.assign(this, { left, atPly });
+    this.draw();
   }
 
   draw() {

@@ -19,6 +19,25 @@ export function shape(tag, attributes = {}, ...children) {
 
 export const byId = (id) => document.getElementById(id);
 
+/** Whether a button can be pressed. The board takes the place of one that could not keep the keyboard. */
+export function enable(id, isEnabled) {
+  const button = byId(id);
+  if (!isEnabled && document.activeElement === button) byId('board').focus({ preventScroll: true });
+  button.disabled = !isEnabled;
+}
+
+/** Puts new elements into a parent, and the keyboard where it was among the old ones: on the element with the same
+ *  `data-key`, or else on the current one or the first one that can be reached. */
+export function renew(parent, ...children) {
+  const held = parent.contains(document.activeElement) ? document.activeElement : null;
+  parent.replaceChildren(...children);
+  if (!held) return;
+  const key = held.dataset.key ?? '';
+  const next = parent.querySelector(`[data-key="${CSS.escape(key)}"]`) ?? parent.querySelector('[aria-current]')
+    ?? parent.querySelector('button, summary, [tabindex]');
+  next?.focus({ preventScroll: true });
+}
+
 /** What the page remembers from visit to visit; nothing where the browser keeps nothing. */
 export const memory = {
   get(name, otherwise) {

@@ -114,9 +114,12 @@ export class Searcher {
 
   newGame() { this.send('ucinewgame'); }
 
-  /** The best move, or null where there is none. A search that runs is stopped first, and its answer counts for nobody. */
+  /** The best move, or null where there is none. A search that runs is stopped first, and its answer counts for nobody;
+   *  one that waited for that while another one was asked for is not begun. */
   async think({ fen, moves }, limits, tell = () => {}) {
-    await this.stop();
+    const number = this.asked = (this.asked ?? 0) + 1;
+    while (this.search || this.relaunching) await this.stop();
+    if (number !== this.asked) return null;
     const position = fen ? `fen ${fen}` : 'startpos';
     return new Promise((resolve) => {
       this.search = { tell: (line) => { this.noteLine(line); tell(line); }, resolve, best: null };
@@ -137,6 +140,7 @@ export class Searcher {
   /** Ends the search that runs, if any, and waits for its answer. An engine that can't hear while it thinks is ended
    *  itself, and another one takes its place: it knows the options, and has forgotten what it had found. */
   async stop() {
+    if (this.relaunching) await this.relaunching;
     if (!this.search) return;
     if (this.writer) {
       this.send('stop');
@@ -146,6 +150,12 @@ export class Searcher {
     this.worker.terminate();
     this.launches += 1;  // what it has still said counts no more
     this.finish(this.search.best ?? '0000');
+    this.relaunching = this.relaunch();
+    await this.relaunching;
+    this.relaunching = null;
+  }
+
+  async relaunch() {
     await this.launch();
     for (const [name, text] of this.files) this.send(`file ${name} ${JSON.stringify(text)}`);
     for (const [name, value] of this.options) this.send(`setoption name ${name} value ${value}`);

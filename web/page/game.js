@@ -1,104 +1,131 @@
 // The game: its start, its moves, where one looks at it, and what the searches have said of its positions. All that the
-// rules say comes from the desk; `state` is its answer for the position that is looked at.
+// rules say comes from the desk: `state` is its answer for the position that is looked at, `final` the one for the last
+// position. A game changes at once, when the desk has answered.
 
-import { plainPgn } from './plain_pgn.js';
+import { plainText, readPgn } from './pgn_reader.js';
+
+const ownTags = ['Result', 'SetUp', 'FEN'];  // the desk writes them itself
 
 export class Game extends EventTarget {
   constructor(desk) {
     super();
     this.desk = desk;
-    this.reset();
-  }
-
-  reset(fen = '', moves = []) {
-    this.fen = fen;
-    this.moves = moves;
-    this.shown = moves.length;  // so many moves are on the board
-    this.scores = [];           // by the number of moves before them; centipawns, as White sees them
-    this.ended = null;          // a result that the board doesn't know: { result, reason }
-    this.names = { white: '?', black: '?' };
+    Object.assign(this, fresh());
   }
 
   get atEnd() { return this.shown === this.moves.length; }
-  get isOver() { return this.atEnd && (this.ended !== null || this.state.isOver); }
+  /** Whether the game has come to its end, wherever one looks at it. */
+  get hasEnded() { return this.ended !== null || this.final.isOver; }
+  get isOver() { return this.atEnd && this.hasEnded; }
+  get result() { return this.final.isOver ? this.final.result : this.ended?.result ?? '*'; }
+  get reason() { return this.final.isOver ? this.final.reason : this.ended?.reason ?? ''; }
   get lastMove() { return this.moves[this.shown - 1] ?? null; }
   get position() { return { fen: this.fen, moves: this.moves.slice(0, this.shown) }; }
   get lines() { return [this.fen, this.position.moves.join(' ')]; }
 
-  /** Asks the desk for the position that is shown, and tells everybody. */
-  async refresh() {
-    const [state, whole] = await Promise.all([
-      this.desk.ask('game', ...this.lines), this.desk.ask('game', this.fen, this.moves.join(' '))]);
-    this.state = state;
-    this.notation = whole.notation;
-    this.firstPly = whole.error ? 0 : firstPly(whole.fen, this.moves.length);
+  /** Takes what is given of a game, asks the desk about it and tells everybody. False, and no change, if it is none. */
+  async change(given) {
+    const { fen, moves, shown } = { ...this, ...given };
+    const question = (count) => this.desk.ask('game', fen, moves.slice(0, count).join(' '));
+    const final = question(moves.length);
+    const [last, state] = await Promise.all([final, shown === moves.length ? final : question(shown)]);
+    if (last.error) return false;
+    Object.assign(this, given, { state, final: last, notation: last.notation, firstPly: firstPly(last.fen, moves.length) });
     this.dispatchEvent(new Event('change'));
-  }
-
-  legalFrom(square) { return this.state.legal.filter(({ uci }) => uci.startsWith(square)); }
-
-  /** A move as one types it: e2e4, Nf3, 0-0; undefined if it fits no legal move, or several. */
-  findMove(text) {
-    const plain = (move) => move.replace(/[+#x=!?-]/g, '').replace(/0/g, 'O').toLowerCase();
-    const exact = this.state.legal.filter(({ san, uci }) => san === text || uci === text);
-    const found = exact.length ? exact
-      : this.state.legal.filter(({ san, uci }) => plain(san) === plain(text) || uci === plain(text) || uci === `${plain(text)}q`);
-    return found.length === 1 ? found[0] : undefined;
-  }
-
-  async play(uci) {
-    this.moves = [...this.position.moves, uci];
-    this.ended = null;
-    this.scores.length = Math.min(this.scores.length, this.moves.length);
-    this.shown = this.moves.length;
-    await this.refresh();
-  }
-
-  async takeBack(count) {
-    this.moves.length = Math.max(this.moves.length - count, 0);
-    this.shown = this.moves.length;
-    this.scores.length = Math.min(this.scores.length, this.moves.length + 1);
-    this.ended = null;
-    await this.refresh();
-  }
-
-  async show(count) {
-    this.shown = Math.min(Math.max(count, 0), this.moves.length);
-    await this.refresh();
-  }
-
-  end(result, reason) { this.ended = { result, reason }; }
-
-  get result() { return this.ended?.result ?? this.state.result; }
-  get reason() { return this.ended?.reason ?? this.state.reason; }
-
-  /** Whether the text is a position; the game begins there. */
-  async loadFen(fen) {
-    const answer = await this.desk.ask('game', fen, '');
-    if (answer.error) return false;
-    this.reset(fen.trim());
-    await this.refresh();
     return true;
   }
 
+  begin(names) { return this.change({ ...fresh(), tags: tagsOf(names) }); }
+
+  legalFrom(square) { return this.state.legal.filter(({ uci }) => uci.startsWith(square)); }
+
+  /** The moves that fit what somebody types: e2e4, Nf3, 0-0. One of them is the move, several are too many. */
+  findMoves(text) {
+    const { legal } = this.state;
+    const exact = legal.filter(({ san, uci }) => san === text || uci === text);
+    if (exact.length) return exact;
+    const plain = (move) => move.replace(/[+#x=!?-]/g, '').replace(/0/g, 'O').toLowerCase();
+    const alike = legal.filter(({ san, uci }) => plain(san) === plain(text) || uci === plain(text) || uci === `${plain(text)}q`);
+    if (alike.length) return alike;
+    // A piece may be named with more or less of its square than it needs.
+    const [, piece, file, rank, to] = /^([NBRQK])([a-h]?)([1-8]?)[x-]?([a-h][1-8])[+#!?]*$/.exec(text) ?? [];
+    return piece ? legal.filter(({ san, uci }) => san[0] === piece && uci[0].includes(file) && uci[1].includes(rank)
+      && uci.slice(2) === to) : [];
+  }
+
+  /** The move is played after the first `count` ones; what followed them is forgotten. */
+  play(uci, count) {
+    return this.change({ moves: [...this.moves.slice(0, count), uci], shown: count + 1, ended: null,
+      scores: this.scores.slice(0, count + 1) });
+  }
+
+  /** From the last move on. */
+  takeBack(count) {
+    const left = Math.max(this.moves.length - count, 0);
+    return this.change({ moves: this.moves.slice(0, left), shown: left, ended: null, scores: this.scores.slice(0, left + 1) });
+  }
+
+  show(count) { return this.change({ shown: Math.min(Math.max(count, 0), this.moves.length) }); }
+  showLast() { return this.show(this.moves.length); }
+
+  /** A result that the board doesn't know. */
+  end(result, reason) { if (!this.hasEnded) this.ended = { result, reason }; }
+
+  /** Who plays, for the text of the game. A game that was read keeps its names. */
+  name(names) { if (!this.wasRead) this.tags = tagsOf(names, this.tags); }
+
+  // --- Text ---
+
+  /** Whether the text is a position; the game begins there. */
+  loadFen(fen, names) { return this.change({ ...fresh(), fen: fen.trim(), tags: tagsOf(names) }); }
+
   /** What is wrong with the text; nothing if it is a game, which stands on the board now. */
   async loadPgn(text) {
-    const answer = await this.desk.ask('read_pgn', plainPgn(text));
-    if (answer.error) return answer.error;
-    this.reset(answer.fen, answer.moves);
-    this.names = { white: answer.white, black: answer.black };
-    await this.refresh();
-    if (answer.result !== '*' && !this.state.isOver) this.end(answer.result, 'as the text says');
+    const read = readPgn(text);
+    if (!read.tags.length && !read.moves.length) return 'unreadable_game';
+    const { error, fen, moves, result } = await this.desk.ask('read_pgn', plainText(read));
+    if (error) return error;
+    const ended = result === '*' ? null : { result, reason: 'as the text says' };
+    await this.change({ ...fresh(), fen, moves, shown: moves.length, ended, wasRead: true,
+      tags: read.tags.filter(([name]) => !ownTags.includes(name)) });
     return null;
   }
 
   async pgn() {
-    const now = new Date();
-    const date = [now.getFullYear(), now.getMonth() + 1, now.getDate()].map((part) => String(part).padStart(2, '0'));
-    const answer = await this.desk.ask('write_pgn', this.fen, this.moves.join(' '), this.result, 'event Game in the browser',
-      'site ?', `date ${date.join('.')}`, `white ${this.names.white}`, `black ${this.names.black}`);
-    return answer.pgn;
+    const tags = this.tags.map(([name, value]) => `${name} ${value}`);
+    const { pgn } = await this.desk.ask('write_pgn', this.fen, this.moves.join(' '), this.result, ...tags);
+    return pgn;
   }
+
+  // --- From visit to visit ---
+
+  get kept() {
+    const { fen, moves, scores, ended, tags, wasRead } = this;
+    return { fen, moves, scores, ended, tags, wasRead };
+  }
+
+  /** Whether what was kept is a game still; it stands on the board now, at its last move. */
+  restore({ fen, moves, scores, ended, tags, wasRead }) {
+    return this.change({ fen, moves, shown: moves.length, scores: scores.map((score) => score ?? undefined), ended, tags, wasRead });
+  }
+}
+
+/** A game without a move. */
+function fresh() {
+  return { fen: '', moves: [],
+    shown: 0,        // so many moves are on the board
+    scores: [],      // by the number of moves before them; centipawns, as White sees them
+    ended: null,     // a result that the board doesn't know: { result, reason }
+    tags: [],        // of its text: pairs of name and value
+    wasRead: false,  // from a text, whose tags it keeps
+  };
+}
+
+/** The tags of a game on this page, from its day; the others that are given are kept. */
+function tagsOf({ white, black }, given = []) {
+  const now = new Date();
+  const date = [now.getFullYear(), now.getMonth() + 1, now.getDate()].map((part) => String(part).padStart(2, '0')).join('.');
+  return [...new Map([['Event', 'Game in the browser'], ['Site', '?'], ['Date', date], ...given, ['White', white], ['Black', black]])];
 }
 
 /** The number of half moves before the game's first one, from the position after all of them. */

@@ -22,9 +22,12 @@ const farthestMate = 30000;
 const mateScore = (moves) => (moves > 0 ? farthestMate - moves : -farthestMate - moves);
 export const isMate = (score) => Math.abs(score) > farthestMate - 1000;
 
-/** "+0.34", "#5", "-#5". */
+/** "5", "−5": with the minus sign that is as wide as a plus. */
+export const signed = (number) => `${number < 0 ? '−' : ''}${Math.abs(number)}`;
+
+/** "+0.34", "#5", "−#5". */
 export function scoreText(score) {
-  if (isMate(score)) return `${score < 0 ? '-' : ''}#${farthestMate - Math.abs(score)}`;
+  if (isMate(score)) return `${score < 0 ? '−' : ''}#${farthestMate - Math.abs(score)}`;
   return (score > 0 ? '+' : score < 0 ? '−' : '') + (Math.abs(score) / 100).toFixed(2);
 }
 

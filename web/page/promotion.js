@@ -20,3 +20,8 @@ export function choosePromotion(side, moves) {
     dialog.addEventListener('close', () => resolve(dialog.returnValue || null), { once: true });
   });
 }
+
+/** Takes the choice away, if somebody has it. */
+export function cancelPromotion() {
+  document.getElementById('promotion').close();
+}

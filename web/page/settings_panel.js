@@ -1,7 +1,7 @@
 // Every number that the two searches read, as fields that are made from the engine's own tables: those of the tournament
 // search are options of UCI, those of the classic one stand in a settings file.
 
-import { element, memory } from './elements.js';
+import { byId, element, memory } from './elements.js';
 import { plainName } from './info_line.js';
 
 // What the page has other places for, and what needs files that a browser hasn't got.
@@ -45,7 +45,8 @@ export class SettingsPanel {
     const isCheck = option.kind === 'check';
     const value = this.changed.options[option.name] ?? option.initial;
     const input = isCheck ? element('input', { type: 'checkbox', checked: value === 'true' })
-      : element('input', { type: 'number', min: option.least, max: option.name === 'Hash' ? largestHash : option.most, value });
+      : element('input', { type: 'number', required: true, min: option.least,
+        max: option.name === 'Hash' ? largestHash : option.most, value });
     return this.field(option.name, option.initial, [input], () => {
       const text = isCheck ? String(input.checked) : input.value;
       if (text === option.initial) delete this.changed.options[option.name];
@@ -57,7 +58,8 @@ export class SettingsPanel {
   classicField(row) {
     const values = this.changed.classic[row.name] ?? row.defaults;
     const inputs = values.map((value, i) => (row.isBoolean ? element('input', { type: 'checkbox', checked: value === 1 })
-      : element('input', { type: 'number', min: row.least, max: row.most, value, ariaLabel: `${plainName(row.name)} ${i + 1}` })));
+      : element('input', { type: 'number', required: true, min: row.least, max: row.most, value,
+        ariaLabel: `${plainName(row.name)} ${i + 1}` })));
     return this.field(row.name, row.defaults.join(' '), inputs, () => {
       const now = inputs.map((input) => (row.isBoolean ? Number(input.checked) : Number(input.value)));
       if (now.join() === row.defaults.join()) delete this.changed.classic[row.name];
@@ -72,11 +74,16 @@ export class SettingsPanel {
     label.dataset.name = name;
     const mark = () => label.classList.toggle('changed', name in this.changed.options || name in this.changed.classic);
     for (const input of inputs) {
+      let { value } = input;
       input.addEventListener('change', () => {
         if (!input.checkValidity()) {
-          input.reportValidity();
+          byId('settings-error').textContent =
+            `${plainName(name)} takes a whole number from ${input.min} to ${input.max}. It stays ${value}.`;
+          input.value = value;
           return;
         }
+        byId('settings-error').textContent = '';
+        value = input.value;
         take();
         mark();
         memory.set('settings', this.changed);
@@ -108,6 +115,7 @@ export class SettingsPanel {
     this.changed = { options: {}, classic: {} };
     memory.set('settings', this.changed);
     this.writeClassic();
+    byId('settings-error').textContent = '';
     this.draw();
   }
 

@@ -3,17 +3,26 @@
 import { byId } from './elements.js';
 
 const reasons = {
+  no_position: 'There is no such position.',
   unreadable_game: 'This is no game that can be read.',
+  no_such_position: 'The game begins from no position.',
   illegal_move_in_game: 'The game has a move that can\'t be played.',
 };
 
 export class TextDialog {
-  /** `loaded` is called when another position or game stands on the board. */
-  constructor(game, loaded) {
+  /** `names` gives who plays a game from a position. `load` runs what puts another position or game on the board, or gives
+   *  a word about why it can't, and hands that word on. */
+  constructor(game, names, load) {
     this.game = game;
-    this.loaded = loaded;
+    this.names = names;
+    this.load = load;
     this.dialog = byId('text-dialog');
-    byId('load-fen').addEventListener('click', () => this.loadFen());
+    // Enter in the field of the position presses the first button that submits.
+    byId('load-fen').addEventListener('click', (event) => {
+      event.preventDefault();
+      this.loadFen();
+    });
+    byId('close-text').addEventListener('click', () => this.dialog.close());
     byId('load-pgn').addEventListener('click', () => this.loadPgn());
     byId('save-pgn').addEventListener('click', () => this.save());
   }
@@ -26,18 +35,13 @@ export class TextDialog {
     this.dialog.showModal();
   }
 
-  async loadFen() { await this.finish(await this.game.loadFen(byId('fen').value) ? null : 'There is no such position.'); }
+  loadFen() { return this.take(async () => (await this.game.loadFen(byId('fen').value, this.names()) ? null : 'no_position')); }
+  loadPgn() { return this.take(() => this.game.loadPgn(byId('pgn').value)); }
 
-  async loadPgn() {
-    const error = await this.game.loadPgn(byId('pgn').value);
-    await this.finish(error && (reasons[error] ?? 'The game could not be loaded.'));
-  }
-
-  async finish(error) {
-    byId('text-error').textContent = error ?? '';
-    if (error) return;
-    this.dialog.close();
-    await this.loaded();
+  async take(read) {
+    const error = await this.load(read);
+    byId('text-error').textContent = error ? reasons[error] ?? 'The game could not be loaded.' : '';
+    if (!error) this.dialog.close();
   }
 
   save() {

@@ -2,8 +2,8 @@
 // and the reckless one, to the right what is good for White. A row opens into the rules that the term is made of.
 // Pointing at a row, or reaching it with the keyboard, lights its squares on the board.
 
-import { element } from './elements.js';
-import { plainName, scoreText } from './info_line.js';
+import { element, renew } from './elements.js';
+import { plainName, scoreText, signed } from './info_line.js';
 
 const sixteenths = 16;
 // By the number of their class.
@@ -18,16 +18,19 @@ export class WhyPanel {
     this.desk = desk;
     this.light = light;
     this.open = new Set();
+    this.held = [];  // the squares of the row that has the keyboard
   }
 
   /** Explains the game's position with the eyes of a personality. */
   async show(game, personality) {
     const number = this.asked = (this.asked ?? 0) + 1;
     const trace = await this.desk.ask('evaluation', personality, ...game.lines);
-    if (number === this.asked) this.draw(trace);
+    if (number === this.asked) this.draw(trace, game.isOver ? `${game.result}: ${game.reason}.` : null);
   }
 
-  draw(trace) {
+  /** `end` says how the game has ended, if it has. */
+  draw(trace, end) {
+    this.held = [];
     this.light([]);
     const turned = trace.mover === 'white' ? 1 : -1;
     this.weight = trace.isBlended ? Math.min(Math.max(trace.blendWeight, 0), sixteenths) : 0;
@@ -40,19 +43,22 @@ export class WhyPanel {
 
     const score = turned * trace.score;
     const type = types[trace.type];
-    const summary = element('p', { className: 'why-summary' }, element('strong', { className: 'why-score' }, scoreText(score)),
-      ` ${verdict(score)} This is ${/^[aeiou]/.test(type) ? 'an' : 'a'} ${type}, judged before any move is tried.`);
-    const parts = [summary];
+    const kind = `${/^[aeiou]/.test(type) ? 'an' : 'a'} ${type}`;
+    const parts = [end
+      ? element('p', { className: 'why-summary' }, element('strong', { className: 'why-score' }, end),
+        ` The game is over. The terms below judge the men on the board, as ${kind}, and know nothing of that: ${scoreText(score)}.`)
+      : element('p', { className: 'why-summary' }, element('strong', { className: 'why-score' }, scoreText(score)),
+        ` ${verdict(score)} This is ${kind}, judged before any move is tried.`)];
     if (trace.isBlended) parts.push(this.blendOf(trace));
-    parts.push(element('div', { className: 'why-head', ariaHidden: 'true' }, element('span', {}, '◂ for Black'),
-      element('span', {}, 'for White ▸')));
+    parts.push(element('div', { className: 'why-head', ariaHidden: 'true' }, element('span', { className: 'why-sides' },
+      element('span', {}, '◂ Black'), element('span', {}, 'White ▸'))));
     parts.push(element('div', { className: 'why-rows' }, ...telling.map((row) => this.rowElement(row))));
     if (trace.steps.length) parts.push(this.stepsOf(trace, turned));
     if (silent.length) {
       parts.push(element('p', { className: 'note' },
         `${silent.length} terms say nothing here: ${silent.map(({ name }) => plainName(name)).join(', ')}.`));
     }
-    this.parent.replaceChildren(...parts);
+    renew(this.parent, ...parts);
   }
 
   blend([positional, reckless]) {
@@ -84,8 +90,8 @@ export class WhyPanel {
     head.setAttribute('aria-label', `${plainName(row.name)}: ${scoreText(value)}; positional ${scoreText(row.values[0])}, `
       + `reckless ${scoreText(row.values[1])}, ${row.rules.length} rules`);
     const details = element('details', { open: this.open.has(row.name) }, head, this.sidesOf(row),
-      ...row.rules.map((rule) => this.ruleElement(rule)));
-    details.dataset.term = row.name;
+      ...row.rules.map((rule, i) => this.ruleElement(rule, `${row.name} ${i}`)));
+    details.dataset.term = head.dataset.key = row.name;
     details.addEventListener('toggle', () => (details.open ? this.open.add(row.name) : this.open.delete(row.name)));
     this.lights(head, squares);
     return details;
@@ -98,7 +104,7 @@ export class WhyPanel {
       : `Together ${text(row.values)} (positional / reckless).`);
   }
 
-  ruleElement(rule) {
+  ruleElement(rule, key) {
     const sign = rule.side === 'white' ? 1 : -1;
     const values = rule.value.map((value) => sign * value);
     const points = pointsText(rule.points);
@@ -106,6 +112,7 @@ export class WhyPanel {
       element('span', { className: 'why-name' }, plainName(rule.name),
         element('small', {}, ` ${rule.squares.length > 16 ? `${rule.squares.length} squares` : rule.squares.join(' ')}`)),
       this.bars(values), element('span', { className: 'why-value' }, scoreText(this.blend(values))));
+    made.dataset.key = key;
     if (points) made.title = points;
     made.setAttribute('aria-label', `${rule.side}: ${plainName(rule.name)}, ${rule.squares.join(' ')}, `
       + `${scoreText(this.blend(values))}${points ? `; ${points}` : ''}`);
@@ -113,9 +120,19 @@ export class WhyPanel {
     return made;
   }
 
+  /** A row that is pointed at lights its squares, or else the one that has the keyboard. A finger that is lifted leaves
+   *  them lit. */
   lights(row, squares) {
-    for (const coming of ['pointerenter', 'focus']) row.addEventListener(coming, () => this.light(squares));
-    for (const leaving of ['pointerleave', 'blur']) row.addEventListener(leaving, () => this.light([]));
+    row.addEventListener('pointerenter', () => this.light(squares));
+    row.addEventListener('pointerleave', (event) => event.pointerType === 'touch' || this.light(this.held));
+    row.addEventListener('focus', () => row.matches(':focus-visible') && this.hold(squares));
+    row.addEventListener('keydown', () => this.hold(squares));  // it had been clicked, and the keyboard goes on
+    row.addEventListener('blur', () => this.held.length && this.hold([]));
+  }
+
+  hold(squares) {
+    this.held = squares;
+    this.light(squares);
   }
 
   bars(values) {
@@ -127,10 +144,10 @@ export class WhyPanel {
   blendOf(trace) {
     const share = Math.round((100 * this.weight) / sixteenths);
     const [positional, reckless] = trace.sum;
-    const danger = (king) => `attack ${king.attack}, cover ${king.cover}`;
+    const danger = (king) => `attack ${signed(king.attack)}, cover ${signed(king.cover)}`;
     const text = element('p', {}, `The terms come to ${scoreText(positional)} if one plays for position and `
       + `${scoreText(reckless)} if one plays for attack. Blend: ${this.weight} of 16 parts reckless `
-      + `(openness ${trace.openness}; the white king's danger: ${danger(trace.whiteKing)}; the black king's: `
+      + `(openness ${signed(trace.openness)}; the white king's danger: ${danger(trace.whiteKing)}; the black king's: `
       + `${danger(trace.blackKing)}). With the material: ${scoreText((trace.mover === 'white' ? 1 : -1) * trace.fullScore)}.`);
     const meter = element('div', { className: 'blend', role: 'img' }, element('span', {}, 'positional'),
       element('span', { className: 'blend-line' }, element('span', { className: 'blend-mark', style: `--share: ${share}%` })),
@@ -167,10 +184,10 @@ function pointsText({ pressure, cover, activity }) {
   for (const [name, counters] of Object.entries({ pressure, cover })) {
     for (const [side, points] of Object.entries(counters)) {
       points.forEach((count, wing) => {
-        if (count) parts.push(`${name} of ${side}, ${wings[wing]} ${count > 0 ? '+' : ''}${count}`);
+        if (count) parts.push(`${name} of ${side}, ${wings[wing]} ${count > 0 ? '+' : ''}${signed(count)}`);
       });
     }
   }
-  if (activity) parts.push(`activity ${activity}`);
+  if (activity) parts.push(`activity ${signed(activity)}`);
   return parts.join('; ');
 }

@@ -67,3 +67,64 @@ export const movesMade = (page, count, timeout = 60000) => page.waitForFunction(
 /** Waits until an element says something. */
 export const says = (page, id, pattern) => page.waitForFunction(
   ([name, source]) => new RegExp(source).test(document.getElementById(name).textContent), [id, pattern.source]);
+
+/** A new game, with White unless said otherwise. */
+export async function beginGame(page, playAs = 'white') {
+  if (await page.inputValue('#play-as') !== playAs) {
+    await set(page, 'play-as', playAs);
+    await page.evaluate(() => window.vorka.changing);
+  }
+  if (playAs === 'black' || playAs === 'none') {
+    await page.evaluate(() => window.vorka.newGame());
+    return;
+  }
+  await page.click('#new-game');
+  await page.waitForFunction(() => window.vorka.game.moves.length === 0 && window.vorka.board.side === 'white');
+}
+
+export async function loadPosition(page, fen) {
+  await page.click('#open-text');
+  await page.locator('#text-dialog').waitFor({ state: 'visible' });
+  await page.fill('#fen', fen);
+  await page.click('#load-fen');
+}
+
+export async function loadGame(page, pgn) {
+  await page.click('#open-text');
+  await page.locator('#text-dialog').waitFor({ state: 'visible' });
+  await page.fill('#pgn', pgn);
+  await page.click('#load-pgn');
+}
+
+/** What the page gives as the text of the game. */
+export async function pgnOf(page) {
+  await page.click('#open-text');
+  await page.locator('#text-dialog').waitFor({ state: 'visible' });
+  const pgn = await page.inputValue('#pgn');
+  await page.keyboard.press('Escape');
+  await page.locator('#text-dialog').waitFor({ state: 'hidden' });
+  return pgn;
+}
+
+/** Clicks a move, and what a pawn becomes. */
+export async function moveByHand(page, uci) {
+  await clickSquare(page, uci.slice(0, 2));
+  await clickSquare(page, uci.slice(2, 4));
+  if (uci.length === 5) await page.click(`#promotion button[value="${uci}"]`);
+}
+
+export async function typeMove(page, text) {
+  await page.fill('#move-text', text);
+  await page.press('#move-text', 'Enter');
+}
+
+/** Types a move and lets the engine answer at once, whatever the clocks say. */
+export async function typeAndHurry(page, text) {
+  const made = await page.evaluate(() => window.vorka.game.moves.length) + 2;
+  await typeMove(page, text);
+  await page.waitForFunction((wanted) => {
+    const { game, isThinking, search } = window.vorka;
+    if (isThinking && search.score !== undefined) document.getElementById('move-now').click();
+    return game.moves.length >= wanted && !isThinking;
+  }, made);
+}

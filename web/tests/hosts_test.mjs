@@ -49,6 +49,11 @@ test('Without shared memory an engine that must stop is replaced', async () => {
     await movesMade(page, 2);
     await page.click('#analyse');
     await page.waitForFunction(() => document.querySelectorAll('.search-row').length >= 5);
+    // While the next engine comes, more is asked for: the last wish counts.
+    await page.evaluate(() => {
+      for (const id of ['back', 'forward', 'to-start', 'to-end']) document.getElementById(id).click();
+    });
+    await page.waitForFunction(() => window.vorka.game.atEnd && document.querySelectorAll('.search-row').length >= 5);
     await page.click('#analyse');
     await page.waitForFunction(() => !window.vorka.searcher.search);
     await playMove(page, 'a3');

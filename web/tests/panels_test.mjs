@@ -2,7 +2,7 @@
 
 import assert from 'node:assert/strict';
 import { after, afterEach, before, test } from 'node:test';
-import { moves, movesMade, openPage, ready, set } from './browser.mjs';
+import { beginGame, loadGame, movesMade, openPage, ready, says, set, typeMove } from './browser.mjs';
 
 let it;
 let page;
@@ -25,6 +25,10 @@ test('The evaluation is told term by term, and its rules light their squares', a
   await page.locator('h1').hover();
   assert.equal(await page.locator('#board .marker-why, #board .marker-why-black').count(), 0);
   assert.match(await term.locator('summary').getAttribute('aria-label'), /positional .* reckless/);
+  await page.keyboard.press('Tab');
+  assert.ok(await page.locator('#board .marker-why, #board .marker-why-black').count() > 0, 'by keyboard too');
+  await page.keyboard.press('Shift+Tab');
+  await page.keyboard.press('Shift+Tab');
 });
 
 test('What the terms come to is the evaluation', async () => {
@@ -43,6 +47,96 @@ test('An ending is told by its steps', async () => {
   assert.match(await page.textContent('.why-summary'), /rook ending/);
 });
 
+test('At the end of the game it tells the result, and no verdict beside it', async () => {
+  await loadGame(page, '1. f3 e5 2. g4 Qh4# 0-1');
+  await says(page, 'why', /^0-1: Black mates\. The game is over\./);
+  assert.doesNotMatch(await page.textContent('.why-summary'), /stand|winning/);
+  await page.click('#back');
+  await says(page, 'why', /judged before any move is tried/);
+});
+
+test('Numbers have one minus sign', async () => {
+  const text = await page.evaluate(async () => {
+    const { scoreText, signed } = await import('./info_line.js');
+    return [scoreText(-34), scoreText(-29999), scoreText(29999), signed(-3), signed(3)].join(' ');
+  });
+  assert.equal(text, '−0.34 −#1 #1 −3 3');
+  await loadGame(page, '1. e4 e5 2. Nf3 Nc6 3. Bc4 Nf6 4. Ng5 d5 5. exd5 Nxd5 6. Nxf7 Kxf7 7. Qf3+ Ke6 *');
+  await says(page, 'why', /cover −\d/);
+  const titles = await page.locator('.why-rule').evaluateAll((rules) => rules.map(({ title }) => title).join());
+  assert.match(titles, /−\d/);
+  assert.doesNotMatch(titles + await page.textContent('#why'), /-\d/);
+});
+
+test('Squares that are lit are in sight', async () => {
+  // A row that is in sight itself, and no part of the board behind anything else.
+  const isSeen = () => page.evaluate(() => {
+    const board = document.querySelector('#board .board').getBoundingClientRect();
+    const seen = (x, y) => document.elementFromPoint(x, y)?.closest('#board') !== null;
+    return board.top >= 0 && board.bottom <= innerHeight && seen(board.left + 9, board.top + 9) && seen(board.right - 9, board.bottom - 9);
+  });
+  for (const [width, height] of [[1400, 800], [1180, 700], [900, 640], [768, 1024], [360, 740]]) {
+    await page.setViewportSize({ width, height });
+    for (const row of [page.locator('#why summary').first(), page.locator('#why summary').last()]) {
+      await row.evaluate((element) => element.scrollIntoView({ block: 'center' }));
+      await page.evaluate(() => new Promise((done) => { requestAnimationFrame(() => requestAnimationFrame(done)); }));
+      await row.hover({ timeout: 5000 });
+      assert.ok(await isSeen(), `on ${width} x ${height}`);
+    }
+  }
+  await page.locator('h1').scrollIntoViewIfNeeded();
+  await page.setViewportSize({ width: 1180, height: 1000 });
+});
+
+test('What has the keyboard keeps it when it is drawn again', async () => {
+  const held = () => page.evaluate(() => document.activeElement.dataset.key ?? document.activeElement.id);
+  const shown = (count) => page.waitForFunction((wanted) => window.vorka.game.shown === wanted, count);
+  await page.focus('#moves button[data-key="3"]');
+  await page.keyboard.press('Enter');
+  await shown(3);
+  assert.equal(await held(), '3');
+  const row = page.locator('#why details[data-term="pawn_squares"] summary');
+  await row.focus();
+  const text = await page.textContent('#why');
+  await page.evaluate(() => window.vorka.look(() => 5));
+  await page.waitForFunction((before) => document.getElementById('why').textContent !== before, text);
+  assert.equal(await held(), 'pawn_squares');
+  await page.focus('#take-back');
+  await beginGame(page, 'both');
+  await typeMove(page, 'e4');
+  await movesMade(page, 1);
+  await page.focus('#take-back');
+  await page.keyboard.press('Enter');
+  await page.waitForFunction(() => window.vorka.game.moves.length === 0);
+  assert.equal(await held(), 'board');
+});
+
+test('The graph is gone along by keyboard, and says where it is', async () => {
+  await loadGame(page, '1. e4 e5 2. Nf3 *');
+  const shown = (count) => page.waitForFunction((wanted) => window.vorka.game.shown === wanted, count);
+  await shown(3);
+  await page.focus('#graph [role="slider"]');
+  await page.keyboard.press('ArrowLeft');
+  await shown(2);
+  assert.match(await page.getAttribute('#graph [role="slider"]', 'aria-valuetext'), /^1… e5, /);
+  await page.keyboard.press('Home');
+  await shown(0);
+  await page.keyboard.press('End');
+  await shown(3);
+  assert.equal(await page.evaluate(() => document.activeElement.getAttribute('role')), 'slider');
+});
+
+test('The board leaves the keys of the browser alone', async () => {
+  await page.focus('#board');
+  const isTaken = (keys) => page.evaluate((init) => {
+    const event = new KeyboardEvent('keydown', { ...init, bubbles: true, cancelable: true });
+    document.getElementById('board').dispatchEvent(event);
+    return event.defaultPrevented;
+  }, keys);
+  assert.equal(await isTaken({ key: 'ArrowLeft', altKey: true }), false);
+  assert.equal(await isTaken({ key: 'ArrowLeft' }), true);
+});
+
 test('The search tells its questions, and the bounds close in', async () => {
   await page.click('#new-game');
   await page.click('#analyse');
@@ -52,6 +146,12 @@ test('The search tells its questions, and the bounds close in', async () => {
   await page.waitForFunction(() => /^Depth \d+: is .* worth/.test(document.querySelector('.search-question').textContent));
   await page.click('#analyse');
   await page.waitForFunction(() => !window.vorka.searcher.search);
+});
+
+test('Each mark of the search is explained', async () => {
+  const marks = await page.locator('.search-legend svg > *').evaluateAll((shapes) => shapes.map((shape) => shape.getAttribute('class')));
+  assert.deepEqual(marks, ['yes', 'no', 'found', 'band']);
+  assert.match(await page.textContent('.search-legend'), /yes, .*no, .*score.*bounds/);
 });
 
 test('The sliders reach the engine', async () => {
@@ -95,6 +195,44 @@ test('The settings are those of the engine, and a changed one counts', async () 
   assert.equal(await page.locator('.setting.changed').count(), 0);
 });
 
+test('An emptied setting, and one out of its bounds, is refused with a word', async () => {
+  await page.fill('#settings-panel input[type="search"]', '');
+  for (const [name, bounds] of [['limited_razoring_margin', /razoring margin takes a whole number from .* It stays \d+\./], ['Hash', /^Hash takes/]]) {
+    const field = page.locator(`#settings .setting[data-name="${name}"] input`);
+    const before = await field.inputValue();
+    for (const text of ['', '99999999']) {
+      await field.fill(text);
+      await field.press('Tab');
+      await says(page, 'settings-error', bounds);
+      assert.equal(await field.inputValue(), before);
+    }
+  }
+  assert.equal(await page.locator('.setting.changed').count(), 0);
+  const field = page.locator('#settings .setting[data-name="limited_razoring_margin"] input');
+  await field.fill('500');
+  await field.press('Tab');
+  await says(page, 'settings-error', /^$/);
+  await page.click('#settings-panel .settings-tools button');
+});
+
+test('The coordinates stand out from their squares', async () => {
+  for (const colorScheme of ['light', 'dark']) {
+    await page.emulateMedia({ colorScheme });
+    const contrasts = await page.evaluate(() => {
+      const light = (element) => {
+        const parts = getComputedStyle(element).fill.match(/\d+/g).slice(0, 3).map((part) => part / 255)
+          .map((part) => (part <= 0.03928 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4));
+        return 0.2126 * parts[0] + 0.7152 * parts[1] + 0.0722 * parts[2];
+      };
+      return ['white', 'black'].map((colour) => {
+        const both = [`.square.${colour}`, `.coordinate.${colour}`].map((name) => light(document.querySelector(`#board ${name}`)));
+        return (Math.max(...both) + 0.05) / (Math.min(...both) + 0.05);
+      });
+    });
+    assert.ok(Math.min(...contrasts) >= 4.5, `${contrasts} in the ${colorScheme} theme`);
+  }
+});
+
 test('Every control has a name', async () => {
   const nameless = await page.locator('button, input, select, textarea').evaluateAll((controls) => controls
     .filter((control) => !control.ariaLabel && !control.textContent.trim() && !control.labels?.length)
@@ -111,6 +249,8 @@ test('It fits a phone, a tablet and a desk, light and dark', async () => {
         document.getElementById('board').getBoundingClientRect().width]);
       assert.ok(content <= width, `${content} wide on ${width}`);
       assert.ok(board > Math.min(width * 0.4, 330), `the board is ${board} wide on ${width}`);
+      const sliders = await page.locator('.slider input').evaluateAll((inputs) => inputs.map((input) => input.getBoundingClientRect().width));
+      assert.ok(Math.min(...sliders) >= 120, `a slider of ${Math.min(...sliders)} on ${width}`);
     }
   }
 });
@@ -121,5 +261,4 @@ test('Nothing comes from elsewhere', async () => {
   await page.reload();
   await ready(page);
   assert.deepEqual(others, []);
-  assert.equal(await moves(page), '');
 });

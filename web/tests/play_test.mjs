@@ -3,7 +3,7 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { after, afterEach, before, test } from 'node:test';
-import { centreOf, clickSquare, moves, movesMade, openPage, says, set } from './browser.mjs';
+import { beginGame, centreOf, clickSquare, loadPosition, moveByHand, moves, movesMade, openPage, says, set } from './browser.mjs';
 
 const bench = readFileSync(new URL('../../tests/data/bench_total.txt', import.meta.url), 'utf8');
 const nodesAtDepth = (depth) => Number(new RegExp(`^${depth} (\\d+)$`, 'm').exec(bench)[1]);
@@ -17,26 +17,9 @@ before(async () => {
 after(() => it.close());
 afterEach(() => assert.deepEqual(it.complaints.splice(0), [], 'the page complains of nothing'));
 
-async function newGame() {
-  if (await page.inputValue('#play-as') !== 'white') {
-    await set(page, 'play-as', 'white');
-    await page.evaluate(() => window.vorka.changing);
-  }
-  await page.click('#new-game');
-  await page.waitForFunction(() => window.vorka.game.moves.length === 0 && window.vorka.board.side === 'white');
-}
-
-async function loadFen(fen) {
-  await page.click('#open-text');
-  await page.fill('#fen', fen);
-  await page.click('#load-fen');
-}
-
-async function makeMove(uci) {
-  await clickSquare(page, uci.slice(0, 2));
-  await clickSquare(page, uci.slice(2, 4));
-  if (uci.length === 5) await page.click(`#promotion button[value="${uci}"]`);
-}
+const newGame = () => beginGame(page);
+const loadFen = (fen) => loadPosition(page, fen);
+const makeMove = (uci) => moveByHand(page, uci);
 
 test('The engine searches the same nodes as the native one', async () => {
   const { nodes } = await page.evaluate(() => window.vorka.desk.bench(4));
@@ -146,7 +129,7 @@ test('A position and a game are loaded and read out', async () => {
   const pgn = await page.inputValue('#pgn');
   assert.match(pgn, /\[White "Ann"\][^]*\[Result "1-0"\][^]*1\. e4 e5 2\. Qh5 Ke7 3\. Qxe5#\s+1-0/);
   assert.match(await page.inputValue('#fen'), /^rnbq1bnr\/ppppkppp\/8\/4Q3\/4P3\/8\/PPPP1PPP\/RNB1KBNR b KQ - 0 3$/);
-  await page.click('#text-dialog button[type="submit"]');
+  await page.click('#close-text');
 });
 
 test('A review finds the move with which the game turned', async () => {
