@@ -16,6 +16,7 @@ struct TournamentSettings {
     // --- Horizon and quiescence ---
     std::int32_t horizon = 32;            ///< a smaller distance counts as none
     std::int32_t quiescence_checks = 64;  ///< so far below the horizon quiet checks are searched
+    std::int32_t quiescence_levels = 1;   ///< two distances only, with checks and without: the table answers more
     std::int32_t delta_margin = 200;      ///< what a capture may lack to beta
 
     // --- Static score ---
@@ -115,6 +116,7 @@ inline constexpr Row rows[] = {
     {"root_reduction", &TournamentSettings::root_reduction, 0, 64},
     {"horizon", &TournamentSettings::horizon, 1, 64},
     {"quiescence_checks", &TournamentSettings::quiescence_checks, 0, 1024},
+    {"quiescence_levels", &TournamentSettings::quiescence_levels, 0, 1},
     {"delta_margin", &TournamentSettings::delta_margin, 0, 5000},
     {"table_estimate", &TournamentSettings::table_estimate, 0, 1},
     {"reverse_futility", &TournamentSettings::reverse_futility, 0, 1},

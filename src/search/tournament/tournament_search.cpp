@@ -27,6 +27,14 @@ namespace tournament {
 
 namespace {
 
+/// The distance that a node is searched and kept with.
+Distance RoundedDistance(Distance distance, const TournamentSettings& rules) {
+    if (distance >= rules.horizon) return distance;
+    if (rules.quiescence_levels == 0) return std::min(distance, 0);
+    // Quiescence differs by whether it looks for checks, and by nothing else.
+    return distance > -rules.quiescence_checks ? 0 : -rules.quiescence_checks;
+}
+
 /// Both bounds of an entry hold by themselves, each as far as its own distance reaches.
 NodeAnswer ProbeHash(TournamentNode& node) {
     const TranspositionEntry* const entry = node.search.engine.tables.transposition.Find(node.board().key());
@@ -120,11 +128,10 @@ Score SearchNode(SearchBoard& search, TournamentState& state, Move* move_buffer,
     if (ply >= last_ply) return beta - 1;
     // 2. Count the node, look for input.
     CountNode(search);
-    if (distance > 0 && distance < state.settings.horizon) distance = 0;
     TournamentNode node{{.search = search,
                          .ply = ply,
                          .beta = beta,
-                         .distance = distance,
+                         .distance = RoundedDistance(distance, state.settings),
                          .in_check = search.board.in_check(),
                          .type = type,
                          .parent_class = position_class,
