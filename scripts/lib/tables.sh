@@ -14,10 +14,11 @@ prepare_tables() {
     table_options=()
     if [[ ! -f $1/tables/KPK.vdm ]]; then
         echo "Computing the tables of three men, once: a second or two. For all endings of four men: scripts/tables" >&2
-        if ! compute_tables "$1" --men 3 --quiet >&2; then
-            echo "Vorka plays on without them." >&2
-            return 0
-        fi
+    fi
+    # Those that are there and sound are kept, which takes no time; damaged ones are mended.
+    if ! compute_tables "$1" --men 3 --quiet >&2; then
+        echo "Vorka plays on without them." >&2
+        return 0
     fi
     table_options=(--tb nalimov 32M "$2/tables")
 }

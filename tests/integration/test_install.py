@@ -48,7 +48,8 @@ def say(folder, prefix, program, text):
 def test_everything_has_its_place(prefix):
     found = files_below(prefix)
     for path in ("games/vorka", "games/vorka-uci", "games/vorka-xboard", "games/vorka-table-builder",
-                 "games/vorka-check-tables", "lib/vorka/vorka", "lib/vorka/vorka-uci", "lib/vorka/vorka-xboard", "share/man/man6/vorka.6", "share/man/man6/vorka-uci.6",
+                 "games/vorka-check-tables", "lib/vorka/vorka", "lib/vorka/vorka-uci", "lib/vorka/vorka-xboard",
+                 "share/man/man6/vorka.6", "share/man/man6/vorka-uci.6",
                  "share/man/man6/vorka-xboard.6", "share/man/man6/vorka-table-builder.6",
                  "share/man/man6/vorka-check-tables.6", "share/games/plugins/xboard/vorka.eng",
                  "share/games/vorka/settings/variants.txt", "share/bash-completion/completions/vorka",

@@ -256,7 +256,7 @@ inline constexpr std::string_view cannot_find_length = "Cannot find length of ";
 inline constexpr std::string_view cannot_allocate_decode_block = "Cannot allocate decode block: error code ";
 inline constexpr std::string_view corrupted = " corrupted ";
 inline constexpr std::string_view nalimov_untested =
-    "Nalimov's format is untested on original files; checksums protect from wrong answers.\n";
+    "Nalimov's format is untested on original files; the checksums of packed ones protect from wrong answers.\n";
 // How the files of the published tables are called, and the head of the packed ones.
 inline constexpr std::string_view nalimov_first_side = "nbw";
 inline constexpr std::string_view nalimov_second_side = "nbb";
