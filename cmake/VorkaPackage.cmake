@@ -33,5 +33,6 @@ set(anywhere "${PROJECT_SOURCE_DIR}/(.*/)?")
 set(CPACK_SOURCE_IGNORE_FILES
     "${PROJECT_SOURCE_DIR}/\\.git(/|$)" "${PROJECT_SOURCE_DIR}/build/" "${PROJECT_SOURCE_DIR}/play/"
     "${anywhere}__pycache__/" "${anywhere}\\.pytest_cache/" "${anywhere}\\.cache/" "${anywhere}[^/]*\\.log$"
+    "${anywhere}node_modules/"
     "${anywhere}logfile\\.([0-9][^/]*|max)$")
 include(CPack)
