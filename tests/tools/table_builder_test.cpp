@@ -178,9 +178,10 @@ TEST_F(TableBuilderTest, ComputesTheSameWithAnyNumberOfThreads) {
 
 TEST_F(TableBuilderTest, TakesNoMoreMemoryThanItIsTold) {
     const TemporaryDirectory other;
-    const Outcome refused = RunBuilder({"--output", other.path().string(), "--memory", "100K", "KQK", "KPK"});
+    const Outcome refused =
+        RunBuilder({"--output", other.path().string(), "--threads", "1", "--memory", "100K", "KQK", "KPK"});
     EXPECT_EQ(refused.status, 1);
-    EXPECT_EQ(refused.complained, "table_builder: KQK takes 1 MiB of memory, see --memory\n");
+    EXPECT_EQ(refused.complained, "table_builder: KQK takes 8 MiB of memory, see --memory\n");
     EXPECT_TRUE(std::filesystem::is_empty(other.path()));
     const Outcome listed = RunBuilder({"--list", "KRPKR"});
     EXPECT_EQ(listed.status, 0);
@@ -198,7 +199,10 @@ TEST_F(TableBuilderTest, RefusesWhatItCannotDo) {
         EXPECT_EQ(run.status, 1);
         EXPECT_THAT(run.complained, testing::HasSubstr("usage: table_builder"));
     }
-    EXPECT_EQ(RunBuilder({"--output", folder_->File("nowhere"), "KQK"}).status, 1);
+    const Outcome nowhere = RunBuilder({"--output", folder_->File("nowhere"), "KQK"});
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_EQ(nowhere.complained,
+              "table_builder: can't write into " + folder_->File("nowhere") + ": No such file or directory\n");
 }
 
 /// Tables in memory, found as the files are.

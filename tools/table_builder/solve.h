@@ -33,7 +33,8 @@ inline constexpr int most_plies = 2 * VorkaTablebases::longest_win - 1;
 [[nodiscard]] std::unique_ptr<SolvedTable> Solve(const Material& material, const SolvedTables& known, int threads,
                                                  const SolveReport& report = {});
 
-/// Bytes of memory that Solve takes for a material, tables that must be there included.
-[[nodiscard]] std::uint64_t MemoryToSolve(const Material& material);
+/// Bytes of memory that the program takes at most to solve and write a material by so many threads, tables that must be
+/// there included.
+[[nodiscard]] std::uint64_t MemoryToSolve(const Material& material, int threads);
 
 }  // namespace table_builder
