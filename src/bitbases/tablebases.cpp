@@ -54,6 +54,7 @@ void Initialize(VorkaTablebases::Tablebases& tablebases, std::uint64_t size, con
         throw NalimovException(std::string(vocabulary::could_not_open_tablebases));
     }
     if (!source->UseCache(cache) && cache != 0) {
+        if (source->LacksMemory()) throw NalimovException(std::string(vocabulary::reason_out_of_memory));
         vlog << vocabulary::increase_the_cache_size << '\n';
         throw NalimovException(std::string(vocabulary::cache_size_too_small));
     }

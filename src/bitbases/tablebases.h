@@ -48,6 +48,8 @@ class TableSource {
     [[nodiscard]] virtual bool KnowsNoDistances() const noexcept { return false; }
     /// Gives the tables a cache of so many bytes. False if they can't work with that.
     [[nodiscard]] virtual bool UseCache(std::int32_t bytes) noexcept = 0;
+    /// Whether there is less memory than the last UseCache asked for, which has told so.
+    [[nodiscard]] virtual bool LacksMemory() const noexcept { return false; }
 };
 
 /// Whether a score of the tables is a loss that is 30 plies away or more.

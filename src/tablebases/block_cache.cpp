@@ -5,6 +5,8 @@
 #include <limits>
 #include <new>
 
+#include "tablebases/table_messages.h"
+
 // Each slot is in two lists: one of all slots by age, doubly linked, and the chain of its bucket, where a search for a
 // block begins. A slot that holds no block stands at the old end of the first list and in no chain.
 
@@ -34,13 +36,18 @@ BlockCache::~BlockCache() = default;
 bool BlockCache::Resize(std::uint64_t bytes) noexcept {
     memory_.reset();
     capacity_ = 0;
+    lacks_memory_ = false;
     if (bytes == 0) return true;
     const std::uint64_t cost = block_bytes_ + sizeof(Slot) + sizeof(std::uint32_t);
     const auto capacity = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes / cost, none - 1));
     if (capacity == 0) return false;
     // Left as it comes: pages of slots that are never used cost nothing.
     memory_.reset(std::malloc(static_cast<std::size_t>(capacity * cost)));
-    if (!memory_) return false;
+    if (!memory_) {
+        lacks_memory_ = true;
+        TellNoMemory(capacity * cost);
+        return false;
+    }
     capacity_ = capacity;
     slots_ = static_cast<Slot*>(memory_.get());
     buckets_ = reinterpret_cast<std::uint32_t*>(slots_ + capacity);

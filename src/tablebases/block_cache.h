@@ -38,8 +38,11 @@ class BlockCache {
     BlockCache& operator=(const BlockCache&) = delete;
 
     /// Gives up all blocks and takes memory of at most so many bytes, 0 for no cache. False if not a single block fits
-    /// or there is not so much memory; then there is no cache.
+    /// or there is not so much memory, which is told; then there is no cache.
     [[nodiscard]] bool Resize(std::uint64_t bytes) noexcept;
+
+    /// Whether there was less memory than the last Resize asked for.
+    [[nodiscard]] bool lacks_memory() const noexcept { return lacks_memory_; }
 
     /// Sets `value` to a byte of a block, which is read if it is not here. A block that can't be read leaves no trace.
     /// `reader` stands for its table, and must live until the cache is resized or gone.
@@ -70,6 +73,7 @@ class BlockCache {
     };
     std::unique_ptr<void, FreeMemory> memory_;
     std::uint32_t capacity_ = 0;
+    bool lacks_memory_ = false;
     Slot* slots_ = nullptr;             ///< these three point into `memory_`
     std::uint32_t* buckets_ = nullptr;  ///< heads of chains of slots, as many as there are slots
     std::uint8_t* blocks_ = nullptr;

@@ -35,6 +35,7 @@ class CombinedSource final : public TableSource {
     [[nodiscard]] ProbeResult Probe(const BOARD& board, int& score) noexcept override;
     [[nodiscard]] SourceFailure last_failure() const noexcept override { return last_failure_; }
     [[nodiscard]] bool UseCache(std::int32_t bytes) noexcept override;
+    [[nodiscard]] bool LacksMemory() const noexcept override { return cache_.lacks_memory(); }
 
     [[nodiscard]] const BlockCache& cache() const noexcept { return cache_; }
 

@@ -36,9 +36,7 @@ void TellUnsupportedBlockSize(const std::string& file, std::uint32_t block_size)
 
 void TellNoLength(const std::string& file) { Tell({vocabulary::cannot_find_length, file}); }
 
-void TellNoDecodeBlock(int error_code) { Tell({vocabulary::cannot_allocate_decode_block, std::to_string(error_code)}); }
-
-void TellNoMemory(int bytes) {
+void TellNoMemory(std::uint64_t bytes) {
     Tell({vocabulary::cannot_allocate, std::to_string(bytes), vocabulary::bytes_of_memory});
 }
 

@@ -14,8 +14,7 @@ void TellSeekFailed(const std::string& file);
 void TellReadFailed(const std::string& file);
 void TellUnsupportedBlockSize(const std::string& file, std::uint32_t block_size);
 void TellNoLength(const std::string& file);
-void TellNoDecodeBlock(int error_code);
-void TellNoMemory(int bytes);
+void TellNoMemory(std::uint64_t bytes);
 /// Three numbers that help to find the place: the block, where it begins in the file, and its packed bytes.
 void TellCorrupted(const std::string& file, std::uint64_t block, std::uint64_t offset, std::uint64_t bytes);
 

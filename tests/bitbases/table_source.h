@@ -17,11 +17,12 @@ class FakeTables : public VorkaTablebases::TableSource {
     }
     VorkaTablebases::SourceFailure last_failure() const noexcept override { return failure; }
     bool UseCache(std::int32_t bytes) noexcept override { return bytes >= smallest_cache_; }
-
+    bool LacksMemory() const noexcept override { return lacks_memory; }
     bool KnowsNoDistances() const noexcept override { return knows_no_distances; }
 
     VorkaTablebases::SourceFailure failure = VorkaTablebases::SourceFailure::none;
     bool knows_no_distances = false;
+    bool lacks_memory = false;
 
   private:
     Answer answer_;

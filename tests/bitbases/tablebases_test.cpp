@@ -96,6 +96,22 @@ TEST_F(Initialising, NeedsEnoughCacheOrNone) {
     EXPECT_TRUE(IsLoaded());
 }
 
+TEST_F(Initialising, AsksForNoLargerCacheWhereMemoryIsWanting) {
+    const auto open = [](const std::string& /*path*/) {
+        auto tables = std::make_unique<FakeTables>(Always(ProbeResult::found, 0), 1 << 30);
+        tables->lacks_memory = true;
+        return tables;
+    };
+    try {
+        NalimovTablebases::Initialize(tablebases_, 8 << 20, "here", open);
+        FAIL() << "there is no memory";
+    } catch (const NalimovException& error) {
+        EXPECT_STREQ(error.what(), "out of memory");
+    }
+    EXPECT_FALSE(IsLoaded());
+    EXPECT_EQ(log_.text(), "Initializing Nalimov tablebases... 'here'\n");
+}
+
 TEST_F(Initialising, CutsASizeThatDoesNotFit) {
     constexpr std::uint64_t largest = 0x7FFFFFFF;
     const std::string initialising = "Initializing Nalimov tablebases... 'here'\n";

@@ -1,9 +1,12 @@
 """The program with tables of distances to mate that the builder has computed."""
 
 import os
+import pty
+import re
 import shutil
 import subprocess
 import time
+from pathlib import Path
 
 import pytest
 
@@ -88,6 +91,23 @@ def test_bitbases_are_verified_and_missing_tables_told(start, tables, tmp_path):
     engine.ask_text("generate two_pawns", "endgame king+pawn vs king+pawn not available")
 
 
+# KPKP needs tables of four men that take minutes.
+TABLES = os.environ.get("VORKA_TABLES", "")
+
+
+@pytest.mark.skipif(not (Path(TABLES) / "KPKP.vdm").is_file(), reason="VORKA_TABLES names no folder with KPKP")
+def test_bitbases_of_two_pawns_come_from_tables(start, tmp_path):
+    program = shutil.copy(engine_module.PROGRAM, tmp_path / "vorka")
+    engine = start("--tb", "nalimov", "32M", TABLES, program=str(program))
+    engine.send("generate two_pawns")
+    engine.expect("king\\+pawn vs king\\+pawn bitbases data file... done ")
+    engine.send("verify two_pawns")
+    engine.expect("Verifying bitbase 'two_pawns'...passed ")
+    computed = Path(os.environ["VORKA_BITBASES"]) / "kp_kp.vbb"
+    if computed.is_file():
+        assert (tmp_path / "kp_kp.vbb").read_bytes() == computed.read_bytes()
+
+
 def test_a_lost_game_is_resigned_at_once(start, tables):
     for options in ((), ("--tb", "nalimov", "1M", str(tables))):
         engine = start(*options)
@@ -96,6 +116,42 @@ def test_a_lost_game_is_resigned_at_once(start, tables):
         engine.send("ping 1")
         text, _ = engine.hear("pong 1")
         assert ("resign" in text) == bool(options)
+
+
+@pytest.mark.skipif(os.environ.get("VORKA_SANITIZED") == "1", reason="the sanitizers take memory of their own")
+@pytest.mark.parametrize("material, threads", [("KPK", 1), ("KPK", 8), ("KNNK", 2)])
+def test_the_builder_takes_no_more_memory_than_it_lists(computed, tmp_path, material, threads):
+    folder = shutil.copytree(computed, tmp_path / "tables")
+    (folder / f"{material}.vdm").unlink(missing_ok=True)
+    words = ["--threads", str(threads), material]
+    listed = int(re.search(rf"(?m)^{material} .* (\d+) MiB", build(folder, "--list", *words).stdout)[1])
+    assert build(folder, "--memory", f"{listed - 2}M", *words).returncode == 1
+    # By a shell, since a program begins with the memory that its parent has shown as its own.
+    run = subprocess.run(["sh", "-c", '"$0" "$@"; exit $?', TABLE_BUILDER, "--output", str(folder),
+                          "--memory", f"{listed}M", *words], capture_output=True, text=True)
+    assert run.returncode == 0, run.stderr
+    assert listed // 2 <= int(re.search(r"done, (\d+) MiB at most", run.stdout)[1]) < listed
+
+
+def test_the_builder_ends_its_line_on_a_terminal(tmp_path, computed):
+    """KBNK takes some seconds, so that a line is written over and over."""
+    reader, writer = pty.openpty()
+    folder = shutil.copytree(computed, tmp_path / "tables")
+    builder = subprocess.Popen([TABLE_BUILDER, "--output", str(folder), "--threads", "1", "KBNK"], stdout=writer)
+    os.close(writer)
+    said = b""
+    while True:
+        try:
+            part = os.read(reader, 4096)
+        except OSError:
+            break
+        if not part:
+            break
+        said += part
+    os.close(reader)
+    assert builder.wait() == 0
+    assert b"\r\x1b[K" in said
+    assert re.search(rb"\n *\d+\.\d s  done, ", said), said
 
 
 def test_the_builder_goes_on_where_it_was_stopped(computed, tmp_path):

@@ -1,5 +1,6 @@
 #include "tablebases/block_cache.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -74,8 +75,18 @@ TEST(BlockCache, KeepsItsSizeExactly) {
 TEST(BlockCache, TellsThatThereIsNotSoMuchMemory) {
     BlockCache cache(block_bytes);
     CountingReader reader(1);
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(cache.Resize(BytesFor(1) - 1));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "here it is the size that is too small";
+    // No more slots than a number of 32 bits counts, which are too many for any memory.
+    testing::internal::CaptureStdout();
     EXPECT_FALSE(cache.Resize(std::uint64_t{1} << 62));
+    EXPECT_THAT(testing::internal::GetCapturedStdout(),
+                testing::ContainsRegex("^\\*\\*\\* Cannot allocate [0-9]+ bytes of memory\n$"));
+    EXPECT_TRUE(cache.lacks_memory());
     Found(cache, reader, 1);
+    EXPECT_FALSE(cache.Resize(BytesFor(1) - 1));
+    EXPECT_FALSE(cache.lacks_memory());
 }
 
 TEST(BlockCache, GivesUpTheBlockNotAskedForTheLongest) {

@@ -165,6 +165,13 @@ TEST_F(CheckTables, TellsWhetherPublishedTablesAgree) {
 
     EXPECT_EQ(Check({"--quiet", "--own", own(), published()}).said, "All 6 tables agree.\n");
 
+    const TemporaryDirectory nothing;
+    for (const std::string& folder : {nothing.path().string(), nothing.File("nowhere")}) {
+        const Outcome without = Check({"--quiet", "--own", folder, published()});
+        EXPECT_EQ(without.status, 2) << without.said;
+        EXPECT_EQ(without.complained, "program: there are no tables of this program in " + folder + "\n");
+    }
+
     // The values of another side, of as many positions.
     const std::string file = published() + "/kqk.nbw.emd";
     const std::string kept = TextOf(file);
@@ -204,13 +211,18 @@ TEST(CheckTablesProgram, TellsWhatIsWrongWithItsCall) {
     EXPECT_THAT(none.complained, HasSubstr("there are no tables in the published format in "));
 }
 
-// Of the tables that CTest has had computed just those with like men and with the same men on both sides, since to
-// write a table takes a second or more; all of those that VORKA_TABLES names.
+// Of the tables that CTest has had computed just those with like men, with the same men on both sides, and with a pawn
+// of the other side, since to write a table takes a second or more; all of those that VORKA_TABLES names.
 TEST(CheckTablesProgram, FindsEveryTableOfFourMenInOrder) {
     const std::string folder = FolderOfTables();
     std::vector<Material> materials = MaterialsIn(folder, 4);
     if (materials.empty()) GTEST_SKIP() << "there are no tables of four men, see VORKA_TABLES";
-    if (Environment("VORKA_TABLES").empty()) materials = {Material({knight, knight}, {}), Material({knight}, {knight})};
+    if (Environment("VORKA_TABLES").empty()) {
+        const std::vector<Material> some = {Material({knight, knight}, {}), Material({knight}, {knight}),
+                                            Material({knight}, {pawn})};
+        std::erase_if(materials,
+                      [&](const Material& material) { return std::ranges::find(some, material) == some.end(); });
+    }
     std::ranges::copy(MaterialsIn(folder, 3), std::back_inserter(materials));
     const TemporaryDirectory published;
     for (const Material& material : materials) {

@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -176,9 +178,10 @@ TEST_F(TableBuilderTest, ComputesTheSameWithAnyNumberOfThreads) {
 
 TEST_F(TableBuilderTest, TakesNoMoreMemoryThanItIsTold) {
     const TemporaryDirectory other;
-    const Outcome refused = RunBuilder({"--output", other.path().string(), "--memory", "100K", "KQK", "KPK"});
+    const Outcome refused =
+        RunBuilder({"--output", other.path().string(), "--threads", "1", "--memory", "100K", "KQK", "KPK"});
     EXPECT_EQ(refused.status, 1);
-    EXPECT_EQ(refused.complained, "table_builder: KQK takes 1 MiB of memory, see --memory\n");
+    EXPECT_EQ(refused.complained, "table_builder: KQK takes 8 MiB of memory, see --memory\n");
     EXPECT_TRUE(std::filesystem::is_empty(other.path()));
     const Outcome listed = RunBuilder({"--list", "KRPKR"});
     EXPECT_EQ(listed.status, 0);
@@ -196,7 +199,10 @@ TEST_F(TableBuilderTest, RefusesWhatItCannotDo) {
         EXPECT_EQ(run.status, 1);
         EXPECT_THAT(run.complained, testing::HasSubstr("usage: table_builder"));
     }
-    EXPECT_EQ(RunBuilder({"--output", folder_->File("nowhere"), "KQK"}).status, 1);
+    const Outcome nowhere = RunBuilder({"--output", folder_->File("nowhere"), "KQK"});
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_EQ(nowhere.complained,
+              "table_builder: can't write into " + folder_->File("nowhere") + ": No such file or directory\n");
 }
 
 /// Tables in memory, found as the files are.
@@ -222,6 +228,51 @@ class TablesInMemory : public TableSource {
   private:
     const table_builder::SolvedTables& tables_;
 };
+
+TEST(TableSolver, EndsAfterTwoIdlePassesOrTheLongestMateOfAByte) {
+    using table_builder::NeedsPass;
+    EXPECT_TRUE(NeedsPass(1, 0, 0));
+    EXPECT_TRUE(NeedsPass(33, 1, 0));
+    EXPECT_FALSE(NeedsPass(34, 2, 0));
+    EXPECT_TRUE(NeedsPass(34, 5, 33));
+    EXPECT_FALSE(NeedsPass(35, 5, 33));
+    EXPECT_TRUE(NeedsPass(254, 0, 253));
+    EXPECT_FALSE(NeedsPass(255, 0, 254));
+}
+
+/// A pawn whose promotion to a queen leads to the table that is given; all other promotions are draws.
+std::unique_ptr<SolvedTable> SolvePawnBefore(std::unique_ptr<SolvedTable> queen) {
+    table_builder::SolvedTables tables;
+    tables.Add(std::move(queen));
+    for (const std::string_view name : {"KRK", "KBK", "KNK"}) {
+        auto draws = std::make_unique<SolvedTable>(Named(name));
+        draws->values.resize(draws->index().size());
+        tables.Add(std::move(draws));
+    }
+    return Solve(Named("KPK"), tables, 2);
+}
+
+constexpr TableValue longest_loss_of_a_byte = 254;
+
+TEST(TableSolver, FindsTheLongestMateOfAByte) {
+    auto queen = std::make_unique<SolvedTable>(Named("KQK"));
+    queen->values.resize(queen->index().size());
+    bitbase_builder::Position position = queen->PositionOf(0);
+    position.at = {c1, e5, b8};
+    position.to_move = black;
+    const auto [first, second] = queen->IndicesOf(position);
+    queen->values[first] = queen->values[second] = longest_loss_of_a_byte;
+    const auto pawn = SolvePawnBefore(std::move(queen));
+    // Wherever Black comes from, another move draws.
+    EXPECT_EQ(std::ranges::count(pawn->values, longest_win), 1);
+    EXPECT_EQ(std::ranges::count_if(pawn->values, [](TableValue value) { return IsWin(value); }), 1);
+}
+
+TEST(TableSolver, RefusesLongerMatesThanAByteHolds) {
+    auto queen = std::make_unique<SolvedTable>(Named("KQK"));
+    queen->values.resize(queen->index().size(), longest_loss_of_a_byte);
+    EXPECT_THROW(SolvePawnBefore(std::move(queen)), std::overflow_error);
+}
 
 /// Pawn against pawn needs many tables of four men, which would take a minute. Here promotions to them are draws, so
 /// that all depends on who stops or takes the other's pawn.

@@ -4,11 +4,12 @@
 //     VORKA_TABLES=<their folder> VORKA_SYZYGY=<folder of .rtbw files> VORKA_PROOF=all table_oracles_test
 //
 // Without VORKA_PROOF only a sample of the positions of four men is looked at. Without VORKA_TABLES the tables are some
-// that CTest has had computed.
+// that CTest has had computed, without VORKA_SYZYGY Syzygy's are those that lie beside the checkout, if there are any.
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -79,10 +80,19 @@ std::optional<int> SignOfSyzygy(const BOARD& board) {
     return result == TB_DRAW ? 0 : result < TB_DRAW ? -1 : 1;
 }
 
+/// The folder of the variable, otherwise the one beside the checkout. Empty if there is none.
+std::string FolderOfSyzygy() {
+    const std::string named = Environment("VORKA_SYZYGY");
+    const std::string beside_checkout = VORKA_TEST_DIRECTORY "/../../shared/tables/syzygy";
+    if (!named.empty() || !std::filesystem::is_directory(beside_checkout)) return named;
+    return beside_checkout;
+}
+
 TEST_F(TableOracles, SignsAreAsSyzygyKnowsThem) {
-    const std::string folder = Environment("VORKA_SYZYGY");
+    const std::string folder = FolderOfSyzygy();
     if (folder.empty()) GTEST_SKIP() << "VORKA_SYZYGY names no folder of Syzygy tablebases";
     ASSERT_TRUE(tb_init(folder.c_str()));
+    ASSERT_GE(TB_LARGEST, 3U) << "no tables in " << folder;
     for (const std::size_t men : {3, 4}) {
         if (men > TB_LARGEST) break;
         for (const Material& material : MaterialsIn(folder_, men)) {

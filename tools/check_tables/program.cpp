@@ -48,7 +48,7 @@ that their moves lead to. All tables of 5 men take about a minute.
   --quiet         show what is wrong and the result alone
 
 Exit status: 0 if all tables agree, 1 if one does not, can't be read or can't be told right or wrong, 2 if there are
-none.
+none, in FOLDER or in PATH.
 )";
 
 int Usage(std::ostream& out, const std::string& program, int status) {
@@ -174,6 +174,10 @@ int CheckAll(const Options& options) {
     }
     PublishedTables published(options.path);
     OwnTables own(options.own.empty() ? options.path : options.own);
+    if (!options.own.empty() && own.empty()) {
+        std::cerr << options.program << ": there are no tables of this program in " << options.own << "\n";
+        return 2;
+    }
     const std::vector<TableName> names = published.Names();
     if (!options.quiet && own.empty()) std::puts("There are no tables of our own: only moves are compared.");
     std::size_t wrong = named - names.size();

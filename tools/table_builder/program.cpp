@@ -6,12 +6,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <iostream>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -166,9 +169,19 @@ class Progress {
         constexpr double share_of_solving = share_before + share_of_passes;
         TellWithin(share_of_solving + (1 - share_of_solving) * share, "packing, " + Percent(share));
     }
+    ~Progress() { EndLine(); }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    /// Ends the line that is written over and over, before something else is told.
+    void EndLine() {
+        if (line_is_open_) std::fputs("\n", stdout);
+        line_is_open_ = false;
+        std::fflush(stdout);
+    }
     /// The table that was begun is there.
     void End() { done_ += work_; }
-    void Finish() const {
+    void Finish() {
+        EndLine();
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);
         if (!quiet_) std::printf("%6.1f s  done, %ld MiB at most\n", Seconds(), usage.ru_maxrss / 1024);
@@ -197,11 +210,13 @@ class Progress {
         // What is done at the start is too little to tell anything.
         if (of_all > 0.005) std::printf("%5.0f s to go  ", told_ * (1 - of_all) / of_all);
         std::printf("%s%s", name_.c_str(), text.c_str());
+        line_is_open_ = !text.ends_with('\n');
         std::fflush(stdout);
     }
 
     bool quiet_;
     bool is_terminal_ = isatty(STDOUT_FILENO) != 0;
+    bool line_is_open_ = false;
     double total_ = 0;
     double done_ = 0;
     std::string name_;
@@ -210,18 +225,18 @@ class Progress {
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-void List(const std::vector<Material>& materials) {
+void List(const std::vector<Material>& materials, int threads) {
     for (const Material& material : materials) {
         std::printf("%-6s %12llu positions %6llu MiB to compute\n", material.name().c_str(),
                     static_cast<unsigned long long>(MateTableIndex(material).size()),
-                    static_cast<unsigned long long>(MemoryToSolve(material) / mebibyte + 1));
+                    static_cast<unsigned long long>(MemoryToSolve(material, threads) / mebibyte + 1));
     }
 }
 
 /// Whether none of the tables needs too much memory; the first that does is told.
 bool FitsIntoMemory(const std::vector<Material>& work, const Wishes& wishes) {
     for (const Material& material : work) {
-        const std::uint64_t needed = MemoryToSolve(material);
+        const std::uint64_t needed = MemoryToSolve(material, wishes.threads);
         if (needed <= wishes.memory) continue;
         std::cerr << wishes.program << ": " << material.name() << " takes " << needed / mebibyte + 1
                   << " MiB of memory, see --memory\n";
@@ -249,7 +264,7 @@ bool Fetch(const Wishes& wishes, const Material& material, SolvedTables& known) 
 int Build(const Wishes& wishes) {
     const std::vector<Material> needed = Needed(wishes);
     if (wishes.list) {
-        List(needed);
+        List(needed, wishes.threads);
         return EXIT_SUCCESS;
     }
     if (!VorkaTablebases::HasPacking()) {
@@ -257,9 +272,15 @@ int Build(const Wishes& wishes) {
         return EXIT_FAILURE;
     }
     if (access(wishes.folder.c_str(), W_OK | X_OK) != 0) {
-        std::cerr << wishes.program << ": can't write into " << wishes.folder << '\n';
+        std::cerr << wishes.program << ": can't write into " << wishes.folder << ": " << std::strerror(errno) << '\n';
         return EXIT_FAILURE;
     }
+    // All that is missing is asked about before anything that is there is read, which may take a while.
+    std::vector<Material> missing;
+    std::ranges::copy_if(needed, std::back_inserter(missing), [&](const Material& material) {
+        return access(PathOf(wishes.folder, material).c_str(), F_OK) != 0;
+    });
+    if (!FitsIntoMemory(missing, wishes)) return EXIT_FAILURE;
     std::vector<Material> work;
     for (const Material& material : needed) {
         // A damaged one is told, and computed anew.
@@ -274,6 +295,7 @@ int Build(const Wishes& wishes) {
         const std::unique_ptr<SolvedTable> table =
             Solve(material, known, wishes.threads, [&](const SolveState& state) { progress.Solving(state); });
         if (!WriteTable(wishes.folder, *table, wishes.threads, [&](double share) { progress.Packing(share); })) {
+            progress.EndLine();
             std::cerr << wishes.program << ": can't write " << PathOf(wishes.folder, material) << '\n';
             return EXIT_FAILURE;
         }

@@ -7,6 +7,8 @@
 #include <cstring>
 #include <mutex>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -52,11 +54,13 @@ using namespace VorkaTablebases;
 /// Positions that a thread takes at a time.
 constexpr std::uint64_t part = 1 << 14;
 
+constexpr std::string_view too_long = "a mate is too long for a byte";
+
 /// The value before a move, for its mover, by the value after it, for the other side.
 TableValue Before(TableValue after) {
     if (after == table_draw) return table_draw;
     const int plies = PliesOf(after) + 1;
-    if (plies > 2 * longest_win - 1) throw std::overflow_error("a mate is too long for a byte");
+    if (plies > most_plies) throw std::overflow_error(std::string(too_long));
     return ValueOf(plies);
 }
 
@@ -98,10 +102,7 @@ class Solver {
             Report(thread, 0, static_cast<double>(end) / static_cast<double>(size));
         });
         int idle_passes = 0;
-        for (int plies = 1; idle_passes < 2 || plies <= longest_conversion_ + 1; ++plies) {
-            if (plies > 2 * longest_win - 1) {
-                throw std::overflow_error("a mate is too long for a byte");
-            }
+        for (int plies = 1; NeedsPass(plies, idle_passes, longest_conversion_); ++plies) {
             const std::uint64_t settled_before = settled_;
             if (plies % 2 != 0) {
                 SettleWins(plies);
@@ -109,6 +110,7 @@ class Solver {
                 SettleLosses(plies);
             }
             idle_passes = settled_ == settled_before ? idle_passes + 1 : 0;
+            if (plies > most_plies && idle_passes == 0) throw std::overflow_error(std::string(too_long));
         }
         return std::move(table_);
     }
@@ -197,7 +199,8 @@ class Solver {
     }
 
     /// One pass. `is_possible(number)` says of a position that was not settled so far whether it deserves a closer look
-    /// in the second phase, `holds(number)` takes that look.
+    /// in the second phase, `holds(number)` takes that look. A pass of more plies than a byte holds only counts what it
+    /// would settle.
     template <class IsPossible, class Holds>
     void Settle(int plies, IsPossible is_possible, Holds holds) {
         std::vector<TableValue>& values = table_->values;
@@ -205,7 +208,7 @@ class Solver {
             if (values[number] == table_draw && is_possible(number)) Mark(number);
         };
         ForAllParts(plies, [&](std::uint64_t begin, std::uint64_t end) {
-            ForEachPlace(by_conversion_, ValueOf(plies), begin, end, mark);
+            if (plies <= most_plies) ForEachPlace(by_conversion_, ValueOf(plies), begin, end, mark);
             ForEachPlace(values, ValueOf(plies - 1), begin, end, [&](std::uint64_t number) {
                 ForEachPositionBefore(table_->PositionOf(number), [&](const Position& before) {
                     const auto [first, second] = table_->IndicesOf(before);
@@ -220,7 +223,7 @@ class Solver {
                 for (std::uint64_t& marks = marks_[word]; marks != 0; marks &= marks - 1) {
                     const std::uint64_t number = word * 64 + static_cast<std::uint64_t>(std::countr_zero(marks));
                     if (!holds(number)) continue;
-                    Store(values[number], ValueOf(plies));
+                    if (plies <= most_plies) Store(values[number], ValueOf(plies));
                     ++settled;
                 }
             }
@@ -300,7 +303,7 @@ class Solver {
                 if (Load(value) != table_draw) continue;
                 const Position position = table_->PositionOf(with_en_passant_[i]);
                 if (plies % 2 != 0 ? AnyMoveWins(position, plies) : AllMovesLoseWithEnPassant(position, plies)) {
-                    Store(value, ValueOf(plies));
+                    if (plies <= most_plies) Store(value, ValueOf(plies));
                     ++settled_;
                 }
             }
@@ -360,12 +363,22 @@ std::unique_ptr<SolvedTable> Solve(const Material& material, const SolvedTables&
     return Solver(material, known, threads, report).Run();
 }
 
-std::uint64_t MemoryToSolve(const Material& material) {
+std::uint64_t MemoryToSolve(const Material& material, int threads) {
+    // Measured, rounded up: the program without any table, and a thread with what it packs by.
+    constexpr std::uint64_t program_bytes = std::uint64_t{6} << 20;
+    constexpr std::uint64_t thread_bytes = std::uint64_t{1} << 20;
     std::uint64_t bytes = 0;
     for (const Material& next : material.Successors()) bytes += MateTableIndex(next).size();
     const std::uint64_t size = MateTableIndex(material).size();
+    // The list of positions with a double step that may be answered en passant: two pawns of 48 * 48 places stand like
+    // that on 14. It grows by doubling, and what it is copied from is there too.
+    const auto pawns = [&](Colour side) {
+        return static_cast<std::uint64_t>(std::ranges::count(material.of(side), pawn));
+    };
+    const std::uint64_t listed = size * 14 / (48 * 48) * pawns(white) * pawns(black);
     // Values, conversions, marks, and the packed blocks of the file twice, of which there are few.
-    return bytes + 2 * size + size / 8 + size / 2;
+    return program_bytes + static_cast<std::uint64_t>(threads) * thread_bytes + bytes + 2 * size + size / 8 + size / 2 +
+           3 * listed * sizeof(std::uint64_t);
 }
 
 }  // namespace table_builder

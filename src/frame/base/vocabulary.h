@@ -253,7 +253,6 @@ inline constexpr std::string_view read_from = "Read from ";
 inline constexpr std::string_view seek_or_read_failed = " failed";
 inline constexpr std::string_view unsupported_block_size = ": Unsupported block size ";
 inline constexpr std::string_view cannot_find_length = "Cannot find length of ";
-inline constexpr std::string_view cannot_allocate_decode_block = "Cannot allocate decode block: error code ";
 inline constexpr std::string_view corrupted = " corrupted ";
 inline constexpr std::string_view nalimov_untested =
     "Nalimov's format is untested on original files; the checksums of packed ones protect from wrong answers.\n";
