@@ -17,7 +17,8 @@ export class SearchPanel {
     this.question = element('p', { className: 'search-question' });
     this.rows = element('div', { className: 'search-rows' });
     this.line = element('p', { className: 'search-line' });
-    parent.replaceChildren(this.status, this.question, legend(), this.rows, this.line);
+    this.legend = element('p', { className: 'search-legend note' });
+    parent.replaceChildren(this.status, this.question, this.legend, this.rows, this.line);
     this.reset({ fen: '', moves: [] }, 'white');
   }
 
@@ -26,10 +27,11 @@ export class SearchPanel {
     this.position = position;
     this.turned = side === 'white' ? 1 : -1;
     this.iterations = new Map();
-    this.best = this.asked = this.last = null;
+    this.best = this.exact = this.asked = this.last = null;
     this.isDue = false;
     this.drawn = (this.drawn ?? 0) + 1;  // what is still being drawn comes too late
     this.status.textContent = 'No search has run yet.';
+    this.legend.replaceChildren(...legend(this.turned));
     for (const part of [this.question, this.rows, this.line]) part.replaceChildren();
   }
 
@@ -57,6 +59,7 @@ export class SearchPanel {
       this.asked = { ...info, move };
     }
     if (info.bound !== 'most' && info.line.length) this.best = info;
+    if (info.bound === 'exact') this.exact = info;
     this.last = { ...this.last, depth: info.depth };
   }
 
@@ -124,19 +127,23 @@ export class SearchPanel {
     }
   }
 
-  /** The score of the search, as White sees it; undefined if it has found none. */
-  get score() { return this.best ? this.turned * this.best.score : undefined; }
+  /** The score of the search, as White sees it; undefined if it has found none. A move that is worth at least so much is
+   *  told before what it is worth: that changes the score only if it is more. */
+  get score() {
+    const { best, exact } = this;
+    return best ? this.turned * Math.max(best.score, exact?.score ?? -Infinity) : undefined;
+  }
 }
 
-/** What the marks mean, each beside its word. */
-function legend() {
+/** What the marks mean, each beside its word, turned as they are. */
+function legend(turned) {
   const mark = (className, tag, attributes, text) => element('span', {},
     shape('svg', { viewBox: `0 0 12 ${height}`, width: 12, height, 'aria-hidden': 'true' },
       shape(tag, { class: className, ...attributes })), text);
-  const hook = (step) => ({ d: `M 6 1 L ${6 + step} ${height / 2} L 6 ${height - 1}` });
-  return element('p', { className: 'search-legend note' },
+  const hook = (step) => ({ d: `M 6 1 L ${6 + turned * step} ${height / 2} L 6 ${height - 1}` });
+  return [
     mark('yes', 'path', hook(4), 'yes, at least so much'), mark('no', 'path', hook(-4), 'no, not so much'),
     mark('found', 'circle', { cx: 6, cy: height / 2, r: 3.2 }, 'the score'),
     mark('band', 'rect', { x: 0, y: 2, width: 12, height: height - 4, opacity: 0.4 },
-      'what the bounds have left; right is good for White'));
+      'what the bounds have left; right is good for White')];
 }
