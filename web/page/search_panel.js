@@ -52,8 +52,9 @@ export class SearchPanel {
     this.iterations.set(info.depth, iteration);
     const move = info.line[0] ?? iteration.move;
     if (move !== iteration.move) Object.assign(iteration, { least: -Infinity, most: Infinity, questions: [], move });
-    if (info.bound === 'exact') Object.assign(iteration, { score: info.score, line: info.line, nodes: info.nodes, time: info.time });
-    else {
+    if (info.bound === 'exact') {
+      Object.assign(iteration, { score: info.score, line: info.line, notation: null, nodes: info.nodes, time: info.time });
+    } else {
       iteration.questions.push({ bound: info.bound, score: info.score });
       iteration[info.bound] = info.score;
       this.asked = { ...info, move };
@@ -104,8 +105,18 @@ export class SearchPanel {
     const text = score === undefined ? '…' : scoreText(this.turned * score);
     const row = element('div', { className: 'search-row', role: 'img' }, element('span', { className: 'search-depth' }, String(depth)),
       picture, element('span', { className: 'search-score' }, text));
-    row.setAttribute('aria-label', `Depth ${depth}: ${questions.length} questions, score ${text}`);
+    row.iteration = iteration;
+    this.describe(row);
     return row;
+  }
+
+  /** In words: questions, score, nodes, time and line of an iteration. */
+  describe(row) {
+    const { depth, score, questions, nodes, time, line, notation } = row.iteration;
+    const told = line ? `, score ${scoreText(this.turned * score)}, ${numberText(nodes)} nodes, ${(time / 1000).toFixed(1)} s: `
+      + (notation ?? line).join(' ') : '';
+    row.title = `Depth ${depth}: ${questions.length} questions${told}`;
+    row.setAttribute('aria-label', row.title);
   }
 
   async drawLines() {
@@ -117,7 +128,15 @@ export class SearchPanel {
     };
     const best = this.best && await notationOf(this.best.line);
     const asked = this.asked?.move && (await notationOf([this.asked.move]))[0];
+    // Each iteration has told its line once; the next drawing shows how a player writes it.
+    const untold = [...this.iterations.values()].filter(({ line, notation }) => line && !notation);
+    await Promise.all(untold.map(async (iteration) => {
+      const { line } = iteration;
+      const notation = await notationOf(line);
+      if (iteration.line === line) iteration.notation = notation;
+    }));
     if (number !== this.drawn) return;
+    for (const row of this.rows.children) this.describe(row);
     this.line.replaceChildren(...(best ? [element('strong', {}, best[0]), ` ${best.slice(1).join(' ')}`] : []));
     if (asked && this.iterations.has(this.asked.depth)) {
       const value = scoreText(this.asked.score);

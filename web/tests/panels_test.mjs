@@ -31,6 +31,31 @@ test('The evaluation is told term by term, and its rules light their squares', a
   await page.keyboard.press('Shift+Tab');
 });
 
+test('A term that is opened shows both sides as bars, on a scale of its own', async () => {
+  await loadGame(page, '1. e4 e5 2. Nf3 Nc6 3. Bc4 Nf6 4. Ng5 d5 5. exd5 Nxd5 6. Nxf7 Kxf7 7. Qf3+ Ke6 *');
+  await says(page, 'why', /cover/);
+  const longest = await page.evaluate(() => [...document.querySelectorAll('#why details')].map((term) => ({ name: term.dataset.term,
+    sides: term.querySelectorAll('.why-side').length,
+    rules: term.querySelectorAll('.why-rule').length,
+    longest: Math.max(...[...term.querySelectorAll(':scope > div .bar')].map((bar) => parseFloat(bar.style.getPropertyValue('--length')))) })));
+  const [white, black, together] = await page.evaluate(() => ['.why-side.of-white', '.why-side.of-black', 'summary'].map((name) => Number(document
+    .querySelector(`#why details[data-term="queens"] ${name} .why-value`).textContent.replace('−', '-'))));
+  assert.ok(white !== 0 && Math.abs(white + black - together) < 0.015, `${white} and ${black} is ${together}`);
+  for (const term of longest.filter(({ rules }) => rules > 0)) {
+    assert.equal(term.sides, 2, `${term.name} has both sides`);
+    assert.ok(term.longest === 0 || term.longest > 20, `${term.name}: ${term.longest}`);
+  }
+});
+
+test('The bars have room at every width', async () => {
+  for (const width of [360, 860, 1180, 1240, 1300, 1400]) {
+    await page.setViewportSize({ width, height: 1000 });
+    const room = await page.locator('#why .why-bars').first().evaluate((bars) => bars.getBoundingClientRect().width);
+    assert.ok(room >= 160, `${room} on ${width}`);
+  }
+  await page.setViewportSize({ width: 1180, height: 1000 });
+});
+
 test('What the terms come to is the evaluation', async () => {
   const { blended, sum, blendWeight } = await page.evaluate(
     () => window.vorka.desk.ask('evaluation', 'Default', ...window.vorka.game.lines));
@@ -143,6 +168,7 @@ test('The search tells its questions, and the bounds close in', async () => {
   await page.waitForFunction(() => document.querySelectorAll('.search-row').length >= 5
     && document.querySelector('.search-row .yes, .search-row .no'), null, { timeout: 30000 });
   assert.match(await page.textContent('.search-status'), /^Depth \d+ · .* nodes · /);
+  await page.waitForFunction(() => /^Depth \d+: \d+ questions, score .* nodes, [\d.]+ s: \S*[a-h]\d /.test(document.querySelector('.search-row:nth-child(2)').title));
   await page.waitForFunction(() => /^Depth \d+: is .* worth/.test(document.querySelector('.search-question').textContent));
   await page.click('#analyse');
   await page.waitForFunction(() => !window.vorka.searcher.search);
