@@ -103,6 +103,7 @@ class Page {
     byId('to-end').addEventListener('click', () => this.look(({ moves }) => moves.length));
     on('open-text', () => this.text.open());
     addEventListener('pagehide', () => this.keep());
+    document.addEventListener('visibilitychange', () => document.hidden && this.keep());  // a phone may end the page then
   }
 
   get isPlayersTurn() {

@@ -244,6 +244,16 @@ test('The game is there again after another visit', async () => {
   await set(page, 'control', '');
 });
 
+test('The game is kept when the page goes out of sight', async () => {
+  await page.evaluate(() => {
+    localStorage.removeItem('vorka.game');
+    Object.defineProperty(document, 'hidden', { value: true, configurable: true });
+    document.dispatchEvent(new Event('visibilitychange'));
+    delete document.hidden;
+  });
+  assert.notEqual(await page.evaluate(() => localStorage.getItem('vorka.game')), null);
+});
+
 test('After another visit Vorka moves if it is its turn', async () => {
   await beginGame(page);
   await set(page, 'think', '5000');

@@ -83,6 +83,7 @@ test('The board is played by keyboard alone, and speaks', async () => {
   await page.focus('#move-text');
   await page.keyboard.press('Shift+Tab');
   await page.focus('#board');
+  assert.match(await page.textContent('#speech'), /^[a-h][1-8], (empty|white|black)/);
   await page.evaluate(() => { window.vorka.board.cursor = 'e2'; });
   await page.keyboard.press('Enter');
   assert.match(await page.textContent('#speech'), /^e2, white pawn picked up, it can go to e4, e3|e3, e4/);
