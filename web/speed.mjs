@@ -9,6 +9,8 @@ const depth = 5;
 const turns = 7;
 const [folder, bench] = process.argv.slice(2);
 const it = await openPage(folder);
+const ready = await it.page.evaluate(() => document.documentElement.dataset.ready);
+console.log(`The page was ready after ${ready} ms.`);
 const ratios = [];
 for (let turn = 0; turn < turns; turn += 1) {
   const { nodes, speed } = await it.page.evaluate((plies) => window.vorka.desk.bench(plies), depth);

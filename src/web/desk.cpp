@@ -90,6 +90,8 @@ Game ReadGame(Lines& lines) {
         const Move move = VorkaUci::FindMove(text, game.board.board());
         if (move == INVALID) throw illegal_move;
         game.notation.push_back(MoveToSan(game.board.board(), move));
+        // Players may overlook a repetition or the fifty moves: such an end counts at the last position alone.
+        game.board.EndGame(GameResult::running, GameEndReason::unknown);
         game.board.MakeMove(move);
     }
     return game;
@@ -122,7 +124,7 @@ JsonValue GameAnswer(Lines& lines) {
     const Game game = ReadGame(lines);
     const BOARD& board = game.board.board();
     std::vector<Move> moves;
-    if (!game.board.IsGameOver()) GenerateLegalMoves(board, moves);
+    GenerateLegalMoves(board, moves);  // also after a draw that the game itself may have overlooked
     const auto move_of = [&](Move move) {
         return JsonValue::Object({{"uci", VorkaUci::MoveText(move)}, {"san", MoveToSan(board, move)}});
     };
@@ -274,12 +276,17 @@ std::string MoveText(const Game& game) {
     return text + '\n';
 }
 
+/// Whether the position leaves no doubt about the result, whatever the players said.
+bool IsMateOrStalemate(const UserBoard& board) {
+    return board.IsGameOver() && (board.reason() == GameEndReason::mate || board.reason() == GameEndReason::stalemate);
+}
+
 /// After the game the result stands, as a word, and then the tags, one a line with a blank after its name.
 JsonValue WritePgnAnswer(Lines& lines) {
     Game game = ReadGame(lines);
     const std::string_view result = lines.Next();
     for (const GameResult ended : {GameResult::white_wins, GameResult::black_wins, GameResult::draw}) {
-        if (!game.board.IsGameOver() && result == ResultText(ended)) {
+        if (!IsMateOrStalemate(game.board) && result == ResultText(ended)) {
             game.board.EndGame(ended, GameEndReason::unknown);
         }
     }

@@ -56,6 +56,19 @@ TEST(Desk, CountsRepetitions) {
     EXPECT_THAT(Answer("game\n\ng1f3 g8f6 f3g1 f6g8 g1f3 g8f6 f3g1 f6g8"), HasSubstr(R"("result":"1/2-1/2")"));
 }
 
+constexpr std::string_view threefold = "g1f3 g8f6 f3g1 f6g8 g1f3 g8f6 f3g1 f6g8";
+
+TEST(Desk, LetsAGameGoOnAfterARepetition) {
+    EXPECT_THAT(Answer("game\n\n" + std::string(threefold) + " e2e4"),
+                AllOf(HasSubstr(R"("isOver":false)"), HasSubstr(R"("result":"*")"), HasSubstr(R"("uci":"e7e5")")));
+}
+
+TEST(Desk, LetsAGameGoOnAfterFiftyMoves) {
+    const std::string game = "game\n4k3/8/8/8/8/8/4P3/R3K3 w - - 99 90\n";
+    EXPECT_THAT(Answer(game + "a1a2"), AllOf(HasSubstr(R"("isOver":true)"), HasSubstr(R"("uci":"e8e7")")));
+    EXPECT_THAT(Answer(game + "a1a2 e8e7 e2e4"), HasSubstr(R"("isOver":false)"));
+}
+
 // --- Why ---
 
 TEST(Desk, ExplainsTermByTerm) {
@@ -87,6 +100,13 @@ TEST(Desk, WritesAGame) {
                                   "[White \"A \\\"B\\\"\"]\n[Black \"Vorka\"]\n[Result \"1-0\"]\n[ECO \"C20\"]\n\n"
                                   "1. e4 e5 1-0\n"}})
                   .text);
+}
+
+TEST(Desk, WritesTheResultThatIsGivenExceptAtMate) {
+    EXPECT_THAT(Answer("write_pgn\n\n" + std::string(threefold) + "\n1-0"), HasSubstr(R"([Result \"1-0\"])"));
+    EXPECT_THAT(Answer("write_pgn\n\n" + std::string(threefold) + "\n*"), HasSubstr(R"([Result \"1/2-1/2\"])"));
+    EXPECT_THAT(Answer("write_pgn\n\n" + std::string(threefold) + " e2e4\n1-0"), HasSubstr("1-0\\u000a"));
+    EXPECT_THAT(Answer("write_pgn\n\nf2f3 e7e5 g2g4 d8h4\n1-0"), HasSubstr(R"([Result \"0-1\"])"));
 }
 
 TEST(Desk, WritesTheTrueNumberOfAMove) {

@@ -31,7 +31,11 @@ export class BoardView {
     });
     this.element = element;
     element.addEventListener('keydown', (event) => this.key(event));
-    element.addEventListener('focus', () => element.matches(':focus-visible') && this.showCursor());
+    element.addEventListener('focus', () => {
+      if (!element.matches(':focus-visible')) return;
+      this.showCursor();
+      this.say(this.contentOf(this.cursor));
+    });
     element.addEventListener('blur', () => this.board.removeMarkers(marks.cursor));
   }
 

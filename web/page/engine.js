@@ -6,37 +6,61 @@ import { LineWriter, sharedMemory } from './shared_lines.js';
 let compiling = null;
 const compiled = () => (compiling ??= WebAssembly.compileStreaming(fetch('vorka.wasm')));
 
-async function startWorker(isDesk, shared, hear) {
+/** `fail` is told what has ended an engine that had been ready. */
+async function startWorker(isDesk, shared, hear, fail) {
   const worker = new Worker('engine_worker.js', { type: 'module' });
   const ready = new Promise((resolve, reject) => {
-    worker.addEventListener('error', (event) => reject(new Error(event.message)));
-    worker.addEventListener('message', ({ data }) => (data.isReady ? resolve() : hear(data)));
+    let isReady = false;
+    const failed = (message) => (isReady ? fail : reject)(new Error(message));
+    worker.addEventListener('error', (event) => failed(event.message));
+    worker.addEventListener('message', ({ data }) => {
+      if (data.failure !== undefined) failed(data.failure);
+      else if (!data.isReady) hear(data);
+      isReady ||= data.isReady;
+      if (isReady) resolve();
+    });
   });
   worker.postMessage({ start: true, compiled: await compiled(), shared, isDesk });
   return { worker, ready };
 }
 
-/** Asks the desk. Every answer is an object; a refusal has the field `error`. */
+/** Asks the desk. Every answer is an object; a refusal has the field `error`. If the desk fails, what is asked then gets
+ *  no answer but an exception, and another desk takes its place. */
 export class Desk {
   static async start() {
     const desk = new Desk();
     desk.asked = new Map();
     desk.lines = [];
     desk.next = 0;
-    const started = await startWorker(true, null, ({ id, answer, line }) => {
-      if (line !== undefined) desk.lines.push(line);
-      else desk.asked.get(id)(JSON.parse(answer));
-    });
-    await started.ready;
-    desk.worker = started.worker;
+    await desk.launch();
     return desk;
   }
 
-  post(message) {
+  async launch() {
+    const take = ({ id, answer, line }) => {
+      if (line !== undefined) this.lines.push(line);
+      else this.asked.get(id)?.resolve(JSON.parse(answer));
+      this.asked.delete(id);
+    };
+    this.started = startWorker(true, null, take, (error) => this.fail(error));
+    const { worker, ready } = await this.started;
+    this.worker = worker;
+    await ready;
+  }
+
+  fail(error) {
+    this.worker.terminate();
+    for (const { reject } of this.asked.values()) reject(error);
+    this.asked.clear();
+    this.launch().catch(() => {});
+  }
+
+  async post(message) {
+    const { worker } = await this.started;
     const id = this.next++;
-    return new Promise((resolve) => {
-      this.asked.set(id, (answer) => { this.asked.delete(id); resolve(answer); });
-      this.worker.postMessage({ id, ...message });
+    return new Promise((resolve, reject) => {
+      this.asked.set(id, { resolve, reject });
+      worker.postMessage({ id, ...message });
     });
   }
 
@@ -60,9 +84,9 @@ export class Searcher {
     this.search = null;
   }
 
-  /** `hear` is told every line of the engine. */
-  async start(hear = () => {}) {
-    this.hear = hear;
+  /** `hear` is told every line of the engine, `failed` what has ended one; another one takes its place. */
+  async start({ hear = () => {}, failed = () => {} } = {}) {
+    Object.assign(this, { hear, failed });
     await this.launch();
     await this.request('uci', 'uciok');
     return this;
@@ -72,7 +96,8 @@ export class Searcher {
     const shared = sharedMemory();
     this.writer = shared && new LineWriter(shared);
     const number = this.launches = (this.launches ?? 0) + 1;
-    const started = await startWorker(false, shared, ({ line }) => number === this.launches && this.take(line));
+    const started = await startWorker(false, shared, ({ line }) => number === this.launches && this.take(line),
+      (error) => number === this.launches && this.fail(error));
     this.worker = started.worker;
     await started.ready;
   }
@@ -83,7 +108,7 @@ export class Searcher {
   }
 
   request(line, last) {
-    return new Promise((resolve) => { this.awaited = { last, resolve }; this.send(line); });
+    return new Promise((resolve, reject) => { this.awaited = { last, resolve, reject }; this.send(line); });
   }
 
   take(line) {
@@ -115,10 +140,12 @@ export class Searcher {
   newGame() { this.send('ucinewgame'); }
 
   /** The best move, or null where there is none. A search that runs is stopped first, and its answer counts for nobody;
-   *  one that waited for that while another one was asked for is not begun. */
+   *  one that waited for that while another one was asked for is not begun. Throws if there is no engine any more. */
   async think({ fen, moves }, limits, tell = () => {}) {
     const number = this.asked = (this.asked ?? 0) + 1;
     while (this.search || this.relaunching) await this.stop();
+    if (this.loss) await this.replace();
+    if (this.loss) throw this.loss;
     if (number !== this.asked) return null;
     const position = fen ? `fen ${fen}` : 'startpos';
     return new Promise((resolve) => {
@@ -137,6 +164,13 @@ export class Searcher {
     if (move) this.search.best = move[1];
   }
 
+  /** Ends the search that runs as soon as it has a move to give. False if there is none to end yet. */
+  hurry() {
+    if (!this.search || !(this.writer || this.search.best)) return false;
+    this.stop();
+    return true;
+  }
+
   /** Ends the search that runs, if any, and waits for its answer. An engine that can't hear while it thinks is ended
    *  itself, and another one takes its place: it knows the options, and has forgotten what it had found. */
   async stop() {
@@ -147,12 +181,26 @@ export class Searcher {
       await this.finished;
       return;
     }
+    await this.replace();
+  }
+
+  /** The engine is gone; what it has found so far is all there is. */
+  fail(error) {
+    this.awaited?.reject(error);
+    this.replace();
+    this.failed(error);
+  }
+
+  /** Puts another engine in place of this one. If none can be started, `loss` says why. */
+  replace() {
     this.worker.terminate();
     this.launches += 1;  // what it has still said counts no more
-    this.finish(this.search.best ?? '0000');
-    this.relaunching = this.relaunch();
-    await this.relaunching;
-    this.relaunching = null;
+    if (this.search) this.finish(this.search.best ?? '0000');
+    this.relaunching ??= this.relaunch().then(() => null, (error) => error).then((loss) => {
+      this.loss = loss;
+      this.relaunching = null;
+    });
+    return this.relaunching;
   }
 
   async relaunch() {

@@ -19,7 +19,16 @@ const started = new Promise((resolve) => {
 
 function take(line) {
   waiting.push(line);
-  if (engine) engine._vorka_run();
+  if (engine) run();
+}
+
+/** What ends the engine is told: an exception at the top of a module need not reach the page. */
+function run() {
+  try {
+    engine._vorka_run();
+  } catch (error) {
+    self.postMessage({ failure: String(error) });
+  }
 }
 
 function answer({ id, question }) {
@@ -59,4 +68,4 @@ engine = await createVorka({
   readLine: nextLine,
 });
 self.postMessage({ isReady: true });
-if (!isDesk) engine._vorka_run();
+if (!isDesk) run();

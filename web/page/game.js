@@ -4,6 +4,7 @@
 
 import { plainText, readPgn } from './pgn_reader.js';
 
+const respelt = { 'Fifthy move rule': 'Fifty-move rule' };  // the engine's word is older than this page
 const ownTags = ['Result', 'SetUp', 'FEN'];  // the desk writes them itself
 
 export class Game extends EventTarget {
@@ -17,8 +18,19 @@ export class Game extends EventTarget {
   /** Whether the game has come to its end, wherever one looks at it. */
   get hasEnded() { return this.ended !== null || this.final.isOver; }
   get isOver() { return this.atEnd && this.hasEnded; }
-  get result() { return this.final.isOver ? this.final.result : this.ended?.result ?? '*'; }
-  get reason() { return this.final.isOver ? this.final.reason : this.ended?.reason ?? ''; }
+  /** Whether there is nothing to search where one looks. A draw by rule counts where the game ends alone. */
+  get isDecided() { return !this.state.legal.length || (this.atEnd && this.state.isOver); }
+  /** { result, reason }. The text of a game outranks a rule that its players may have overlooked; mate and stalemate
+   *  outrank the text. */
+  get ending() {
+    const { final, ended } = this;
+    return final.isOver && (!ended || !final.legal.length || ended.result === final.result) ? final : ended;
+  }
+  get result() { return this.ending?.result ?? '*'; }
+  get reason() {
+    const reason = this.ending?.reason ?? '';
+    return respelt[reason] ?? reason;
+  }
   get lastMove() { return this.moves[this.shown - 1] ?? null; }
   get position() { return { fen: this.fen, moves: this.moves.slice(0, this.shown) }; }
   get lines() { return [this.fen, this.position.moves.join(' ')]; }
@@ -45,7 +57,9 @@ export class Game extends EventTarget {
     const exact = legal.filter(({ san, uci }) => san === text || uci === text);
     if (exact.length) return exact;
     const plain = (move) => move.replace(/[+#x=!?-]/g, '').replace(/0/g, 'O').toLowerCase();
-    const alike = legal.filter(({ san, uci }) => plain(san) === plain(text) || uci === plain(text) || uci === `${plain(text)}q`);
+    // A capital letter names a piece: Bc4 is never the pawn's bxc4.
+    const isNamed = /^[NBRQK]/.test(text);
+    const alike = legal.filter(({ san, uci }) => (plain(san) === plain(text) && (!isNamed || san[0] === text[0])) || uci === plain(text) || uci === `${plain(text)}q`);
     if (alike.length) return alike;
     // A piece may be named with more or less of its square than it needs.
     const [, piece, file, rank, to] = /^([NBRQK])([a-h]?)([1-8]?)[x-]?([a-h][1-8])[+#!?]*$/.exec(text) ?? [];

@@ -27,12 +27,14 @@ class Page {
   isMoving = false;     // the position that is known is not yet the one after a player's move
   isWaiting = false;    // it is Vorka's turn, and it moves when it is told to
   hasBegun = false;     // the clocks run from the first move on
+  isHurried = false;    // somebody wants the move now, and the search has none yet
+  trouble = '';         // what has gone wrong since the last act
   turn = 0;             // of those who search for the game; a search of an earlier one counts no more
   acts = Promise.resolve();
 
   async start() {
     useTheme(byId('theme'));
-    [this.desk, this.searcher] = await Promise.all([Desk.start(), new Searcher().start()]);
+    [this.desk, this.searcher] = await Promise.all([Desk.start(), new Searcher().start({ failed: (error) => this.engineFailed(error) })]);
     this.game = new Game(this.desk);
     this.search = new SearchPanel(byId('search'), this.desk);
     this.opponent = new OpponentPanel(this.searcher, (what) => { this.changing = this.act(() => this.opponentChanged(what)); });
@@ -55,9 +57,35 @@ class Page {
   /** What is asked for is done one after the other: each act finds the game as the last one has left it. None waits for a
    *  search to end by itself, nor for another act. */
   act(what) {
+    return this.queue(() => {
+      this.trouble = '';
+      return what();
+    });
+  }
+
+  /** The same for what nobody has asked for. */
+  queue(what) {
     const done = this.acts.then(what);
-    this.acts = done.catch(() => {});
+    this.acts = done.catch((error) => {
+      this.isMoving = false;
+      this.tellTrouble('Something went wrong', error);
+    });
     return done;
+  }
+
+  /** Nothing that fails keeps the page from going on. */
+  tellTrouble(what, error) {
+    this.trouble = ` ${what}: ${error.message}.`;
+    this.show();
+  }
+
+  engineFailed(error) {
+    this.setAnalysing(false);
+    if (this.isReviewing) {
+      this.turn += 1;
+      this.isReviewing = false;
+    }
+    this.tellTrouble('The engine has failed, and another one takes its place', error);
   }
 
   listen() {
@@ -75,6 +103,7 @@ class Page {
     byId('to-end').addEventListener('click', () => this.look(({ moves }) => moves.length));
     on('open-text', () => this.text.open());
     addEventListener('pagehide', () => this.keep());
+    document.addEventListener('visibilitychange', () => document.hidden && this.keep());  // a phone may end the page then
   }
 
   get isPlayersTurn() {
@@ -113,7 +142,9 @@ class Page {
     this.keep();
   }
 
-  statusText() {
+  statusText() { return this.gameText() + this.trouble; }
+
+  gameText() {
     const { game } = this;
     const last = game.shown ? `${moveText(game, game.shown)}. ` : '';
     if (game.isOver) return `${last}${game.result}: ${game.reason}.`;
@@ -129,6 +160,9 @@ class Page {
     const nameOf = (side) => (names[side] === 'You' ? 'You' : `Vorka (${this.opponent.description})`);
     byId('name-bottom').textContent = `${sideNames[bottom]}: ${nameOf(bottom)}`;
     byId('name-top').textContent = `${sideNames[other[bottom]]}: ${nameOf(other[bottom])}`;
+    for (const [place, side] of [['bottom', bottom], ['top', other[bottom]]]) {
+      byId(`clock-${place}`).setAttribute('aria-label', `${sideNames[side]}'s clock`);
+    }
     this.clocks.elements = { [bottom]: byId('clock-bottom'), [other[bottom]]: byId('clock-top') };
     this.clocks.draw();
   }
@@ -241,6 +275,7 @@ class Page {
     this.turn += 1;
     const number = this.turn;
     this.hasBegun = this.isThinking = true;
+    this.isHurried = false;
     this.show();
     await this.shown;
     if (number !== this.turn) return;
@@ -249,17 +284,25 @@ class Page {
     this.search.reset(position, game.final.side);
     const limits = this.clocks.isOn ? this.clocks.limits : `movetime ${this.opponent.thinkTime}`;
     this.opponent.weaken(true);
-    const move = await this.searcher.think(position, limits, (line) => this.search.tell(line));
+    const thinking = this.searcher.think(position, limits, (line) => {
+      this.search.tell(line);
+      this.hurry();
+    });
+    this.hurry();
+    const move = await thinking.catch((error) => this.tellTrouble('The engine can\'t be started', error));
     const { score } = this.search;
-    await this.act(async () => {
+    await this.queue(async () => {
       if (number !== this.turn) return;  // somebody has taken back, or begun another game
       this.clocks.press();
       if (number !== this.turn) return;  // its flag has fallen
-      if (move) await game.play(move, ply);
+      try {
+        if (move) await game.play(move, ply);
+      } finally {
+        this.isThinking = false;
+      }
       if (move && score !== undefined) game.scores[ply] = game.scores[ply + 1] = score;
-      this.isThinking = false;
-      if (move) this.goOn();
-      else this.show();
+      this.isWaiting = !move;
+      this.goOn();
     });
   }
 
@@ -271,8 +314,16 @@ class Page {
   }
 
   moveNow() {
-    if (this.isThinking) this.searcher.stop();
-    else this.act(() => this.letVorkaMove());
+    if (!this.isThinking) {
+      this.act(() => this.letVorkaMove());
+      return;
+    }
+    this.isHurried = true;
+    this.hurry();
+  }
+
+  hurry() {
+    if (this.isHurried) this.isHurried = !this.searcher.hurry();
   }
 
   async letVorkaMove() {
@@ -343,6 +394,7 @@ class Page {
       this.keep();
     } else {
       this.show();
+      if (what === 'mind') this.analyse();
     }
   }
 
@@ -370,7 +422,7 @@ class Page {
   async analyse() {
     const { game } = this;
     if (!this.isAnalysing || this.isThinking || this.isReviewing) return;
-    if (game.state.isOver) {
+    if (game.isDecided) {
       await this.searcher.stop();
       return;
     }

@@ -6,7 +6,7 @@ import { readOffer } from './settings_panel.js';
 const step = 50;
 
 export class OpponentPanel {
-  /** `changed` is told what has changed: 'playAs', 'control' or 'play'. */
+  /** `changed` is told what has changed: 'playAs', 'control', 'mind' for what an analysis thinks with, or 'play'. */
   constructor(searcher, changed) {
     this.searcher = searcher;
     const offers = new Map(searcher.offers.map(readOffer).map((offer) => [offer.name, offer]));
@@ -17,19 +17,19 @@ export class OpponentPanel {
       byId(id).replaceChildren(...offers.get(name).choices.map((choice) => element('option', { value: choice }, choice)));
     }
     this.bind('play-as', 'white', 'playAs');
-    this.bind('control', '', 'control');
-    this.bind('think', '1000', 'play', () => this.label('think', `${(this.thinkTime / 1000).toFixed(1)} s`));
+    this.bind('control', '', 'control', () => this.labelThink());
+    this.bind('think', '1000', 'play', () => this.labelThink());
     this.bind('strength', String(this.strongest), 'play', () => {
       this.label('strength', this.isLimited ? `about ${byId('strength').value}` : 'full');
       if (this.isLimited) searcher.setOption('UCI_Elo', byId('strength').value);
     });
-    this.bind('personality', 'Default', 'play', () => searcher.setOption('Personality', byId('personality').value));
-    this.bind('style', '0', 'play', () => {
+    this.bind('personality', 'Default', 'mind', () => searcher.setOption('Personality', byId('personality').value));
+    this.bind('style', '0', 'mind', () => {
       const value = Number(byId('style').value);
       this.label('style', value === 0 ? 'as the personality' : value < 0 ? `quiet ${-value}` : `sharp ${value}`);
       searcher.setOption('Style', value);
     });
-    this.bind('search-kind', 'Classic', 'play', () => searcher.setOption('Search', byId('search-kind').value));
+    this.bind('search-kind', 'Classic', 'mind', () => searcher.setOption('Search', byId('search-kind').value));
     this.changed = changed;
   }
 
@@ -48,6 +48,12 @@ export class OpponentPanel {
   label(id, text) {
     byId(`${id}-text`).textContent = text;
     byId(id).setAttribute('aria-valuetext', text);
+  }
+
+  /** With clocks the engine parts its time itself. */
+  labelThink() {
+    byId('think').disabled = this.control !== null;
+    this.label('think', this.control ? 'by the clock' : `at most ${(this.thinkTime / 1000).toFixed(1)} s`);
   }
 
   get playAs() { return byId('play-as').value; }

@@ -11,7 +11,7 @@ export async function reviewGame({ game, desk, searcher, search, isOn, told }) {
     const position = { fen, moves: moves.slice(0, ply) };
     const state = await desk.ask('game', fen, position.moves.join(' '));
     if (!isOn()) return;
-    if (state.isOver) {
+    if (!state.legal.length || (state.isOver && ply === moves.length)) {
       scores[ply] = decided[state.result] ?? 0;
     } else {
       search.reset(position, state.side);

@@ -17,7 +17,8 @@ export class SearchPanel {
     this.question = element('p', { className: 'search-question' });
     this.rows = element('div', { className: 'search-rows' });
     this.line = element('p', { className: 'search-line' });
-    parent.replaceChildren(this.status, this.question, legend(), this.rows, this.line);
+    this.legend = element('p', { className: 'search-legend note' });
+    parent.replaceChildren(this.status, this.question, this.legend, this.rows, this.line);
     this.reset({ fen: '', moves: [] }, 'white');
   }
 
@@ -26,10 +27,11 @@ export class SearchPanel {
     this.position = position;
     this.turned = side === 'white' ? 1 : -1;
     this.iterations = new Map();
-    this.best = this.asked = this.last = null;
+    this.best = this.exact = this.asked = this.last = null;
     this.isDue = false;
     this.drawn = (this.drawn ?? 0) + 1;  // what is still being drawn comes too late
     this.status.textContent = 'No search has run yet.';
+    this.legend.replaceChildren(...legend(this.turned));
     for (const part of [this.question, this.rows, this.line]) part.replaceChildren();
   }
 
@@ -50,13 +52,15 @@ export class SearchPanel {
     this.iterations.set(info.depth, iteration);
     const move = info.line[0] ?? iteration.move;
     if (move !== iteration.move) Object.assign(iteration, { least: -Infinity, most: Infinity, questions: [], move });
-    if (info.bound === 'exact') Object.assign(iteration, { score: info.score, line: info.line, nodes: info.nodes, time: info.time });
-    else {
+    if (info.bound === 'exact') {
+      Object.assign(iteration, { score: info.score, line: info.line, notation: null, nodes: info.nodes, time: info.time });
+    } else {
       iteration.questions.push({ bound: info.bound, score: info.score });
       iteration[info.bound] = info.score;
       this.asked = { ...info, move };
     }
     if (info.bound !== 'most' && info.line.length) this.best = info;
+    if (info.bound === 'exact') this.exact = info;
     this.last = { ...this.last, depth: info.depth };
   }
 
@@ -101,8 +105,18 @@ export class SearchPanel {
     const text = score === undefined ? '…' : scoreText(this.turned * score);
     const row = element('div', { className: 'search-row', role: 'img' }, element('span', { className: 'search-depth' }, String(depth)),
       picture, element('span', { className: 'search-score' }, text));
-    row.setAttribute('aria-label', `Depth ${depth}: ${questions.length} questions, score ${text}`);
+    row.iteration = iteration;
+    this.describe(row);
     return row;
+  }
+
+  /** In words: questions, score, nodes, time and line of an iteration. */
+  describe(row) {
+    const { depth, score, questions, nodes, time, line, notation } = row.iteration;
+    const told = line ? `, score ${scoreText(this.turned * score)}, ${numberText(nodes)} nodes, ${(time / 1000).toFixed(1)} s: `
+      + (notation ?? line).join(' ') : '';
+    row.title = `Depth ${depth}: ${questions.length} questions${told}`;
+    row.setAttribute('aria-label', row.title);
   }
 
   async drawLines() {
@@ -114,7 +128,15 @@ export class SearchPanel {
     };
     const best = this.best && await notationOf(this.best.line);
     const asked = this.asked?.move && (await notationOf([this.asked.move]))[0];
+    // Each iteration has told its line once; the next drawing shows how a player writes it.
+    const untold = [...this.iterations.values()].filter(({ line, notation }) => line && !notation);
+    await Promise.all(untold.map(async (iteration) => {
+      const { line } = iteration;
+      const notation = await notationOf(line);
+      if (iteration.line === line) iteration.notation = notation;
+    }));
     if (number !== this.drawn) return;
+    for (const row of this.rows.children) this.describe(row);
     this.line.replaceChildren(...(best ? [element('strong', {}, best[0]), ` ${best.slice(1).join(' ')}`] : []));
     if (asked && this.iterations.has(this.asked.depth)) {
       const value = scoreText(this.asked.score);
@@ -124,19 +146,23 @@ export class SearchPanel {
     }
   }
 
-  /** The score of the search, as White sees it; undefined if it has found none. */
-  get score() { return this.best ? this.turned * this.best.score : undefined; }
+  /** The score of the search, as White sees it; undefined if it has found none. A move that is worth at least so much is
+   *  told before what it is worth: that changes the score only if it is more. */
+  get score() {
+    const { best, exact } = this;
+    return best ? this.turned * Math.max(best.score, exact?.score ?? -Infinity) : undefined;
+  }
 }
 
-/** What the marks mean, each beside its word. */
-function legend() {
+/** What the marks mean, each beside its word, turned as they are. */
+function legend(turned) {
   const mark = (className, tag, attributes, text) => element('span', {},
     shape('svg', { viewBox: `0 0 12 ${height}`, width: 12, height, 'aria-hidden': 'true' },
       shape(tag, { class: className, ...attributes })), text);
-  const hook = (step) => ({ d: `M 6 1 L ${6 + step} ${height / 2} L 6 ${height - 1}` });
-  return element('p', { className: 'search-legend note' },
+  const hook = (step) => ({ d: `M 6 1 L ${6 + turned * step} ${height / 2} L 6 ${height - 1}` });
+  return [
     mark('yes', 'path', hook(4), 'yes, at least so much'), mark('no', 'path', hook(-4), 'no, not so much'),
     mark('found', 'circle', { cx: 6, cy: height / 2, r: 3.2 }, 'the score'),
     mark('band', 'rect', { x: 0, y: 2, width: 12, height: height - 4, opacity: 0.4 },
-      'what the bounds have left; right is good for White'));
+      'what the bounds have left; right is good for White')];
 }

@@ -25,11 +25,11 @@ export class SettingsPanel {
     this.options = searcher.offers.map(readOffer)
       .filter(({ name, kind }) => (kind === 'spin' || kind === 'check') && !elsewhere.includes(name));
     this.rows = rows;
-    const filter = element('input', { type: 'search', placeholder: 'Find a setting', ariaLabel: 'Find a setting' });
+    this.filterField = element('input', { type: 'search', placeholder: 'Find a setting', ariaLabel: 'Find a setting' });
     const reset = element('button', { type: 'button', className: 'small' }, 'Defaults');
     this.lists = element('div', { className: 'settings-lists' });
-    parent.replaceChildren(element('div', { className: 'settings-tools' }, filter, reset), this.lists);
-    filter.addEventListener('input', () => this.filter(filter.value));
+    parent.replaceChildren(element('div', { className: 'settings-tools' }, this.filterField, reset), this.lists);
+    this.filterField.addEventListener('input', () => this.filter());
     reset.addEventListener('click', () => this.reset());
     this.draw();
     this.apply();
@@ -117,10 +117,11 @@ export class SettingsPanel {
     this.writeClassic();
     byId('settings-error').textContent = '';
     this.draw();
+    this.filter();
   }
 
-  filter(text) {
-    const words = text.toLowerCase().split(/\s+/);
+  filter() {
+    const words = this.filterField.value.toLowerCase().split(/\s+/);
     for (const field of this.lists.querySelectorAll('.setting')) {
       field.hidden = !words.every((word) => plainName(field.dataset.name).toLowerCase().includes(word));
     }

@@ -6,6 +6,7 @@ import { element, renew } from './elements.js';
 import { plainName, scoreText, signed } from './info_line.js';
 
 const sixteenths = 16;
+const sideNames = { white: 'White', black: 'Black' };
 // By the number of their class.
 const types = ['opening', 'middle game', 'balanced ending', 'rook ending', 'queen ending', 'knight ending',
   'ending of knight against bishop', 'ending with bishops of one colour', 'ending with bishops of opposite colours',
@@ -35,8 +36,7 @@ export class WhyPanel {
     const turned = trace.mover === 'white' ? 1 : -1;
     this.weight = trace.isBlended ? Math.min(Math.max(trace.blendWeight, 0), sixteenths) : 0;
     const rows = this.rowsOf(trace, turned);
-    const largest = Math.max(30, ...rows.flatMap(({ values }) => values.map(Math.abs)));
-    this.scale = (value) => Math.min(Math.abs(value) / largest, 1) * 50;
+    this.scale = scaleOf(rows.map(({ values }) => values), 30);
     const isTelling = ({ values, rules }) => rules.length > 0 || values.some((value) => value !== 0);
     const [telling, silent] = [rows.filter(isTelling), rows.filter((row) => !isTelling(row))];
     telling.sort((a, b) => Math.abs(this.blend(b.values)) - Math.abs(this.blend(a.values)));
@@ -89,29 +89,43 @@ export class WhyPanel {
     element('span', { className: 'why-value' }, scoreText(value)));
     head.setAttribute('aria-label', `${plainName(row.name)}: ${scoreText(value)}; positional ${scoreText(row.values[0])}, `
       + `reckless ${scoreText(row.values[1])}, ${row.rules.length} rules`);
-    const details = element('details', { open: this.open.has(row.name) }, head, this.sidesOf(row),
-      ...row.rules.map((rule, i) => this.ruleElement(rule, `${row.name} ${i}`)));
+    const sides = sidesOf(row);
+    const scale = scaleOf([...sides.map(([, values]) => values), ...row.rules.map(valuesOf)], 4);
+    const details = element('details', { open: this.open.has(row.name) }, head, this.sidesNote(row, sides),
+      ...sides.map(([side, values]) => this.sideElement(row, side, values, scale)),
+      ...row.rules.map((rule, i) => this.ruleElement(rule, `${row.name} ${i}`, scale)));
     details.dataset.term = head.dataset.key = row.name;
     details.addEventListener('toggle', () => (details.open ? this.open.add(row.name) : this.open.delete(row.name)));
     this.lights(head, squares);
     return details;
   }
 
-  sidesOf(row) {
+  sidesNote(row, sides) {
     const text = (pair) => `${scoreText(pair[0])} / ${scoreText(pair[1])}`;
-    return element('p', { className: 'note' }, row.sides
-      ? `White ${text(row.sides.white)}, Black ${text(row.sides.black)}, together ${text(row.values)} (positional / reckless).`
-      : `Together ${text(row.values)} (positional / reckless).`);
+    const parts = sides.map(([side, values]) => `${sideNames[side]} ${text(values)}, `).join('');
+    const all = `${parts}${parts ? 'together' : 'Together'} ${text(row.values)} (positional / reckless).`;
+    return element('p', { className: 'note' }, row.rules.length || parts ? `${all} The bars below have a scale of their own.` : all);
   }
 
-  ruleElement(rule, key) {
-    const sign = rule.side === 'white' ? 1 : -1;
-    const values = rule.value.map((value) => sign * value);
+  /** What the term says of one side, as White sees it. */
+  sideElement(row, side, values, scale) {
+    const name = sideNames[side];
+    const made = element('div', { className: `why-row why-side of-${side}`, tabIndex: 0, role: 'note' },
+      element('span', { className: 'why-name' }, `all of ${name}`), this.bars(values, scale),
+      element('span', { className: 'why-value' }, scoreText(this.blend(values))));
+    made.dataset.key = `${row.name} ${side}`;
+    made.setAttribute('aria-label', `${plainName(row.name)}, all of ${name}: ${scoreText(this.blend(values))}`);
+    this.lights(made, row.rules.filter((rule) => rule.side === side).flatMap(({ squares }) => squares.map((square) => [square, side])));
+    return made;
+  }
+
+  ruleElement(rule, key, scale) {
+    const values = valuesOf(rule);
     const points = pointsText(rule.points);
     const made = element('div', { className: `why-row why-rule of-${rule.side}`, tabIndex: 0, role: 'note' },
       element('span', { className: 'why-name' }, plainName(rule.name),
         element('small', {}, ` ${rule.squares.length > 16 ? `${rule.squares.length} squares` : rule.squares.join(' ')}`)),
-      this.bars(values), element('span', { className: 'why-value' }, scoreText(this.blend(values))));
+      this.bars(values, scale), element('span', { className: 'why-value' }, scoreText(this.blend(values))));
     made.dataset.key = key;
     if (points) made.title = points;
     made.setAttribute('aria-label', `${rule.side}: ${plainName(rule.name)}, ${rule.squares.join(' ')}, `
@@ -135,9 +149,9 @@ export class WhyPanel {
     this.light(squares);
   }
 
-  bars(values) {
+  bars(values, scale = this.scale) {
     const bar = (value, kind) => element('span', { className: `bar ${kind} ${value < 0 ? 'minus' : 'plus'}`,
-      style: `--length: ${this.scale(value)}%` });
+      style: `--length: ${scale(value)}%` });
     return element('span', { className: 'why-bars', ariaHidden: 'true' }, bar(values[0], 'positional'), bar(values[1], 'reckless'));
   }
 
@@ -168,6 +182,26 @@ export class WhyPanel {
       return made;
     }));
   }
+}
+
+/** How long a bar is, in parts of a hundred: half of its place for the largest value. No bar of less than `least` fills
+ *  that. */
+function scaleOf(pairs, least) {
+  const largest = Math.max(least, ...pairs.flat().map(Math.abs));
+  return (value) => Math.min(Math.abs(value) / largest, 1) * 50;
+}
+
+/** The values of a rule as White sees them. */
+const valuesOf = ({ side, value }) => value.map((part) => (side === 'white' ? part : -part));
+
+/** What a term says of each side, as White sees it: [['white', values], ['black', values]]. A term that looks at both at
+ *  once is parted by its rules, where they are all of it. */
+function sidesOf(row) {
+  const both = ['white', 'black'];
+  if (row.sides) return both.map((side) => [side, row.sides[side].map((part) => (side === 'white' ? part : -part))]);
+  const sumOf = (rules) => rules.map(valuesOf).reduce((sum, values) => sum.map((part, i) => part + values[i]), [0, 0]);
+  if (!row.rules.length || sumOf(row.rules).some((part, i) => part !== row.values[i])) return [];
+  return both.map((side) => [side, sumOf(row.rules.filter((rule) => rule.side === side))]);
 }
 
 function verdict(score) {

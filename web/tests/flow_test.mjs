@@ -57,6 +57,87 @@ test('An analysis ends a review', async () => {
   await page.waitForFunction(() => !window.vorka.searcher.search);
 });
 
+test('Whoever is in a hurry before the search has begun is heard', async () => {
+  await beginGame(page);
+  await set(page, 'think', '10000');
+  await page.evaluate(() => {
+    const { board } = window.vorka;
+    board.show = async (side) => {  // as slow as where the men move
+      await Object.getPrototypeOf(board).show.call(board, side);
+      await new Promise((done) => { setTimeout(done, 150); });
+    };
+  });
+  await typeMove(page, 'e4');
+  await page.waitForFunction(() => window.vorka.isThinking);
+  assert.equal(await page.evaluate(() => window.vorka.searcher.search), null);
+  await page.click('#move-now');
+  await movesMade(page, 2, 3000);
+  await page.evaluate(() => { delete window.vorka.board.show; });
+  await set(page, 'think', '100');
+});
+
+test('A search that ends without a move waits for another wish', async () => {
+  await beginGame(page);
+  await page.evaluate(() => { window.vorka.searcher.think = async () => null; });
+  await typeMove(page, 'e4');
+  await says(page, 'status', /Vorka waits for “Let Vorka move”/);
+  await page.evaluate(() => { delete window.vorka.searcher.think; });
+  await page.click('#move-now');
+  await movesMade(page, 2);
+});
+
+/** As the browser ends a worker whose memory is gone, say. */
+const kill = (who) => page.evaluate((name) => {
+  const { worker } = window.vorka[name];
+  worker.terminate();
+  worker.dispatchEvent(new ErrorEvent('error', { message: 'out of memory' }));
+}, who);
+
+test('An engine that fails is told of, and replaced', async () => {
+  await beginGame(page);
+  await set(page, 'think', '10000');
+  await typeMove(page, 'e4');
+  await page.waitForFunction(() => window.vorka.searcher.search);
+  await kill('searcher');
+  await says(page, 'status', /The engine has failed, and another one takes its place: out of memory\./);
+  await set(page, 'think', '100');
+  await page.click('#new-game');
+  await says(page, 'status', /^White to move\.$/);
+  await typeMove(page, 'e4');
+  await movesMade(page, 2);
+  await page.click('#analyse');
+  await isSearching();
+  await kill('searcher');
+  await says(page, 'status', /The engine has failed/);
+  assert.equal(await isPressed(), false);
+});
+
+test('A desk that fails is told of, and replaced', async () => {
+  await page.evaluate(() => {
+    const { desk } = window.vorka;
+    desk.started.then(({ worker }) => { worker.postMessage = () => {}; });
+  });
+  await page.click('#back');
+  await page.waitForFunction(() => window.vorka.desk.asked.size > 0);
+  await kill('desk');
+  await says(page, 'status', /Something went wrong: out of memory\./);
+  await page.click('#back');
+  await page.waitForFunction(() => !window.vorka.game.atEnd);
+  it.complaints.length = 0;
+});
+
+test('A mind that changes in an analysis begins it anew', async () => {
+  await beginGame(page, 'both');
+  await page.click('#analyse');
+  await isSearching();
+  const asked = await page.evaluate(() => window.vorka.searcher.asked);
+  await set(page, 'personality', 'Druvane');
+  await page.waitForFunction((before) => window.vorka.searcher.asked > before && window.vorka.searcher.search, asked);
+  await set(page, 'personality', 'Default');
+  await page.click('#analyse');
+  await page.waitForFunction(() => !window.vorka.searcher.search);
+});
+
 test('A review that is asked for while a move is made leaves Vorka its turn', async () => {
   await beginGame(page);
   await set(page, 'think', '10000');
@@ -161,6 +242,16 @@ test('The game is there again after another visit', async () => {
   await ready(page);
   await says(page, 'status', /0-1: White resigns/);
   await set(page, 'control', '');
+});
+
+test('The game is kept when the page goes out of sight', async () => {
+  await page.evaluate(() => {
+    localStorage.removeItem('vorka.game');
+    Object.defineProperty(document, 'hidden', { value: true, configurable: true });
+    document.dispatchEvent(new Event('visibilitychange'));
+    delete document.hidden;
+  });
+  assert.notEqual(await page.evaluate(() => localStorage.getItem('vorka.game')), null);
 });
 
 test('After another visit Vorka moves if it is its turn', async () => {

@@ -2,6 +2,9 @@
 // the engine share no memory.
 
 import assert from 'node:assert/strict';
+import { cpSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
 import { test } from 'node:test';
 import { movesMade, openPage, ready, set } from './browser.mjs';
 
@@ -27,6 +30,37 @@ test('It works without a network', async () => {
   }
 });
 
+test('A new version waits until the page is closed, and leaves the caches of others alone', async () => {
+  const copy = mkdtempSync(join(tmpdir(), 'vorka-versions-'));
+  cpSync(folder, copy, { recursive: true });
+  const it = await openPage(copy, { wait: false });
+  const { page } = it;
+  const caches = () => page.evaluate(() => self.caches.keys());
+  try {
+    await page.evaluate(() => self.caches.open('somebody else'));
+    await ready(page);
+    await page.waitForFunction(() => navigator.serviceWorker.controller);
+    const before = await caches();
+    assert.equal(before.length, 2);
+    const worker = join(copy, 'service_worker.js');
+    writeFileSync(worker, readFileSync(worker, 'utf8').replace(/(?<=[`'])(\$\{ours\})?[0-9a-f]{16}(?=[`'])/, (name) => `${name.slice(0, -1)}X`));
+    const state = await page.evaluate(async () => {
+      const registration = await navigator.serviceWorker.getRegistration();
+      await registration.update();
+      const next = registration.installing;
+      await new Promise((done) => { next.onstatechange = () => next.state !== 'installing' && done(); });
+      await new Promise((done) => { setTimeout(done, 300); });
+      return next.state;
+    });
+    assert.equal(state, 'installed');
+    assert.deepEqual((await caches()).filter((name) => before.includes(name)), before);
+    assert.deepEqual(it.complaints, []);
+  } finally {
+    await it.close();
+    rmSync(copy, { recursive: true });
+  }
+});
+
 test('A host without headers is no hindrance', async () => {
   const it = await openPage(folder, { isolated: false, wait: false });
   try {
@@ -44,9 +78,12 @@ test('Without shared memory an engine that must stop is replaced', async () => {
   const { page } = it;
   try {
     assert.equal(await page.evaluate(() => self.crossOriginIsolated), false);
-    await set(page, 'strength', '1200');
+    await set(page, 'think', '10000');
     await playMove(page, 'e4');
-    await movesMade(page, 2);
+    await page.waitForFunction(() => window.vorka.searcher.search);
+    await page.click('#move-now');  // before there is a move to give
+    await movesMade(page, 2, 5000);
+    await set(page, 'strength', '1200');
     await page.click('#analyse');
     await page.waitForFunction(() => document.querySelectorAll('.search-row').length >= 5);
     // While the next engine comes, more is asked for: the last wish counts.

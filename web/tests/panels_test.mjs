@@ -31,6 +31,31 @@ test('The evaluation is told term by term, and its rules light their squares', a
   await page.keyboard.press('Shift+Tab');
 });
 
+test('A term that is opened shows both sides as bars, on a scale of its own', async () => {
+  await loadGame(page, '1. e4 e5 2. Nf3 Nc6 3. Bc4 Nf6 4. Ng5 d5 5. exd5 Nxd5 6. Nxf7 Kxf7 7. Qf3+ Ke6 *');
+  await says(page, 'why', /cover/);
+  const longest = await page.evaluate(() => [...document.querySelectorAll('#why details')].map((term) => ({ name: term.dataset.term,
+    sides: term.querySelectorAll('.why-side').length,
+    rules: term.querySelectorAll('.why-rule').length,
+    longest: Math.max(...[...term.querySelectorAll(':scope > div .bar')].map((bar) => parseFloat(bar.style.getPropertyValue('--length')))) })));
+  const [white, black, together] = await page.evaluate(() => ['.why-side.of-white', '.why-side.of-black', 'summary'].map((name) => Number(document
+    .querySelector(`#why details[data-term="queens"] ${name} .why-value`).textContent.replace('−', '-'))));
+  assert.ok(white !== 0 && Math.abs(white + black - together) < 0.015, `${white} and ${black} is ${together}`);
+  for (const term of longest.filter(({ rules }) => rules > 0)) {
+    assert.equal(term.sides, 2, `${term.name} has both sides`);
+    assert.ok(term.longest === 0 || term.longest > 20, `${term.name}: ${term.longest}`);
+  }
+});
+
+test('The bars have room at every width', async () => {
+  for (const width of [360, 860, 1180, 1240, 1300, 1400]) {
+    await page.setViewportSize({ width, height: 1000 });
+    const room = await page.locator('#why .why-bars').first().evaluate((bars) => bars.getBoundingClientRect().width);
+    assert.ok(room >= 160, `${room} on ${width}`);
+  }
+  await page.setViewportSize({ width: 1180, height: 1000 });
+});
+
 test('What the terms come to is the evaluation', async () => {
   const { blended, sum, blendWeight } = await page.evaluate(
     () => window.vorka.desk.ask('evaluation', 'Default', ...window.vorka.game.lines));
@@ -143,6 +168,7 @@ test('The search tells its questions, and the bounds close in', async () => {
   await page.waitForFunction(() => document.querySelectorAll('.search-row').length >= 5
     && document.querySelector('.search-row .yes, .search-row .no'), null, { timeout: 30000 });
   assert.match(await page.textContent('.search-status'), /^Depth \d+ · .* nodes · /);
+  await page.waitForFunction(() => /^Depth \d+: \d+ questions, score .* nodes, [\d.]+ s: \S*[a-h]\d /.test(document.querySelector('.search-row:nth-child(2)').title));
   await page.waitForFunction(() => /^Depth \d+: is .* worth/.test(document.querySelector('.search-question').textContent));
   await page.click('#analyse');
   await page.waitForFunction(() => !window.vorka.searcher.search);
@@ -154,6 +180,33 @@ test('Each mark of the search is explained', async () => {
   assert.match(await page.textContent('.search-legend'), /yes, .*no, .*score.*bounds/);
 });
 
+test('The marks of the search are turned as they are explained', async () => {
+  await beginGame(page, 'both');
+  await typeMove(page, 'e4');
+  await movesMade(page, 1);
+  await page.click('#analyse');
+  await page.waitForFunction(() => document.querySelector('.search-rows .yes') && document.querySelector('.search-rows .no'));
+  const steps = await page.evaluate(() => ['.search-legend .yes', '.search-rows .yes', '.search-legend .no', '.search-rows .no'].map((name) => {
+    const [from, to] = document.querySelector(name).getAttribute('d').match(/[ML] \S+/g).map((text) => Number(text.slice(2)));
+    return Math.sign(to - from);
+  }));
+  assert.deepEqual(steps, [-1, -1, 1, 1]);
+  await page.click('#analyse');
+  await page.waitForFunction(() => !window.vorka.searcher.search);
+});
+
+test('A bound is a score only if it is more than the score', async () => {
+  const scores = await page.evaluate(() => {
+    const { search } = window.vorka;
+    search.reset({ fen: '', moves: ['e2e4'] }, 'black');
+    return ['depth 5 score cp -53', 'depth 6 score cp -84 lowerbound', 'depth 6 score cp -40 lowerbound', 'depth 6 score cp -45'].map((text) => {
+      search.tell(`info ${text} nodes 9 nps 9 time 9 pv e7e5`);
+      return search.score;
+    });
+  });
+  assert.deepEqual(scores, [53, 53, 40, 45]);
+});
+
 test('The sliders reach the engine', async () => {
   await set(page, 'play-as', 'white');
   await set(page, 'strength', '1400');
@@ -161,9 +214,19 @@ test('The sliders reach the engine', async () => {
   await set(page, 'personality', 'Druvane');
   const options = await page.evaluate(() => Object.fromEntries(window.vorka.searcher.options));
   assert.deepEqual([options.UCI_Elo, options.Style, options.Personality], ['1400', 12, 'Druvane']);
-  assert.match(await page.textContent('#name-top'), /Vorka \(Druvane, about 1400\)/);
+  await says(page, 'name-top', /Vorka \(Druvane, about 1400\)/);
   await set(page, 'style', '0');
   await set(page, 'personality', 'Default');
+});
+
+test('With clocks it is not asked how long Vorka thinks', async () => {
+  await set(page, 'control', '3+2');
+  assert.ok(await page.locator('#think').isDisabled());
+  assert.equal(await page.textContent('#think-text'), 'by the clock');
+  assert.deepEqual(await page.locator('.clock').evaluateAll((clocks) => clocks.map(({ ariaLabel }) => ariaLabel)), ['Black\'s clock', 'White\'s clock']);
+  await set(page, 'control', '');
+  assert.ok(await page.locator('#think').isEnabled());
+  assert.match(await page.textContent('#think-text'), /^at most \d+\.\d s$/);
 });
 
 test('Another personality sees another score', async () => {
@@ -215,6 +278,16 @@ test('An emptied setting, and one out of its bounds, is refused with a word', as
   await page.click('#settings-panel .settings-tools button');
 });
 
+test('The defaults leave the filter as it is', async () => {
+  const shown = () => page.locator('#settings .setting').evaluateAll((fields) => fields.filter(({ hidden }) => !hidden).length);
+  await page.fill('#settings-panel input[type="search"]', 'razoring');
+  const before = await shown();
+  assert.ok(before > 0 && before < 30);
+  await page.click('#settings-panel .settings-tools button');
+  assert.equal(await shown(), before);
+  await page.fill('#settings-panel input[type="search"]', '');
+});
+
 test('The coordinates stand out from their squares', async () => {
   for (const colorScheme of ['light', 'dark']) {
     await page.emulateMedia({ colorScheme });
@@ -253,6 +326,36 @@ test('It fits a phone, a tablet and a desk, light and dark', async () => {
       assert.ok(Math.min(...sliders) >= 120, `a slider of ${Math.min(...sliders)} on ${width}`);
     }
   }
+});
+
+test('Nothing sticks out of its panel', async () => {
+  await page.emulateMedia({ colorScheme: 'light' });
+  for (const width of [340, 390, 768, 860, 880, 900, 1180, 1240, 1300]) {
+    await page.setViewportSize({ width, height: 900 });
+    const outside = await page.evaluate(() => [...document.querySelectorAll('.panel')].flatMap((panel) => {
+      const { right } = panel.getBoundingClientRect();
+      const words = document.createTreeWalker(panel, NodeFilter.SHOW_TEXT);
+      const found = [];
+      const test = (box, what) => { if (box.width && box.right > right + 0.5) found.push(`${what} by ${box.right - right}`); };
+      while (words.nextNode()) {
+        const range = document.createRange();
+        range.selectNode(words.currentNode);
+        for (const box of range.getClientRects()) test(box, words.currentNode.textContent);
+      }
+      for (const input of panel.querySelectorAll('input, button, output')) test(input.getBoundingClientRect(), input.outerHTML);
+      for (const output of panel.querySelectorAll('output')) {
+        if (output.scrollWidth > output.clientWidth + 1) found.push(`${output.textContent} is cut off`);
+      }
+      for (const name of panel.querySelectorAll('.setting:not([hidden]) span')) {
+        if (name.getBoundingClientRect().width < 100) found.push(`${name.textContent} has no room`);
+      }
+      const sides = [...panel.querySelectorAll('.why-sides span')].map((side) => side.getBoundingClientRect());
+      if (sides.length && sides[1].left - sides[0].right < 4) found.push('the sides of the bars run together');
+      return found;
+    }));
+    assert.deepEqual(outside, [], `on ${width}`);
+  }
+  await page.setViewportSize({ width: 1180, height: 1000 });
 });
 
 test('Nothing comes from elsewhere', async () => {

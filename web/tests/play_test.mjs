@@ -83,6 +83,7 @@ test('The board is played by keyboard alone, and speaks', async () => {
   await page.focus('#move-text');
   await page.keyboard.press('Shift+Tab');
   await page.focus('#board');
+  assert.match(await page.textContent('#speech'), /^[a-h][1-8], (empty|white|black)/);
   await page.evaluate(() => { window.vorka.board.cursor = 'e2'; });
   await page.keyboard.press('Enter');
   assert.match(await page.textContent('#speech'), /^e2, white pawn picked up, it can go to e4, e3|e3, e4/);
@@ -103,17 +104,19 @@ test('A pawn becomes what the player chooses', async () => {
   assert.equal(await page.evaluate(() => window.vorka.board.board.getPiece('a8')), 'wn');
 });
 
-test('Escape takes a promotion back', async () => {
-  await newGame();
-  await loadFen('7k/P7/8/8/8/8/8/K7 w - - 0 1');
-  await page.waitForFunction(() => window.vorka.board.side === 'white');
-  await clickSquare(page, 'a7');
-  await clickSquare(page, 'a8');
-  await page.locator('#promotion').waitFor({ state: 'visible' });
-  await page.keyboard.press('Escape');
-  await page.waitForFunction(() => window.vorka.board.board.getPiece('a7') === 'wp');
-  assert.equal(await moves(page), '');
-});
+for (const [what, cancel] of [['Escape', () => page.keyboard.press('Escape')], ['A press beside the choice', () => page.mouse.click(5, 5)]]) {
+  test(`${what} takes a promotion back`, async () => {
+    await newGame();
+    await loadFen('7k/P7/8/8/8/8/8/K7 w - - 0 1');
+    await page.waitForFunction(() => window.vorka.board.side === 'white');
+    await clickSquare(page, 'a7');
+    await clickSquare(page, 'a8');
+    await page.locator('#promotion').waitFor({ state: 'visible' });
+    await cancel();
+    await page.waitForFunction(() => window.vorka.board.board.getPiece('a7') === 'wp', null, { timeout: 5000 });
+    assert.equal(await moves(page), '');
+  });
+}
 
 test('A position and a game are loaded and read out', async () => {
   await newGame();

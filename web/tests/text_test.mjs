@@ -60,6 +60,40 @@ test('A game that was read keeps its tags', async () => {
   assert.match(pgn, /\n\n1\. e4 e5 2\. Nf3 1-0\n$/);
 });
 
+const threefold = '1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 Nf6 4. Ng1 Ng8';
+
+test('A game that went on after a repetition goes on', async () => {
+  await loadGame(page, `${threefold} 5. e4 e5 1-0`);
+  await says(page, 'status', /5… e5\. 1-0: as the text says/);
+  assert.match(await pgnOf(page), /\[Result "1-0"\][^]* 1-0\n$/);
+  await page.click('#back');
+  await says(page, 'status', /Black to move/);
+  await page.click('#analyse');
+  await page.waitForFunction(() => window.vorka.game.scores[9] !== undefined && window.vorka.search.exact);
+  await page.click('#analyse');
+  await page.waitForFunction(() => !window.vorka.searcher.search);
+  await page.click('#review');
+  await says(page, 'review', /^Review the game$/);
+  await page.waitForFunction(() => window.vorka.game.scores[10] !== undefined && !window.vorka.isReviewing);
+  const scores = await page.evaluate(() => window.vorka.game.scores);
+  assert.equal(scores.length, 11);
+  assert.notEqual(scores[9], 0);
+  assert.notEqual(scores[10], 0);
+});
+
+test('The text of a game outranks a draw by rule, and mate outranks the text', async () => {
+  for (const [text, status] of [[`${threefold} 1-0`, /1-0: as the text says/], [`${threefold} *`, /1\/2-1\/2: Threefold repetition/],
+    ['1. f3 e5 2. g4 Qh4# 1-0', /0-1: Black mates/]]) {
+    await loadGame(page, text);
+    await says(page, 'status', status);
+  }
+});
+
+test('The rule of fifty moves is spelt as elsewhere', async () => {
+  await loadGame(page, '[FEN "4k3/8/8/8/8/8/4P3/R3K3 w - - 99 90"]\n\n90. Ra2 *');
+  await says(page, 'status', /1\/2-1\/2: Fifty-move rule\./);
+});
+
 test('The names follow the sides', async () => {
   await beginGame(page);
   await typeMove(page, 'e4');
@@ -112,4 +146,12 @@ test('A move that can\'t be played is answered, and the answer stays', async () 
   await typeMove(page, 'Nd2');
   await says(page, 'move-error', /b1d2 or f1d2|f1d2 or b1d2/);
   assert.equal(await moves(page), '');
+  await loadPosition(page, '4k3/8/8/8/2p5/1P6/8/4K3 w - - 0 1');
+  await page.waitForFunction(() => window.vorka.board.board.getPiece('b3') === 'wp');
+  await typeMove(page, 'Bc4');
+  await says(page, 'move-error', /^There is no move “Bc4” here\.$/);
+  await typeMove(page, 'BXC4');
+  await says(page, 'move-error', /^There is no move “BXC4” here\.$/);
+  await typeMove(page, 'bc4');
+  await movesMade(page, 1);
 });
