@@ -24,6 +24,15 @@ function fileOf(folder, url) {
   }
 }
 
+/** False for what can't even be asked for too, as a name that is too long. */
+function isFile(path) {
+  try {
+    return statSync(path).isFile();
+  } catch {
+    return false;
+  }
+}
+
 /** Resolves to { address, close }. Without `isolated` it behaves as a host that sends no headers of its own. */
 export async function serve(folder, port, { isolated = true } = {}) {
   const server = createServer((request, response) => {
@@ -32,7 +41,7 @@ export async function serve(folder, port, { isolated = true } = {}) {
       response.writeHead(400).end();
       return;
     }
-    if (!file.startsWith(join(folder, '/')) || !statSync(file, { throwIfNoEntry: false })?.isFile()) {
+    if (!file.startsWith(join(folder, '/')) || !isFile(file)) {
       response.writeHead(404).end();
       return;
     }
