@@ -1,19 +1,12 @@
 // The clocks: when they run, and what a flag does.
 
 import assert from 'node:assert/strict';
-import { after, afterEach, before, test } from 'node:test';
-import { beginGame, clickSquare, loadPosition, movesMade, openPage, says, set, typeAndHurry } from './browser.mjs';
+import { test } from 'node:test';
+import { beginGame, clickSquare, loadPosition, movesMade, says, set, typeAndHurry } from './browser.mjs';
+import { pageOfFile } from './page_of_file.mjs';
 
-let it;
 let page;
-before(async () => {
-  it = await openPage(process.env.VORKA_PAGE, { options: { reducedMotion: 'reduce' } });
-  page = it.page;
-  await set(page, 'think', '100');
-  await set(page, 'control', '15+10');
-});
-after(() => it.close());
-afterEach(() => assert.deepEqual(it.complaints.splice(0), [], 'the page complains of nothing'));
+pageOfFile((opened) => { page = opened; }, { think: 100, control: '15+10' });
 
 const left = (side) => page.evaluate((whose) => window.vorka.clocks.left[whose], side);
 const running = () => page.evaluate(() => window.vorka.clocks.running);

@@ -1,18 +1,12 @@
 // Who moves when: what is pressed while Vorka thinks, games that are loaded, taken back, watched, and kept for another visit.
 
 import assert from 'node:assert/strict';
-import { after, afterEach, before, test } from 'node:test';
-import { beginGame, loadGame, loadPosition, moves, movesMade, openPage, ready, says, set, typeAndHurry, typeMove } from './browser.mjs';
+import { test } from 'node:test';
+import { beginGame, loadGame, loadPosition, moves, movesMade, ready, says, set, typeAndHurry, typeMove } from './browser.mjs';
+import { pageOfFile } from './page_of_file.mjs';
 
-let it;
 let page;
-before(async () => {
-  it = await openPage(process.env.VORKA_PAGE, { options: { reducedMotion: 'reduce' } });
-  page = it.page;
-  await set(page, 'think', '100');
-});
-after(() => it.close());
-afterEach(() => assert.deepEqual(it.complaints.splice(0), [], 'the page complains of nothing'));
+const it = pageOfFile((opened) => { page = opened; }, { think: 100 });
 
 const count = () => page.evaluate(() => window.vorka.game.moves.length);
 const isDisabled = (id) => page.locator(`#${id}`).isDisabled();

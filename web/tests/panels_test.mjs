@@ -1,17 +1,12 @@
 // What stands beside the board: why, the search, the sliders and settings, and how it all fits the window.
 
 import assert from 'node:assert/strict';
-import { after, afterEach, before, test } from 'node:test';
-import { beginGame, loadGame, movesMade, openPage, ready, says, set, typeMove } from './browser.mjs';
+import { test } from 'node:test';
+import { beginGame, loadGame, movesMade, ready, says, set, typeMove } from './browser.mjs';
+import { pageOfFile } from './page_of_file.mjs';
 
-let it;
 let page;
-before(async () => {
-  it = await openPage(process.env.VORKA_PAGE, { options: { reducedMotion: 'reduce' } });
-  page = it.page;
-});
-after(() => it.close());
-afterEach(() => assert.deepEqual(it.complaints.splice(0), [], 'the page complains of nothing'));
+const it = pageOfFile((opened) => { page = opened; });
 
 test('The evaluation is told term by term, and its rules light their squares', async () => {
   await set(page, 'play-as', 'both');

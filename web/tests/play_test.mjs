@@ -2,20 +2,15 @@
 
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
-import { after, afterEach, before, test } from 'node:test';
-import { beginGame, centreOf, clickSquare, loadPosition, moveByHand, moves, movesMade, openPage, says, set } from './browser.mjs';
+import { test } from 'node:test';
+import { beginGame, centreOf, clickSquare, loadPosition, moveByHand, moves, movesMade, says, set } from './browser.mjs';
+import { pageOfFile } from './page_of_file.mjs';
 
 const bench = readFileSync(new URL('../../tests/data/bench_total.txt', import.meta.url), 'utf8');
 const nodesAtDepth = (depth) => Number(new RegExp(`^${depth} (\\d+)$`, 'm').exec(bench)[1]);
 
-let it;
 let page;
-before(async () => {
-  it = await openPage(process.env.VORKA_PAGE, { options: { reducedMotion: 'reduce' } });
-  page = it.page;
-});
-after(() => it.close());
-afterEach(() => assert.deepEqual(it.complaints.splice(0), [], 'the page complains of nothing'));
+pageOfFile((opened) => { page = opened; });
 
 const newGame = () => beginGame(page);
 const loadFen = (fen) => loadPosition(page, fen);

@@ -1,19 +1,12 @@
 // Games and positions as text: what is read, what is written, and what is said of what can't be.
 
 import assert from 'node:assert/strict';
-import { after, afterEach, before, test } from 'node:test';
-import { beginGame, loadGame, loadPosition, moves, movesMade, openPage, pgnOf, says, set, typeMove } from './browser.mjs';
+import { test } from 'node:test';
+import { beginGame, loadGame, loadPosition, moves, movesMade, pgnOf, says, set, typeMove } from './browser.mjs';
+import { pageOfFile } from './page_of_file.mjs';
 
-let it;
 let page;
-before(async () => {
-  it = await openPage(process.env.VORKA_PAGE, { options: { reducedMotion: 'reduce' } });
-  page = it.page;
-  await set(page, 'think', '100');
-  await set(page, 'play-as', 'both');
-});
-after(() => it.close());
-afterEach(() => assert.deepEqual(it.complaints.splice(0), [], 'the page complains of nothing'));
+pageOfFile((opened) => { page = opened; }, { think: 100, 'play-as': 'both' });
 
 const scotch = 'e2e4 e7e5 g1f3 b8c6 d2d4';
 const readable = [
