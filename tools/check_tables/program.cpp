@@ -80,10 +80,7 @@ class PublishedTables final : public Lookup {
 
     [[nodiscard]] std::vector<TableName> Names() const { return set_.Names(); }
     [[nodiscard]] std::optional<int> ScoreOf(const BOARD& board) noexcept override {
-        int score = 0;
-        SourceFailure failure = SourceFailure::none;
-        if (set_.LookUp(board, cache_, score, failure) != ProbeResult::found) return std::nullopt;
-        return score;
+        return set_.ScoreOf(board, cache_);
     }
 
   private:

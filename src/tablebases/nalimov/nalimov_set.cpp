@@ -111,6 +111,13 @@ ProbeResult NalimovSet::LookUp(const Seat& seat, const BOARD& board, VorkaTableb
     return ProbeResult::found;
 }
 
+std::optional<int> NalimovSet::ScoreOf(const BOARD& board, VorkaTablebases::BlockCache& cache) noexcept {
+    int score = 0;
+    SourceFailure failure = SourceFailure::none;
+    if (LookUp(board, cache, score, failure) != ProbeResult::found) return std::nullopt;
+    return score;
+}
+
 namespace {
 
 /// Positions of a table that are tested before it is believed.
@@ -121,10 +128,7 @@ class UnprovedTables final : public ScoreLookup {
   public:
     UnprovedTables(NalimovSet& set, VorkaTablebases::BlockCache& cache) : set_(set), cache_(cache) {}
     [[nodiscard]] std::optional<int> ScoreOf(const BOARD& board) noexcept override {
-        int score = 0;
-        SourceFailure failure = SourceFailure::none;
-        if (set_.LookUp(board, cache_, score, failure) != ProbeResult::found) return std::nullopt;
-        return score;
+        return set_.ScoreOf(board, cache_);
     }
 
   private:

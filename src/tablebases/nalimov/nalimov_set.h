@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ class NalimovSet final : public VorkaTablebases::TableSet {
     /// The same without a proof: for whoever tests the tables himself.
     [[nodiscard]] VorkaTablebases::ProbeResult LookUp(const BOARD& board, VorkaTablebases::BlockCache& cache,
                                                       int& score, VorkaTablebases::SourceFailure& failure) noexcept;
+    /// The score that LookUp finds; nothing where it finds none, for any reason.
+    [[nodiscard]] std::optional<int> ScoreOf(const BOARD& board, VorkaTablebases::BlockCache& cache) noexcept;
     /// The names of the tables in use, in order.
     [[nodiscard]] std::vector<TableName> Names() const;
 
