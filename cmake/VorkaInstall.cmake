@@ -59,6 +59,10 @@ install(FILES ${installed}/xboard/vorka.eng DESTINATION "${CMAKE_INSTALL_DATADIR
 install(FILES ${installed}/completions/vorka ${installed}/completions/vorka-uci
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
 vorka_link("${CMAKE_INSTALL_DATADIR}/bash-completion/completions" vorka-xboard vorka)
+# One script for both programs: bash looks for one of the program's name.
+install(FILES ${installed}/completions/vorka-tables
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vorka-table-builder)
+vorka_link("${CMAKE_INSTALL_DATADIR}/bash-completion/completions" vorka-check-tables vorka-table-builder)
 install(FILES ${installed}/vorka.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES ${installed}/vorka.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
 # All of them, since they point to each other.

@@ -54,6 +54,8 @@ def test_everything_has_its_place(prefix):
                  "share/man/man6/vorka-check-tables.6", "share/games/plugins/xboard/vorka.eng",
                  "share/games/vorka/settings/variants.txt", "share/bash-completion/completions/vorka",
                  "share/bash-completion/completions/vorka-uci", "share/bash-completion/completions/vorka-xboard",
+                 "share/bash-completion/completions/vorka-table-builder",
+                 "share/bash-completion/completions/vorka-check-tables",
                  "share/applications/vorka.desktop", "share/icons/hicolor/scalable/apps/vorka.svg",
                  "share/doc/vorka/LICENSE", "share/doc/vorka/README.md", "share/doc/vorka/CHANGELOG.md",
                  "share/doc/vorka/docs/manual.md", "share/doc/vorka/docs/uci.md"):
@@ -232,7 +234,7 @@ def test_manual_of_vorka_uci_has_every_option_and_command():
         assert re.search(rf"\b{name}\b", told), name
 
 
-def completed(script, *words):
+def completed(script, *words, **settings):
     """What bash offers for the last of the words."""
     shell = f"""
         . "{ROOT}/packaging/completions/{script}"
@@ -242,7 +244,7 @@ def completed(script, *words):
         $(complete -p "$1" | sed -E 's/.*-F (\\w+) .*/\\1/')
         printf '%s\\n' "${{COMPREPLY[@]}}"
     """
-    return set(run("bash", "-c", shell, "bash", *words, cwd=ROOT).split())
+    return set(run("bash", "-c", shell, "bash", *words, cwd=ROOT, **settings).split())
 
 
 def test_completion_knows_what_may_stand_on_the_command_line():
@@ -250,9 +252,20 @@ def test_completion_knows_what_may_stand_on_the_command_line():
     assert completed("vorka", "vorka", "") == {f"--{word}" for word in at_start}
     assert completed("vorka", "vorka-xboard", "--pers") == {"--personality"}
     assert completed("vorka", "vorka", "--hash", "") == {"trans", "pawn", "eval"}
+    assert completed("vorka", "vorka", "--tb", "n") == {"nalimov"}
     assert "settings" in completed("vorka", "vorka", "--read_settings", "setting")
     assert completed("vorka-uci", "vorka-uci", "b") == {"bench"}
     assert not completed("vorka-uci", "vorka-uci", "bench", "")
+
+
+def test_completion_asks_the_table_programs_for_their_options(prefix):
+    path = {"env": {**os.environ, "PATH": f"{prefix}/games:{os.environ['PATH']}"}}
+    for program, option in (("vorka-table-builder", "--memory"), ("vorka-check-tables", "--own")):
+        options = set(re.findall(r"--[a-z]+", run(prefix / "games" / program, "--help")))
+        assert option in options and completed("vorka-tables", program, "--", **path) == options
+    assert "tests" in completed("vorka-tables", "vorka-check-tables", "te", **path)
+    assert "tests" in completed("vorka-tables", "vorka-table-builder", "--output", "te", **path)
+    assert not completed("vorka-tables", "vorka-table-builder", "--men", "", **path)
 
 
 def test_completion_knows_the_personalities():
