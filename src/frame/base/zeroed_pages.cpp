@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <utility>
 
 namespace {
 
@@ -63,15 +62,6 @@ void TouchPages(std::byte* pages, std::size_t size) noexcept {
 
 ZeroedPages::ZeroedPages(std::size_t bytes) noexcept : data_(bytes < large_page ? Map(bytes) : MapLargePages(bytes)) {
     if (data_ != nullptr) size_ = bytes;
-}
-
-ZeroedPages::ZeroedPages(ZeroedPages&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
-
-ZeroedPages& ZeroedPages::operator=(ZeroedPages&& other) noexcept {
-    std::swap(data_, other.data_);
-    std::swap(size_, other.size_);
-    return *this;
 }
 
 ZeroedPages::~ZeroedPages() {

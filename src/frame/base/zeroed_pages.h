@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <utility>
 
 /// When somebody has waited long enough.
 using Deadline = std::chrono::steady_clock::time_point;
@@ -14,8 +15,13 @@ class ZeroedPages {
     ZeroedPages() noexcept = default;
     /// As many bytes, all zero, starting at a page; null data() if there is no memory for them.
     explicit ZeroedPages(std::size_t bytes) noexcept;
-    ZeroedPages(ZeroedPages&& other) noexcept;
-    ZeroedPages& operator=(ZeroedPages&& other) noexcept;
+    ZeroedPages(ZeroedPages&& other) noexcept
+        : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+    ZeroedPages& operator=(ZeroedPages&& other) noexcept {
+        std::swap(data_, other.data_);
+        std::swap(size_, other.size_);
+        return *this;
+    }
     ~ZeroedPages();
 
     [[nodiscard]] void* data() const noexcept { return data_; }

@@ -4,19 +4,9 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <utility>
 
 ZeroedPages::ZeroedPages(std::size_t bytes) noexcept : data_(std::calloc(bytes, 1)) {
     if (data_ != nullptr) size_ = bytes;
-}
-
-ZeroedPages::ZeroedPages(ZeroedPages&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
-
-ZeroedPages& ZeroedPages::operator=(ZeroedPages&& other) noexcept {
-    std::swap(data_, other.data_);
-    std::swap(size_, other.size_);
-    return *this;
 }
 
 ZeroedPages::~ZeroedPages() { std::free(data_); }
