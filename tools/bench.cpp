@@ -24,6 +24,7 @@
 #include "bench_run/bench_run.h"
 #include "frame/base/whole_file.h"
 #include "options/number_option.h"
+#include "player_setup/player_setup.h"
 #include "search/driver/bench_positions.h"
 #include "search/driver/bench_search.h"
 #include "search/driver/silent_host.h"
@@ -35,6 +36,7 @@ struct Options {
     int depth = bench_depth;
     int milliseconds = 0;  ///< for each position, instead of a depth
     std::uint64_t hash_megabytes = bench_hash_megabytes;
+    std::string search;   ///< how it differs from the defaults, in the words of ReadSearch
     std::string save;     ///< keep the run in this file
     std::string compare;  ///< set the run beside the one in this file
     bool is_quiet = false;
@@ -137,52 +139,6 @@ void SaveRun(const std::string& path, const std::vector<BenchRow>& run) {
 
 // --- Options ---
 
-/// A number, or true or false for a setting that is one or the other.
-std::optional<std::int32_t> ValueOf(const search_settings::SettingRow& row, std::string_view text) {
-    if (row.is_boolean() && (text == "true" || text == "false")) return text == "true" ? 1 : 0;
-    return NumberIn(text, row.lower_bound, row.upper_bound);
-}
-
-/// The elements of an array have commas between them. False, with nothing changed, if one is none, or their number is
-/// another.
-bool SetElements(SearchSettings& settings, const search_settings::SettingRow& row, std::string_view text) {
-    std::vector<std::int32_t> values;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(',', begin), text.size());
-        const std::optional<std::int32_t> value = ValueOf(row, text.substr(begin, end - begin));
-        if (!value) return false;
-        values.push_back(*value);
-        begin = end + 1;
-    }
-    if (values.size() != row.size) return false;
-    for (std::size_t i = 0; i < row.size; ++i) row.Set(settings, i, values[i]);
-    return true;
-}
-
-/// Whether it is a setting of the tournament search, and a value of it.
-bool SetTournament(Engine& engine, std::string_view name, std::string_view text) {
-    if (name == "search" && (text == "classic" || text == "tournament")) {
-        engine.uses_tournament_search = text == "tournament";
-        return true;
-    }
-    const tournament_settings::Row* const row = tournament_settings::Find(name);
-    return row != nullptr && tournament_settings::Take(*row, text, engine.tournament);
-}
-
-/// `name=value` with a setting of one of the searches, or `search=tournament`. False, with a message, if there is none
-/// such.
-bool Set(Engine& engine, std::string_view assignment) {
-    const std::size_t sign = std::min(assignment.find('='), assignment.size());
-    const std::string_view name = assignment.substr(0, sign);
-    const std::string_view text = assignment.substr(std::min(sign + 1, assignment.size()));
-    const auto rows = search_settings::Table();
-    const auto row = std::ranges::find(rows, name, &search_settings::SettingRow::name);
-    if (row != rows.end() && SetElements(engine.settings, *row, text)) return true;
-    if (SetTournament(engine, name, text)) return true;
-    std::cerr << "bench: no such setting or value: " << assignment << '\n';
-    return false;
-}
-
 int Usage(std::ostream& out, int status) {
     out << "usage: bench [--depth N | --time MILLISECONDS] [--hash MEGABYTES] [--set NAME=VALUE].. [--quiet]\n"
            "             [--save FILE] [--compare FILE]\n"
@@ -193,12 +149,13 @@ int Usage(std::ostream& out, int status) {
            "the share of quiescence nodes; how many\ncuts were made by the first move; how often the transposition "
            "table, the table of scores, and that of pawns knew the\nanswer; extended moves, reduced moves, and "
            "verifications of reduced ones, for each node.\n"
-           "--save keeps the run in a file, --compare sets it beside a kept one.\n";
+           "--save keeps the run in a file, --compare sets it beside a kept one. --set changes a setting; "
+           "search=tournament,\nsettings=FILE and tournament=FILE are known too.\n";
     return status;
 }
 
 /// False, with a message, if the command line can't be understood.
-bool ReadOptions(int argc, char** argv, Options& options, Engine& engine) {
+bool ReadOptions(int argc, char** argv, Options& options) {
     constexpr int most_milliseconds = std::numeric_limits<std::int32_t>::max();
     constexpr int deepest = std::numeric_limits<std::int16_t>::max();
     constexpr std::uint64_t most_megabytes = 1U << 24;
@@ -225,7 +182,7 @@ bool ReadOptions(int argc, char** argv, Options& options, Engine& engine) {
                                            options.hash_megabytes);
                 break;
             case 's':
-                is_good = Set(engine, optarg);
+                options.search.append(" ").append(optarg);
                 break;
             case 'w':
                 options.save = optarg;
@@ -265,13 +222,14 @@ void RunAll(Engine& engine, const Options& options) {
 int main(int argc, char** argv) {
     Engine engine;
     Options options;
-    if (!ReadOptions(argc, argv, options, engine)) return Usage(std::cerr, EXIT_FAILURE);
+    if (!ReadOptions(argc, argv, options)) return Usage(std::cerr, EXIT_FAILURE);
     if (options.is_help) return Usage(std::cout, EXIT_SUCCESS);
     if (!engine.tables.Resize(options.hash_megabytes * mebibyte, usual_evaluation_bytes)) {
         std::cerr << "bench: no memory for the tables\n";
         return EXIT_FAILURE;
     }
     try {
+        Configure(engine, ReadSearch(options.search));
         RunAll(engine, options);
     } catch (const std::runtime_error& error) {
         std::cerr << "bench: " << error.what() << '\n';

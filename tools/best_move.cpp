@@ -17,6 +17,7 @@
 #include "chess/user_board.h"
 #include "frame/base/vocabulary.h"
 #include "options/number_option.h"
+#include "player_setup/player_setup.h"
 #include "search/driver/search_controller.h"
 #include "search/driver/silent_host.h"
 #include "search/engine/engine.h"
@@ -53,9 +54,10 @@ std::string TextOf(Move move) {
 }
 
 int Usage(std::ostream& out, int status) {
-    out << "usage: best_move [--time MILLISECONDS | --depth N] [--bitbases FOLDER]\n"
+    out << "usage: best_move [--time MILLISECONDS | --depth N] [--bitbases FOLDER] [--set NAME=VALUE]..\n"
            "Reads lines with \"FEN [moves MOVE..]\" and answers each with the engine's move, searched for 100 ms if "
-           "nothing is told.\n";
+           "nothing is told.\n--set changes a setting; search=tournament, settings=FILE and tournament=FILE are known "
+           "too.\n";
     return status;
 }
 
@@ -65,11 +67,11 @@ int main(int argc, char** argv) {
     constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
     SearchLimits limits{.max_time_limit = 100};
     std::string bitbases;
-    const option long_options[] = {{"time", required_argument, nullptr, 't'},
-                                   {"depth", required_argument, nullptr, 'd'},
-                                   {"bitbases", required_argument, nullptr, 'b'},
-                                   {"help", no_argument, nullptr, 'H'},
-                                   {nullptr, 0, nullptr, 0}};
+    std::string search;  // how it differs from the defaults
+    const option long_options[] = {
+        {"time", required_argument, nullptr, 't'},     {"depth", required_argument, nullptr, 'd'},
+        {"bitbases", required_argument, nullptr, 'b'}, {"set", required_argument, nullptr, 's'},
+        {"help", no_argument, nullptr, 'H'},           {nullptr, 0, nullptr, 0}};
     for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
         switch (letter) {
             case 't':
@@ -84,6 +86,9 @@ int main(int argc, char** argv) {
             case 'b':
                 bitbases = optarg;
                 break;
+            case 's':
+                search.append(" ").append(optarg);
+                break;
             case 'H':
                 return Usage(std::cout, EXIT_SUCCESS);
             default:
@@ -93,11 +98,15 @@ int main(int argc, char** argv) {
     if (optind != argc) return Usage(std::cerr, EXIT_FAILURE);
     Engine engine;
     try {
+        Configure(engine, ReadSearch(search));
         if (!bitbases.empty()) {
             engine.bitbases.LoadTwoPawns((bitbases + '/').append(vocabulary::two_pawns_file));
             engine.bitbases.LoadRammedPawns((bitbases + '/').append(vocabulary::rammed_pawn_file));
         }
     } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
+        std::cerr << "best_move: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    } catch (const std::runtime_error& error) {
         std::cerr << "best_move: " << error.what() << '\n';
         return EXIT_FAILURE;
     }

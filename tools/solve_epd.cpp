@@ -18,6 +18,7 @@
 #include "chess/notation.h"
 #include "chess/user_board.h"
 #include "options/number_option.h"
+#include "player_setup/player_setup.h"
 #include "search/driver/search_controller.h"
 #include "search/driver/silent_host.h"
 #include "search/engine/engine.h"
@@ -125,9 +126,11 @@ void Solve(Engine& engine, const Problem& problem, const SearchLimits& limits, T
 }
 
 int Usage(std::ostream& out, int status) {
-    out << "usage: solve_epd [--time MILLISECONDS | --depth N] [--hash MEGABYTES] FILE\n"
+    out << "usage: solve_epd [--time MILLISECONDS | --depth N] [--hash MEGABYTES]\n"
+           "                 [--set NAME=VALUE].. FILE\n"
            "Searches each position of an EPD file, for a second if nothing is told, and prints which are solved, with "
-           "time and depth.\n";
+           "time and depth.\n--set changes a setting; search=tournament, settings=FILE and tournament=FILE are known "
+           "too.\n";
     return status;
 }
 
@@ -138,11 +141,11 @@ int main(int argc, char** argv) {
     constexpr std::uint64_t most_megabytes = 1U << 24;
     SearchLimits limits{.max_time_limit = 1000};
     std::uint64_t hash_megabytes = 32;
-    const option long_options[] = {{"time", required_argument, nullptr, 't'},
-                                   {"depth", required_argument, nullptr, 'd'},
-                                   {"hash", required_argument, nullptr, 'h'},
-                                   {"help", no_argument, nullptr, 'H'},
-                                   {nullptr, 0, nullptr, 0}};
+    std::string search;  // how it differs from the defaults
+    const option long_options[] = {
+        {"time", required_argument, nullptr, 't'}, {"depth", required_argument, nullptr, 'd'},
+        {"hash", required_argument, nullptr, 'h'}, {"set", required_argument, nullptr, 's'},
+        {"help", no_argument, nullptr, 'H'},       {nullptr, 0, nullptr, 0}};
     for (int letter = 0; (letter = getopt_long(argc, argv, "", long_options, nullptr)) != -1;) {
         switch (letter) {
             case 't':
@@ -160,6 +163,9 @@ int main(int argc, char** argv) {
                     return EXIT_FAILURE;
                 }
                 break;
+            case 's':
+                search.append(" ").append(optarg);
+                break;
             case 'H':
                 return Usage(std::cout, EXIT_SUCCESS);
             default:
@@ -173,6 +179,12 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     Engine engine;
+    try {
+        Configure(engine, ReadSearch(search));
+    } catch (const std::runtime_error& error) {
+        std::cerr << "solve_epd: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
     if (!engine.tables.Resize(hash_megabytes * mebibyte, usual_evaluation_bytes)) {
         std::cerr << "solve_epd: no memory for the tables\n";
         return EXIT_FAILURE;

@@ -56,13 +56,14 @@ FOLDERS = {
     "web": (BASE, WEB_PLATFORM, "chess", "evaluation", "search/settings", "search/engine", "uci"),
     "tools/options": (BASE,),
     "tools/check_tables": (BASE, "chess", "tablebases", "tablebases/nalimov", "tools/options"),
+    "tools/player_setup": (BASE, "evaluation", *SEARCH, "tools/options"),
     "tools/bench_run": (BASE, *SEARCH, "tools/options"),
     "tools/bitbase_builder": (BASE, "chess", "bitbases", "tools/options"),
     "tools/table_builder": (BASE, "chess", "bitbases", "tablebases", "tools/options", "tools/bitbase_builder"),
-    "tools/selfplay": (BASE, "chess", "evaluation", *SEARCH, "tools/options"),
-    "tools/tune": (BASE, "chess", *SEARCH, "tools/options", "tools/selfplay"),
+    "tools/selfplay": (BASE, "chess", *SEARCH, "tools/options", "tools/player_setup"),
+    "tools/tune": (BASE, "chess", *SEARCH, "tools/options", "tools/player_setup", "tools/selfplay"),
     "tools": (BASE, "chess", "bitbases", "evaluation", "evaluation/", *SEARCH, "tools/options",
-              "tools/bench_run"),
+              "tools/player_setup", "tools/bench_run"),
     "tests/support": (BASE, "chess", "bitbases", "evaluation", "evaluation/", "search/", "frame/game", "interfaces/"),
     "tests/faults": (),
     "benchmarks": (BASE, "chess", "bitbases", "tablebases/opener", "evaluation", *SEARCH, "tests/support", "tools/options"),
@@ -95,7 +96,7 @@ for layer in LAYERS:
 FOLDERS["tests/frame/launcher"] = (BASE, "frame/launcher", "tests/support")
 FOLDERS["tests/tools"] = (BASE, "chess", "bitbases", "tablebases", "tablebases/nalimov", "tablebases/opener", *SEARCH,
                            "tools/bitbase_builder", "tools/table_builder", "tools/check_tables", "tools/bench_run",
-                           "tests/tablebases/nalimov", "tools/options", "tests/bitbases", "tests/support")
+                           "tools/player_setup", "tests/tablebases/nalimov", "tools/options", "tests/bitbases", "tests/support")
 FOLDERS["tests/tools/selfplay"] = (BASE, "chess", *SEARCH, "tools/selfplay", "tests/support")
 FOLDERS["tests/tools/tune"] = (BASE, *SEARCH, "tools/selfplay", "tools/tune", "tests/support")
 # A target may feed any layer. The tests in tests/integration run programs, and hold no C++.

@@ -42,14 +42,40 @@ def test_the_tournament_search_has_a_total_of_its_own():
     assert tournament != classic
     assert nodes("--set", "search=tournament") == tournament
     assert nodes("--set", "search=tournament", "--set", "futility=0") != tournament
-    assert nodes("--set", "futility=0") == classic, "its numbers change no other search"
 
 
 def test_settings_of_the_tournament_search_are_checked():
-    for bad in ("search=other", "futility=2", "futility=", "futility", "futile=1"):
+    for bad, told in (("search=other", "search is classic or tournament"),
+                      ("futility=2", 'futility takes a number from 0 to 1, not "2"'),
+                      ("futility", 'not key=value: "futility"'),
+                      ("futile=1", 'no such setting: "futile"'),
+                      ("contempt=20", 'no such setting: "contempt=20"'),
+                      ("futility=0", "a setting of the tournament search without search=tournament changes nothing")):
         run = subprocess.run([BENCH, "--depth", "1", "--set", bad], capture_output=True, text=True)
-        assert run.returncode == 1
-        assert f"bench: no such setting or value: {bad}\n" in run.stderr
+        assert (run.returncode, run.stdout, run.stderr) == (1, "", f"bench: {told}\n")
+
+
+def test_settings_come_from_files_too(tmp_path):
+    (tmp_path / "tournament").write_text("futility=0\n")
+    by_file = nodes("--set", "search=tournament", "--set", f"tournament={tmp_path / 'tournament'}")
+    assert by_file == nodes("--set", "search=tournament", "--set", "futility=0")
+    tuned = TOTALS.parents[2] / "settings/tuned.txt"
+    assert nodes("--set", f"settings={tuned}") != nodes()
+
+
+def test_other_tools_search_with_them_too(tmp_path):
+    position = "r1bqkbnr/pppp1ppp/2n5/4p3/2B1P3/5Q2/PPPP1PPP/RNB1K1NR w KQkq -"
+    (tmp_path / "mate.epd").write_text(f"{position} bm Qxf7#; id \"mate\";\n")
+    settings = ["--set", "search=tournament", "--set", "futility=0"]
+    solve, best_move = pathlib.Path(BENCH).with_name("solve_epd"), os.environ["VORKA_BEST_MOVE"]
+    told = subprocess.run([solve, "--depth", "3", *settings, tmp_path / "mate.epd"], capture_output=True, text=True, check=True)
+    assert "Solved: 1 of 1" in told.stdout
+    told = subprocess.run([best_move, "--depth", "3", *settings], input=position + " 0 1\n", capture_output=True, text=True,
+                          check=True)
+    assert told.stdout == "f3f7\n"
+    for words in ([solve, "--set", "futile=1", tmp_path / "mate.epd"], [best_move, "--set", "futile=1"]):
+        run = subprocess.run(words, input="", capture_output=True, text=True)
+        assert (run.returncode, run.stdout) == (1, "") and 'no such setting: "futile"' in run.stderr
 
 
 def test_quiet_says_the_totals_alone():

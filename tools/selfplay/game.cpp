@@ -73,9 +73,7 @@ SearchLimits LimitsOf(const GameRules& rules, const PlayerSetup& player) {
 
 Player::Player(const PlayerSetup& setup, std::uint64_t hash_megabytes)
     : setup_(setup), engine_(std::make_unique<Engine>()) {
-    engine_->settings = setup.settings;
-    engine_->uses_tournament_search = setup.uses_tournament_search;
-    engine_->tournament = setup.tournament;
+    Configure(*engine_, setup);
     if (!engine_->tables.Resize(hash_megabytes * mebibyte, evaluation_bytes)) throw std::bad_alloc();
 }
 

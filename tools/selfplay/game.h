@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "chess/user_board.h"
+#include "player_setup/player_setup.h"
 #include "search/driver/search_controller.h"
 #include "search/engine/engine.h"
 #include "selfplay/adjudication.h"
 #include "selfplay/openings.h"
-#include "selfplay/player_setup.h"
 
 /// What holds for both players of a game. Of nodes, depth and time one at least is set.
 struct GameRules {

@@ -6,9 +6,9 @@
 #include <functional>
 #include <vector>
 
+#include "player_setup/player_setup.h"
 #include "selfplay/game.h"
 #include "selfplay/openings.h"
-#include "selfplay/player_setup.h"
 
 /// A match of two players: each opening twice, with colours turned.
 struct MatchPlan {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "player_setup/player_setup.h"
 #include "search/settings/search_settings.h"
 #include "search/settings/tournament_settings.h"
-#include "selfplay/player_setup.h"
 
 /// A setting to be tuned: a whole number, or one element of an array of them; or a number of the tournament search.
 struct Parameter {

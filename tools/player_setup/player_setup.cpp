@@ -1,5 +1,7 @@
-#include "selfplay/player_setup.h"
+#include "player_setup/player_setup.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
@@ -106,6 +108,22 @@ PlayerSetup ReadPlayer(std::string_view text) {
     }
     if (player.name.empty()) player.name = DescriptionOf(player);
     return player;
+}
+
+PlayerSetup ReadSearch(std::string_view text) {
+    constexpr std::string_view of_games[] = {"name=", "personality=", "contempt=", "nodes="};
+    for (const std::string& word : VorkaUtils::tokenize(text)) {
+        const bool is_of_games = std::any_of(std::begin(of_games), std::end(of_games),
+                                             [&](std::string_view begin) { return word.starts_with(begin); });
+        if (is_of_games) Refuse("no such setting: \"" + word + '"');
+    }
+    return ReadPlayer(text);
+}
+
+void Configure(Engine& engine, const PlayerSetup& player) {
+    engine.settings = player.settings;
+    engine.uses_tournament_search = player.uses_tournament_search;
+    engine.tournament = player.tournament;
 }
 
 std::string DescriptionOf(const PlayerSetup& player) {

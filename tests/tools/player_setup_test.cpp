@@ -1,4 +1,4 @@
-#include "selfplay/player_setup.h"
+#include "player_setup/player_setup.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "search/engine/engine.h"
 #include "search/settings/search_settings.h"
 #include "search/settings/tournament_settings.h"
 
@@ -28,6 +29,13 @@ struct PlayerSetup {
 /// An empty text, or `defaults`, is the engine as it is. Without a name the player is called as it is described. Throws
 /// std::runtime_error with what is wrong.
 [[nodiscard]] PlayerSetup ReadPlayer(std::string_view text);
+
+/// The words of ReadPlayer that change how the engine searches: no name, personality, contempt, or bound of nodes.
+/// Throws std::runtime_error with what is wrong.
+[[nodiscard]] PlayerSetup ReadSearch(std::string_view text);
+
+/// Lets the engine search as the player does. Its personality and contempt are a matter of each search.
+void Configure(Engine& engine, const PlayerSetup& player);
 
 /// Changes one setting by name. Throws std::runtime_error with what is wrong.
 void ChangeSetting(SearchSettings& settings, std::string_view name, std::string_view value);
