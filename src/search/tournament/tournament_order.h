@@ -35,9 +35,11 @@ class MoveOrder {
 };
 
 /// How well a quiet move has done, from -3 to 3 times HistoryScore::largest: by its squares, and as an answer to the
-/// move before and to the one before that.
+/// move before and to the one before that. After Schaeffer, The history heuristic and alpha-beta search enhancements
+/// in practice (1989); the histories of answers are those of chessprogramming.org, History Heuristic (countermoves and
+/// follow-up moves).
 [[nodiscard]] int QuietHistory(const TournamentNode& node, Move move);
-/// The best move of the node is quiet and has cut, after those of `searched` have not.
+/// The best move of the node is quiet and has cut, after those of `searched` have not: it gains, they lose as much.
 void LearnFromCut(TournamentNode& node, std::span<const Move> searched);
 
 }  // namespace tournament
