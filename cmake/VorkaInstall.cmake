@@ -52,7 +52,8 @@ set(VORKA_LINKS \"${links}\")")
 install(SCRIPT cmake/install_bitbases.cmake)
 
 # Of the settings those that are for a player: what a program reads, and what can be typed at the prompt.
-install(DIRECTORY settings DESTINATION "${data}" FILES_MATCHING PATTERN "tuned*.txt" PATTERN "variants.txt")
+install(DIRECTORY settings DESTINATION "${data}" FILES_MATCHING PATTERN "tuned*.txt" PATTERN "variants.txt"
+        PATTERN "tuning" EXCLUDE)
 vorka_link(${library} settings "${data_from_library}/settings")
 
 install(FILES ${installed}/xboard/vorka.eng DESTINATION "${CMAKE_INSTALL_DATADIR}/games/plugins/xboard")
