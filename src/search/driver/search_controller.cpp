@@ -171,8 +171,8 @@ void SearchController::IterationLoop() {
 
 /// The tournament search spends no time of a game on the only move: some plies, to know what to ponder on.
 bool SearchController::IsForced() const {
-    constexpr int enough_depth = 6;
-    return is_tournament_ && root_moves_.size() == 1 && limits_.variable_time_limit != 0 && info_.depth >= enough_depth;
+    return is_tournament_ && root_moves_.size() == 1 && limits_.variable_time_limit != 0 &&
+           info_.depth >= tournament_->settings.only_move_depth;
 }
 
 /// The tournament search takes less time the more of its nodes went to the best move: the others were refuted cheaply.
@@ -197,7 +197,8 @@ void SearchController::StartIteration(int depth) {
         const auto others = std::next(root_moves_.begin(), static_cast<std::ptrdiff_t>(Lines()));
         std::stable_sort(others, root_moves_.end(),
                          [](const RootMoveRecord& a, const RootMoveRecord& b) { return a.nodes > b.nodes; });
-        for (RootMoveRecord& record : root_moves_) record.nodes /= 4;
+        const auto percent = static_cast<std::uint64_t>(tournament_->settings.root_memory);
+        for (RootMoveRecord& record : root_moves_) record.nodes = record.nodes * percent / 100;
     }
     host_->sendDepthStarted(depth);
 }
@@ -330,11 +331,10 @@ Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score gue
 
 /// `index` counts from the best move of all lines; what is reduced is late among those of its own line.
 Distance SearchController::RootReduction(std::size_t index) const {
-    constexpr int moves_at_full_distance = 3;
-    const int place = static_cast<int>(index) - info_.line;
-    if (!is_tournament_ || place < moves_at_full_distance || info_.depth < 3) return 0;
+    if (!is_tournament_ || info_.depth < 3) return 0;
     const TournamentSettings& settings = tournament_->settings;
-    if (settings.late_move_reduction == 0) return 0;
+    const int place = static_cast<int>(index) - info_.line;
+    if (settings.late_move_reduction == 0 || place < settings.root_full_moves) return 0;
     return tournament_->Reduction(info_.depth - 1, place) * settings.root_reduction / ONE_PLY;
 }
 

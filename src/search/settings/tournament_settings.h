@@ -11,16 +11,20 @@ struct TournamentSettings {
     // --- Root ---
     std::int32_t aspiration_window = 16;  ///< bounds so close together are good enough, in centipawns
     std::int32_t root_order = 1;          ///< by the size of the subtrees
+    std::int32_t root_memory = 25;        ///< percent of the size of a subtree that counts in the next iteration
     std::int32_t root_reduction = 32;     ///< of late root moves, in 1/64 of what other nodes reduce
+    std::int32_t root_full_moves = 3;     ///< so many root moves are never reduced
 
     // --- Horizon and quiescence ---
-    std::int32_t horizon = 32;            ///< a smaller distance counts as none
-    std::int32_t quiescence_checks = 64;  ///< so far below the horizon quiet checks are searched
-    std::int32_t quiescence_levels = 1;   ///< two distances only, with checks and without: the table answers more
-    std::int32_t delta_margin = 200;      ///< what a capture may lack to beta
+    std::int32_t horizon = 32;             ///< a smaller distance counts as none
+    std::int32_t quiescence_checks = 64;   ///< so far below the horizon quiet checks are searched
+    std::int32_t quiescence_levels = 1;    ///< two distances only, with checks and without: the table answers more
+    std::int32_t delta_margin = 200;       ///< what a capture may lack to beta; 5000: all are searched
+    std::int32_t exchange_tolerance = 10;  ///< what a capture may lose; 5000: all are searched
 
     // --- Static score ---
-    std::int32_t table_estimate = 1;  ///< the bounds of the table correct it
+    std::int32_t table_estimate = 1;   ///< the bounds of the table correct it
+    std::int32_t farthest_bet = 3000;  ///< so far away from it nothing is bet on it: the question is about a mate
 
     // --- Reverse futility: so far above beta, near the horizon, that no reply will bring it below ---
     std::int32_t reverse_futility = 1;
@@ -68,6 +72,7 @@ struct TournamentSettings {
     // --- Late move reductions ---
     std::int32_t late_move_reduction = 1;
     std::int32_t late_move_reduction_distance = 128;  ///< least one
+    std::int32_t late_move_full_moves = 1;            ///< so many moves are never reduced
     std::int32_t late_move_reduction_base = 40;
     std::int32_t late_move_reduction_factor = 28;  ///< times ln(plies left) * ln(number of the move)
     std::int32_t cut_node_reduction = 48;          ///< more where a cut is expected
@@ -81,7 +86,9 @@ struct TournamentSettings {
     std::int32_t check_extension = 48;
     std::int32_t singular_extension = 64;  ///< 0: none
     std::int32_t singular_distance = 448;
-    std::int32_t singular_margin = 2;  ///< for each ply left
+    std::int32_t singular_margin = 2;   ///< for each ply left
+    std::int32_t singular_entry = 192;  ///< so much less deep an entry of the table still names the move
+    std::int32_t longest_line = 2;      ///< plies for each ply of the iteration; beyond them no move is singular
     std::int32_t multi_cut = 1;
 
     // --- Order of moves ---
@@ -90,6 +97,9 @@ struct TournamentSettings {
     std::int32_t counter_moves = 1;
     std::int32_t history_bonus_factor = 16;
     std::int32_t history_bonus_limit = 1600;
+
+    // --- Time: the only move takes none ---
+    std::int32_t only_move_depth = 6;  ///< iterations, to know what to ponder on; 80: as many as for others
 
     // --- Time: the share of its nodes that went to the best move tells how sure the search is of it ---
     std::int32_t time_by_effort = 0;
@@ -113,12 +123,16 @@ struct Row {
 inline constexpr Row rows[] = {
     {"aspiration_window", &TournamentSettings::aspiration_window, 1, 400},
     {"root_order", &TournamentSettings::root_order, 0, 1},
+    {"root_memory", &TournamentSettings::root_memory, 0, 100},
     {"root_reduction", &TournamentSettings::root_reduction, 0, 64},
+    {"root_full_moves", &TournamentSettings::root_full_moves, 1, 255},
     {"horizon", &TournamentSettings::horizon, 1, 64},
     {"quiescence_checks", &TournamentSettings::quiescence_checks, 0, 1024},
     {"quiescence_levels", &TournamentSettings::quiescence_levels, 0, 1},
     {"delta_margin", &TournamentSettings::delta_margin, 0, 5000},
+    {"exchange_tolerance", &TournamentSettings::exchange_tolerance, 0, 5000},
     {"table_estimate", &TournamentSettings::table_estimate, 0, 1},
+    {"farthest_bet", &TournamentSettings::farthest_bet, 0, 32767},
     {"reverse_futility", &TournamentSettings::reverse_futility, 0, 1},
     {"reverse_futility_distance", &TournamentSettings::reverse_futility_distance, 0, 1024},
     {"reverse_futility_margin", &TournamentSettings::reverse_futility_margin, 0, 1000},
@@ -154,6 +168,7 @@ inline constexpr Row rows[] = {
     {"history_pruning_limit", &TournamentSettings::history_pruning_limit, 0, 64000},
     {"late_move_reduction", &TournamentSettings::late_move_reduction, 0, 1},
     {"late_move_reduction_distance", &TournamentSettings::late_move_reduction_distance, 64, 1024},
+    {"late_move_full_moves", &TournamentSettings::late_move_full_moves, 1, 255},
     {"late_move_reduction_base", &TournamentSettings::late_move_reduction_base, -256, 256},
     {"late_move_reduction_factor", &TournamentSettings::late_move_reduction_factor, 0, 128},
     {"cut_node_reduction", &TournamentSettings::cut_node_reduction, 0, 256},
@@ -166,12 +181,15 @@ inline constexpr Row rows[] = {
     {"singular_extension", &TournamentSettings::singular_extension, 0, 128},
     {"singular_distance", &TournamentSettings::singular_distance, 256, 1024},
     {"singular_margin", &TournamentSettings::singular_margin, 0, 64},
+    {"singular_entry", &TournamentSettings::singular_entry, 0, 1024},
+    {"longest_line", &TournamentSettings::longest_line, 0, 80},
     {"multi_cut", &TournamentSettings::multi_cut, 0, 1},
     {"history_malus", &TournamentSettings::history_malus, 0, 1},
     {"continuation_history", &TournamentSettings::continuation_history, 0, 1},
     {"counter_moves", &TournamentSettings::counter_moves, 0, 1},
     {"history_bonus_factor", &TournamentSettings::history_bonus_factor, 1, 256},
     {"history_bonus_limit", &TournamentSettings::history_bonus_limit, 1, 8000},
+    {"only_move_depth", &TournamentSettings::only_move_depth, 1, 80},
     {"time_by_effort", &TournamentSettings::time_by_effort, 0, 1},
     {"effort_time", &TournamentSettings::effort_time, 100, 400},
     {"effort_saving", &TournamentSettings::effort_saving, 0, 400},

@@ -6,8 +6,6 @@ namespace tournament {
 
 namespace {
 
-constexpr int moves_at_full_distance = 1;
-
 bool IsKiller(const TournamentNode& node, Move move) {
     const KillerPair& killers = node.search.killers[node.ply];
     return move == killers.first || move == killers.second;
@@ -18,7 +16,7 @@ bool IsKiller(const TournamentNode& node, Move move) {
 Distance LateMoveReductionOf(const TournamentNode& node, Move move, int history) {
     const TournamentSettings& rules = node.rules();
     if (rules.late_move_reduction == 0 || node.distance < rules.late_move_reduction_distance ||
-        node.moves_tried <= moves_at_full_distance) {
+        node.moves_tried <= rules.late_move_full_moves) {
         return 0;
     }
     Distance reduction = node.state.Reduction(node.plies(), node.moves_tried);

@@ -11,8 +11,6 @@ namespace tournament {
 namespace {
 
 constexpr std::int32_t hash_move_first = 1 << 28;
-/// A bishop for a knight is no loss, in centipawns.
-constexpr Score exchange_tolerance = 10;
 
 /// Lists the moves of a quiescence node for `picker`, the hash move first, then by what they gain.
 void ListTacticalMoves(TournamentNode& node, MovePicker& picker) {
@@ -28,7 +26,7 @@ void ListTacticalMoves(TournamentNode& node, MovePicker& picker) {
 bool IsWorthTrying(const TournamentNode& node, Move move, Score stand_pat) {
     if (PromotionPiece(move) != no_piece && PromotionPiece(move) != queen) return false;
     if (!GivesCheck(move) && stand_pat + GainOf(move) + node.rules().delta_margin < node.beta) return false;
-    return !LosesMoreThan(node, move, exchange_tolerance);
+    return !LosesMoreThan(node, move, node.rules().exchange_tolerance);
 }
 
 }  // namespace

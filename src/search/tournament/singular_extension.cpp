@@ -6,17 +6,13 @@ namespace tournament {
 
 namespace {
 
-/// An entry this much less deep still says something about the move.
-constexpr Distance shallower = 3 * ONE_PLY;
-/// Lines that are long already are not made longer: so many plies for each ply of the iteration.
-constexpr int longest_line = 2;
-
 bool MayBeSingular(const TournamentNode& node) {
     const TournamentSettings& rules = node.rules();
     return rules.singular_extension != 0 && node.hash_move != INVALID && node.excluded == INVALID &&
-           node.distance >= rules.singular_distance && node.hash_lower_distance >= node.distance - shallower &&
+           node.distance >= rules.singular_distance &&
+           node.hash_lower_distance >= node.distance - rules.singular_entry &&
            std::abs(node.hash_lower_bound) < mate_score_limit &&
-           static_cast<int>(node.ply) <= longest_line * node.search.iteration_depth;
+           static_cast<int>(node.ply) <= rules.longest_line * node.search.iteration_depth;
 }
 
 }  // namespace

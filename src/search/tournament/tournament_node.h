@@ -30,13 +30,11 @@ struct TournamentNode : Node {
     [[nodiscard]] bool is_near_mate() const { return std::abs(beta) >= mate_score_limit; }
     /// Whether the static score says something about the question. What is asked far away from it is whether there is a
     /// mate, or a win that the bitbases know.
-    [[nodiscard]] bool is_near_static_score() const { return std::abs(static_score - beta) <= farthest_bet; }
+    [[nodiscard]] bool is_near_static_score() const { return std::abs(static_score - beta) <= rules().farthest_bet; }
     /// Whether bets may be made on the static score.
     [[nodiscard]] bool may_bet() const {
         return !in_check && excluded == INVALID && !is_near_mate() && is_near_static_score();
     }
-
-    static constexpr Score farthest_bet = 3000;  ///< more than a move can win, in centipawns
 };
 
 /// What an amount for each ply comes to at a distance.

@@ -136,7 +136,8 @@ TEST(TournamentSearch, EachSettingChangesTheNodesButThoseOfTime) {
         least.*row.place = row.least;
         most.*row.place = row.most;
         const bool changes = ChangesNodes(least, nodes, depth) || ChangesNodes(most, nodes, depth);
-        const bool is_of_time = row.name == "time_by_effort" || row.name.starts_with("effort_");
+        const bool is_of_time =
+            row.name == "time_by_effort" || row.name.starts_with("effort_") || row.name == "only_move_depth";
         EXPECT_EQ(changes, !is_of_time) << row.name;
     }
 }
@@ -160,6 +161,20 @@ TEST(TournamentSearch, StopsSoonerTheMoreOfItsNodesGoToTheBestMove) {
     EXPECT_EQ(depth_with(none_for_all, two), 5);
     EXPECT_EQ(depth_with({.time_by_effort = 1, .effort_time = 100, .effort_saving = 50}, one), 5);
     EXPECT_EQ(depth_with({.time_by_effort = 0, .effort_time = 100, .effort_saving = 100}, one), 5);
+}
+
+TEST(TournamentSearch, TheOnlyMoveTakesNoTimeOfAGame) {
+    constexpr int hours = 10'000'000;
+    const auto depth_with = [](int only_move_depth, std::int32_t time) {
+        Searcher searcher(true, {.only_move_depth = only_move_depth});
+        static_cast<void>(
+            searcher.Search("7k/p7/8/8/8/8/P5q1/7K w - - 0 1", {.max_depth = 8, .variable_time_limit = time}));
+        return searcher.controller->info().depth;
+    };
+    EXPECT_EQ(depth_with(3, hours), 3);
+    EXPECT_EQ(depth_with(6, hours), 6);
+    EXPECT_EQ(depth_with(80, hours), 8);
+    EXPECT_EQ(depth_with(3, 0), 8) << "nobody waits for the clock";
 }
 
 // --- Limits ---
