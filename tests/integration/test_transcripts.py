@@ -345,6 +345,11 @@ def makefile_names_the_program(words):
     assert "--target vorka-uci" in told and told.splitlines()[-1].endswith(" " + words[1].split("=")[1])
 
 
+def bench_is_counted(words):
+    """Valgrind is not needed to see whether the bench takes its words."""
+    bench_runs(words[[word.startswith("build/") for word in words].index(True):])
+
+
 def proof_has_its_variables(words):
     """A long proof is not run: its test must be there and read the variables."""
     source = "".join((ROOT / f"tests/tools/{name}").read_text()
@@ -368,6 +373,7 @@ SHOWN = [
     (r"pgn-extract .*", annotations_are_taken_out),
     (r"build/fuzz/.*", fuzz_target_has_seeds),
     (r"build/\w+/tools/bench( .*)?", bench_runs),
+    (r"valgrind --tool=callgrind .*", bench_is_counted),
     (r"build/\w+/tools/eval_trace .*", trace_tells_the_score),
     (r"build/\w+/tools/solve_epd .*", solves_positions),
     (r"build/\w+/tools/(bitbase|table)_builder/\w+ --help", program_runs),

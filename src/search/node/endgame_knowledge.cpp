@@ -1,7 +1,5 @@
 #include "search/node/endgame_knowledge.h"
 
-#include "evaluation/context/position_type.h"
-
 namespace {
 
 constexpr std::uint32_t first_ply_of_bitbases = 3;
@@ -34,8 +32,7 @@ NodeAnswer AskTablebases(const Node& node) {
 
 }  // namespace
 
-NodeAnswer EndgameKnowledge(const Node& node) {
-    if (node.position_class < balanced_ending) return go_on;
+NodeAnswer KnowledgeOfEnding(const Node& node) {
     NodeAnswer answer = AskBitbases(node);
     if (!answer) answer = AskTablebases(node);
     if (answer) ++node.search.statistics.endings_known;
