@@ -15,6 +15,7 @@ import threading
 import time
 from typing import NamedTuple
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 PATIENCE = 60.0  # seconds after the last line
 FENS = ["8/8/8/8/8/8/8/8 w - - 0 1", "4k3/8/8/8/8/8/4P3/4K3 w - - 0 1", "7k/5Q2/6K1/8/8/8/8/8 b - - 0 1",
         "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1", "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 99 1",
@@ -26,10 +27,15 @@ NUMBERS = ["0", "1", "2", "5", "-1", "40", "100", "99999", "2147483647", "214748
 MOVES = ["e4", "e5", "Nf3", "Nc6", "d4", "e2e4", "e7e5", "g1f3", "O-O", "O-O-O", "e8=Q", "a7a8q", "exd5", "exd6", "Kd1", "Qxf7#",
          "e7e8", "Nbd2", "R1e1", "a1a1", "h7h8n", "0-0", "Ke2", "Kf7", "c5", "b1c3", "g8f6", "zz", "a9a1"]
 FILES = ["a.txt", "b.txt", "a.pgn", "missing", ".", "/dev/null", "/dev/full", "no/such/folder", "kp_kp.vbb", "\"a b\"", "..",
-         "logfile.000"]
+         "logfile.000", "tournament.txt"]
 SIZES = ["0", "1", "64K", "1M", "4M", "3G7", "-1M", "1000000G", "18446744073709551615G", "M", "2m"]
 SETTINGS = ["enable_ettc=true", "enable_ettc=2", "futility_pruning_margin=250", "futility_pruning_margin=99999999",
             "max_ply=3", "no_such=1", "null_move_reduction=0", "=", "futility_pruning_margin", "iid_max_reduction=16"]
+# Of the tournament search: name, least and most value of each.
+TOURNAMENT_TABLE = re.findall(r'^    \{"(\w+)", &TournamentSettings::\w+, (-?\d+), (-?\d+)\},$',
+                              (ROOT / "src/search/settings/tournament_settings.h").read_text(), re.M)
+TOURNAMENT = [name for name, _, _ in TOURNAMENT_TABLE]
+LIMITS = [f"{name} value {bound}" for name, *bounds in TOURNAMENT_TABLE for bound in bounds]
 ODD = ["", " ", "\t", "\\", "\"", "'", "a" * 300, "\x01\x02\xff", "go go go", "e4 e5", "\"force\"", "FORCE", "%s%n", "usermove"]
 
 
@@ -69,6 +75,9 @@ UCI = ["ucinewgame", "isready", "position startpos", "position startpos moves <M
        "setoption name Book File value <FILES>", "setoption name UCI_LimitStrength value true", "setoption name UCI_Elo value <NUMBERS>",
        "setoption name Bitbase Path value <FILES>", "setoption name Syzygy Path value <FILES>", "setoption name Log File value <FILES>",
        "setoption name UCI_AnalyseMode value true", "setoption name UCI_Opponent value <ODD>", "setoption name Ponder value true",
+       *["setoption name Search value Tournament"] * 3, "setoption name Search value Classic", "setoption name Search value <ODD>",
+       "setoption name Tournament File value <FILES>", "setoption name Tournament File value tournament.txt",
+       *["setoption name <LIMITS>"] * 6, *["setoption name <TOURNAMENT> value <NUMBERS>"] * 3,
        "setoption name Move Overhead value <NUMBERS>", "setoption name <ODD> value <NUMBERS>", "setoption <ODD>", "<ODD>", "bench",
        "~ 5", "~ 20", "~ 60"]
 
@@ -78,7 +87,8 @@ KINDS = {
     # A search to a depth goes on to it when the input has ended, however deep that is.
     "uci": Kind("vorka-uci", ["uci"], ["stop", "isready", "quit"], "readyok", UCI),
 }
-LISTS = {"FENS": FENS, "NUMBERS": NUMBERS, "MOVES": MOVES, "FILES": FILES, "SIZES": SIZES, "SETTINGS": SETTINGS, "ODD": ODD}
+LISTS = {"FENS": FENS, "NUMBERS": NUMBERS, "MOVES": MOVES, "FILES": FILES, "SIZES": SIZES, "SETTINGS": SETTINGS, "ODD": ODD,
+         "TOURNAMENT": TOURNAMENT, "LIMITS": LIMITS}
 
 
 def random_session(kind, random):
@@ -117,6 +127,7 @@ def try_session(kind, program, lines, patience=PATIENCE):
     with tempfile.TemporaryDirectory(prefix="vorka-session-") as folder:
         (pathlib.Path(folder) / "a.txt").write_text(FENS[1] + "\n")
         (pathlib.Path(folder) / "a.pgn").write_text('[Event "?"]\n\n1. e4 e5 2. Nf3 {a} Nc6 *\n')
+        (pathlib.Path(folder) / "tournament.txt").write_text("null_move = 0\nfutility_margin = 5\n")
         # As everywhere: a table that is too large for the memory is refused.
         environment = dict(os.environ, ASAN_OPTIONS="allocator_may_return_null=1", UBSAN_OPTIONS="print_stacktrace=1")
         with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:

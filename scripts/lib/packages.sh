@@ -34,3 +34,5 @@ ensure_packages() {
 build_packages=(g++ cmake ninja-build libzstd-dev)
 # What the page of web/ needs besides: emscripten comes with Node.
 web_packages=(emscripten)
+# What scripts/screenshots and tests/integration/test_clients.py let people's clients show.
+client_packages=(xvfb xboard pychess scid imagemagick xterm xdotool fonts-dejavu-core)

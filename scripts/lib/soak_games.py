@@ -4,6 +4,7 @@ The game itself is that of tools/chess_match: its referee judges each move, its 
 players are asked for hints, analyses and draws, told to move at once, and made to take moves back.
 """
 
+import math
 import random
 import tempfile
 import threading
@@ -273,6 +274,15 @@ class Outcome(NamedTuple):
     fault: str  # "" if the engine did nothing wrong
     kind: str  # of the fault: KINDS
     story: str  # the moves and the last words
+
+
+def meeting(number, tested, opponents, controls):
+    """Who plays whom at which time control in a game. All come by turns, and the whole product of the three has come once
+    before any of it comes again."""
+    pairs = [(player, opponent) for opponent in opponents for player in tested]
+    # Both turns alone come to the same after this many games: from there on the controls are one ahead.
+    round_of_both = math.lcm(len(pairs), len(controls))
+    return *pairs[number % len(pairs)], controls[(number + number // round_of_both) % len(controls)]
 
 
 KINDS = ("time loss", "illegal move", "crash", "hang", "other")

@@ -1,7 +1,13 @@
 """What every dialogue test uses."""
 
+import pathlib
+import sys
+
 import pytest
 from engine import UCI_PROGRAM, Engine
+
+# The referee and the screen are those of the tools and scripts.
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts" / "lib"))
 
 
 @pytest.fixture

@@ -7,10 +7,12 @@ At its move number N (1) it does what the word says. One that is deaf overlooks 
 centipawns that it tells from that move on, `ponder` is what it expects, and `log` keeps what it was told.
 """
 
+import pathlib
 import sys
 import time
 
-import rules
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts" / "lib"))
+import rules  # noqa: E402
 
 UCI_OPTIONS = ("option name Hash type spin default 16 min 1 max 64", "option name Book File type string default",
                "option name OwnBook type check default false", "option name Clear Hash type button",

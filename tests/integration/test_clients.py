@@ -2,24 +2,20 @@
 which takes no picture unless a client shows what it should. What is not installed is skipped."""
 
 import os
-import shutil
+import re
 import subprocess
 import sys
 from pathlib import Path
 
 import pytest
 from engine import PROGRAM
+from installed import PATH, needs
 from screen import screen
 
 ROOT = Path(__file__).resolve().parents[2]
 BUILD = Path(PROGRAM).resolve().parent
-PATH = os.environ["PATH"] + ":/usr/games"
 PATIENCE = 300.0
 README_LIMIT = 150 * 1024  # bytes of a picture
-
-
-def needs(program):
-    return pytest.mark.skipif(not shutil.which(program, path=PATH), reason=f"{program} is not installed")
 
 
 # --- The engine file of XBoard ---
@@ -59,12 +55,22 @@ def test_xboard_starts_what_the_engine_file_names(tmp_path):
 @pytest.mark.parametrize("client", [pytest.param(name, marks=[needs(program) for program in programs]) for name, *programs in (
     ("xboard", "xboard", "xdotool"), ("pychess", "pychess"), ("scid", "scid"), ("console", "xterm"))])
 @needs("import")
+@pytest.mark.skipif(os.environ.get("VORKA_SANITIZED") == "1", reason="pictures are taken of the release build")
 def test_a_client_can_be_pictured(tmp_path, client):
     told = subprocess.run([ROOT / "scripts/screenshots", client, "--build", BUILD, "--output", tmp_path],
                           env=dict(os.environ, PATH=PATH), capture_output=True, text=True, timeout=PATIENCE)
     assert told.returncode == 0, told.stderr
     assert told.stdout == f"{tmp_path / client}.png\n"
     assert 10_000 < (tmp_path / f"{client}.png").stat().st_size < README_LIMIT
+
+
+def test_all_that_pictures_need_can_be_installed():
+    """scripts/test --clients, which CI calls, installs what scripts/screenshots asks for, so that nothing is skipped."""
+    packages = (ROOT / "scripts/lib/packages.sh").read_text()
+    installed = re.search(r"^client_packages=\((.*)\)$", packages, re.M)[1].split()
+    asked = re.search(r"^PACKAGES = \{(.*?)\}", (ROOT / "scripts/screenshots").read_text(), re.M | re.S)[1]
+    assert {*re.findall(r'": "(.*?)"', asked)} <= {*installed}
+    assert "scripts/test --clients " in (ROOT / ".ci/run").read_text()
 
 
 def test_a_program_that_is_missing_is_named(tmp_path):

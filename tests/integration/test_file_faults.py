@@ -7,6 +7,7 @@ A write is tried at its first call, its second, and so on, until a run has fewer
 import os
 import re
 import subprocess
+import xml.dom.minidom
 from pathlib import Path
 from typing import NamedTuple
 
@@ -16,6 +17,8 @@ from engine import PROGRAM, UCI_PROGRAM
 FAULT_LIBRARY = os.environ.get("VORKA_FAULT_LIBRARY", "")
 BENCH = os.environ.get("VORKA_BENCH", "")
 SELFPLAY = os.environ.get("VORKA_SELFPLAY", "")
+TUNE = os.environ.get("VORKA_TUNE", "")
+TABLE_BUILDER = os.environ.get("VORKA_TABLE_BUILDER", "")
 BUILDER = os.environ.get("VORKA_BITBASE_BUILDER", "")
 OPENINGS = str(Path(__file__).resolve().parents[1] / "data" / "openings.epd")
 # With VORKA_FAULT_ALL=1 a log fails at every call; otherwise at the first ones, and then here and there.
@@ -282,6 +285,137 @@ def test_games_of_selfplay_go_on_after_each_call(fresh, capsys, wish):
         assert again.status == 0 and result_of(again) == whole, f"{trial.fault}: {again.output}"
     assert tried >= 5
     tell(capsys, f"selfplay, {wish}: {tried} calls")
+
+
+# --- A run of tune: three files that are replaced after each batch ---
+
+TUNED = ("state", "tuned.txt", "plot.svg")
+
+
+def tune(folder, **faults):
+    (folder / "parameters").write_text("futility_pruning_margin 300 0 600 40 0.02\n")
+    (folder / "openings").write_text("".join(Path(OPENINGS).read_text().splitlines(keepends=True)[:8]))
+    command = [TUNE, "parameters", "--openings", "openings", "--nodes", "1", "--pairs", "4", "--batch", "2", "--concurrency", "1",
+               "--state", "kept/state", "--output", "kept/tuned.txt", "--plot", "kept/plot.svg"]
+    return run(folder, command, [], **faults)
+
+
+def texts_of_tuning(trial):
+    return {name: trial.text(name) for name in TUNED}
+
+
+def check_parts_of_tuning(trial, whole):
+    """Each file is missing, or stands as it stood after some batch of the undisturbed run."""
+    kept = texts_of_tuning(trial)
+    if (state := kept["state"]) is not None:
+        way = [line for line in state.splitlines(keepends=True) if not line.startswith("at ")]
+        whole_way = [line for line in whole["state"].splitlines(keepends=True) if not line.startswith("at ")]
+        assert way == whole_way[:len(way)] and len(whole_way) - len(way) in (0, 1, 2) and "\nat " in state, trial.fault
+    if (tuned := kept["tuned.txt"]) is not None:
+        assert re.sub(r"\d+", "", tuned) == re.sub(r"\d+", "", whole["tuned.txt"]), trial.fault
+    if (plot := kept["plot.svg"]) is not None:
+        assert xml.dom.minidom.parseString(plot), trial.fault
+
+
+def go_on_tuning(trial, whole):
+    again = tune(trial.folder.parent)
+    assert again.status == 0 and texts_of_tuning(again) == whole, f"{trial.fault}: {again.output}"
+    assert sorted(path.name for path in again.folder.iterdir()) == sorted(TUNED), trial.fault
+
+
+@pytest.mark.parametrize("wish", ["kill", "torn", "EIO", "ENOSPC"])
+def test_run_of_tune_goes_on_after_each_call(fresh, capsys, wish):
+    whole = texts_of_tuning(tune(fresh()))
+    assert all(whole.values())
+    tried = 0
+    # The first three files have all calls that there are; later ones are looked into here and there.
+    for number in [*range(1, 60), *range(60, 2000, 1 if ALL else 13)]:
+        trial = tune(fresh(), CALL=f"{number}:{wish}")
+        if not trial.fault:
+            break
+        tried += 1
+        if wish in ("kill", "torn"):
+            assert trial.status == KILLED
+        else:
+            assert trial.status == 0 and texts_of_tuning(trial) == whole or trial.status == 1 and "kept/" in trial.output, \
+                f"{trial.fault}: {trial.status} {trial.output}"
+        check_parts_of_tuning(trial, whole)
+        go_on_tuning(trial, whole)
+    assert tried >= 60
+    tell(capsys, f"tune, {wish}: {tried} calls")
+
+
+def test_run_of_tune_on_a_full_disk(fresh):
+    whole = texts_of_tuning(tune(fresh()))
+    sizes = [len(text) for text in whole.values()]
+    for room in (0, 1, sizes[0] // 2, sizes[0] + sizes[1] // 2, sum(sizes) - 100, sum(sizes) + sizes[0] // 2):
+        trial = tune(fresh(), DISK=room)
+        assert trial.fault == "full disk" and trial.status == 1 and "tune: can't write kept/" in trial.output, trial.output
+        check_parts_of_tuning(trial, whole)
+        go_on_tuning(trial, whole)
+
+
+# --- The builder of tables ---
+
+TABLE = "KQK.vdm"
+
+
+def build_table(folder, **faults):
+    return run(folder, [TABLE_BUILDER, "--output", "kept", "--threads", "1", "--quiet", "KQK"], [], **faults)
+
+
+def with_damaged_table(folder, whole):
+    (folder / "kept").mkdir()
+    (folder / "kept" / TABLE).write_text(whole[:len(whole) // 2], "latin-1")
+    return folder
+
+
+@pytest.fixture(scope="module")
+def whole_table(tmp_path_factory):
+    trial = build_table(tmp_path_factory.mktemp("table"))
+    if "can't pack" in trial.output:
+        pytest.skip("this build was made without zstd")
+    return trial.text(TABLE)
+
+
+TABLES_BEFORE = {"no table": no_file, "damaged table": with_damaged_table}
+
+
+def check_table(trial, before, whole):
+    """It is as before or as it has to be; the next run makes it so, and clears up."""
+    old = whole[:len(whole) // 2] if before == "damaged table" else None
+    assert trial.text(TABLE) in ((whole,) if trial.status == 0 else (whole, old)), f"{trial.fault}: {trial.output}"
+    again = build_table(trial.folder.parent)
+    assert again.status == 0 and again.text(TABLE) == whole, f"{trial.fault}: {again.output}"
+
+
+@pytest.mark.parametrize("before", TABLES_BEFORE)
+@pytest.mark.parametrize("wish", ["kill", "torn", "EIO", "ENOSPC"])
+def test_table_builder_at_each_call(fresh, capsys, whole_table, before, wish):
+    tried, left = 0, 0
+    for number in range(1, 200):
+        trial = build_table(TABLES_BEFORE[before](fresh(), whole_table), CALL=f"{number}:{wish}")
+        if not trial.fault:
+            break
+        tried += 1
+        if wish in ("kill", "torn"):
+            assert trial.status == KILLED
+        else:
+            assert trial.status == 0 or trial.status == 1 and "table_builder: can't " in trial.output, f"{trial.fault}: {trial.output}"
+        left += bool(trial.leftovers())
+        check_table(trial, before, whole_table)
+        assert not trial.leftovers() or trial.text(TABLE) == whole_table, trial.fault
+    assert tried >= 10
+    tell(capsys, f"table_builder, {before}, {wish}: {tried} calls, {left} left something to clear up")
+
+
+@pytest.mark.parametrize("before", TABLES_BEFORE)
+def test_table_builder_on_a_full_disk(fresh, whole_table, before):
+    for room in (0, 1, len(whole_table) // 2, len(whole_table) - 1):
+        trial = build_table(TABLES_BEFORE[before](fresh(), whole_table), DISK=room)
+        assert trial.fault == "full disk" and trial.status == 1 and f"can't write kept/{TABLE}" in trial.output, trial.output
+        assert not trial.leftovers()
+        check_table(trial, before, whole_table)
 
 
 # --- The builder of bitbases ---

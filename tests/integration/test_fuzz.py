@@ -1,11 +1,14 @@
 """scripts/fuzz and its parts: that they find what is wrong, and make it small. The programs here are made up."""
 
 import pathlib
+import random
+import re
 import subprocess
 import sys
 import time
 
 import pytest
+from engine import UCI_PROGRAM
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts" / "lib"))
@@ -59,6 +62,19 @@ def test_session_is_made_small():
     assert fuzz_sessions.fewer_lines(lines, is_wrong, lambda: True) == ["a", "b"]
     assert len(tried) < 200
     assert fuzz_sessions.fewer_lines(lines, is_wrong, lambda: False) == lines
+
+
+def test_sessions_set_every_option_that_uci_offers():
+    told = subprocess.run([UCI_PROGRAM], input="uci\nquit\n", capture_output=True, text=True, check=True).stdout
+    offered = {*re.findall(r"^option name (.+?) type ", told, re.M)}
+    assert len(offered) > 80
+    chance, said = random.Random(1), []
+    for _ in range(1000):
+        said += fuzz_sessions.random_session(fuzz_sessions.KINDS["uci"], chance)
+    assert offered <= {found[1] for line in said if (found := re.match(r"setoption name (.+?)(?: value .*)?$", line))}
+    # A number that is refused changes no search.
+    assert len(fuzz_sessions.LIMITS) == 2 * len(fuzz_sessions.TOURNAMENT) > 120
+    assert said.count("setoption name Search value Tournament") > 300
 
 
 def test_session_is_written_and_read():

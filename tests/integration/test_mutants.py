@@ -1,6 +1,10 @@
-"""scripts/mutate: which breaks it makes of a line, and that it takes reasons as they are written."""
+"""scripts/mutate: which breaks it makes of a line, which tests have to see them, and that it takes reasons as they are
+written."""
 
+import importlib.machinery
+import importlib.util
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -60,6 +64,51 @@ def test_reasons_are_read():
     assert mutants.read_reasons(text) == {"src/a.cpp | x < y | x <= y": "they are never equal"}
     with pytest.raises(ValueError):
         mutants.read_reasons("src/a.cpp\nx < y\n")
+
+
+def script():
+    loader = importlib.machinery.SourceFileLoader("mutate", str(ROOT / "scripts/mutate"))
+    module = importlib.util.module_from_spec(importlib.util.spec_from_loader("mutate", loader))
+    loader.exec_module(module)
+    return module
+
+
+mutate = script()
+REGISTERED = re.findall(r"^ *vorka_dialogue\((\w+)", (ROOT / "tests/integration/CMakeLists.txt").read_text(), re.M)
+
+
+def test_every_source_has_tests_that_see_its_breaks_or_is_left_alone_by_name():
+    sources = [str(path.relative_to(ROOT)) for path in (ROOT / "src").rglob("*.cpp")]
+    unknown = [path for path in sources if not mutate.area_of(path) and not path.startswith(mutate.NOT_BROKEN)]
+    assert len(sources) > 100 and not unknown
+    for name in (*mutate.NOT_BROKEN, *(area.sources for area in mutate.AREAS)):
+        assert any(path.startswith(name + "/") for path in sources), name
+    for name in mutate.LEFT_OUT:
+        assert list((ROOT / "src").rglob("*" + name)), name
+
+
+@pytest.mark.parametrize("area", mutate.AREAS, ids=lambda area: area.sources)
+def test_tests_of_an_area_are_there(area):
+    for folder in area.tests:
+        assert list((ROOT / folder).rglob("*_test.cpp")), folder
+    assert {*area.dialogues} <= {*REGISTERED}
+
+
+def area(sources):
+    return next(area for area in mutate.AREAS if area.sources == sources)
+
+
+def test_breaks_of_uci_meet_all_its_dialogues():
+    assert {*area("src/uci").dialogues} == {name for name in REGISTERED if name.startswith("test_uci")} - {"test_uci_clock"}
+
+
+def test_breaks_of_the_search_meet_both_searches():
+    """Each that has totals on record is run to a depth that is there."""
+    rows = [line.split()[0] for line in (ROOT / "tests/data/bench_total.txt").read_text().splitlines() if line[0] != "#"]
+    run = [f"{'tournament-' if 'search=tournament' in options else ''}{re.search('--depth ([0-9]+)', options)[1]}"
+           for options in area("src/search").benches]
+    assert {*run} <= {*rows} and {row.rpartition("-")[0] for row in run} == {row.rpartition("-")[0] for row in rows}
+    assert {"test_search_dialogue", "test_uci_tournament"} <= {*area("src/search").dialogues}
 
 
 def test_script_lists_what_it_would_break():

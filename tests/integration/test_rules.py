@@ -1,5 +1,7 @@
 """The referee of these tests has to be right itself."""
 
+import pathlib
+
 import pytest
 import rules
 
@@ -75,3 +77,13 @@ def test_en_passant_counts_for_repetitions_where_it_can_be_taken():
 def test_pgn_with_comments_and_marks():
     game, = rules.read_pgn('[Event "x"]\n[Result "0-1"]\n\n1. f3 {+0.1/3 0.2} e5 2. g4 $4 Qh4#\n{Black mates} 0-1\n')
     assert game == ({"Event": "x", "Result": "0-1"}, ["f3", "e5", "g4", "Qh4#"], "0-1", "Black mates")
+
+
+def test_no_tool_stands_on_the_tests():
+    """They share the referee, which lies with what scripts and tools have in common."""
+    root = pathlib.Path(__file__).resolve().parents[2]
+    found = [path for folder in ("tools", "scripts") for path in (root / folder).rglob("*") if path.is_file()]
+    assert len(found) > 100
+    for path in found:
+        paths = [line for line in path.read_text("utf-8", "replace").splitlines() if "sys.path" in line]
+        assert not any("tests" in line for line in paths), path

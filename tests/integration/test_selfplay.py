@@ -37,6 +37,14 @@ def test_results_come_with_their_errors():
                         r"superiority [\d.]+ %", line)
 
 
+def test_help_names_all_words_of_a_player():
+    source = (ROOT / "tools/selfplay/player_setup.cpp").read_text()
+    words = re.findall(r'key == "(\w+)"', source)
+    assert len(words) > 5
+    told = selfplay("--help").stdout
+    assert [word for word in words if not re.search(rf" {word}=", told)] == []
+
+
 def test_concurrency_changes_nothing(tmp_path):
     for concurrency in (1, 3):
         quick("--second", "contempt=30", "--pgn", tmp_path / f"{concurrency}.pgn", "--concurrency", concurrency)

@@ -4,6 +4,7 @@ import os
 import pathlib
 import re
 import shutil
+import signal
 import subprocess
 import time
 import xml.dom.minidom
@@ -83,6 +84,26 @@ def test_killed_run_goes_on_to_the_same_end(tmp_path):
     assert (cut / "tuned.txt").read_text() == (whole / "tuned.txt").read_text()
 
 
+def test_state_has_one_run_at_a_time(tmp_path):
+    """The second one says so, and leaves all as it is."""
+    command = command_in(tmp_path, "--play-with", "sleep 60")
+    run = subprocess.Popen(command, stdout=subprocess.DEVNULL, start_new_session=True)
+    try:
+        while not (tmp_path / "tuned.txt").exists():
+            assert run.poll() is None
+            time.sleep(0.005)
+        begun = (tmp_path / "state").read_text()
+        second = tune(tmp_path, check=False)
+        assert second.returncode == 1 and second.stdout == ""
+        assert second.stderr == f"tune: {tmp_path}/state: another run is using it\n"
+        assert (tmp_path / "state").read_text() == begun
+    finally:
+        os.killpg(run.pid, signal.SIGTERM)
+        run.wait()
+    tune(tmp_path)
+    assert sorted(os.listdir(tmp_path)) == ["parameters", "state", "tuned.txt"]
+
+
 def test_full_standard_output_ends_the_run_which_goes_on_later(tmp_path):
     with open("/dev/full", "w", encoding="utf-8") as full:
         ended = subprocess.run(command_in(tmp_path), stdout=full, stderr=subprocess.PIPE, text=True, check=False)
@@ -160,4 +181,5 @@ def test_bad_words_are_refused():
                                (["--pairs", "0"], '--pairs takes a number from 1 to 1000000000, not "0"')):
         run = subprocess.run([TUNE, "parameters", *options], capture_output=True, text=True)
         assert run.returncode == 1 and run.stderr == f"tune: {complaint}\n"
-    assert "usage: tune" in subprocess.run([TUNE, "--help"], capture_output=True, text=True, check=True).stdout
+    told = subprocess.run([TUNE, "--help"], capture_output=True, text=True, check=True).stdout
+    assert "usage: tune" in told and all(f" {word}=" in told for word in ("settings", "search", "tournament"))

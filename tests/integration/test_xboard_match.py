@@ -7,7 +7,10 @@ import subprocess
 import pytest
 import rules
 from engine import PROGRAM, UCI_PROGRAM
+from installed import PATH, needs
 from screen import screen
+
+pytestmark = [needs("Xvfb"), needs("xboard"), needs("fairymax")]
 
 GAMES = 2  # one with each colour
 PATIENCE = 420.0
@@ -20,7 +23,7 @@ def play_match(folder, first, second, *options):
     """Lets XBoard play; returns the saved games and its debug file, which holds all that went over the pipes."""
     games, debug, messages = folder / "games.pgn", folder / "debug", folder / "messages"
     with screen() as display, messages.open("wb") as output:
-        environment = dict(os.environ, DISPLAY=display, HOME=str(folder), PATH=os.environ["PATH"] + ":/usr/games")
+        environment = dict(os.environ, DISPLAY=display, HOME=str(folder), PATH=PATH)
         match = subprocess.Popen(
             ["xboard", "-fcp", first, "-fd", str(folder), "-scp", second, "-sd", str(folder),
              "-matchGames", str(GAMES), "-saveGameFile", str(games), "-autoCallFlag", "true",
@@ -81,6 +84,7 @@ def test_matches_against_fairymax(tmp_path):
     assert [path.name for path in tmp_path.glob("logfile.*")] == ["logfile.000"]
 
 
+@needs("polyglot")
 def test_vorka_uci_through_an_adapter(tmp_path):
     """Debian's polyglot stands between: it speaks XBoard's protocol on one side and UCI on the other."""
     games, conversation = play_match(tmp_path, f"polyglot -noini -ec {UCI_PROGRAM}", "fairymax", "-timeControl", "0:08",

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +11,7 @@
 #include "search/driver/bound_search.h"
 #include "search/engine/engine.h"
 #include "search/state/search_board.h"
+#include "search/tournament/tournament_state.h"
 #include "support/board_builder.h"
 
 /// A search that is thrown out of its tree after so many nodes.
@@ -19,6 +23,14 @@ class LimitedSearch final : private NodePoll {
         board_.evaluation.settings = &evaluation_settings_;
         board_.StartSearch(BoardFromFen(std::string(fen)), 0);
         board_.poll_countdown = most_nodes;
+    }
+    /// The tournament search, which reads some of both settings.
+    LimitedSearch(std::string_view fen, std::uint64_t most_nodes, const SearchSettings& settings,
+                  const TournamentSettings& rules)
+        : LimitedSearch(fen, most_nodes, settings) {
+        tournament_ = std::make_unique<tournament::TournamentState>();
+        tournament_->Prepare(rules);
+        tournament_->NewSearch();
     }
 
     /// Asks two questions of each move, an iteration after the other. The nodes visited.
@@ -36,15 +48,22 @@ class LimitedSearch final : private NodePoll {
         return board_.nodes;
     }
 
-    /// What no search may do: answers that are neither bound, and positions that a move left changed.
+    /// What no search may do: answers that are neither bound (of the tournament search: that are no score), positions
+    /// that a move left changed, and moves that stay excluded.
     [[nodiscard]] int faults() const { return faults_; }
 
   private:
     struct EnoughNodes {};
 
     void AskAbout(Move move, Score test, int depth, const BOARD& root) {
-        const Score answer = RootProbe(board_, move, test, depth);
-        if (answer != test && answer != test - 1) ++faults_;
+        const Score answer = RootProbe(board_, move, test, depth, tournament_.get());
+        if (tournament_) {
+            if (std::abs(answer) > infinity_bound) ++faults_;
+            if (!std::ranges::all_of(tournament_->excluded, [](Move left_out) { return left_out == INVALID; }))
+                ++faults_;
+        } else if (answer != test && answer != test - 1) {
+            ++faults_;
+        }
         if (board_.board.key() != root.key()) ++faults_;
     }
     void Poll() override { throw EnoughNodes{}; }
@@ -52,5 +71,6 @@ class LimitedSearch final : private NodePoll {
     EVALUATION_SETTINGS evaluation_settings_;
     Engine engine_;
     SearchBoard board_{engine_};
+    std::unique_ptr<tournament::TournamentState> tournament_;  ///< null for the classic search
     int faults_ = 0;
 };

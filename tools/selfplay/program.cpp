@@ -53,6 +53,7 @@ int Usage(std::ostream& out, int status) {
            "  --first PLAYER, --second PLAYER\n"
            "                    what is changed in each, words with blanks between them: settings=FILE, a setting as "
            "NAME=VALUE,\n"
+           "                    search=tournament (or classic), tournament=FILE with settings of that search,\n"
            "                    personality=NAME, contempt=CENTIPAWNS, nodes=N (its own bound), name=NAME\n"
            "  --games N         an even number (1000); --sprt may end the match before\n"
            "  --nodes N         search so many nodes for each move; --depth N so many iterations\n"

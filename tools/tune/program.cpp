@@ -29,6 +29,7 @@
 #include "selfplay/rule_options.h"
 #include "tune/pair_job.h"
 #include "tune/plot.h"
+#include "tune/state_lock.h"
 #include "tune/tuning_state.h"
 
 namespace {
@@ -59,7 +60,10 @@ int Usage(std::ostream& out, int status) {
            "  --state FILE      kept after each batch; the same command goes on after it was stopped or killed\n"
            "  --output FILE     the settings reached, for read_settings or UCI's Tournament File\n"
            "  --plot FILE.svg   every parameter over the pairs\n"
-           "  --base PLAYER     what else is changed in the engine: settings=FILE, NAME=VALUE\n"
+           "  --base PLAYER     what else is changed in the engine, words as for selfplay's players: settings=FILE,\n"
+           "                    search=tournament (tunes the settings of that search), tournament=FILE of such "
+           "settings,\n"
+           "                    NAME=VALUE, personality=NAME, contempt=CENTIPAWNS\n"
            "  --pairs N         in all (25000); --batch N between two steps (16)\n"
            "  --seed N          of directions and openings (1)\n"
            "  --concurrency N   pairs at a time (one for each processor)\n"
@@ -200,6 +204,7 @@ class Tuning {
   public:
     explicit Tuning(const Options& options)
         : options_(options),
+          lock_(options.state),
           openings_(OpeningsOfFile(options.openings_file, std::numeric_limits<std::uint32_t>::max())),
           spsa_(ParametersOf(options.parameters_file, options.base), options.plan) {
         Shuffle(openings_, options.plan.seed);
@@ -291,6 +296,7 @@ class Tuning {
     }
 
     const Options& options_;
+    StateLock lock_;
     std::vector<Opening> openings_;
     Spsa spsa_;
     std::string head_;
