@@ -1,6 +1,7 @@
 #include "uci/uci_program.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <utility>
 
@@ -37,6 +38,18 @@ constexpr std::chrono::milliseconds longest_preparation{2000};
 /// The shares of the tables in what Hash gives: the rest of a power of two is a size that the large table can have.
 constexpr std::uint64_t transposition_quarters = 3;
 constexpr std::uint64_t evaluation_part = 8;
+
+struct BitbaseRow {
+    std::string_view file;
+    void (VorkaBitbases::Bitbases::*load)(const std::string& path);
+    const VorkaBitbases::FileState& (VorkaBitbases::Bitbases::*state)() const noexcept;
+};
+constexpr std::array bitbase_rows{
+    BitbaseRow{vocabulary::two_pawns_file, &VorkaBitbases::Bitbases::LoadTwoPawns,
+               &VorkaBitbases::Bitbases::TwoPawnsState},
+    BitbaseRow{vocabulary::rammed_pawn_file, &VorkaBitbases::Bitbases::LoadRammedPawns,
+               &VorkaBitbases::Bitbases::RammedPawnsState},
+};
 
 /// Half moves that a mate in so many moves takes at most.
 std::int64_t PliesOfMate(std::int64_t moves) { return 2 * moves; }
@@ -109,6 +122,8 @@ void UciProgram::Introduce(const CommandLine& /*line*/) {
     Send(uci_texts::id_author);
     for (const OptionRow& row : OptionRows()) Send(OptionLine(row));
     Send("uciok");
+    // The files were read at the start, when nothing may be said.
+    if (!has_told_of_bitbases_) TellOfBitbases();
 }
 
 void UciProgram::SetDebug(const CommandLine& line) {
@@ -287,22 +302,29 @@ void UciProgram::OpenBook() {
     output_.Say(std::string(uci_texts::no_book) + values_.book_file);
 }
 
+/// Each by itself: what is wrong with one keeps no other out of use.
 void UciProgram::LoadBitbases() {
     engine_.bitbases = {};
     if (values_.bitbase_path.empty()) {
         engine_.bitbases.Init();
-        return;
+    } else {
+        for (const BitbaseRow& row : bitbase_rows) {
+            try {
+                (engine_.bitbases.*row.load)((values_.bitbase_path + '/').append(row.file));
+            } catch (const VorkaBitbases::CouldNotOpenFileException&) {
+                // Its state tells why.
+            }
+        }
     }
-    const std::string folder = values_.bitbase_path + '/';
-    try {
-        engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
-        engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
-        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.TwoPawnsState(), vocabulary::two_pawns_file));
-        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.RammedPawnsState(), vocabulary::rammed_pawn_file));
-    } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
-        std::string text = error.text();
-        if (!error.reason().empty()) text.append(" (").append(error.reason()).append(")");
-        output_.Say(text);
+    TellOfBitbases();
+}
+
+/// Those of the program's own folder need not be there; Init reads only what is.
+void UciProgram::TellOfBitbases() {
+    has_told_of_bitbases_ = true;
+    const std::string& folder = values_.bitbase_path.empty() ? ExecutableDirectory() : values_.bitbase_path;
+    for (const BitbaseRow& row : bitbase_rows) {
+        output_.Say(VorkaBitbases::Complaint((engine_.bitbases.*row.state)(), folder, row.file));
     }
 }
 

@@ -102,6 +102,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void Handle(const std::string& text);
     [[nodiscard]] bool HasMemoryForTables() const;
     void UseSearch(bool tournament);
+    /// What is wrong with the files of bitbases that are in use, or should be.
+    void TellOfBitbases();
     void RunSearch();
     /// Carries out the lines that have come. At the end of the input it ends the program, unless a search is under way
     /// that ends by itself: its answer is still wanted, as are those to the lines that wait for it.
@@ -128,6 +130,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     std::optional<Request> request_;
     bool is_searching_ = false;
     bool has_input_ended_ = false;
+    bool has_told_of_bitbases_ = false;
     std::int64_t next_status_ = 0;  ///< milliseconds of the search
     Move last_shown_ = INVALID;     ///< with which the last line began whose score is known
     LimitedStrength strength_;

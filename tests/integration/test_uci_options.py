@@ -68,6 +68,35 @@ def test_what_is_wrong_with_a_bitbase_is_told(uci):
                  f"info string Could not open file '{uci.folder}/kp_kp.vbb' (it is no regular file)\n")
 
 
+def test_a_bad_bitbase_does_not_hide_a_good_one(uci):
+    """Of those files only the size is known, and a checksum that is missing is told of a file that is in use."""
+    (uci.folder / "kp_kp.vbb").write_bytes(b"short")
+    (uci.folder / "kpp_kp_ram.vbb").write_bytes(bytes(0x1E0000))
+    uci.send(f"setoption name Bitbase Path value {uci.folder}")
+    told = ready(uci)
+    assert "kp_kp.vbb' (it has another size than it should)\n" in told
+    assert "the checksum of this file is missing: kpp_kp_ram.vbb.sha256\n" in told
+
+
+def test_what_is_wrong_with_the_bitbases_of_the_program_is_told_once(start, tmp_path):
+    shutil.copy(UCI_PROGRAM, tmp_path / "vorka-uci")
+    (tmp_path / "kp_kp.vbb").write_bytes(b"short")
+    complaint = f"info string Could not open file '{tmp_path}/kp_kp.vbb' (it has another size than it should)\n"
+    alone = start(program=str(tmp_path / "vorka-uci"))
+    assert ready(alone) == "", "nothing comes before it is asked"
+    alone.send("uci")
+    assert complaint not in alone.hear("^uciok\n")[0]
+    assert ready(alone) == complaint, "and nothing of the file that is not there"
+    alone.send("uci")
+    alone.expect("^uciok\n")
+    assert ready(alone) == ""
+    alone.send("setoption name Bitbase Path value <empty>")
+    assert ready(alone) == complaint
+    (tmp_path / "kp_kp.vbb").unlink()
+    alone.send("setoption name Bitbase Path value <empty>")
+    assert ready(alone) == ""
+
+
 def test_hash_can_change_between_searches(uci):
     for size in (1, 64, 2, 32):
         uci.send(f"setoption name Hash value {size}")
