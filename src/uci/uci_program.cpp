@@ -343,9 +343,9 @@ void UciProgram::NoteOpponent() { LogOnly(std::string(uci_texts::opponent) + val
 
 void UciProgram::OpenLog() {
     vlog.Close();
-    if (!values_.log_file.empty() && !vlog.Open(values_.log_file)) {
-        output_.Say(std::string(uci_texts::could_not_open) + values_.log_file);
-    }
+    if (values_.log_file.empty() || vlog.Open(values_.log_file)) return;
+    const std::string_view reason = vlog.was_in_use() ? uci_texts::log_in_use : std::string_view();
+    output_.Say((std::string(uci_texts::could_not_open) + values_.log_file).append(reason));
 }
 
 // --- Searches ---

@@ -48,6 +48,22 @@ def test_a_log_file_is_a_regular_one(uci):
     assert (uci.folder / "log").read_text().startswith("Vorka logfile created at: ")
 
 
+def test_two_programs_never_share_a_log(uci, start):
+    other = start(program=UCI_PROGRAM, folder=uci.folder)
+    for engine in (uci, other):
+        engine.send("setoption name Log File value log")
+        told = ready(engine)
+    assert told == "info string could not open log: another program writes its log there\n"
+    assert number(search(other, "go depth 2")[0][-1], "nodes") > 0
+    search(uci, "go depth 3")
+    uci.send("setoption name Log File value <empty>")
+    ready(uci)
+    log = (uci.folder / "log").read_text()
+    assert "go depth 3" in log and "go depth 2" not in log
+    other.send("setoption name Log File value log")
+    assert ready(other) == ""
+
+
 def test_the_places_of_settings_with_a_name_are_told(uci, start, tmp_path):
     """Beside a program that has no such folder."""
     (tmp_path / "a/b/c").mkdir(parents=True)
