@@ -72,6 +72,7 @@ void UciProgram::Run() {
             Handle(line.text);
             if (!request_) continue;
             request_->is_stopped = line.is_stopped;
+            if (line.is_ponder_hit) (void)EndPondering();
             RunSearch();
         }
     } catch (const quit_command_received_exception&) {
@@ -211,13 +212,20 @@ void UciProgram::Stop(const CommandLine& /*line*/) {
 }
 
 void UciProgram::PonderHit(const CommandLine& /*line*/) {
-    if (request_ && request_->limits.kind == SearchKind::pondering) {
-        request_->limits.kind = SearchKind::normal;
+    if (EndPondering()) {
         controller_->PonderHit();
     }
+    } else {
+        for (WaitingLine& line : waiting_) line.is_ponder_hit = true;
 }
 
 void UciProgram::Quit(const CommandLine& /*line*/) { throw quit_command_received_exception(); }
+bool UciProgram::EndPondering() {
+    if (!request_ || request_->limits.kind != SearchKind::pondering) return false;
+    request_->limits.kind = SearchKind::normal;
+    return true;
+}
+
 
 void UciProgram::SetOption(const CommandLine& line) {
     const SetOptionCommand command = ReadSetOption(line.text);

@@ -51,7 +51,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     /// A line that waits for the end of the search.
     struct WaitingLine {
         std::string text;
-        bool is_stopped = false;  ///< `stop` came after it, and ends the search that it asks for as well
+        bool is_stopped = false;     ///< `stop` came after it, and ends the search that it asks for as well
+        bool is_ponder_hit = false;  ///< `ponderhit` came after it, for the search that it asks for
     };
 
     // --- What the commands do ---
@@ -110,6 +111,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void HearInput();
     /// Waits for the word that ends a search which does not end by itself: `ponderhit`, or `stop`, which throws.
     void WaitForWord();
+    /// Turns a request to ponder into one of a usual search. False if it was none.
+    [[nodiscard]] bool EndPondering();
     /// A move of the book instead of a search; INVALID if there is none, or none is wanted.
     [[nodiscard]] Move MoveOfBook(const GoCommand& go);
     /// A search of the position that is set.

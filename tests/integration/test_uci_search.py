@@ -124,6 +124,13 @@ def test_ponderhit_puts_the_search_on_the_clock(uci):
     uci.ask("ponderhit", BESTMOVE)
 
 
+def test_ponderhit_is_for_the_search_that_waits(uci):
+    uci.send("position startpos", "go nodes 300000", "position startpos moves e2e4", "go ponder wtime 2000 btime 2000",
+             "ponderhit")
+    START.find(uci.hear(BESTMOVE)[1][1])
+    START.make(START.find("e2e4")).find(uci.hear(BESTMOVE)[1][1])
+
+
 def test_ponderhit_after_the_last_iteration_answers(uci):
     uci.send(f"position fen {MATE_IN_TWO}", "go ponder wtime 2000 btime 2000")
     uci.expect("^info depth 80 ")
