@@ -211,21 +211,22 @@ void UciProgram::Stop(const CommandLine& /*line*/) {
     if (is_searching_) throw search_aborted_exception{.discard = false};
 }
 
+/// Without a search to go on with, it is for one that waits.
 void UciProgram::PonderHit(const CommandLine& /*line*/) {
     if (EndPondering()) {
         controller_->PonderHit();
-    }
     } else {
         for (WaitingLine& line : waiting_) line.is_ponder_hit = true;
+    }
 }
 
-void UciProgram::Quit(const CommandLine& /*line*/) { throw quit_command_received_exception(); }
 bool UciProgram::EndPondering() {
     if (!request_ || request_->limits.kind != SearchKind::pondering) return false;
     request_->limits.kind = SearchKind::normal;
     return true;
 }
 
+void UciProgram::Quit(const CommandLine& /*line*/) { throw quit_command_received_exception(); }
 
 void UciProgram::SetOption(const CommandLine& line) {
     const SetOptionCommand command = ReadSetOption(line.text);
@@ -283,6 +284,8 @@ void UciProgram::ReadSettings() {
         auto settings = OptimizeInterface::Settings::Of(engine_.settings);
         settings.ReadFile(SettingsPath(values_.settings_file));
         settings.ApplyTo(engine_.settings);
+        const bool is_tournament = values_.search == uci_texts::tournament_search && !values_.limit_strength;
+        if (is_tournament) output_.Say(uci_texts::few_settings_count);
     } catch (const TextException& error) {
         std::string text = std::string(uci_texts::no_settings) + error.text();
         if (const std::string places = PlacesOfNamedSettings(values_.settings_file); !places.empty()) {

@@ -230,6 +230,17 @@ def test_settings_are_read_and_put_back(uci):
     assert number(lines[-1], "nodes") == usual
 
 
+def test_settings_for_the_search_that_does_not_play_are_told(uci):
+    (uci.folder / "deep.txt").write_text("root_distance_multiplier=128\n")
+    for option, told in (("Settings File value deep.txt", True), ("Settings File value <empty>", False),
+                         ("Search value Classic", False), ("Settings File value deep.txt", False),
+                         ("Search value Tournament", False), ("UCI_LimitStrength value true", False),
+                         ("Settings File value deep.txt", False)):
+        uci.send(f"setoption name {option}")
+        said = ready(uci)
+        assert said.count("info string ") == told and ("with Search set to Classic" in said) == told, option
+
+
 def book_entry(key, move, weight):
     start, to = rules.square_of(move[:2]), rules.square_of(move[2:4])
     return key.to_bytes(8, "big") + (start << 6 | to).to_bytes(2, "big") + weight.to_bytes(2, "big") + bytes(4)
