@@ -1,14 +1,18 @@
 #include "bitbases/bitbase_generator.h"
 
+#include <unistd.h>
+
+#include <filesystem>
 #include <initializer_list>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "bitbases/checksum_file.h"
-#include "bitbases/memory_mapped_file.h"
 #include "chess/board_text.h"
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
+#include "frame/base/whole_file.h"
 
 // Generation and verification use the same walk for each class. It puts the men of every cell on an empty board, always
 // with the side that the table names as White, and leaves out what is no position.
@@ -146,8 +150,8 @@ void TestTables(const Tablebases& tablebases, std::initializer_list<Man> men, st
     }
 }
 
-void Store(VorkaUtils::MemoryMappedFile& file, const VorkaBitbases::Cell& cell, int stored) {
-    std::uint8_t& byte = file.address()[cell.offset];
+void Store(std::vector<std::uint8_t>& bytes, const VorkaBitbases::Cell& cell, int stored) {
+    std::uint8_t& byte = bytes[cell.offset];
     byte = static_cast<std::uint8_t>(byte | stored << cell.shift);
 }
 
@@ -157,23 +161,39 @@ int StoredResult(int score_of_white) {
     return score_of_white > 0 ? VorkaBitbases::stored_win : VorkaBitbases::stored_loss;
 }
 
-/// Fills a new file by `walk`, which calls `visit(board, cell)`.
+/// Before minutes of work: whether a file can stand there at all.
+bool CanBeCreated(const std::string& path) {
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0;
+}
+
+bool PutInPlace(const std::string& path, const std::vector<std::uint8_t>& bytes) {
+    return ReplaceFile(path, std::string(bytes.begin(), bytes.end())) == FileOutcome::written;
+}
+
+/// Fills a new file by `walk`, which calls `visit(board, cell)`. It gets its name when it is complete, so that a kill
+/// leaves nothing that could be taken for it. Tables that fail on the way leave what they have given.
 template <class Walk>
 void WriteFile(const Tablebases& tablebases, const std::string& path, std::uint32_t size,
                std::string_view not_available, Walk walk) {
+    const auto fail = [&] {
+        throw GenerationFailed(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'');
+    };
+    if (!CanBeCreated(path)) fail();
+    VorkaBitbases::RemoveChecksum(path);
+    std::vector<std::uint8_t> bytes(size);
     try {
-        VorkaBitbases::RemoveChecksum(path);
-        VorkaUtils::MemoryMappedFile file(path, size);
         walk([&](const BOARD& board, const VorkaBitbases::Cell& cell) {
             const int score = ProbeToGenerate(tablebases, board, not_available);
-            Store(file, cell, StoredResult(board.side_to_move == white ? score : -score));
+            Store(bytes, cell, StoredResult(board.side_to_move == white ? score : -score));
         });
-        if (!file.Flush()) throw VorkaUtils::MemoryMappedFile::IOException();
-        // Without it the file is used as well, and the start says so.
-        (void)VorkaBitbases::WriteChecksum(path, {file.address(), file.size()});
-    } catch (const VorkaUtils::MemoryMappedFile::IOException&) {
-        throw GenerationFailed(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'');
+    } catch (const GenerationFailed&) {
+        (void)PutInPlace(path, bytes);
+        throw;
     }
+    if (!PutInPlace(path, bytes)) fail();
+    // Without it the file is used as well, and the start says so.
+    (void)VorkaBitbases::WriteChecksum(path, bytes);
 }
 
 int Sign(int score) { return (score > 0) - (score < 0); }

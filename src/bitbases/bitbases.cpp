@@ -29,6 +29,10 @@ std::string_view ReasonOf(const FileState& state) {
     return {};
 }
 
+std::string CouldNotOpen(const std::string& path) {
+    return std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'';
+}
+
 std::unique_ptr<Mapping> ReadFile(const std::string& path, std::uint32_t size, FileState& state) {
     state = {};
     try {
@@ -38,8 +42,7 @@ std::unique_ptr<Mapping> ReadFile(const std::string& path, std::uint32_t size, F
     } catch (const Mapping::IOException& error) {
         state.failure = error.failure();
     }
-    throw CouldNotOpenFileException(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'',
-                                    ReasonOf(state));
+    throw CouldNotOpenFileException(CouldNotOpen(path), ReasonOf(state));
 }
 
 int Read(const Mapping& bitbase, const Cell& cell) { return bitbase.address()[cell.offset] >> cell.shift & 3; }
@@ -111,6 +114,13 @@ std::string ChecksumLine(const FileState& state, std::string_view name) {
     if (state.checksum == Checksum::does_not_fit) text = vocabulary::checksum_does_not_fit;
     if (text.empty()) return {};
     return std::string(text).append(name).append(vocabulary::checksum_ending) + '\n';
+}
+
+std::string Complaint(const FileState& state, const std::string& folder, std::string_view name) {
+    if (!state.failure && state.checksum != Checksum::does_not_fit) return ChecksumLine(state, name);
+    std::string text = CouldNotOpen((folder + '/').append(name));
+    if (const std::string_view reason = ReasonOf(state); !reason.empty()) text.append(" (").append(reason).append(")");
+    return text;
 }
 
 bool IsSinglePawnWin(Colour to_move, Colour pawn_side, Square pawn, Square white_king, Square black_king) noexcept {

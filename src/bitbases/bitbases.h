@@ -107,6 +107,10 @@ class Bitbases {
 /// that of the file.
 [[nodiscard]] std::string ChecksumLine(const FileState& state, std::string_view name);
 
+/// The same of the whole file, by itself: why it is not in use, or that its checksum is missing. Nothing if all is
+/// well, or nobody tried to read it.
+[[nodiscard]] std::string Complaint(const FileState& state, const std::string& folder, std::string_view name);
+
 /// Whether a white pawn stands directly below a black one.
 [[nodiscard]] constexpr bool HasRam(const BOARD& board) noexcept {
     return (board.sides[white].pawns << 8 & board.sides[black].pawns) != 0;

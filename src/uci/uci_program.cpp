@@ -1,6 +1,7 @@
 #include "uci/uci_program.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <utility>
 
@@ -38,6 +39,18 @@ constexpr std::chrono::milliseconds longest_preparation{2000};
 constexpr std::uint64_t transposition_quarters = 3;
 constexpr std::uint64_t evaluation_part = 8;
 
+struct BitbaseRow {
+    std::string_view file;
+    void (VorkaBitbases::Bitbases::*load)(const std::string& path);
+    const VorkaBitbases::FileState& (VorkaBitbases::Bitbases::*state)() const noexcept;
+};
+constexpr std::array bitbase_rows{
+    BitbaseRow{vocabulary::two_pawns_file, &VorkaBitbases::Bitbases::LoadTwoPawns,
+               &VorkaBitbases::Bitbases::TwoPawnsState},
+    BitbaseRow{vocabulary::rammed_pawn_file, &VorkaBitbases::Bitbases::LoadRammedPawns,
+               &VorkaBitbases::Bitbases::RammedPawnsState},
+};
+
 /// Half moves that a mate in so many moves takes at most.
 std::int64_t PliesOfMate(std::int64_t moves) { return 2 * moves; }
 
@@ -59,6 +72,7 @@ void UciProgram::Run() {
             Handle(line.text);
             if (!request_) continue;
             request_->is_stopped = line.is_stopped;
+            if (line.is_ponder_hit) (void)EndPondering();
             RunSearch();
         }
     } catch (const quit_command_received_exception&) {
@@ -109,6 +123,8 @@ void UciProgram::Introduce(const CommandLine& /*line*/) {
     Send(uci_texts::id_author);
     for (const OptionRow& row : OptionRows()) Send(OptionLine(row));
     Send("uciok");
+    // The files were read at the start, when nothing may be said.
+    if (!has_told_of_bitbases_) TellOfBitbases();
 }
 
 void UciProgram::SetDebug(const CommandLine& line) {
@@ -195,11 +211,19 @@ void UciProgram::Stop(const CommandLine& /*line*/) {
     if (is_searching_) throw search_aborted_exception{.discard = false};
 }
 
+/// Without a search to go on with, it is for one that waits.
 void UciProgram::PonderHit(const CommandLine& /*line*/) {
-    if (request_ && request_->limits.kind == SearchKind::pondering) {
-        request_->limits.kind = SearchKind::normal;
+    if (EndPondering()) {
         controller_->PonderHit();
+    } else {
+        for (WaitingLine& line : waiting_) line.is_ponder_hit = true;
     }
+}
+
+bool UciProgram::EndPondering() {
+    if (!request_ || request_->limits.kind != SearchKind::pondering) return false;
+    request_->limits.kind = SearchKind::normal;
+    return true;
 }
 
 void UciProgram::Quit(const CommandLine& /*line*/) { throw quit_command_received_exception(); }
@@ -260,6 +284,8 @@ void UciProgram::ReadSettings() {
         auto settings = OptimizeInterface::Settings::Of(engine_.settings);
         settings.ReadFile(SettingsPath(values_.settings_file));
         settings.ApplyTo(engine_.settings);
+        const bool is_tournament = values_.search == uci_texts::tournament_search && !values_.limit_strength;
+        if (is_tournament) output_.Say(uci_texts::few_settings_count);
     } catch (const TextException& error) {
         std::string text = std::string(uci_texts::no_settings) + error.text();
         if (const std::string places = PlacesOfNamedSettings(values_.settings_file); !places.empty()) {
@@ -287,22 +313,29 @@ void UciProgram::OpenBook() {
     output_.Say(std::string(uci_texts::no_book) + values_.book_file);
 }
 
+/// Each by itself: what is wrong with one keeps no other out of use.
 void UciProgram::LoadBitbases() {
     engine_.bitbases = {};
     if (values_.bitbase_path.empty()) {
         engine_.bitbases.Init();
-        return;
+    } else {
+        for (const BitbaseRow& row : bitbase_rows) {
+            try {
+                (engine_.bitbases.*row.load)((values_.bitbase_path + '/').append(row.file));
+            } catch (const VorkaBitbases::CouldNotOpenFileException&) {
+                // Its state tells why.
+            }
+        }
     }
-    const std::string folder = values_.bitbase_path + '/';
-    try {
-        engine_.bitbases.LoadTwoPawns(std::string(folder).append(vocabulary::two_pawns_file));
-        engine_.bitbases.LoadRammedPawns(std::string(folder).append(vocabulary::rammed_pawn_file));
-        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.TwoPawnsState(), vocabulary::two_pawns_file));
-        output_.Say(VorkaBitbases::ChecksumLine(engine_.bitbases.RammedPawnsState(), vocabulary::rammed_pawn_file));
-    } catch (const VorkaBitbases::CouldNotOpenFileException& error) {
-        std::string text = error.text();
-        if (!error.reason().empty()) text.append(" (").append(error.reason()).append(")");
-        output_.Say(text);
+    TellOfBitbases();
+}
+
+/// Those of the program's own folder need not be there; Init reads only what is.
+void UciProgram::TellOfBitbases() {
+    has_told_of_bitbases_ = true;
+    const std::string& folder = values_.bitbase_path.empty() ? ExecutableDirectory() : values_.bitbase_path;
+    for (const BitbaseRow& row : bitbase_rows) {
+        output_.Say(VorkaBitbases::Complaint((engine_.bitbases.*row.state)(), folder, row.file));
     }
 }
 
@@ -321,9 +354,9 @@ void UciProgram::NoteOpponent() { LogOnly(std::string(uci_texts::opponent) + val
 
 void UciProgram::OpenLog() {
     vlog.Close();
-    if (!values_.log_file.empty() && !vlog.Open(values_.log_file)) {
-        output_.Say(std::string(uci_texts::could_not_open) + values_.log_file);
-    }
+    if (values_.log_file.empty() || vlog.Open(values_.log_file)) return;
+    const std::string_view reason = vlog.was_in_use() ? uci_texts::log_in_use : std::string_view();
+    output_.Say((std::string(uci_texts::could_not_open) + values_.log_file).append(reason));
 }
 
 // --- Searches ---

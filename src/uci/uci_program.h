@@ -51,7 +51,8 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     /// A line that waits for the end of the search.
     struct WaitingLine {
         std::string text;
-        bool is_stopped = false;  ///< `stop` came after it, and ends the search that it asks for as well
+        bool is_stopped = false;     ///< `stop` came after it, and ends the search that it asks for as well
+        bool is_ponder_hit = false;  ///< `ponderhit` came after it, for the search that it asks for
     };
 
     // --- What the commands do ---
@@ -102,12 +103,16 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     void Handle(const std::string& text);
     [[nodiscard]] bool HasMemoryForTables() const;
     void UseSearch(bool tournament);
+    /// What is wrong with the files of bitbases that are in use, or should be.
+    void TellOfBitbases();
     void RunSearch();
     /// Carries out the lines that have come. At the end of the input it ends the program, unless a search is under way
     /// that ends by itself: its answer is still wanted, as are those to the lines that wait for it.
     void HearInput();
     /// Waits for the word that ends a search which does not end by itself: `ponderhit`, or `stop`, which throws.
     void WaitForWord();
+    /// Turns a request to ponder into one of a usual search. False if it was none.
+    [[nodiscard]] bool EndPondering();
     /// A move of the book instead of a search; INVALID if there is none, or none is wanted.
     [[nodiscard]] Move MoveOfBook(const GoCommand& go);
     /// A search of the position that is set.
@@ -128,6 +133,7 @@ class UciProgram final : private SearchHost, private CommandActions, private Opt
     std::optional<Request> request_;
     bool is_searching_ = false;
     bool has_input_ended_ = false;
+    bool has_told_of_bitbases_ = false;
     std::int64_t next_status_ = 0;  ///< milliseconds of the search
     Move last_shown_ = INVALID;     ///< with which the last line began whose score is known
     LimitedStrength strength_;

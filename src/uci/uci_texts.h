@@ -57,6 +57,9 @@ inline constexpr std::string_view of_the_hash = " MiB of ";
 inline constexpr std::string_view could_not_write = "vorka-uci: can't write to standard output\n";
 inline constexpr std::string_view no_memory = "no memory for so large tables, the last ones stay";
 inline constexpr std::string_view could_not_open = "could not open ";
+inline constexpr std::string_view log_in_use = ": another program writes its log there";
+inline constexpr std::string_view few_settings_count =
+    "the tournament search plays, which takes few of these settings; with Search set to Classic they all count";
 inline constexpr std::string_view no_settings = "no settings were read, the last ones stay: ";
 inline constexpr std::string_view no_book = "could not open as a book in Polyglot's format: ";
 inline constexpr std::string_view no_syzygy = "this build can't read Syzygy tablebases: it was made without Fathom";

@@ -48,6 +48,22 @@ def test_a_log_file_is_a_regular_one(uci):
     assert (uci.folder / "log").read_text().startswith("Vorka logfile created at: ")
 
 
+def test_two_programs_never_share_a_log(uci, start):
+    other = start(program=UCI_PROGRAM, folder=uci.folder)
+    for engine in (uci, other):
+        engine.send("setoption name Log File value log")
+        told = ready(engine)
+    assert told == "info string could not open log: another program writes its log there\n"
+    assert number(search(other, "go depth 2")[0][-1], "nodes") > 0
+    search(uci, "go depth 3")
+    uci.send("setoption name Log File value <empty>")
+    ready(uci)
+    log = (uci.folder / "log").read_text()
+    assert "go depth 3" in log and "go depth 2" not in log
+    other.send("setoption name Log File value log")
+    assert ready(other) == ""
+
+
 def test_the_places_of_settings_with_a_name_are_told(uci, start, tmp_path):
     """Beside a program that has no such folder."""
     (tmp_path / "a/b/c").mkdir(parents=True)
@@ -66,6 +82,35 @@ def test_what_is_wrong_with_a_bitbase_is_told(uci):
     os.mkfifo(uci.folder / "kp_kp.vbb")
     uci.ask_text(f"setoption name Bitbase Path value {uci.folder}",
                  f"info string Could not open file '{uci.folder}/kp_kp.vbb' (it is no regular file)\n")
+
+
+def test_a_bad_bitbase_does_not_hide_a_good_one(uci):
+    """Of those files only the size is known, and a checksum that is missing is told of a file that is in use."""
+    (uci.folder / "kp_kp.vbb").write_bytes(b"short")
+    (uci.folder / "kpp_kp_ram.vbb").write_bytes(bytes(0x1E0000))
+    uci.send(f"setoption name Bitbase Path value {uci.folder}")
+    told = ready(uci)
+    assert "kp_kp.vbb' (it has another size than it should)\n" in told
+    assert "the checksum of this file is missing: kpp_kp_ram.vbb.sha256\n" in told
+
+
+def test_what_is_wrong_with_the_bitbases_of_the_program_is_told_once(start, tmp_path):
+    shutil.copy(UCI_PROGRAM, tmp_path / "vorka-uci")
+    (tmp_path / "kp_kp.vbb").write_bytes(b"short")
+    complaint = f"info string Could not open file '{tmp_path}/kp_kp.vbb' (it has another size than it should)\n"
+    alone = start(program=str(tmp_path / "vorka-uci"))
+    assert ready(alone) == "", "nothing comes before it is asked"
+    alone.send("uci")
+    assert complaint not in alone.hear("^uciok\n")[0]
+    assert ready(alone) == complaint, "and nothing of the file that is not there"
+    alone.send("uci")
+    alone.expect("^uciok\n")
+    assert ready(alone) == ""
+    alone.send("setoption name Bitbase Path value <empty>")
+    assert ready(alone) == complaint
+    (tmp_path / "kp_kp.vbb").unlink()
+    alone.send("setoption name Bitbase Path value <empty>")
+    assert ready(alone) == ""
 
 
 def test_hash_can_change_between_searches(uci):
@@ -183,6 +228,17 @@ def test_settings_are_read_and_put_back(uci):
         uci.expect("^info string no settings were read, the last ones stay: ")
     lines, _ = search(uci, "ucinewgame", "position startpos", "go depth 4")
     assert number(lines[-1], "nodes") == usual
+
+
+def test_settings_for_the_search_that_does_not_play_are_told(uci):
+    (uci.folder / "deep.txt").write_text("root_distance_multiplier=128\n")
+    for option, told in (("Settings File value deep.txt", True), ("Settings File value <empty>", False),
+                         ("Search value Classic", False), ("Settings File value deep.txt", False),
+                         ("Search value Tournament", False), ("UCI_LimitStrength value true", False),
+                         ("Settings File value deep.txt", False)):
+        uci.send(f"setoption name {option}")
+        said = ready(uci)
+        assert said.count("info string ") == told and ("with Search set to Classic" in said) == told, option
 
 
 def book_entry(key, move, weight):

@@ -7,6 +7,8 @@ import pytest
 import rules
 from uci_dialogue import BESTMOVE, MATED, MATE_IN_TWO, STALEMATE, START, number, ready, search
 
+SEARCHES = ["Classic", "Tournament"]
+
 
 # --- go ---
 
@@ -21,6 +23,24 @@ def test_each_way_to_limit_a_search_ends_with_a_move(uci, words):
     move = position.find(best[1])
     if best[2]:
         position.make(move).find(best[2])
+
+
+# Their first iteration takes a minute and more, or half a second with the tournament search.
+MANY_QUEENS = ["qqqqkqqq/qqqqqqqq/8/8/8/8/QQQQQQQQ/QQQQKQQQ w - - 0 1",
+               "q2k2q1/2nqn2b/1n1P1n1b/2rnr2Q/1NQ1QN1Q/3Q3B/2RQR2B/Q2K2Q1 w - - 0 1"]
+
+
+@pytest.mark.parametrize("fen", MANY_QUEENS)
+@pytest.mark.parametrize("kind", SEARCHES)
+def test_limits_of_time_hold_in_the_first_iteration_too(uci, kind, fen):
+    position = rules.Position.from_fen(fen)
+    uci.send(f"setoption name Search value {kind}")
+    for lines in (1, 8):
+        uci.send(f"setoption name MultiPV value {lines}")
+        for limit in ("movetime 20", "wtime 100", "wtime 200"):
+            told, best = search(uci, "ucinewgame", f"position fen {fen}", f"go {limit}")
+            position.find(best[1])
+            assert number(told[-1], "time") < 2000, f"{limit}, {lines} lines"
 
 
 def test_nodes_are_exact(uci):
@@ -104,6 +124,13 @@ def test_ponderhit_puts_the_search_on_the_clock(uci):
     uci.ask("ponderhit", BESTMOVE)
 
 
+def test_ponderhit_is_for_the_search_that_waits(uci):
+    uci.send("position startpos", "go nodes 300000", "position startpos moves e2e4", "go ponder wtime 2000 btime 2000",
+             "ponderhit")
+    START.find(uci.hear(BESTMOVE)[1][1])
+    START.make(START.find("e2e4")).find(uci.hear(BESTMOVE)[1][1])
+
+
 def test_ponderhit_after_the_last_iteration_answers(uci):
     uci.send(f"position fen {MATE_IN_TWO}", "go ponder wtime 2000 btime 2000")
     uci.expect("^info depth 80 ")
@@ -174,9 +201,6 @@ LINES = [rules.START, "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w
          "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1", "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N b - - 0 1",
          "6k1/5ppp/8/8/8/1r6/2q5/K3Q3 w - - 0 1", "8/8/4k3/3r4/8/4K3/4R3/8 w - - 90 80", MATE_IN_TWO,
          "4k3/8/4K3/4P3/8/8/8/8 w - - 0 1"]
-
-
-SEARCHES = ["Classic", "Tournament"]
 
 
 @pytest.mark.parametrize("kind", SEARCHES)

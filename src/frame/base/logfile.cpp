@@ -1,6 +1,7 @@
 #include "frame/base/logfile.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -74,24 +75,28 @@ Logfile::Logfile() : std::ostream(nullptr), tee_(std::make_unique<Tee>()) { rdbu
 
 Logfile::~Logfile() { Close(); }
 
-bool Logfile::Open(const std::string& name) { return OpenWith(name, O_CREAT); }
+bool Logfile::Open(const std::string& name) { return OpenWith(name, O_CREAT, Sharing::refused); }
 
 Logfile::Creation Logfile::Create(const std::string& name) {
-    if (OpenWith(name, O_CREAT | O_EXCL | O_NOFOLLOW)) return Creation::created;
+    if (OpenWith(name, O_CREAT | O_EXCL | O_NOFOLLOW, Sharing::allowed)) return Creation::created;
     return errno == EEXIST ? Creation::exists : Creation::failed;
 }
 
-bool Logfile::Overwrite(const std::string& name) { return OpenWith(name, O_CREAT | O_NOFOLLOW); }
+bool Logfile::Overwrite(const std::string& name) { return OpenWith(name, O_CREAT | O_NOFOLLOW, Sharing::allowed); }
 
-bool Logfile::OpenWith(const std::string& name, int flags) {
+bool Logfile::OpenWith(const std::string& name, int flags, Sharing sharing) {
     Close();
+    was_in_use_ = false;
     file_name_ = name;
     const int descriptor = open(name.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | flags, 0666);
     if (descriptor < 0) return false;
     struct stat status {};
     const bool is_regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    // The lock goes with the file. Where there are none, nobody is kept out.
+    const bool is_in_use = is_regular && flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    was_in_use_ = is_in_use && sharing == Sharing::refused;
     // Emptied only now: what is no log is left as it is.
-    if (!is_regular || ftruncate(descriptor, 0) != 0) {
+    if (!is_regular || was_in_use_ || ftruncate(descriptor, 0) != 0) {
         close(descriptor);
         return false;
     }

@@ -29,11 +29,13 @@ class Logfile : public std::ostream {
 
     /// Closes an open file and creates `name`, headed by the local time, or empties it; a link is followed, since who
     /// names the file knows where it leads. False if that can't be done, or it is no regular file; writing to the file
-    /// then has no effect.
+    /// then has no effect. False too if another log writes to it, of this program or another.
     bool Open(const std::string& name);
+    /// Whether that is why the last one failed.
+    [[nodiscard]] bool was_in_use() const { return was_in_use_; }
     /// The same for a file that did not exist; a link leads nowhere. So two programs never write one log.
     Creation Create(const std::string& name);
-    /// The same as Open, but through no link.
+    /// The same as Open, but through no link, and whoever else writes to it.
     bool Overwrite(const std::string& name);
     void Close();
     /// Flushes standard output, and the file if `flush_always` is set.
@@ -52,12 +54,15 @@ class Logfile : public std::ostream {
     [[nodiscard]] const std::string& file_name() const { return file_name_; }
 
   private:
+    /// Whether somebody else's log may be emptied.
+    enum class Sharing { refused, allowed };
     /// Opens with `flags` beside those that always hold; errno tells why if it can't.
-    bool OpenWith(const std::string& name, int flags);
+    bool OpenWith(const std::string& name, int flags, Sharing sharing);
 
     class Tee;
     std::unique_ptr<Tee> tee_;
     std::string file_name_;
+    bool was_in_use_ = false;
 };
 
 /// The global log.

@@ -309,7 +309,6 @@ inline constexpr std::string_view generic_bitbases_disabled = "- generic bitbase
 inline constexpr std::string_view failed_to_open_two_pawns = "Warning: Failed to open two pawns bitbases.\n";
 inline constexpr std::string_view failed_to_open_rammed_pawn = "Warning: Failed to open rammed pawn bitbases\n";
 inline constexpr std::string_view could_not_open_bitbase_file = "Could not open file '";
-inline constexpr std::string_view mapped_file_is_empty = "size > 0";
 inline constexpr std::string_view verifying_bitbase = "Verifying bitbase '";
 inline constexpr std::string_view verifying_dots = "'...";
 inline constexpr std::string_view verification_passed = "passed (";

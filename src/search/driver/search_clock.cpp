@@ -1,5 +1,6 @@
 #include "search/driver/search_clock.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -14,6 +15,10 @@ constexpr double share_at_first_root_move = 1.2;
 constexpr double share_at_later_root_move = 2.4;
 constexpr double share_after_iteration = 0.4;
 constexpr double share_after_unsettled_iteration = 0.8;
+
+/// A first iteration may take so long whatever its limit, in milliseconds: cut short it may not have looked at the best
+/// move, and usually it is over by then.
+constexpr std::int64_t least_for_first_iteration = 5;
 
 /// What stretches the limit, and what shrinks it.
 constexpr double unsettled_factor = 1.45;
@@ -56,8 +61,9 @@ FailState ClassifyAgainst(Score score, Score guess) noexcept {
     return FailState::none;
 }
 
-void SearchClock::Reset(std::int64_t hard_limit, std::int64_t variable_limit) {
+void SearchClock::Reset(std::int64_t hard_limit, std::int64_t variable_limit, FirstIteration first_iteration) {
     *this = {};
+    first_iteration_ = first_iteration;
     hard_limit_ = hard_limit;
     variable_limit_ = variable_limit;
 }
@@ -94,7 +100,7 @@ void SearchClock::NoteFail(FailState state) noexcept {
 }
 
 bool SearchClock::ShouldStop(std::int64_t elapsed, SearchMoment moment, FailState fail_state) const noexcept {
-    if (iteration_ <= 1) return false;
+    if (iteration_ <= 1) return EndsFirstIteration(elapsed);
     if (hard_limit_ != 0 && elapsed >= hard_limit_) return true;
     if (variable_limit_ == 0) return false;
 
@@ -115,6 +121,12 @@ bool SearchClock::ShouldStop(std::int64_t elapsed, SearchMoment moment, FailStat
     if (unstable_) limit *= unstable_root_factor;
     if (IsQuiet()) limit *= quiet_factor;
     return elapsed >= static_cast<std::int64_t>(limit);
+}
+
+/// The variable limit never ends the first iteration: nothing is known yet by which it could be stretched.
+bool SearchClock::EndsFirstIteration(std::int64_t elapsed) const noexcept {
+    if (first_iteration_ == FirstIteration::is_whole || hard_limit_ == 0) return false;
+    return elapsed >= std::max(hard_limit_, least_for_first_iteration);
 }
 
 /// A search that fails low gets time to find something better; one that fails high has found it.

@@ -14,12 +14,17 @@ enum class FailState { none = 0, low = 1, high = 2 };
 /// Where in an iteration the search asks whether it should stop.
 enum class SearchMoment { first_root_move = 0, later_root_move = 1, iteration_complete = 2 };
 
+/// What the limits mean for the first iteration: nothing, so that it is always whole; or the hard one holds there too,
+/// but for the few milliseconds in which most positions get their first move.
+enum class FirstIteration { is_whole, has_hard_limit };
+
 /// Decides whether a running search should stop. The variable limit is stretched and shrunk by what the search goes
 /// through: a falling score, an unstable root, a quiet run of iterations. All times are milliseconds.
 class SearchClock {
   public:
     /// Begins a search. 0 means no limit.
-    void Reset(std::int64_t hard_limit, std::int64_t variable_limit);
+    void Reset(std::int64_t hard_limit, std::int64_t variable_limit,
+               FirstIteration first_iteration = FirstIteration::is_whole);
     void NewIteration();
     /// The score of the iteration, first known or risen.
     void SetIterationScore(Score score) noexcept;
@@ -43,6 +48,7 @@ class SearchClock {
         bool candidate;
     };
 
+    [[nodiscard]] bool EndsFirstIteration(std::int64_t elapsed) const noexcept;
     [[nodiscard]] double FirstRootMoveFactor(FailState fail_state) const noexcept;
     [[nodiscard]] double LaterRootMoveFactor() const noexcept;
     [[nodiscard]] bool IsUnsettled() const noexcept;
@@ -52,6 +58,7 @@ class SearchClock {
 
     std::int64_t hard_limit_ = 0;
     std::int64_t variable_limit_ = 0;
+    FirstIteration first_iteration_ = FirstIteration::is_whole;
     Score previous_score_ = 0;
     Score current_score_ = unknown;
     double want_ = 1;

@@ -130,7 +130,8 @@ void SearchController::StartSearch(const BOARD& position) {
     root_side_ = position.mover();
     UpdateDrawScore(contempt_);
     engine_.tables.NewSearch();
-    clock_.Reset(limits_.max_time_limit, limits_.variable_time_limit);
+    clock_.Reset(limits_.max_time_limit, limits_.variable_time_limit,
+                 LeavesFirstIterationWhole() ? FirstIteration::is_whole : FirstIteration::has_hard_limit);
     clock_of_other_lines_.Reset(0, 0);
     line_scores_.clear();
     search_->StartSearch(position, contempt_);
@@ -363,7 +364,7 @@ void SearchController::Poll() {
     if (HasSpentNodes()) throw search_aborted_exception{.discard = false};
     search_->poll_countdown = NodesToNextPoll(UsualCountdown(milliseconds), limits_.max_nodes - info_.nodes);
 
-    if (milliseconds <= undisturbed_time && info_.depth == 1 && limits_.poll_interval == 0) return;
+    if (milliseconds <= undisturbed_time && info_.depth == 1 && LeavesFirstIterationWhole()) return;
     if (limits_.kind == SearchKind::puzzle) {
         if (milliseconds > undisturbed_time) throw search_aborted_exception{.discard = false};
     } else {

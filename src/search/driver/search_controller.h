@@ -82,6 +82,7 @@ class SearchController final : private NodePoll {
     [[nodiscard]] std::uint64_t NodesToNextPoll(std::uint64_t usual, std::uint64_t to_the_limit) const;
     [[nodiscard]] bool HasSpentNodes() const;
     [[nodiscard]] int PollInterval() const;
+    [[nodiscard]] bool LeavesFirstIterationWhole() const { return limits_.poll_interval == 0; }
     [[nodiscard]] std::uint64_t UsualCountdown(std::int64_t milliseconds) const;
     void FlushCounters();
     void NoteTableUse();

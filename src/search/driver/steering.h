@@ -22,8 +22,9 @@ struct SearchLimits {
     std::uint64_t max_nodes = 0;           ///< nodes of the tree, exactly; for a search that ends by itself
     std::vector<Move> root_moves{};        ///< the legal moves to choose from; empty: all
     std::int32_t lines = 1;                ///< best moves to find with their scores, each without those before it
-    /// Milliseconds between two looks for input and at the clock, from the first node on. 0: an eighth of a second, and
-    /// none in the first iteration. Does not change which nodes are visited.
+    /// Milliseconds between two looks for input and at the clock, from the first node on, so that the hard limit holds
+    /// in the first iteration too. 0: an eighth of a second, none in the first three seconds of the first iteration,
+    /// and no limit of time ends that. Does not change which nodes are visited before the end.
     std::int32_t poll_interval = 0;
 };
 

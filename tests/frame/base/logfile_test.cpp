@@ -179,6 +179,24 @@ TEST(Logfile, OverwritesRegularFilesAlone) {
     EXPECT_TRUE(TextOf(directory.File("target")).starts_with("Vorka logfile created at: "));
 }
 
+TEST(Logfile, OpensNoFileThatAnotherLogWritesTo) {
+    const TemporaryDirectory directory;
+    const std::string name = directory.File("log");
+    Logfile other;
+    ASSERT_EQ(other.Create(name), Logfile::Creation::created);
+    const std::string before = TextOf(name);
+    EXPECT_FALSE(vlog.Open(name));
+    EXPECT_TRUE(vlog.was_in_use());
+    EXPECT_EQ(TextOf(name), before);
+    EXPECT_FALSE(vlog.Open(directory.File("no/such/directory/log")));
+    EXPECT_FALSE(vlog.was_in_use());
+    EXPECT_TRUE(vlog.Overwrite(name)) << "which has no other name to go to";
+    vlog.Close();
+    other.Close();
+    EXPECT_TRUE(vlog.Open(name));
+    vlog.Close();
+}
+
 TEST(Logfile, OpeningAnotherFileClosesTheFirst) {
     const TemporaryDirectory directory;
     const EchoScope file_only(vlog, Echo::off);

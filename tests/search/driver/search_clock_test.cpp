@@ -241,4 +241,27 @@ TEST(SearchClock, ScoresAreClassifiedAgainstTheGuess) {
     EXPECT_EQ(ClassifyAgainst(80 + 36, 80), FailState::high);
 }
 
+TEST(SearchClock, TheHardLimitHoldsInTheFirstIterationIfItIsAskedTo) {
+    SearchClock clock;
+    clock.Reset(100, 10, FirstIteration::has_hard_limit);
+    clock.NewIteration();
+    for (const SearchMoment moment : {first_root_move, later_root_move, iteration_complete}) {
+        EXPECT_FALSE(clock.ShouldStop(99, moment, FailState::none)) << "the variable limit does not hold";
+        EXPECT_TRUE(clock.ShouldStop(100, moment, FailState::none));
+    }
+    clock.Reset(0, 10, FirstIteration::has_hard_limit);
+    clock.NewIteration();
+    EXPECT_FALSE(clock.ShouldStop(1'000'000, first_root_move, FailState::none)) << "there is none";
+}
+
+TEST(SearchClock, AFirstIterationHasAFewMilliseconds) {
+    SearchClock clock;
+    clock.Reset(1, 1, FirstIteration::has_hard_limit);
+    clock.NewIteration();
+    EXPECT_FALSE(clock.ShouldStop(4, first_root_move, FailState::none));
+    EXPECT_TRUE(clock.ShouldStop(5, first_root_move, FailState::none));
+    clock.NewIteration();
+    EXPECT_TRUE(clock.ShouldStop(1, first_root_move, FailState::none));
+}
+
 }  // namespace

@@ -53,4 +53,17 @@ TEST(LongFirstIteration, EndsAPuzzleAfterThreeSeconds) {
     EXPECT_GT(controller.info().Milliseconds(), 3000);
 }
 
+TEST(LongFirstIteration, EndsByTheHardLimitWhereTheClockIsLookedAtOften) {
+    Engine engine{.settings = endless_checks};
+    SearchController controller(engine);
+    FakeSearchHost host;
+    const UserBoard game = GameFrom(many_queens);
+    controller.Run({.max_time_limit = 20, .variable_time_limit = 1, .poll_interval = 1}, game, host);
+    EXPECT_EQ(controller.info().depth, 1);
+    EXPECT_EQ(host.finished, false);
+    EXPECT_TRUE(VerifyMove(controller.best_move(), game.board()));
+    EXPECT_GE(controller.info().Milliseconds(), 20) << "which the variable limit does not";
+    EXPECT_LT(controller.info().Milliseconds(), 3000);
+}
+
 }  // namespace
