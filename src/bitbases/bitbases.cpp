@@ -18,14 +18,14 @@ namespace VorkaBitbases {
 
 namespace {
 
-using Mapping = VorkaUtils::ReadOnlyMemoryMappedFile;
+using VorkaUtils::FileInMemory;
 
 /// Why a file can't be used; nothing if there is no more to it than that.
 std::string_view ReasonOf(const FileState& state) {
     if (state.checksum == Checksum::does_not_fit) return vocabulary::its_checksum_does_not_fit;
-    if (state.failure == Mapping::Failure::no_regular_file) return vocabulary::it_is_no_regular_file;
-    if (state.failure == Mapping::Failure::other_size) return vocabulary::it_has_another_size;
-    if (state.failure == Mapping::Failure::not_read) return vocabulary::it_cannot_be_read;
+    if (state.failure == FileInMemory::Failure::no_regular_file) return vocabulary::it_is_no_regular_file;
+    if (state.failure == FileInMemory::Failure::other_size) return vocabulary::it_has_another_size;
+    if (state.failure == FileInMemory::Failure::not_read) return vocabulary::it_cannot_be_read;
     return {};
 }
 
@@ -33,19 +33,19 @@ std::string CouldNotOpen(const std::string& path) {
     return std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'';
 }
 
-std::unique_ptr<Mapping> ReadFile(const std::string& path, std::uint32_t size, FileState& state) {
+std::unique_ptr<FileInMemory> ReadFile(const std::string& path, std::uint32_t size, FileState& state) {
     state = {};
     try {
-        auto file = std::make_unique<Mapping>(path, size);
+        auto file = std::make_unique<FileInMemory>(path, size);
         state.checksum = TestChecksum(path, {file->address(), file->size()});
         if (state.checksum != Checksum::does_not_fit) return file;
-    } catch (const Mapping::IOException& error) {
+    } catch (const FileInMemory::IOException& error) {
         state.failure = error.failure();
     }
     throw CouldNotOpenFileException(CouldNotOpen(path), ReasonOf(state));
 }
 
-int Read(const Mapping& bitbase, const Cell& cell) { return bitbase.address()[cell.offset] >> cell.shift & 3; }
+int Read(const FileInMemory& bitbase, const Cell& cell) { return bitbase.address()[cell.offset] >> cell.shift & 3; }
 
 bool IsOnRightHalf(Square s) { return FileOf(s) > 3; }
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "bitbases/checksum_file.h"
-#include "bitbases/memory_mapped_file.h"
+#include "bitbases/file_in_memory.h"
 #include "chess/board.h"
 #include "frame/base/vorka_exception.h"
 
@@ -53,7 +53,7 @@ class CouldNotOpenFileException : public TextException {
 
 /// What became of a file that was to be read.
 struct FileState {
-    std::optional<VorkaUtils::ReadOnlyMemoryMappedFile::Failure> failure{};
+    std::optional<VorkaUtils::FileInMemory::Failure> failure{};
     Checksum checksum = Checksum::not_tested;
 };
 
@@ -96,9 +96,9 @@ class Bitbases {
     [[nodiscard]] std::optional<int> Probe(const BOARD& board) const noexcept;
 
   private:
-    using Mapping = std::unique_ptr<VorkaUtils::ReadOnlyMemoryMappedFile>;
-    Mapping two_pawns_;
-    Mapping rammed_pawns_;
+    using File = std::unique_ptr<VorkaUtils::FileInMemory>;
+    File two_pawns_;
+    File rammed_pawns_;
     FileState two_pawns_state_;
     FileState rammed_pawns_state_;
 };

@@ -264,10 +264,10 @@ TEST_F(Bitbases, FilesOfAnotherSizeAreRefused) {
     EXPECT_THROW(bitbases_.LoadTwoPawns(File("nothing")), VorkaBitbases::CouldNotOpenFileException);
     std::filesystem::create_directory(File("folder"));
     EXPECT_THROW(bitbases_.LoadTwoPawns(File("folder")), VorkaBitbases::CouldNotOpenFileException);
-    EXPECT_EQ(bitbases_.TwoPawnsState().failure, VorkaUtils::ReadOnlyMemoryMappedFile::Failure::no_regular_file);
+    EXPECT_EQ(bitbases_.TwoPawnsState().failure, VorkaUtils::FileInMemory::Failure::no_regular_file);
     ASSERT_EQ(mkfifo(File("pipe").c_str(), 0600), 0);
     EXPECT_THROW(bitbases_.LoadTwoPawns(File("pipe")), VorkaBitbases::CouldNotOpenFileException);
-    EXPECT_EQ(bitbases_.TwoPawnsState().failure, VorkaUtils::ReadOnlyMemoryMappedFile::Failure::no_regular_file);
+    EXPECT_EQ(bitbases_.TwoPawnsState().failure, VorkaUtils::FileInMemory::Failure::no_regular_file);
 }
 
 TEST_F(Bitbases, ASecondFileReplacesTheFirst) {

@@ -1,4 +1,4 @@
-#include "bitbases/memory_mapped_file.h"
+#include "bitbases/file_in_memory.h"
 
 #include <fcntl.h>
 
@@ -8,8 +8,7 @@
 
 namespace VorkaUtils {
 
-ReadOnlyMemoryMappedFile::ReadOnlyMemoryMappedFile(const std::string& path, std::uint32_t expected_size)
-    : size_(expected_size) {
+FileInMemory::FileInMemory(const std::string& path, std::uint32_t expected_size) : size_(expected_size) {
     // Without waiting for whoever writes a pipe.
     const OpenFile file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!file.is_open()) throw IOException(Failure::not_opened);
