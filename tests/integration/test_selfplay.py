@@ -38,7 +38,7 @@ def test_results_come_with_their_errors():
 
 
 def test_help_names_all_words_of_a_player():
-    source = (ROOT / "tools/selfplay/player_setup.cpp").read_text()
+    source = (ROOT / "tools/player_setup/player_setup.cpp").read_text()
     words = re.findall(r'key == "(\w+)"', source)
     assert len(words) > 5
     told = selfplay("--help").stdout
