@@ -340,7 +340,7 @@ def annotations_are_taken_out(words):
 
 
 def makefile_names_the_program(words):
-    """Nothing is built here: test_makefile does that. make says what it would do."""
+    """Nothing is built here: .ci/run does that. make says what it would do."""
     told = run(words[0], "-n", *words[1:])
     assert "--target vorka-uci" in told and told.splitlines()[-1].endswith(" " + words[1].split("=")[1])
 
