@@ -3,7 +3,6 @@
 
 #include <getopt.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -14,7 +13,6 @@
 #include <iostream>
 #include <iterator>
 #include <limits>
-#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -149,8 +147,8 @@ int Usage(std::ostream& out, int status) {
            "the share of quiescence nodes; how many\ncuts were made by the first move; how often the transposition "
            "table, the table of scores, and that of pawns knew the\nanswer; extended moves, reduced moves, and "
            "verifications of reduced ones, for each node.\n"
-           "--save keeps the run in a file, --compare sets it beside a kept one. --set changes a setting; "
-           "search=tournament,\nsettings=FILE and tournament=FILE are known too.\n";
+           "--save keeps the run in a file, --compare sets it beside a kept one.\n"
+        << set_option_help;
     return status;
 }
 

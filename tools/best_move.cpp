@@ -56,8 +56,8 @@ std::string TextOf(Move move) {
 int Usage(std::ostream& out, int status) {
     out << "usage: best_move [--time MILLISECONDS | --depth N] [--bitbases FOLDER] [--set NAME=VALUE]..\n"
            "Reads lines with \"FEN [moves MOVE..]\" and answers each with the engine's move, searched for 100 ms if "
-           "nothing is told.\n--set changes a setting; search=tournament, settings=FILE and tournament=FILE are known "
-           "too.\n";
+           "nothing is told.\n"
+        << set_option_help;
     return status;
 }
 

@@ -129,8 +129,8 @@ int Usage(std::ostream& out, int status) {
     out << "usage: solve_epd [--time MILLISECONDS | --depth N] [--hash MEGABYTES]\n"
            "                 [--set NAME=VALUE].. FILE\n"
            "Searches each position of an EPD file, for a second if nothing is told, and prints which are solved, with "
-           "time and depth.\n--set changes a setting; search=tournament, settings=FILE and tournament=FILE are known "
-           "too.\n";
+           "time and depth.\n"
+        << set_option_help;
     return status;
 }
 

@@ -34,6 +34,10 @@ struct PlayerSetup {
 /// Throws std::runtime_error with what is wrong.
 [[nodiscard]] PlayerSetup ReadSearch(std::string_view text);
 
+/// What the help of a program says that takes such words by --set.
+inline constexpr std::string_view set_option_help =
+    "--set changes a setting; search=tournament, settings=FILE and tournament=FILE are known too.\n";
+
 /// Lets the engine search as the player does. Its personality and contempt are a matter of each search.
 void Configure(Engine& engine, const PlayerSetup& player);
 
