@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "search/driver/bound_search.h"
+#include "search/driver/classic_root_search.h"
+#include "search/driver/tournament_root_search.h"
 #include "search/engine/engine.h"
 #include "search/state/search_board.h"
-#include "search/tournament/tournament_state.h"
 #include "support/board_builder.h"
 
 /// A search that is thrown out of its tree after so many nodes.
@@ -28,8 +28,7 @@ class LimitedSearch final : private NodePoll {
     LimitedSearch(std::string_view fen, std::uint64_t most_nodes, const SearchSettings& settings,
                   const TournamentSettings& rules)
         : LimitedSearch(fen, most_nodes, settings) {
-        tournament_ = std::make_unique<tournament::TournamentState>();
-        tournament_->Prepare(rules);
+        tournament_ = std::make_unique<TournamentRootSearch>(rules);
         tournament_->NewSearch();
     }
 
@@ -56,10 +55,11 @@ class LimitedSearch final : private NodePoll {
     struct EnoughNodes {};
 
     void AskAbout(Move move, Score test, int depth, const BOARD& root) {
-        const Score answer = RootProbe(board_, move, test, depth, tournament_.get());
+        RootSearch& root_search = tournament_ ? static_cast<RootSearch&>(*tournament_) : classic_;
+        const Score answer = root_search.Ask(board_, move, {.test = test, .depth = depth});
         if (tournament_) {
             if (std::abs(answer) > infinity_bound) ++faults_;
-            if (!std::ranges::all_of(tournament_->excluded, [](Move left_out) { return left_out == INVALID; }))
+            if (!std::ranges::all_of(tournament_->state().excluded, [](Move left_out) { return left_out == INVALID; }))
                 ++faults_;
         } else if (answer != test && answer != test - 1) {
             ++faults_;
@@ -71,6 +71,7 @@ class LimitedSearch final : private NodePoll {
     EVALUATION_SETTINGS evaluation_settings_;
     Engine engine_;
     SearchBoard board_{engine_};
-    std::unique_ptr<tournament::TournamentState> tournament_;  ///< null for the classic search
+    ClassicRootSearch classic_;
+    std::unique_ptr<TournamentRootSearch> tournament_;  ///< null for the classic search
     int faults_ = 0;
 };

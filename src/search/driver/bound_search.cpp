@@ -12,8 +12,6 @@
 
 #include "frame/base/logfile.h"
 #include "frame/base/vocabulary.h"
-#include "search/node/search_node.h"
-#include "search/tournament/search_tournament_node.h"
 
 namespace {
 
@@ -31,12 +29,6 @@ bool AreCloseEnough(Score lower, Score upper, Score contempt) {
     const bool above_draw = upper < mate_score_limit && contempt + 1 < lower;
     const bool below_draw = lower > -mate_score_limit && upper < contempt - 1;
     return above_draw || below_draw;
-}
-
-FailState FailStateOf(Score lower, Score upper, Score guess) {
-    if (ClassifyAgainst(lower, guess) == FailState::high) return FailState::high;
-    if (ClassifyAgainst(upper, guess) == FailState::low) return FailState::low;
-    return FailState::none;
 }
 
 /// How far the next test value goes beyond the bound just found.
@@ -75,7 +67,7 @@ Score BoundSearch(const BoundSearchTask& task, SearchClock& clock, FailState& fa
     Step step(task.depth, task.guess);
     Score result = task.guess;
     for (;;) {
-        fail_state = FailStateOf(lower, upper, task.guess);
+        fail_state = ClassifyBounds(lower, upper, task.guess);
         clock.NoteFail(fail_state);
         if (AreCloseEnough(lower, upper, task.contempt)) {
             result = std::max(lower, (lower + upper) / 2);
@@ -96,39 +88,6 @@ Score BoundSearch(const BoundSearchTask& task, SearchClock& clock, FailState& fa
     return result;
 }
 
-Score AspirationSearch(const BoundSearchTask& task, SearchClock& clock, FailState& fail_state,
-                       const BoundQuestion& ask) {
-    Score lower = task.lower;
-    Score upper = task.upper;
-    Score step = task.aspiration_window;
-    Score test = std::clamp(task.guess - step / 2, lower + 1, upper);
-    for (;;) {
-        fail_state = FailStateOf(lower, upper, task.guess);
-        clock.NoteFail(fail_state);
-        clock.SetBounds(lower, upper);
-        const Score answer = ask(test);
-        if (answer >= test) {
-            lower = std::min(answer, upper);
-            test = std::min(lower + step, upper);
-        } else {
-            upper = std::max(answer, lower);
-            test = std::max(upper - step + 1, lower + 1);
-        }
-        const bool known_on_both_sides = lower > task.lower && upper < task.upper;
-        const bool may_be_mate = upper >= mate_score_limit || lower <= -mate_score_limit;
-        const bool are_close = upper - lower <= task.aspiration_window;
-        if (lower >= upper || (known_on_both_sides && are_close && !may_be_mate)) break;
-        if (known_on_both_sides) {
-            test = lower + (upper - lower + 1) / 2;
-        } else {
-            step += std::max(step / 2, 1);
-        }
-    }
-    const Score result = upper < task.upper ? lower + (upper - lower) / 2 : lower;
-    clock.SetIterationScore(result);
-    return result;
-}
-
 Score RefutationTestValue(Score best) noexcept {
     const Score test = best + 1;
     const bool is_odd = test % 2 != 0;
@@ -141,25 +100,4 @@ Score RefutationTestValue(Score best) noexcept {
 bool RefutationTest(Score best, const BoundQuestion& ask) {
     const Score test = RefutationTestValue(best);
     return ask(test) < test;
-}
-
-Score RootProbe(SearchBoard& search, Move move, Score test, int depth, tournament::TournamentState* tournament_state,
-                Distance reduction, NodeType type) {
-    const Distance distance = (depth - 1) * search.settings.root_distance_multiplier;
-    const ChildFlags flags = search.settings.skip_null_move_at_the_root ? root_child_without_null_move : root_child;
-    search.moves_played[1] = move;
-    search.board.MakeMove(move);
-    Score answer = 0;
-    if (tournament_state != nullptr) {
-        answer = tournament::SearchNode(search, *tournament_state, search.move_buffer, 1 - test, distance - reduction,
-                                        type, search.position_class[0], true);
-    } else {
-        answer = SearchNode(search, search.move_buffer, 1 - test, distance, NodeType::principal,
-                            search.position_class[0], flags);
-    }
-    search.board.UnmakeMove(move);
-
-    search.pv[0][0] = move;
-    std::copy(std::begin(search.pv[1]), std::prev(std::end(search.pv[1])), std::next(std::begin(search.pv[0])));
-    return -answer;
 }

@@ -20,10 +20,12 @@ struct RootMoveRecord {
                                ///< in the table
 };
 
-/// What was asked of a root move: whether it is worth at least `test`, in the iteration `depth`.
+/// What is asked of a root move: whether it is worth at least `test`, in the iteration `depth`.
 struct RootQuestion {
-    Score test;
-    int depth;
+    Score test = 0;
+    int depth = 1;
+    Distance reduction = 0;                   ///< asked so much less deep
+    NodeType expected = NodeType::principal;  ///< of the position after the move
 };
 
 /// Puts the positions of the record's line into the table, those after the first move that have no entry

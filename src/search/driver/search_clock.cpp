@@ -61,6 +61,12 @@ FailState ClassifyAgainst(Score score, Score guess) noexcept {
     return FailState::none;
 }
 
+FailState ClassifyBounds(Score lower, Score upper, Score guess) noexcept {
+    if (ClassifyAgainst(lower, guess) == FailState::high) return FailState::high;
+    if (ClassifyAgainst(upper, guess) == FailState::low) return FailState::low;
+    return FailState::none;
+}
+
 void SearchClock::Reset(std::int64_t hard_limit, std::int64_t variable_limit, FirstIteration first_iteration) {
     *this = {};
     first_iteration_ = first_iteration;

@@ -10,6 +10,8 @@ enum class FailState { none = 0, low = 1, high = 2 };
 
 /// `high` or `low` if the score is out of the guess's neighbourhood: an eighth of it plus 25 centipawns.
 [[nodiscard]] FailState ClassifyAgainst(Score score, Score guess) noexcept;
+/// The same for a score of which only bounds are known.
+[[nodiscard]] FailState ClassifyBounds(Score lower, Score upper, Score guess) noexcept;
 
 /// Where in an iteration the search asks whether it should stop.
 enum class SearchMoment { first_root_move = 0, later_root_move = 1, iteration_complete = 2 };

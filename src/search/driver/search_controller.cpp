@@ -12,8 +12,8 @@
 #include "frame/base/checked_assert.h"
 #include "frame/base/theory.h"
 #include "frame/base/vocabulary.h"
+#include "search/driver/tournament_root_search.h"
 #include "search/state/search_board.h"
-#include "search/tournament/tournament_state.h"
 
 namespace {
 
@@ -135,13 +135,15 @@ void SearchController::StartSearch(const BOARD& position) {
     clock_of_other_lines_.Reset(0, 0);
     line_scores_.clear();
     search_->StartSearch(position, contempt_);
-    is_tournament_ = engine_.uses_tournament_search;
-    if (is_tournament_) {
-        if (!tournament_) tournament_ = std::make_unique<tournament::TournamentState>();
-        tournament_->Prepare(engine_.tournament);
-        tournament_->NewSearch();
-    }
+    root_search_ = &ChosenRootSearch();
+    root_search_->NewSearch();
     search_->poll_countdown = NodesToNextPoll(UsualCountdown(0), limits_.max_nodes + 1);
+}
+
+RootSearch& SearchController::ChosenRootSearch() {
+    if (!engine_.uses_tournament_search) return classic_;
+    if (!tournament_) tournament_ = std::make_unique<TournamentRootSearch>(engine_.tournament);
+    return *tournament_;
 }
 
 void SearchController::PonderHit() {
@@ -162,7 +164,7 @@ void SearchController::IterationLoop() {
         StartIteration(depth);
         SearchLine();
         SearchOtherLines();
-        NoteEffort();
+        root_search_->NoteEffort(root_moves_, clock_);
         if (limits_.kind == SearchKind::normal &&
             (IsForced() || clock_.ShouldStop(Elapsed(), SearchMoment::iteration_complete, FailState::none))) {
             return;
@@ -170,21 +172,10 @@ void SearchController::IterationLoop() {
     }
 }
 
-/// The tournament search spends no time of a game on the only move: some plies, to know what to ponder on.
+/// No time of a game is spent on the only move, if the search sees it so.
 bool SearchController::IsForced() const {
-    return is_tournament_ && root_moves_.size() == 1 && limits_.variable_time_limit != 0 &&
-           info_.depth >= tournament_->settings.only_move_depth;
-}
-
-/// The tournament search takes less time the more of its nodes went to the best move: the others were refuted cheaply.
-void SearchController::NoteEffort() {
-    if (!is_tournament_ || tournament_->settings.time_by_effort == 0) return;
-    std::uint64_t nodes = 0;
-    for (const RootMoveRecord& record : root_moves_) nodes += record.nodes;
-    if (nodes == 0) return;
-    const TournamentSettings& settings = tournament_->settings;
-    const double share = static_cast<double>(root_moves_.front().nodes) / static_cast<double>(nodes);
-    clock_.SetWant(std::max(0.0, settings.effort_time - share * settings.effort_saving) / 100);
+    return root_moves_.size() == 1 && limits_.variable_time_limit != 0 &&
+           root_search_->IsEnoughForOnlyMove(info_.depth);
 }
 
 void SearchController::StartIteration(int depth) {
@@ -193,14 +184,7 @@ void SearchController::StartIteration(int depth) {
     search_->iteration_depth = depth;
     search_->ForgetMovesPlayed();
     info_.moves_to_search = info_.root_moves;
-    if (is_tournament_ && tournament_->settings.root_order != 0 && depth > 2) {
-        // The best moves of the lines stay where they are.
-        const auto others = std::next(root_moves_.begin(), static_cast<std::ptrdiff_t>(Lines()));
-        std::stable_sort(others, root_moves_.end(),
-                         [](const RootMoveRecord& a, const RootMoveRecord& b) { return a.nodes > b.nodes; });
-        const auto percent = static_cast<std::uint64_t>(tournament_->settings.root_memory);
-        for (RootMoveRecord& record : root_moves_) record.nodes = record.nodes * percent / 100;
-    }
+    root_search_->OrderMoves(root_moves_, Lines(), depth);
     host_->sendDepthStarted(depth);
 }
 
@@ -260,9 +244,12 @@ void SearchController::SearchFurtherMove(std::size_t index) {
     NameCurrentMove(record);
     fail_state_ = FailState::none;
     const auto refutes = [&](Distance reduction) {
-        return RefutationTest(info_.score, [&](Score test) { return Ask(record, test, reduction, NodeType::cut); });
+        return RefutationTest(info_.score, [&](Score test) {
+            return Ask(record, {.test = test, .depth = info_.depth, .reduction = reduction, .expected = NodeType::cut});
+        });
     };
-    const Distance reduction = RootReduction(index);
+    // What is reduced is late among the moves of its own line.
+    const Distance reduction = root_search_->Reduction(static_cast<int>(index) - info_.line, info_.depth);
     const bool refuted = info_.score >= most_ || (reduction > 0 && refutes(reduction)) || refutes(0);
     if (!refuted) ConfirmCandidate(index);
     --info_.moves_to_search;
@@ -314,40 +301,29 @@ Score SearchController::FindScore(RootMoveRecord& record, Score lower, Score gue
     const BoundSearchTask task{.depth = info_.depth,
                                .lower = lower,
                                .upper = most_,
-                               .aspiration_window = is_tournament_ ? tournament_->settings.aspiration_window : 0,
                                .guess = best_line_ ? std::min(guess, most_) : guess,
                                .contempt = contempt_};
     const auto ask = [&](Score test) {
         // What the question expects: the guess holds, and the reply to the move fails; or else one of them refutes it.
-        const Score answer = Ask(record, test, 0, test <= task.guess ? NodeType::all : NodeType::cut);
+        const NodeType expected = test <= task.guess ? NodeType::all : NodeType::cut;
+        const Score answer = Ask(record, {.test = test, .depth = info_.depth, .expected = expected});
         const ScoreBound bound = answer >= test ? ScoreBound::at_least : ScoreBound::at_most;
         host_->sendBound(info_, answer, bound, std::span(record.line).first(record.known));
         return answer;
     };
-    const Score score = is_tournament_ ? AspirationSearch(task, ClockOfLine(), fail_state_, ask)
-                                       : BoundSearch(task, ClockOfLine(), fail_state_, ask);
+    const Score score = root_search_->FindScore(task, ClockOfLine(), fail_state_, ask);
     first_root_move_ = false;
     return score;
 }
 
-/// `index` counts from the best move of all lines; what is reduced is late among those of its own line.
-Distance SearchController::RootReduction(std::size_t index) const {
-    if (!is_tournament_ || info_.depth < 3) return 0;
-    const TournamentSettings& settings = tournament_->settings;
-    const int place = static_cast<int>(index) - info_.line;
-    if (settings.late_move_reduction == 0 || place < settings.root_full_moves) return 0;
-    return tournament_->Reduction(info_.depth - 1, place) * settings.root_reduction / ONE_PLY;
-}
-
-Score SearchController::Ask(RootMoveRecord& record, Score test, Distance reduction, NodeType type) {
+Score SearchController::Ask(RootMoveRecord& record, const RootQuestion& question) {
     const std::uint64_t before = info_.nodes;
     search_->settings = engine_.settings;
     WriteLineToHash(search_->board, record, search_->position_class[0], engine_.tables.transposition);
-    const Score answer = RootProbe(*search_, record.move, test, info_.depth,
-                                   is_tournament_ ? tournament_.get() : nullptr, reduction, type);
+    const Score answer = root_search_->Ask(*search_, record.move, question);
     FlushCounters();
     record.nodes += info_.nodes - before;
-    ReadLineBack(*search_, RootQuestion{.test = test, .depth = info_.depth}, record);
+    ReadLineBack(*search_, question, record);
     return answer;
 }
 

@@ -8,15 +8,16 @@
 #include <vector>
 
 #include "evaluation/context/evaluation_context.h"
-#include "search/driver/bound_search.h"
+#include "search/driver/classic_root_search.h"
 #include "search/driver/principal_variation.h"
+#include "search/driver/root_search.h"
 #include "search/driver/search_clock.h"
 #include "search/driver/search_host.h"
 #include "search/driver/steering.h"
 #include "search/engine/engine.h"
 #include "search/state/node_poll.h"
 
-struct SearchBoard;
+class TournamentRootSearch;
 
 /// Runs one search at a time: lists the root moves, deepens iteration by iteration, and finds each score by bisection.
 /// Built once; its tables (killers, history) live from search to search.
@@ -59,9 +60,9 @@ class SearchController final : private NodePoll {
     void RunFrom(const BOARD& position, SearchHost& host);
     void ListRootMoves(const BOARD& position);
     void StartSearch(const BOARD& position);
+    [[nodiscard]] RootSearch& ChosenRootSearch();
     void IterationLoop();
     [[nodiscard]] bool IsForced() const;
-    void NoteEffort();
     void StartIteration(int depth);
     [[nodiscard]] std::size_t Lines() const;
     void SearchLine();
@@ -74,8 +75,7 @@ class SearchController final : private NodePoll {
 
     void NameCurrentMove(const RootMoveRecord& record);
     [[nodiscard]] Score FindScore(RootMoveRecord& record, Score lower, Score guess);
-    [[nodiscard]] Score Ask(RootMoveRecord& record, Score test, Distance reduction, NodeType type);
-    [[nodiscard]] Distance RootReduction(std::size_t index) const;
+    [[nodiscard]] Score Ask(RootMoveRecord& record, const RootQuestion& question);
     void ShowLine(const RootMoveRecord& record);
 
     void Poll() override;
@@ -101,8 +101,9 @@ class SearchController final : private NodePoll {
     Colour root_side_ = white;
     std::vector<RootMoveRecord> root_moves_;  ///< the best ones in front
     std::unique_ptr<SearchBoard> search_;
-    std::unique_ptr<tournament::TournamentState> tournament_;  ///< once the tournament search was asked for
-    bool is_tournament_ = false;                               ///< that is what the running search is
+    ClassicRootSearch classic_;
+    std::unique_ptr<TournamentRootSearch> tournament_;  ///< once the tournament search was asked for
+    RootSearch* root_search_ = &classic_;               ///< one of both, as the running search was asked for
     SearchClock clock_;
     FailState fail_state_ = FailState::none;  ///< of the bisection under way
     bool first_root_move_ = false;            ///< a bisection is under way, not a refutation test

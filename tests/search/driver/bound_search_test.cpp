@@ -9,21 +9,11 @@
 #include <string_view>
 #include <vector>
 
+#include "support/known_score.h"
 #include "support/log_capture.h"
 #include "support/row_name.h"
 
 namespace {
-
-/// Asks about a known score, and writes down what was asked.
-struct KnownScore {
-    Score score;
-    std::vector<Score> asked;
-
-    Score operator()(Score test) {
-        asked.push_back(test);
-        return score >= test ? test : test - 1;
-    }
-};
 
 Score Bisect(const BoundSearchTask& task, KnownScore& known, FailState* last_state = nullptr) {
     SearchClock clock;
@@ -192,85 +182,6 @@ TEST(BoundSearch, TellsTheClockItsScore) {
     // About 300 lost, and the upper bound is not negative: three times the usual 2.4.
     EXPECT_FALSE(clock.ShouldStop(7199, SearchMoment::later_root_move, FailState::none));
     EXPECT_TRUE(clock.ShouldStop(7200, SearchMoment::later_root_move, FailState::none));
-}
-
-// --- The tournament search's own ---
-
-Score Aspire(const BoundSearchTask& task, KnownScore& known, FailState* last_state = nullptr) {
-    SearchClock clock;
-    clock.Reset(0, 0);
-    FailState state = FailState::none;
-    const Score result = AspirationSearch(task, clock, state, [&](Score test) { return known(test); });
-    if (last_state != nullptr) *last_state = state;
-    return result;
-}
-
-// clang-format off
-class AspirationWalks : public testing::TestWithParam<WalkRow> {};
-
-TEST_P(AspirationWalks, AskTheseQuestions) {
-    KnownScore known{.score = GetParam().score, .asked = {}};
-    EXPECT_EQ(Aspire(GetParam().task, known), GetParam().result);
-    EXPECT_EQ(known.asked, GetParam().asked);
-}
-
-INSTANTIATE_TEST_SUITE_P(BoundSearch, AspirationWalks, testing::Values(
-    // Half a window below the guess first, then a window above that.
-    WalkRow{"as guessed", {.aspiration_window = 16, .guess = 30}, 30, {22, 38}, 29},
-    // The step grows by half with each answer in one direction.
-    WalkRow{"upwards", {.aspiration_window = 16, .guess = 0}, 90, {-8, 8, 32, 68, 122, 95, 81}, 87},
-    WalkRow{"downwards", {.aspiration_window = 16, .guess = 0}, -60, {-8, -24, -48, -84, -66, -57}, -62},
-    WalkRow{"a window of one point", {.aspiration_window = 1, .guess = 5}, 5, {5, 6}, 5},
-    WalkRow{"no better than the lower bound", {.lower = 100, .aspiration_window = 16, .guess = 90}, 100, {101}, 100},
-    WalkRow{"at the upper bound", {.upper = 50, .aspiration_window = 16, .guess = 60}, 70, {50}, 50},
-    WalkRow{"bounds a point apart", {.lower = 10, .upper = 11, .aspiration_window = 16, .guess = 0}, 11, {11}, 11}),
-    RowName<WalkRow>);
-// clang-format on
-
-TEST(AspirationSearch, EnclosesEveryScoreFromEveryGuess) {
-    constexpr unsigned seed = 8;
-    std::mt19937 random(seed);
-    for (int round = 0; round < 20000; ++round) {
-        const auto any = [&](int most) {
-            return static_cast<Score>(random() % (2U * static_cast<unsigned>(most) + 1)) - most;
-        };
-        const int most = round % 4 == 0 ? infinity_bound - 1 : 2000;
-        const Score window = static_cast<Score>(random() % 401);
-        KnownScore known{.score = any(most), .asked = {}};
-        const Score guess = any(most);
-        const BoundSearchTask task{.aspiration_window = std::max(window, 1), .guess = guess};
-        const Score result = Aspire(task, known);
-        SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(round));
-        ASSERT_LE(std::abs(result - known.score), task.aspiration_window);
-        ASSERT_LE(known.asked.size(), 60U);
-        if (std::abs(known.score) >= mate_score_limit) {
-            ASSERT_EQ(result, known.score) << "mates are told exactly";
-        }
-    }
-}
-
-/// Answers beyond the test value move a bound at once.
-TEST(AspirationSearch, TakesAnswersThatSayMore) {
-    SearchClock clock;
-    clock.Reset(0, 0);
-    FailState state = FailState::none;
-    std::vector<Score> asked;
-    const Score result = AspirationSearch({.aspiration_window = 16, .guess = 0}, clock, state, [&](Score test) {
-        asked.push_back(test);
-        return test <= 200 ? 200 : 210;
-    });
-    EXPECT_EQ(asked, (std::vector<Score>{-8, 216}));
-    EXPECT_EQ(result, 205);
-}
-
-TEST(AspirationSearch, KeepsTheFailState) {
-    FailState state = FailState::none;
-    KnownScore much_better{.score = 500, .asked = {}};
-    static_cast<void>(Aspire({.guess = 0}, much_better, &state));
-    EXPECT_EQ(state, FailState::high);
-    KnownScore much_worse{.score = -500, .asked = {}};
-    static_cast<void>(Aspire({.guess = 0}, much_worse, &state));
-    EXPECT_EQ(state, FailState::low);
 }
 
 // --- Refutation ---
