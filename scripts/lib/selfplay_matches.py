@@ -15,6 +15,9 @@ SELFPLAY = "tools/selfplay/selfplay"  # of a build
 RESULT = re.compile(r"^games (?P<games>\d+): \+\d+ =\d+ -\d+, pairs (?P<pairs>[\d ]+), Elo (?P<elo>\S+) \+- (?P<error>\S+), "
                     r".*superiority (?P<superiority>[\d.]+) %")
 
+# What follows it with --sprt.
+RATIO = re.compile(r", LLR (\S+) \((\S+) to (\S+)\) for ")
+
 
 class Trouble(Exception):
     """What is wrong, in words for the user."""
@@ -75,9 +78,17 @@ def run(command, patience=None):
     return done.stdout
 
 
-def play_match(arguments, players, seed, identity):
+def ruled_out(leads, result):
+    """Which of two leads a match with --sprt has ruled out; None while it has ruled out neither."""
+    ratio, least, most = (float(number) for number in RATIO.search(result.string).groups())
+    if ratio >= most:
+        return leads[0]
+    return leads[1] if ratio <= least else None
+
+
+def play_match(arguments, players, seed, identity, leads=None):
     """The result of a whole match, as RESULT finds it. `players`: the options that name them. `identity`: what the match
-    is, so that one that is changed has another state file, and starts anew."""
+    is, so that one that is changed has another state file, and starts anew. `leads`: two, one of which may end it."""
     rules = rules_of(arguments)
     identity = "\n".join([identity, *rules])
     state = arguments.state / (hashlib.sha256(identity.encode()).hexdigest()[:16] + ".games")
@@ -86,10 +97,16 @@ def play_match(arguments, players, seed, identity):
                arguments.games]
     if arguments.concurrency:
         command += ["--concurrency", arguments.concurrency]
+    if leads:
+        command += ["--sprt", *(f"{lead:g}" for lead in leads)]
     results = [found for line in run(command).splitlines() if (found := RESULT.match(line))]
-    if not results or int(results[-1]["games"]) != arguments.games:
+    if not results or not is_over(arguments, leads, results[-1]):
         raise Trouble("the match was stopped")
     return results[-1]
+
+
+def is_over(arguments, leads, result):
+    return int(result["games"]) == arguments.games or (leads is not None and ruled_out(leads, result) is not None)
 
 
 def write_whole(path, text):

@@ -226,6 +226,26 @@ def test_variants_may_be_played_until_both_agree(tmp_path):
     assert " nodes a move with --resign 1:1 --draw 1:1:0; " in (tmp_path / "table.md").read_text()
 
 
+def test_variants_of_another_base_are_played_until_a_lead_is_ruled_out(tmp_path):
+    variant = "[Check]\nnone: check_extension=0\n"
+    options = ("--base", "search=tournament", "--games", "400", "--sprt", "-1000", "-900")
+    said = sensitivity(tmp_path, variant, *options).stdout
+    assert said.startswith("1 of 1: Check: none: Elo ")
+    table = (tmp_path / "table.md").read_text()
+    assert table.startswith("Games against `search=tournament` until a lead of -1000 or one of -900 Elo is ruled out at a risk of 5 %, no "
+                            "more than 400 each, at 100 nodes a move; nodes of the bench to depth 1 beside the ")
+    assert "\n| what is changed | games | Elo | error | superiority | ruled out | nodes |\n|---|---|---|---|---|---|---|\n" in table
+    games, lead = re.search(r"(?m)^\| none \| (\d+) \| .* \| (\S+) \| [\d.]+ \|$", table).groups()
+    assert int(games) < 400 and lead == "-1000"
+    sensitivity(tmp_path, variant, *options)
+    assert (tmp_path / "table.md").read_text() == table
+
+
+def test_leads_that_no_match_has_ruled_out_are_told(tmp_path):
+    sensitivity(tmp_path, "none: check_extension=0\n", "--base", "search=tournament", "--games", "2", "--sprt", "-5", "0")
+    assert re.search(r"(?m)^\| none \| 2 \| .* \| neither \| ", (tmp_path / "table.md").read_text())
+
+
 def test_variants_need_a_place_for_their_table(tmp_path):
     run = sensitivity(tmp_path, "good: enable_ettc=true\n", "--output", tmp_path / "none/table.md", check=False)
     assert run.stderr == f"scripts/sensitivity: can't write {tmp_path}/none/table.md: No such file or directory\n"
@@ -249,9 +269,10 @@ def test_variant_without_such_a_setting_is_told_before_the_games(tmp_path):
     assert not list((tmp_path / "state").glob("*.games"))
 
 
-def test_variants_of_the_tree_can_be_read():
+@pytest.mark.parametrize("name, base", [("variants", ""), ("techniques", "search=tournament")])
+def test_variants_of_the_tree_can_be_read(name, base):
     """Every setting and value is known to the engine."""
-    for line in (ROOT / "settings/variants.txt").read_text().splitlines():
+    for line in (ROOT / f"settings/{name}.txt").read_text().splitlines():
         if line and line[0] not in "#[":
-            run = selfplay("--first", line.partition(":")[2].strip(), check=False)
+            run = selfplay("--first", f"{base} {line.partition(':')[2].strip()}", check=False)
             assert run.stderr == "selfplay: --openings is missing\n", line
