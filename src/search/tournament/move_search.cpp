@@ -5,10 +5,14 @@
 
 namespace tournament {
 
-void MakeMove(const TournamentNode& node, Move move) {
-    SearchBoard& search = node.search;
+std::uint64_t KeyAfter(const TournamentNode& node, Move move) {
     const std::uint64_t key = node.board().HashKeyAfterMove(move);
-    search.engine.tables.Prefetch(key);
+    node.search.engine.tables.Prefetch(key);
+    return key;
+}
+
+void MakeMove(const TournamentNode& node, Move move, std::uint64_t key) {
+    SearchBoard& search = node.search;
     search.moves_played[node.ply + 1] = move;
     search.board.MakeMove(move, key);
     search.engine.tables.pawn.Prefetch(search.board.frame().pawn_key, node.position_class);

@@ -1,13 +1,18 @@
 #pragma once
 
+#include <cstdint>
+
 #include "search/tournament/tournament_node.h"
 
 namespace tournament {
 
 // What every node does with a move, in quiescence and before it.
 
-/// Plays a move on the board of the search; what the child will look up first is asked for in advance.
-void MakeMove(const TournamentNode& node, Move move);
+/// The key of the position after a move. What the node there will look up first is asked for now, and comes from the
+/// memory while the move is thought about.
+[[nodiscard]] std::uint64_t KeyAfter(const TournamentNode& node, Move move);
+/// Plays a move on the board of the search. `key`: KeyAfter the move.
+void MakeMove(const TournamentNode& node, Move move, std::uint64_t key);
 /// The node's question to the position after a move or a pass, which is on the board. Throws what a poll throws.
 [[nodiscard]] Score AskChild(const TournamentNode& node, NodeType type, Distance distance);
 /// Takes over what a move has come to. Whether it cuts.

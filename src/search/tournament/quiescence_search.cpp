@@ -1,5 +1,7 @@
 #include "search/tournament/quiescence_search.h"
 
+#include <cstdint>
+
 #include "chess/move_generator.h"
 #include "evaluation/evaluate.h"
 #include "search/tournament/move_picker.h"
@@ -22,11 +24,10 @@ void ListTacticalMoves(TournamentNode& node, MovePicker& picker) {
                 [&](Move move) { return move == node.hash_move ? hash_move_first : GainAndRisk(move); });
 }
 
-/// Whether a move may bring the side on move to beta without losing material.
-bool IsWorthTrying(const TournamentNode& node, Move move, Score stand_pat) {
+/// Whether a move may bring the side on move to beta.
+bool MayReachBeta(const TournamentNode& node, Move move, Score stand_pat) {
     if (PromotionPiece(move) != no_piece && PromotionPiece(move) != queen) return false;
-    if (!GivesCheck(move) && stand_pat + GainOf(move) + node.rules().delta_margin < node.beta) return false;
-    return !LosesMoreThan(node, move, node.rules().exchange_tolerance);
+    return GivesCheck(move) || stand_pat + GainOf(move) + node.rules().delta_margin >= node.beta;
 }
 
 }  // namespace
@@ -38,9 +39,11 @@ Score SearchQuiescence(TournamentNode& node) {
     MovePicker moves;
     ListTacticalMoves(node, moves);
     for (Move move = moves.Next(); move != INVALID; move = moves.Next()) {
-        if (!IsWorthTrying(node, move, stand_pat)) continue;
+        if (!MayReachBeta(node, move, stand_pat)) continue;
+        const std::uint64_t key = KeyAfter(node, move);
+        if (LosesMoreThan(node, move, node.rules().exchange_tolerance)) continue;
         ++node.moves_tried;
-        MakeMove(node, move);
+        MakeMove(node, move, key);
         const Score score = AskChild(node, node.moves_tried == 1 ? -node.type : NodeType::cut, node.distance - ONE_PLY);
         node.search.board.UnmakeMove(move);
         if (Keep(node, move, score)) break;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <utility>
 
 #include "evaluation/evaluate.h"
@@ -74,8 +75,8 @@ void FindStaticScore(TournamentNode& node) {
         !node.in_check && (node.ply < first_ply_of_comparison || node.static_score > scores[node.ply - 2]);
 }
 
-/// Searches a move. Whether it cuts.
-bool SearchMove(TournamentNode& node, Move move, int history) {
+/// Searches a move, which leads to the position of `key`. Whether it cuts.
+bool SearchMove(TournamentNode& node, Move move, std::uint64_t key, int history) {
     const Distance singular = move == node.hash_move ? node.hash_move_extension : 0;
     const Distance extension = singular > 0 ? singular : CheckExtension(node, move);
     const Distance reduction = LateMoveReductionOf(node, move, history);
@@ -84,7 +85,7 @@ bool SearchMove(TournamentNode& node, Move move, int history) {
     if (reduction > 0) ++search.statistics.reduced_moves;
     const NodeType type = node.moves_tried == 1 ? -node.type : NodeType::cut;
     const Distance distance = node.distance - ONE_PLY + extension;
-    MakeMove(node, move);
+    MakeMove(node, move, key);
     Score score = AskChild(node, type, distance - reduction);
     if (reduction > 0 && score >= node.beta) {
         ++search.statistics.verifications;
@@ -103,13 +104,14 @@ Score SearchMoves(TournamentNode& node) {
         if (move == INVALID) return Finish(node);
         if (move == node.excluded) continue;
         ++node.moves_tried;
+        const std::uint64_t key = KeyAfter(node, move);
         const int history = IsQuiet(move) ? QuietHistory(node, move) : 0;
         if (const Pruning pruning = PruningOf(node, move, history); pruning != Pruning::none) {
             node.has_pruned = true;
             if (pruning == Pruning::quiet_moves) order.LeaveOutQuietMoves();
             continue;
         }
-        const bool cuts = SearchMove(node, move, history);
+        const bool cuts = SearchMove(node, move, key, history);
         if (cuts && IsQuiet(move)) {
             node.search.killers[node.ply].Take(move);
             LearnFromCut(node, {searched.data(), count});
