@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "bitbases/bitbases.h"
 #include "bitbases/checksum_file.h"
 #include "chess/board_text.h"
 #include "frame/base/logfile.h"
@@ -176,9 +177,7 @@ bool PutInPlace(const std::string& path, const std::vector<std::uint8_t>& bytes)
 template <class Walk>
 void WriteFile(const Tablebases& tablebases, const std::string& path, std::uint32_t size,
                std::string_view not_available, Walk walk) {
-    const auto fail = [&] {
-        throw GenerationFailed(std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'');
-    };
+    const auto fail = [&] { throw GenerationFailed(VorkaBitbases::CouldNotOpen(path)); };
     if (!CanBeCreated(path)) fail();
     VorkaBitbases::RemoveChecksum(path);
     std::vector<std::uint8_t> bytes(size);

@@ -29,10 +29,6 @@ std::string_view ReasonOf(const FileState& state) {
     return {};
 }
 
-std::string CouldNotOpen(const std::string& path) {
-    return std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'';
-}
-
 std::unique_ptr<FileInMemory> ReadFile(const std::string& path, std::uint32_t size, FileState& state) {
     state = {};
     try {
@@ -90,6 +86,10 @@ void LoadFrom(const std::string& directory, const BitbaseFile& file, Bitbases& b
 }
 
 }  // namespace
+
+std::string CouldNotOpen(const std::string& path) {
+    return std::string(vocabulary::could_not_open_bitbase_file).append(path) + '\'';
+}
 
 void Bitbases::Init() {
     two_pawns_state_ = rammed_pawns_state_ = {};

@@ -40,6 +40,9 @@ static_assert([] {
 inline constexpr std::uint32_t two_pawns_size = 0x120000;    ///< bytes
 inline constexpr std::uint32_t rammed_pawn_size = 0x1E0000;  ///< bytes
 
+/// What is said of a file that can't be opened.
+[[nodiscard]] std::string CouldNotOpen(const std::string& path);
+
 class CouldNotOpenFileException : public TextException {
   public:
     CouldNotOpenFileException(std::string text, std::string_view reason)

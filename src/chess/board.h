@@ -114,6 +114,7 @@ struct BOARD {
     }
     /// The key after a legal move.
     [[nodiscard]] std::uint64_t HashKeyAfterMove(Move move) const noexcept;
+    [[nodiscard]] std::uint64_t HashKeyAfterNullMove() const noexcept;
 
     /// Whether a word from another position can be played here, check bits included; says nothing about the own king.
     [[nodiscard]] bool IsMovePseudoLegal(Move move) const;

@@ -310,8 +310,7 @@ void BOARD::UnmakeMove(Move move) noexcept {
 void BOARD::MakeNullMove() noexcept {
     if constexpr (theory_is_checked) AssertNullMoveFits(*this);
     const PLY_FRAME& before = frames[ply];
-    std::uint64_t new_key = key() ^ side_key;
-    if (before.en_passant_square != 0) new_key ^= bitboard_tables.zobrist_ep(before.en_passant_square);
+    const std::uint64_t new_key = HashKeyAfterNullMove();
     frames[ply + 1] = {.material_balance = static_cast<std::int16_t>(-before.material_balance),
                        .fifty_counter = 0,
                        .en_passant_square = 0,
@@ -322,6 +321,12 @@ void BOARD::MakeNullMove() noexcept {
     key_history[ply] = new_key;
     side_to_move ^= 1U;
     if constexpr (theory_is_checked) AssertNullMoveMade(*this);
+}
+
+std::uint64_t BOARD::HashKeyAfterNullMove() const noexcept {
+    const std::uint64_t new_key = key() ^ side_key;
+    const Square en_passant = frame().en_passant_square;
+    return en_passant != 0 ? new_key ^ bitboard_tables.zobrist_ep(en_passant) : new_key;
 }
 
 std::uint64_t BOARD::HashKeyAfterMove(Move move) const noexcept {

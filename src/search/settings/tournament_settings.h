@@ -60,7 +60,8 @@ struct TournamentSettings {
     std::int32_t futility_margin = 90;  ///< for each ply left
     std::int32_t late_move_pruning = 1;
     std::int32_t late_move_pruning_distance = 512;
-    std::int32_t late_move_pruning_base = 3;  ///< moves; more with the square of the plies left
+    std::int32_t late_move_pruning_base = 3;     ///< moves; more with the square of the plies left
+    std::int32_t late_move_pruning_share = 100;  ///< percent of that square; twice both if the side stands better
     std::int32_t loss_pruning = 1;
     std::int32_t loss_pruning_distance = 448;
     std::int32_t quiet_loss_margin = 50;     ///< for each ply left
@@ -159,6 +160,7 @@ inline constexpr Row rows[] = {
     {"late_move_pruning", &TournamentSettings::late_move_pruning, 0, 1},
     {"late_move_pruning_distance", &TournamentSettings::late_move_pruning_distance, 0, 1024},
     {"late_move_pruning_base", &TournamentSettings::late_move_pruning_base, 1, 64},
+    {"late_move_pruning_share", &TournamentSettings::late_move_pruning_share, 0, 400},
     {"loss_pruning", &TournamentSettings::loss_pruning, 0, 1},
     {"loss_pruning_distance", &TournamentSettings::loss_pruning_distance, 0, 1024},
     {"quiet_loss_margin", &TournamentSettings::quiet_loss_margin, 0, 1000},

@@ -11,7 +11,8 @@ namespace {
 bool IsTooLate(const TournamentNode& node) {
     const TournamentSettings& rules = node.rules();
     if (rules.late_move_pruning == 0 || node.distance > rules.late_move_pruning_distance) return false;
-    const int moves = rules.late_move_pruning_base + node.plies() * node.plies();
+    const int square = node.plies() * node.plies();
+    const int moves = rules.late_move_pruning_base + square * rules.late_move_pruning_share / 100;
     return node.moves_tried > (node.is_improving ? 2 * moves : moves);
 }
 

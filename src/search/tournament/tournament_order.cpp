@@ -1,7 +1,6 @@
 #include "search/tournament/tournament_order.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "chess/exchange.h"
@@ -21,30 +20,6 @@ constexpr std::int32_t losing_capture = -(1 << 28);
 /// From this distance on a cut counts no more, in plies.
 constexpr int farthest_in_history = 63;
 
-/// Histories of answers are kept for the last move and for the one before it.
-constexpr std::array<std::uint32_t, 2> plies_back{1, 2};
-
-/// What is known of `move` after the move that many plies ago. Null if there was none, or a pass.
-HistoryScore* AfterMove(const TournamentNode& node, std::uint32_t plies, Move move) {
-    if (plies > node.ply || node.rules().continuation_history == 0) return nullptr;
-    const Move before = node.search.moves_played[node.ply + 1 - plies];
-    if (before == INVALID) return nullptr;
-    const std::uint32_t side = node.board().side_to_move;
-    const std::uint32_t its_side = plies % 2 == 0 ? side : side ^ 1U;
-    return &node.state.tables().continuation[plies - 1][PieceSquare(before, its_side)][PieceSquare(move, side)];
-}
-
-HistoryScore& BySquares(const TournamentNode& node, Move move) {
-    return node.state.tables().by_squares[node.board().side_to_move][move & 0xFFFU];
-}
-
-void Learn(const TournamentNode& node, Move move, int bonus) {
-    BySquares(node, move).Learn(bonus);
-    for (const std::uint32_t plies : plies_back) {
-        if (HistoryScore* const score = AfterMove(node, plies, move)) score->Learn(bonus);
-    }
-}
-
 /// Where the answer to the last move is kept. Null after a pass.
 Move* AnswerToLastMove(const TournamentNode& node) {
     const Move last = node.last_move();
@@ -54,21 +29,14 @@ Move* AnswerToLastMove(const TournamentNode& node) {
 
 }  // namespace
 
-int QuietHistory(const TournamentNode& node, Move move) {
-    int sum = BySquares(node, move).value();
-    for (const std::uint32_t plies : plies_back) {
-        if (const HistoryScore* const score = AfterMove(node, plies, move)) sum += score->value();
-    }
-    return sum;
-}
-
 void LearnFromCut(TournamentNode& node, std::span<const Move> searched) {
     const TournamentSettings& rules = node.rules();
     const int plies = std::clamp(node.plies(), 0, farthest_in_history) + 1;
     const int bonus = std::min(rules.history_bonus_factor * plies * plies, rules.history_bonus_limit);
-    Learn(node, node.best_move, bonus);
+    const QuietHistory history(node);
+    history.Learn(node.best_move, bonus);
     if (rules.history_malus != 0) {
-        for (const Move move : searched) Learn(node, move, -bonus);
+        for (const Move move : searched) history.Learn(move, -bonus);
     }
     if (Move* const answer = AnswerToLastMove(node)) *answer = node.best_move;
 }
@@ -96,7 +64,7 @@ NodeAnswer MoveOrder::List() {
         if (move == killers.first) return first_killer;
         if (move == killers.second) return second_killer;
         if (move == counter) return counter_move;
-        return QuietHistory(node_, move);
+        return history_.Of(move);
     });
     return go_on;
 }

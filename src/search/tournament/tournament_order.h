@@ -4,6 +4,7 @@
 #include <span>
 
 #include "search/tournament/move_picker.h"
+#include "search/tournament/quiet_history.h"
 #include "search/tournament/tournament_node.h"
 
 namespace tournament {
@@ -13,12 +14,14 @@ namespace tournament {
 /// heuristic, 1992); quiet moves by their history; captures that lose material.
 class MoveOrder {
   public:
-    explicit MoveOrder(TournamentNode& node) : node_(node) {}
+    explicit MoveOrder(TournamentNode& node) : node_(node), history_(node) {}
 
     /// Sets `move` to the next one, INVALID after the last. Mate and stalemate end the node instead.
     [[nodiscard]] NodeAnswer Next(Move& move);
     /// From here on moves that neither capture nor promote nor check are left out.
     void LeaveOutQuietMoves() { leaves_out_quiet_moves_ = true; }
+    /// What has become of a quiet move elsewhere.
+    [[nodiscard]] int HistoryOf(Move quiet_move) const noexcept { return history_.Of(quiet_move); }
 
   private:
     enum class Stage { hash_move, list, pick };
@@ -29,16 +32,12 @@ class MoveOrder {
     [[nodiscard]] Move Pick();
 
     TournamentNode& node_;
+    QuietHistory history_;
     Stage stage_ = Stage::hash_move;
     bool leaves_out_quiet_moves_ = false;
     MovePicker picker_;
 };
 
-/// How well a quiet move has done, from -3 to 3 times HistoryScore::largest: by its squares, and as an answer to the
-/// move before and to the one before that. After Schaeffer, The history heuristic and alpha-beta search enhancements
-/// in practice (1989); the histories of answers are those of chessprogramming.org, History Heuristic (countermoves and
-/// follow-up moves).
-[[nodiscard]] int QuietHistory(const TournamentNode& node, Move move);
 /// The best move of the node is quiet and has cut, after those of `searched` have not: it gains, they lose as much.
 void LearnFromCut(TournamentNode& node, std::span<const Move> searched);
 

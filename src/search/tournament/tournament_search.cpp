@@ -63,6 +63,8 @@ constexpr std::uint32_t first_ply_of_comparison = 3;
 void FindStaticScore(TournamentNode& node) {
     auto& scores = node.state.static_score;
     if (!node.in_check) {
+        // What a null move would look up comes from the memory while the position is evaluated.
+        if (node.may_pass) node.search.engine.tables.transposition.Prefetch(node.board().HashKeyAfterNullMove());
         node.static_score = full_evaluation(node.search.evaluation, node.board(), node.position_class);
         node.estimate = node.static_score;
         if (node.rules().table_estimate != 0) {
@@ -105,7 +107,7 @@ Score SearchMoves(TournamentNode& node) {
         if (move == node.excluded) continue;
         ++node.moves_tried;
         const std::uint64_t key = KeyAfter(node, move);
-        const int history = IsQuiet(move) ? QuietHistory(node, move) : 0;
+        const int history = IsQuiet(move) ? order.HistoryOf(move) : 0;
         if (const Pruning pruning = PruningOf(node, move, history); pruning != Pruning::none) {
             node.has_pruned = true;
             if (pruning == Pruning::quiet_moves) order.LeaveOutQuietMoves();

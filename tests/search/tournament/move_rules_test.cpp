@@ -210,6 +210,8 @@ INSTANTIATE_TEST_SUITE_P(LateMoves, MoveIsPruned, testing::Values(
     PruningRow{"nothing is switched on", false, [](TournamentBuilder&, TournamentNode& n) { n.moves_tried = 60; n.estimate = n.beta - 3000; }, "a2a3", -50000},
     PruningRow{"late", true, Late},
     PruningRow{"a move earlier", false, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); --n.moves_tried; }},
+    PruningRow{"the last of half the share", false, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); b.rules().late_move_pruning_share = 50; n.moves_tried = 5; }},
+    PruningRow{"after half the share", true, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); b.rules().late_move_pruning_share = 50; n.moves_tried = 6; }},
     PruningRow{"improving", false, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); n.is_improving = true; }},
     PruningRow{"improving, the last of twice as many", false, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); n.is_improving = true; n.moves_tried = 14; }},
     PruningRow{"improving, after twice as many", true, [](TournamentBuilder& b, TournamentNode& n) { Late(b, n); n.is_improving = true; n.moves_tried = 15; }},

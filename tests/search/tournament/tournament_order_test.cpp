@@ -195,7 +195,7 @@ TEST(TournamentOrders, DeliverEachLegalMoveOnceInOrder) {
             const int group = GroupOf(node, order[i]);
             ASSERT_LE(before, group) << FenOf(board) << ' ' << MoveToCoordinate(order[i]);
             if (before == 4 && group == 4) {
-                ASSERT_GE(QuietHistory(node, order[i - 1]), QuietHistory(node, order[i])) << FenOf(board);
+                ASSERT_GE(QuietHistory(node).Of(order[i - 1]), QuietHistory(node).Of(order[i])) << FenOf(board);
             }
         }
     });
@@ -217,7 +217,7 @@ class Learning : public testing::Test {
         node.best_move = Named(best);
         LearnFromCut(node, tried);
     }
-    [[nodiscard]] int HistoryOf(std::string_view text) { return QuietHistory(search_.NodeAt({}), Named(text)); }
+    [[nodiscard]] int HistoryOf(std::string_view text) { return QuietHistory(search_.NodeAt({})).Of(Named(text)); }
     [[nodiscard]] Move Named(std::string_view text) const { return search_.MoveNamed(text); }
 
     TournamentBuilder search_{start_fen,
@@ -297,7 +297,7 @@ TEST(QuietHistories, OfTheRootHaveNoMovesBefore) {
     TournamentNode node = search.NodeAt({.distance = 4 * ONE_PLY});
     node.best_move = search.MoveNamed("e2e4");
     LearnFromCut(node, {});
-    EXPECT_GT(QuietHistory(node, node.best_move), 0);
+    EXPECT_GT(QuietHistory(node).Of(node.best_move), 0);
 }
 
 }  // namespace
