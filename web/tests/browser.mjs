@@ -82,11 +82,16 @@ export async function beginGame(page, playAs = 'white') {
   await page.waitForFunction(() => window.vorka.game.moves.length === 0 && window.vorka.board.side === 'white');
 }
 
+/** What was loaded is on the board, or the dialog says why not. */
+const textIsRead = (page) => page.waitForFunction(
+  () => !document.getElementById('text-dialog').open || document.getElementById('text-error').textContent !== '');
+
 export async function loadPosition(page, fen) {
   await page.click('#open-text');
   await page.locator('#text-dialog').waitFor({ state: 'visible' });
   await page.fill('#fen', fen);
   await page.click('#load-fen');
+  await textIsRead(page);
 }
 
 export async function loadGame(page, pgn) {
@@ -94,6 +99,7 @@ export async function loadGame(page, pgn) {
   await page.locator('#text-dialog').waitFor({ state: 'visible' });
   await page.fill('#pgn', pgn);
   await page.click('#load-pgn');
+  await textIsRead(page);
 }
 
 /** What the page gives as the text of the game. */

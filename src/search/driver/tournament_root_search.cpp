@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <functional>
 
 #include "search/driver/aspiration_search.h"
 #include "search/tournament/search_tournament_node.h"
@@ -21,7 +20,8 @@ void TournamentRootSearch::NewSearch() {
 
 void TournamentRootSearch::OrderMoves(std::span<RootMoveRecord> moves, std::size_t lines, int depth) const {
     if (rules().root_order == 0 || depth < first_telling_iteration) return;
-    std::ranges::stable_sort(moves.subspan(lines), std::ranges::greater{}, &RootMoveRecord::nodes);
+    const auto more_nodes = [](const RootMoveRecord& a, const RootMoveRecord& b) { return a.nodes > b.nodes; };
+    std::stable_sort(moves.begin() + static_cast<std::ptrdiff_t>(lines), moves.end(), more_nodes);
     const auto percent = static_cast<std::uint64_t>(rules().root_memory);
     for (RootMoveRecord& record : moves) record.nodes = record.nodes * percent / 100;
 }
