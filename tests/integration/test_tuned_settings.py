@@ -1,7 +1,12 @@
 """The settings that games have found, settings/tuned.txt: who reads them, and that nothing else stands in the file."""
 
+import os
+import shutil
+import subprocess
 from pathlib import Path
 
+import pytest
+from engine import PATIENCE, PROGRAM
 from uci_dialogue import number, ready, search
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -32,13 +37,29 @@ def test_only_what_was_tuned_differs_from_the_defaults(console):
         assert least <= int(value) <= most, name
 
 
-def test_the_console_starts_with_them(start):
-    """As scripts/play --tuned does."""
-    assert f"--read_settings ../{TUNED.relative_to(ROOT)})" in (ROOT / "scripts/play").read_text()
-    engine = start("--read_settings", str(TUNED))
-    engine.send("force", "write_settings read.txt")
-    engine.ping()
-    assert (engine.folder / "read.txt").read_text() == TUNED.read_text()
+@pytest.fixture
+def checkout(tmp_path):
+    """One that is built already: cmake finds nothing to do."""
+    folder = tmp_path / "a checkout"
+    for part in ("scripts", "settings"):
+        shutil.copytree(ROOT / part, folder / part)
+    build = folder / "build/play"
+    build.mkdir(parents=True)
+    (build / "vorka").symlink_to(Path(PROGRAM).resolve())
+    for bitbase in ("kp_kp.vbb", "kpp_kp_ram.vbb"):
+        (build / bitbase).touch()
+    (folder / "bin").mkdir()
+    (folder / "bin/cmake").symlink_to(shutil.which("true"))
+    return folder
+
+
+@pytest.mark.parametrize("options, is_tuned", [(["--tuned"], True), ([], False)])
+def test_play_starts_the_console_with_them_if_asked(checkout, options, is_tuned):
+    played = subprocess.run([checkout / "scripts/play", *options], input="force\nwrite_settings read.txt\nquit\n",
+                            env={**os.environ, "PATH": f"{checkout / 'bin'}:{os.environ['PATH']}"},
+                            capture_output=True, text=True, timeout=PATIENCE, check=False)
+    assert played.returncode == 0, played.stderr
+    assert ((checkout / "play/read.txt").read_text() == TUNED.read_text()) == is_tuned
 
 
 def test_an_interface_names_them(uci):

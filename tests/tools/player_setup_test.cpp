@@ -83,6 +83,20 @@ TEST(PlayerSetup, FileComesFirstAndLaterWordsChangeIt) {
     EXPECT_EQ(player.settings.min_ply_for_null_move, 3);
 }
 
+TEST(PlayerSetup, QuotationMarksKeepBlanks) {
+    const TemporaryDirectory folder;
+    OptimizeInterface::Settings::Of({.futility_pruning_margin = 99}).WriteFile(folder.File("my own.txt"));
+    const std::string path = folder.File("my own.txt");
+    for (const std::string& word : {"settings=\"" + path + '"', "'settings=" + path + '\''}) {
+        const PlayerSetup player = ReadPlayer(word + " name='A B'");
+        EXPECT_EQ(player.settings.futility_pruning_margin, 99);
+        EXPECT_EQ(player.name, "A B");
+        EXPECT_EQ(ReadSearch(word).settings.futility_pruning_margin, 99);
+    }
+    EXPECT_EQ(WhyRefused("settings=\"a b"), "a quotation mark without its partner: settings=\"a b");
+    EXPECT_EQ(WhyRefused("\"no such=1\""), "no such setting: \"no such\"");
+}
+
 TEST(PlayerSetup, TournamentFileIsReadAndLaterWordsChangeIt) {
     const TemporaryDirectory folder;
     std::ofstream(folder.File("t.txt")) << "futility = 0\nnull_move_margin = 150\n";

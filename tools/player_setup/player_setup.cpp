@@ -5,6 +5,7 @@
 #include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <vector>
 
 #include "evaluation/personality.h"
 #include "frame/base/text_utilities.h"
@@ -55,6 +56,13 @@ std::int32_t PersonalityOf(std::string_view text) {
     return value;
 }
 
+std::vector<std::string> WordsOf(std::string_view text) try {
+    constexpr std::string_view quotes = "\"'";
+    return VorkaUtils::tokenize(text, VorkaUtils::white_space, quotes, quotes);
+} catch (const VorkaUtils::tokenize_exception&) {
+    Refuse("a quotation mark without its partner: " + std::string(text));
+}
+
 void TakeWord(PlayerSetup& player, std::string_view word) {
     if (word == as_it_is) return;
     const std::size_t sign = word.find('=');
@@ -102,7 +110,7 @@ void ChangeSetting(SearchSettings& settings, std::string_view name, std::string_
 
 PlayerSetup ReadPlayer(std::string_view text) {
     PlayerSetup player;
-    for (const std::string& word : VorkaUtils::tokenize(text)) TakeWord(player, word);
+    for (const std::string& word : WordsOf(text)) TakeWord(player, word);
     if (!player.uses_tournament_search && player.tournament != TournamentSettings()) {
         Refuse("a setting of the tournament search without search=tournament changes nothing");
     }
@@ -112,7 +120,7 @@ PlayerSetup ReadPlayer(std::string_view text) {
 
 PlayerSetup ReadSearch(std::string_view text) {
     constexpr std::string_view of_games[] = {"name=", "personality=", "contempt=", "nodes="};
-    for (const std::string& word : VorkaUtils::tokenize(text)) {
+    for (const std::string& word : WordsOf(text)) {
         const bool is_of_games = std::any_of(std::begin(of_games), std::end(of_games),
                                              [&](std::string_view begin) { return word.starts_with(begin); });
         if (is_of_games) Refuse("no such setting: \"" + word + '"');
