@@ -27,8 +27,8 @@ def test_each_level_plays_the_reference_and_is_kept(tmp_path):
     assert [line for line in said if "of 2: UCI_Elo" in line] == ["1 of 2: UCI_Elo 1000", "2 of 2: UCI_Elo 1200"]
     assert sum(" 1/2-1/2, " in line for line in said) == 4
     assert (tmp_path / "table.md").read_text().splitlines() == [
-        f"2 games a level at st=0.05, the reference `'{UCI}' {{limit}} option.Hash=1` with 200 more. An error is half the width of "
-        "the 95 % interval.", "",
+        f"2 games a level, at depth 12 at most, the reference `'{UCI}' {{limit}} option.Hash=1` with 200 more. An error is half the "
+        "width of the 95 % interval.", "",
         "| UCI_Elo | reference | Elo between them | error | so it plays like |", "|---|---|---|---|---|",
         "| 1000 | 1200 | +0.0 | ? | 1200 |", "| 1200 | 1400 | +0.0 | ? | 1400 |"]
     again = calibrate(tmp_path, "--ahead", 200).stdout
@@ -43,11 +43,11 @@ def test_number_alone_is_the_reference_s_too(tmp_path):
 
 @pytest.mark.parametrize("options, complaint", [
     (["--games", "3"], "takes an even number, not 3"),
-    (["--time", "soon"], "soon"),
+    (["--depth", "0"], 'takes a number from 1 to 99, not "0"'),
     (["--reference", "no-such-program {limit}"], "no-such-program"),
     (["--levels", "0"], 'takes a number from 1 to 4000, not "0"'),
 ])
 def test_what_cannot_be_played_is_told(tmp_path, options, complaint):
-    run = calibrate(tmp_path, *options, status=2 if "--levels" in options else 1, levels=(1000,))
+    run = calibrate(tmp_path, *options, status=2 if options[1] == "0" else 1, levels=(1000,))
     assert complaint in run.stderr and "Traceback" not in run.stderr
     assert not (tmp_path / "table.md").exists()
