@@ -1,4 +1,5 @@
-"""Matches by tools/selfplay, for scripts that play many of them: scripts/sensitivity and scripts/cross_table.
+"""Matches by tools/selfplay, for scripts that play many of them: scripts/sensitivity and scripts/cross_table. What keeps
+their results is also that of scripts/calibrate.
 
 `arguments` are those of such a script: build, openings, nodes, games, concurrency (None: selfplay's own), state (a folder),
 resign and draw (None: games are played out).
@@ -86,12 +87,17 @@ def ruled_out(leads, result):
     return leads[1] if ratio <= least else None
 
 
+def state_of(arguments, identity):
+    """The file that keeps a match. `identity`: what the match is, so that one that is changed has another file, and starts
+    anew."""
+    return arguments.state / (hashlib.sha256(identity.encode()).hexdigest()[:16] + ".games")
+
+
 def play_match(arguments, players, seed, identity, leads=None):
-    """The result of a whole match, as RESULT finds it. `players`: the options that name them. `identity`: what the match
-    is, so that one that is changed has another state file, and starts anew. `leads`: two, one of which may end it."""
+    """The result of a whole match, as RESULT finds it. `players`: the options that name them. `identity` is that of
+    state_of, but for the rules. `leads`: two, one of which may end it."""
     rules = rules_of(arguments)
-    identity = "\n".join([identity, *rules])
-    state = arguments.state / (hashlib.sha256(identity.encode()).hexdigest()[:16] + ".games")
+    state = state_of(arguments, "\n".join([identity, *rules]))
     command = [arguments.build / SELFPLAY, *players, *rules, "--openings", arguments.openings, "--nodes",
                arguments.nodes, "--games", arguments.games, "--seed", seed, "--state", state, "--show-every",
                arguments.games]

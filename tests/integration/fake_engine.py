@@ -16,6 +16,7 @@ import rules  # noqa: E402
 
 UCI_OPTIONS = ("option name Hash type spin default 16 min 1 max 64", "option name Book File type string default",
                "option name OwnBook type check default false", "option name Clear Hash type button",
+               "option name UCI_LimitStrength type check default false", "option name UCI_Elo type spin default 1500 min 1 max 4000",
                "option name Play Style type combo default Solid var Solid var Very Sharp var Risky")
 FEATURES = ('feature done=0 myname="Fake of XBoard" ping=1 setboard=1 usermove=1', "feature san=1 sigint=0 time=1", "feature done=1")
 

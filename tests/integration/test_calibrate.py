@@ -35,10 +35,13 @@ def test_each_level_plays_the_reference_and_is_kept(tmp_path):
     assert " 1/2-1/2, " not in again
 
 
-def test_number_alone_is_the_reference_s_too(tmp_path):
-    reference = f"'{UCI}' option.UCI_LimitStrength=true option.UCI_Elo={{elo}}"
-    calibrate(tmp_path, "--reference", reference, levels=(1400,))
-    assert "| 1400 | 1400 | +0.0 | ? | 1400 |" in (tmp_path / "table.md").read_text()
+@pytest.mark.parametrize("words", ["{limit}", "option.UCI_LimitStrength=true option.UCI_Elo={elo}"])
+def test_reference_is_told_its_limit(tmp_path, words):
+    fake, log = pathlib.Path(__file__).with_name("fake_engine.py"), tmp_path / "said.txt"
+    calibrate(tmp_path, "--reference", f"'{sys.executable}' '{fake}' uci 'log={log}' {words}", "--ahead", 150, levels=(1400,))
+    told = log.read_text().splitlines()
+    assert "setoption name UCI_LimitStrength value true" in told and "setoption name UCI_Elo value 1550" in told
+    assert "| 1400 | 1550 | +0.0 | ? | 1550 |" in (tmp_path / "table.md").read_text()
 
 
 @pytest.mark.parametrize("options, complaint", [

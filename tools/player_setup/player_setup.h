@@ -25,9 +25,9 @@ struct PlayerSetup {
 
 /// Reads a player from words with blanks between them, each `key=value`: `name`, `settings` (a settings file), `search`
 /// (classic or tournament), `tournament` (a file of its settings), `personality` (a name or a number), `contempt`,
-/// `nodes`, or the name of a setting; the elements of an array have commas between them. What stands
-/// between quotation marks of either kind keeps its blanks, such as those of a path. The later of two words wins.
-/// An empty text, or `defaults`, is the engine as it is. Without a name the player is called as it is described. Throws
+/// `nodes`, or the name of a setting; the elements of an array have commas between them. What stands between
+/// quotation marks of either kind keeps its blanks, such as those of a path. The later of two words wins. An empty
+/// text, or `defaults`, is the engine as it is. Without a name the player is called as it is described. Throws
 /// std::runtime_error with what is wrong.
 [[nodiscard]] PlayerSetup ReadPlayer(std::string_view text);
 
