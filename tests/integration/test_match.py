@@ -264,10 +264,14 @@ def test_stopped_match_tells_and_goes_on(tmp_path):
     slow = UCI.replace(" protocol", " late=0.2 protocol")
     command = [sys.executable, MATCH, slow, "--opponent", XBOARD, "--games", 8, "--depth", 1, "--draw-after", 4, "--concurrency", 1,
                "--state", tmp_path / "state", "--pgn", tmp_path / "games.pgn"]
+
+    def lines_kept():
+        return (tmp_path / "state").read_text().count("\n") if (tmp_path / "state").exists() else 0
+
     for number, ending in enumerate((signal.SIGINT, signal.SIGTERM, signal.SIGKILL)):
+        before = max(lines_kept(), 1)  # the first one says what the match is
         run = subprocess.Popen([str(word) for word in command], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
-        while run.poll() is None and not ((tmp_path / "state").exists()
-                                          and (tmp_path / "state").read_text().count("\n") >= 2 + number):
+        while run.poll() is None and lines_kept() <= before:
             time.sleep(0.01)
         run.send_signal(ending)
         said, complaints = run.communicate(timeout=60)
@@ -275,7 +279,7 @@ def test_stopped_match_tells_and_goes_on(tmp_path):
             assert run.returncode == 0, complaints
             assert re.match(r"games \d: ", said.splitlines()[-1]), said
             assert (tmp_path / "games.pgn").read_text().count("[Event ") >= 1 + number
-    kept = (tmp_path / "state").read_text().count("\n") - 1
+    kept = lines_kept() - 1
     (tmp_path / "state").open("a").write('{"number": 7, "end')
     run = subprocess.run([str(word) for word in command], capture_output=True, text=True)
     assert run.stdout.startswith(f"went on after {kept} games\n"), run.stdout + run.stderr
