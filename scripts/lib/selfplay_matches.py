@@ -1,5 +1,5 @@
-"""Matches by tools/selfplay, for scripts that play many of them: scripts/sensitivity and scripts/cross_table. What keeps
-their results is also that of scripts/calibrate.
+"""Matches by tools/selfplay, for scripts that play many of them: scripts/sensitivity, scripts/screening and
+scripts/cross_table. What keeps their results is also that of scripts/calibrate.
 
 `arguments` are those of such a script: build, openings, nodes, games, concurrency (None: selfplay's own), state (a folder),
 resign and draw (None: games are played out).
@@ -71,6 +71,15 @@ def test_programs(arguments, *programs):
                           "(cmake --preset release && cmake --build --preset release)")
 
 
+def test_players(arguments, players):
+    """What selfplay doesn't take is told before the first game: without openings it says that they are missing. `players`:
+    what they are called in the complaint, and their words."""
+    for told, words in players:
+        done = subprocess.run([str(arguments.build / SELFPLAY), "--first", words], capture_output=True, text=True)
+        if done.stderr.strip() != "selfplay: --openings is missing":
+            raise Trouble(f"{told}: {done.stderr.strip()}")
+
+
 def run(command, patience=None):
     """What a program prints. Trouble with what it complains of."""
     done = subprocess.run([str(word) for word in command], capture_output=True, text=True, timeout=patience)
@@ -124,3 +133,8 @@ def write_whole(path, text):
 
 def new_of(path):
     return path.with_name(path.name + ".new")
+
+
+def time_left(seconds):
+    minutes = seconds / 60
+    return f"about {minutes / 60:.1f} hours more" if minutes >= 90 else f"about {minutes:.0f} minutes more"

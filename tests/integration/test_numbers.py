@@ -23,6 +23,7 @@ SCRIPTS = {
     "benchmarks/peers": ([], ["--runs", "--seconds", "--positions", "--hash", "--bench-depth", "--callgrind-depth",
                               "--perft-largest", "--evaluation-seconds", "--starts"]),
     "scripts/sensitivity": (["variants"], ["--games", "--nodes", "--depth", "--patience", "--seed", "--concurrency"]),
+    "scripts/screening": (["changes"], ["--games", "--nodes", "--seed", "--concurrency"]),
 }
 # Programs, and the status that they end with when they are asked for nonsense.
 PROGRAMS = {
