@@ -8,8 +8,8 @@ namespace VorkaUci {
 void LimitedStrength::Begin(int elo, SearchLimits& limits) {
     const Strength strength = StrengthOf(elo);
     limits.max_nodes = limits.max_nodes == 0 ? strength.nodes : std::min(limits.max_nodes, strength.nodes);
-    limits.lines = std::max(limits.lines, candidate_count);
     blur_ = strength.blur;
+    if (blur_ > 0) limits.lines = std::max(limits.lines, candidate_count);
     nodes_ = limits.max_nodes;
     candidates_.clear();
     earlier_candidates_.clear();
@@ -27,6 +27,7 @@ void LimitedStrength::Note(const SearchInfo& info) {
 
 /// An iteration that was cut off has fewer lines than the one before it.
 Move LimitedStrength::Choose(std::mt19937_64& chance) const {
+    if (blur_ == 0) return INVALID;
     const auto& most = candidates_.size() < earlier_candidates_.size() ? earlier_candidates_ : candidates_;
     return ChooseBlurred(most, blur_, std::ref(chance));
 }

@@ -19,7 +19,7 @@ struct Strength {
 /// From weak to strong. The numbers between two rows are found by their shares.
 [[nodiscard]] std::span<const Strength> StrengthTable();
 inline constexpr int weakest_elo = 1000;
-inline constexpr int strongest_elo = 2200;
+inline constexpr int strongest_elo = 2000;
 /// `elo` within the table's ends.
 [[nodiscard]] Strength StrengthOf(int elo);
 

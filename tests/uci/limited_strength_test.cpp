@@ -37,12 +37,12 @@ class LimitedStrengthTest : public testing::Test {
 
 TEST_F(LimitedStrengthTest, SearchesFewNodesAndSeveralLines) {
     Begin(1000);
-    EXPECT_EQ(limits_.max_nodes, 60U);
+    EXPECT_EQ(limits_.max_nodes, 400U);
     EXPECT_EQ(limits_.lines, 4);
     SearchInfo info;
-    info.nodes = 59;
+    info.nodes = 399;
     EXPECT_FALSE(strength_.HasSpentNodes(info));
-    info.nodes = 60;
+    info.nodes = 400;
     EXPECT_TRUE(strength_.HasSpentNodes(info));
 }
 
@@ -85,11 +85,19 @@ TEST_F(LimitedStrengthTest, ForgetsTheSearchBefore) {
     Begin(1000);
     Show(0, 11, 50);
     Show(1, 12, 40);
-    Begin(2200);
+    Begin(1400);
     EXPECT_EQ(strength_.Choose(chance_), INVALID);
+    Show(0, 13, 90);
+    Show(1, 14, 30);
+    EXPECT_EQ(Choices(), std::set<Move>{13});
+}
+
+TEST_F(LimitedStrengthTest, TheStrongestLeavesTheChoiceToTheSearch) {
+    Begin(2000);
+    EXPECT_EQ(limits_.lines, 1) << "other lines would cost nodes";
+    EXPECT_EQ(limits_.max_nodes, 500000U);
     Show(0, 13, 10);
-    Show(1, 14, 10);
-    EXPECT_EQ(Choices(), std::set<Move>{13}) << "full strength has no blur";
+    EXPECT_EQ(Choices(), std::set<Move>{INVALID});
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ TEST(Options, AreOfferedWithDefaultAndLimits) {
               "option name Personality type combo default Default var Default va");
     EXPECT_EQ(OptionLine(*FindOption("Style")), "option name Style type spin default 0 min -1000 max 1000");
     EXPECT_EQ(OptionLine(*FindOption("MultiPV")), "option name MultiPV type spin default 1 min 1 max 8");
-    EXPECT_EQ(OptionLine(*FindOption("UCI_Elo")), "option name UCI_Elo type spin default 1500 min 1000 max 2200");
+    EXPECT_EQ(OptionLine(*FindOption("UCI_Elo")), "option name UCI_Elo type spin default 1500 min 1000 max 2000");
     EXPECT_EQ(OptionLine(*FindOption("Log File")), "option name Log File type string default <empty>");
 }
 
