@@ -7,9 +7,13 @@ resign and draw (None: games are played out).
 
 import hashlib
 import os
+import pathlib
 import re
 import subprocess
 
+from option_numbers import whole
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 SELFPLAY = "tools/selfplay/selfplay"  # of a build
 
 # The line of results (docs/tuning.md).
@@ -22,6 +26,24 @@ RATIO = re.compile(r", LLR (\S+) \((\S+) to (\S+)\) for ")
 
 class Trouble(Exception):
     """What is wrong, in words for the user."""
+
+
+def add_match_options(parser, name, games, told):
+    """The options that such scripts have in common. `name`: of the script, whose results are kept in the folder and written
+    to the Markdown file of that name. `games` are played where nothing is said, `told` says by whom."""
+    parser.add_argument("--games", type=whole(2), default=games, help=f"of {told}, an even number ({games})")
+    parser.add_argument("--nodes", type=whole(1), default=20000, help="of each move (20000)")
+    parser.add_argument("--seed", type=whole(), default=1, help="order of the openings (1)")
+    parser.add_argument("--concurrency", type=whole(1, 1024), help="games at a time (one for each processor)")
+    parser.add_argument("--openings", type=pathlib.Path, default=ROOT / "tests/data/openings.epd")
+    add_rules(parser)
+    parser.add_argument("--state", type=pathlib.Path, default=pathlib.Path(name), help=f"folder ({name})")
+    parser.add_argument("--output", type=pathlib.Path, default=pathlib.Path(f"{name}.md"), help=f"({name}.md)")
+    parser.add_argument("--build", type=pathlib.Path, default=ROOT / "build/release", help="(build/release)")
+
+
+def add_base(parser):
+    parser.add_argument("--base", default="", metavar="WORDS", help="what both players have, as selfplay's --second takes it")
 
 
 def add_rules(parser):
