@@ -9,7 +9,7 @@
 /// 0 or 1.
 struct TournamentSettings {
     // --- Root ---
-    std::int32_t aspiration_window = 16;  ///< bounds so close together are good enough, in centipawns
+    std::int32_t aspiration_window = 40;  ///< bounds so close together are good enough, in centipawns
     std::int32_t root_order = 1;          ///< by the size of the subtrees
     std::int32_t root_memory = 25;        ///< percent of the size of a subtree that counts in the next iteration
     std::int32_t root_reduction = 32;     ///< of late root moves, in 1/64 of what other nodes reduce
@@ -25,6 +25,7 @@ struct TournamentSettings {
     // --- Static score ---
     std::int32_t table_estimate = 1;   ///< the bounds of the table correct it
     std::int32_t farthest_bet = 3000;  ///< so far away from it nothing is bet on it: the question is about a mate
+    std::int32_t fail_soft = 1;        ///< bets answer as far as they reach, not by the bound that was asked for
 
     // --- Reverse futility: so far above beta, near the horizon, that no reply will bring it below ---
     std::int32_t reverse_futility = 1;
@@ -96,6 +97,7 @@ struct TournamentSettings {
     std::int32_t history_malus = 1;
     std::int32_t continuation_history = 1;
     std::int32_t counter_moves = 1;
+    std::int32_t capture_history = 150;  ///< centipawns that a capture is moved by it at most; 0: none
     std::int32_t history_bonus_factor = 16;
     std::int32_t history_bonus_limit = 1600;
 
@@ -134,6 +136,7 @@ inline constexpr Row rows[] = {
     {"exchange_tolerance", &TournamentSettings::exchange_tolerance, 0, 5000},
     {"table_estimate", &TournamentSettings::table_estimate, 0, 1},
     {"farthest_bet", &TournamentSettings::farthest_bet, 0, 32767},
+    {"fail_soft", &TournamentSettings::fail_soft, 0, 1},
     {"reverse_futility", &TournamentSettings::reverse_futility, 0, 1},
     {"reverse_futility_distance", &TournamentSettings::reverse_futility_distance, 0, 1024},
     {"reverse_futility_margin", &TournamentSettings::reverse_futility_margin, 0, 1000},
@@ -189,6 +192,7 @@ inline constexpr Row rows[] = {
     {"history_malus", &TournamentSettings::history_malus, 0, 1},
     {"continuation_history", &TournamentSettings::continuation_history, 0, 1},
     {"counter_moves", &TournamentSettings::counter_moves, 0, 1},
+    {"capture_history", &TournamentSettings::capture_history, 0, 2000},
     {"history_bonus_factor", &TournamentSettings::history_bonus_factor, 1, 256},
     {"history_bonus_limit", &TournamentSettings::history_bonus_limit, 1, 8000},
     {"only_move_depth", &TournamentSettings::only_move_depth, 1, 80},

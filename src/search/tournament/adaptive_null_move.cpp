@@ -44,7 +44,8 @@ bool NeedsVerification(const TournamentNode& node) {
 NodeAnswer AdaptiveNullMove(TournamentNode& node) {
     if (!MayPass(node)) return go_on;
     const Distance distance = ReducedDistance(node);
-    if (ScoreAfterPass(node, distance) < node.beta) return go_on;
+    const Score score_after_pass = ScoreAfterPass(node, distance);
+    if (score_after_pass < node.beta) return go_on;
     if (NeedsVerification(node)) {
         // At this ply and on the same stacks; only its answer is of interest.
         const Distance deeper = std::max(distance, node.rules().null_move_verification_least);
@@ -52,7 +53,9 @@ NodeAnswer AdaptiveNullMove(TournamentNode& node) {
                                        std::min(deeper, node.distance - ONE_PLY), node.type, node.parent_class, false);
         if (score < node.beta) return go_on;
     }
-    return node.beta;
+    // A mate that is only threatened is none.
+    const bool is_known_further = node.rules().fail_soft != 0 && score_after_pass < mate_score_limit;
+    return is_known_further ? score_after_pass : node.beta;
 }
 
 }  // namespace tournament

@@ -14,8 +14,11 @@ namespace tournament {
     return piece_value[CapturedPiece(move)] + piece_value[PromotionPiece(move)];
 }
 
+inline constexpr std::int32_t score_of_centipawn = 8;
 /// The score of captures and promotions: the gain counts first, then the piece that is risked for it.
-[[nodiscard]] constexpr std::int32_t GainAndRisk(Move move) { return GainOf(move) * 8 - MovingPiece(move); }
+[[nodiscard]] constexpr std::int32_t GainAndRisk(Move move) {
+    return GainOf(move) * score_of_centipawn - MovingPiece(move);
+}
 
 /// Hands out the moves of a list, the highest score first, the earliest of equals.
 class MovePicker {

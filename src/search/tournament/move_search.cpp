@@ -1,5 +1,7 @@
 #include "search/tournament/move_search.h"
 
+#include <algorithm>
+
 #include "search/node/node_result.h"
 #include "search/tournament/search_tournament_node.h"
 
@@ -36,10 +38,15 @@ bool Keep(TournamentNode& node, Move move, Score score) {
     return true;
 }
 
+void LeaveOut(TournamentNode& node, Score most) {
+    node.has_pruned = true;
+    if (node.rules().fail_soft != 0) node.best = std::max(node.best, std::min(most, node.beta - 1));
+}
+
 Score Finish(TournamentNode& node) {
     if (node.best == best_score_start) return node.beta - 1;  // every move was left out
     const bool is_cut = node.best >= node.beta;
-    if (!is_cut && node.has_pruned) node.best = node.beta - 1;
+    if (!is_cut && node.has_pruned && node.rules().fail_soft == 0) node.best = node.beta - 1;
     if (!is_cut && node.hash_move != INVALID) node.best_move = node.hash_move;
     if (node.excluded == INVALID) StoreResult(node, is_cut);
     return node.best;

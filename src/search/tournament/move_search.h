@@ -17,6 +17,8 @@ void MakeMove(const TournamentNode& node, Move move, std::uint64_t key);
 [[nodiscard]] Score AskChild(const TournamentNode& node, NodeType type, Distance distance);
 /// Takes over what a move has come to. Whether it cuts.
 [[nodiscard]] bool Keep(TournamentNode& node, Move move, Score score);
+/// Notes that a move was left out which may be worth `most`: an answer below beta is no lower.
+void LeaveOut(TournamentNode& node, Score most);
 /// Stores what the node has found, and gives its answer.
 [[nodiscard]] Score Finish(TournamentNode& node);
 

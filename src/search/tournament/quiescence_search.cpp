@@ -4,6 +4,7 @@
 
 #include "chess/move_generator.h"
 #include "evaluation/evaluate.h"
+#include "search/tournament/capture_history.h"
 #include "search/tournament/move_picker.h"
 #include "search/tournament/move_pruning.h"
 #include "search/tournament/move_search.h"
@@ -20,14 +21,19 @@ void ListTacticalMoves(TournamentNode& node, MovePicker& picker) {
     const bool looks_for_checks = node.distance > -node.rules().quiescence_checks;
     node.moves_end = GenerateMoves(node.moves, node.board(),
                                    mode_captures | mode_queen_promotions | (looks_for_checks ? checks : 0U));
-    picker.Take(node.moves, node.moves_end,
-                [&](Move move) { return move == node.hash_move ? hash_move_first : GainAndRisk(move); });
+    picker.Take(node.moves, node.moves_end, [&](Move move) {
+        return move == node.hash_move ? hash_move_first : GainAndRisk(move) + CaptureHistoryOf(node, move);
+    });
 }
 
-/// Whether a move may bring the side on move to beta.
+/// What a move may be worth to the side on move.
+Score MostAfter(const TournamentNode& node, Move move, Score stand_pat) {
+    return stand_pat + GainOf(move) + node.rules().delta_margin;
+}
+
 bool MayReachBeta(const TournamentNode& node, Move move, Score stand_pat) {
     if (PromotionPiece(move) != no_piece && PromotionPiece(move) != queen) return false;
-    return GivesCheck(move) || stand_pat + GainOf(move) + node.rules().delta_margin >= node.beta;
+    return GivesCheck(move) || MostAfter(node, move, stand_pat) >= node.beta;
 }
 
 }  // namespace
@@ -35,11 +41,14 @@ bool MayReachBeta(const TournamentNode& node, Move move, Score stand_pat) {
 Score SearchQuiescence(TournamentNode& node) {
     const Score stand_pat = full_evaluation(node.search.evaluation, node.board(), node.position_class);
     if (stand_pat >= node.beta) return stand_pat;
-    node.has_pruned = true;
+    LeaveOut(node, stand_pat);  // the quiet moves
     MovePicker moves;
     ListTacticalMoves(node, moves);
     for (Move move = moves.Next(); move != INVALID; move = moves.Next()) {
-        if (!MayReachBeta(node, move, stand_pat)) continue;
+        if (!MayReachBeta(node, move, stand_pat)) {
+            LeaveOut(node, MostAfter(node, move, stand_pat));
+            continue;
+        }
         const std::uint64_t key = KeyAfter(node, move);
         if (LosesMoreThan(node, move, node.rules().exchange_tolerance)) continue;
         ++node.moves_tried;

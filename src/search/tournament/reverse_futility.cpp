@@ -11,7 +11,8 @@ NodeAnswer ReverseFutility(const TournamentNode& node) {
     }
     const Score improving = node.is_improving ? rules.reverse_futility_improving : 0;
     const Score margin = std::max(ForPlies(rules.reverse_futility_margin, node.distance) - improving, 0);
-    return node.estimate >= node.beta + margin ? NodeAnswer(node.beta) : go_on;
+    if (node.estimate < node.beta + margin) return go_on;
+    return rules.fail_soft != 0 ? node.estimate : node.beta;
 }
 
 }  // namespace tournament

@@ -5,6 +5,7 @@
 
 #include "chess/exchange.h"
 #include "search/node/move_list.h"
+#include "search/tournament/capture_history.h"
 
 namespace tournament {
 
@@ -27,17 +28,39 @@ Move* AnswerToLastMove(const TournamentNode& node) {
     return &node.state.tables().counter_move[PieceSquare(last, node.board().side_to_move ^ 1U)];
 }
 
+/// What a cut is worth in the histories: the more, the more nodes it has saved.
+int Bonus(const TournamentNode& node) {
+    const TournamentSettings& rules = node.rules();
+    const int plies = std::clamp(node.plies(), 0, farthest_in_history) + 1;
+    return std::min(rules.history_bonus_factor * plies * plies, rules.history_bonus_limit);
+}
+
+/// Captures that were tried in vain lose before quiet moves, too.
+void LearnCaptures(const TournamentNode& node, std::span<const Move> searched, int bonus) {
+    if (node.rules().capture_history == 0) return;
+    for (const Move move : searched) {
+        if (!IsQuiet(move)) LearnCapture(node, move, -bonus);
+    }
+    if (!IsQuiet(node.best_move)) LearnCapture(node, node.best_move, bonus);
+}
+
+void LearnQuietMoves(const TournamentNode& node, std::span<const Move> searched, int bonus) {
+    const QuietHistory history(node);
+    history.Learn(node.best_move, bonus);
+    if (node.rules().history_malus == 0) return;
+    for (const Move move : searched) {
+        if (IsQuiet(move)) history.Learn(move, -bonus);
+    }
+}
+
 }  // namespace
 
 void LearnFromCut(TournamentNode& node, std::span<const Move> searched) {
-    const TournamentSettings& rules = node.rules();
-    const int plies = std::clamp(node.plies(), 0, farthest_in_history) + 1;
-    const int bonus = std::min(rules.history_bonus_factor * plies * plies, rules.history_bonus_limit);
-    const QuietHistory history(node);
-    history.Learn(node.best_move, bonus);
-    if (rules.history_malus != 0) {
-        for (const Move move : searched) history.Learn(move, -bonus);
-    }
+    const int bonus = Bonus(node);
+    LearnCaptures(node, searched, bonus);
+    if (!IsQuiet(node.best_move)) return;
+    LearnQuietMoves(node, searched, bonus);
+    node.search.killers[node.ply].Take(node.best_move);
     if (Move* const answer = AnswerToLastMove(node)) *answer = node.best_move;
 }
 
@@ -75,7 +98,7 @@ Move MoveOrder::CounterMove() const {
 }
 
 std::int32_t MoveOrder::CaptureScore(Move move) const {
-    const std::int32_t score = GainAndRisk(move);
+    const std::int32_t score = GainAndRisk(move) + CaptureHistoryOf(node_, move);
     if (PromotionPiece(move) != no_piece && PromotionPiece(move) != queen) return losing_capture + score;
     if (material_units[CapturedPiece(move)] >= material_units[MovingPiece(move)]) return sound_capture + score;
     Bitboard touched = 0;

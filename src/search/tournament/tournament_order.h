@@ -38,7 +38,7 @@ class MoveOrder {
     MovePicker picker_;
 };
 
-/// The best move of the node is quiet and has cut, after those of `searched` have not: it gains, they lose as much.
+/// The best move of the node has cut, after those of `searched` have not: it gains, they lose as much.
 void LearnFromCut(TournamentNode& node, std::span<const Move> searched);
 
 }  // namespace tournament

@@ -97,9 +97,14 @@ bool SearchMove(TournamentNode& node, Move move, std::uint64_t key, int history)
     return Keep(node, move, score);
 }
 
+/// What the moves that are left out may be worth.
+Score MostOf(const TournamentNode& node, Pruning pruning) {
+    return pruning == Pruning::quiet_moves ? node.estimate + node.rules().futility_base : best_score_start;
+}
+
 Score SearchMoves(TournamentNode& node) {
     MoveOrder order(node);
-    std::array<Move, MAX_MOVES> searched;  // the quiet ones, for their history
+    std::array<Move, MAX_MOVES> searched;  // for their histories
     std::size_t count = 0;
     for (Move move = INVALID;;) {
         if (const auto answer = order.Next(move)) return *answer;
@@ -109,17 +114,15 @@ Score SearchMoves(TournamentNode& node) {
         const std::uint64_t key = KeyAfter(node, move);
         const int history = IsQuiet(move) ? order.HistoryOf(move) : 0;
         if (const Pruning pruning = PruningOf(node, move, history); pruning != Pruning::none) {
-            node.has_pruned = true;
             if (pruning == Pruning::quiet_moves) order.LeaveOutQuietMoves();
+            LeaveOut(node, MostOf(node, pruning));
             continue;
         }
-        const bool cuts = SearchMove(node, move, key, history);
-        if (cuts && IsQuiet(move)) {
-            node.search.killers[node.ply].Take(move);
+        if (SearchMove(node, move, key, history)) {
             LearnFromCut(node, {searched.data(), count});
+            return Finish(node);
         }
-        if (cuts) return Finish(node);
-        if (IsQuiet(move)) searched[count++] = move;
+        searched[count++] = move;
     }
 }
 

@@ -42,6 +42,8 @@ struct TournamentState {
         std::array<std::array<HistoryScore, 4096>, 2> by_squares;            ///< by side, then from and to square
         std::array<PieceSquareHistory, piece_square_count> continuation[2];  ///< after the move one and two plies ago
         std::array<Move, piece_square_count> counter_move;
+        std::array<std::array<HistoryScore, 8>, piece_square_count>
+            by_capture;  ///< by the move, then the piece it takes
     };
 
     /// Throws std::bad_alloc.

@@ -72,10 +72,12 @@ TEST_F(TournamentQuiescence, LeavesOutCapturesThatGainTooLittle) {
 
 TEST_F(TournamentQuiescence, LeavesOutCapturesThatLoseMaterial) {
     const Score beta = Static(protected_pawn) + 50;
-    const Outcome outcome = Search(protected_pawn, beta, -10 * ONE_PLY);
-    EXPECT_EQ(outcome.tried, 0);
-    EXPECT_EQ(outcome.nodes, 0U);
-    EXPECT_EQ(outcome.score, beta - 1);
+    for (const int fail_soft : {0, 1}) {
+        const Outcome outcome = Search(protected_pawn, beta, -10 * ONE_PLY, {.fail_soft = fail_soft});
+        EXPECT_EQ(outcome.tried, 0);
+        EXPECT_EQ(outcome.nodes, 0U);
+        EXPECT_EQ(outcome.score, fail_soft != 0 ? beta - 50 : beta - 1);
+    }
     constexpr std::string_view bare_pawn = "6k1/5ppp/8/3p4/8/8/5PPP/3Q2K1 w - - 0 1";
     EXPECT_GT(Search(bare_pawn, Static(bare_pawn) + 50, -10 * ONE_PLY).nodes, 0U);
 }
@@ -83,6 +85,17 @@ TEST_F(TournamentQuiescence, LeavesOutCapturesThatLoseMaterial) {
 TEST_F(TournamentQuiescence, TakesAKnightWithABishop) {
     constexpr std::string_view bishop_for_knight = "6k1/5ppp/2p5/3n4/8/8/5PBP/6K1 w - - 0 1";
     EXPECT_GT(Search(bishop_for_knight, Static(bishop_for_knight) + 50, -10 * ONE_PLY).nodes, 0U);
+}
+
+/// What is left out may be worth its gain and the margin; below beta the answer is no lower than that.
+TEST_F(TournamentQuiescence, AnswersAsFarAsWhatIsLeftOutMayReach) {
+    const Score most = Static(free_knight) + piece_value[knight] + 100;
+    const auto score = [&](Score beta, int fail_soft) {
+        return Search(free_knight, beta, -10 * ONE_PLY, {.delta_margin = 100, .fail_soft = fail_soft}).score;
+    };
+    EXPECT_EQ(score(most + 500, 1), most);
+    EXPECT_EQ(score(most + 1, 1), most);
+    EXPECT_EQ(score(most + 500, 0), most + 499);
 }
 
 TEST_F(TournamentQuiescence, LooksForChecksNearTheHorizon) {
@@ -111,10 +124,10 @@ TEST_F(TournamentQuiescence, SaysNothingAboutMateWithoutAMoveToTry) {
 }
 
 TEST_F(TournamentQuiescence, PromotesToQueensAlone) {
-    constexpr std::string_view promotes = "8/P5k1/8/8/8/8/6K1/8 w - - 0 1";
+    constexpr std::string_view promotes = "8/1P4k1/8/8/8/6K1/r7/8 w - - 0 1";
     const Outcome outcome = Search(promotes, Static(promotes) + 300, -10 * ONE_PLY);
     EXPECT_EQ(outcome.tried, 1);
-    EXPECT_EQ(MoveToCoordinate(outcome.best_move), "a7a8");
+    EXPECT_EQ(MoveToCoordinate(outcome.best_move), "b7b8");
     EXPECT_EQ(PromotionPiece(outcome.best_move), queen);
 }
 

@@ -10,14 +10,17 @@
 #include <vector>
 
 #include "chess/exchange.h"
+#include "search/tournament/capture_history.h"
 #include "search/tournament/move_pruning.h"
 #include "support/random_games.h"
 #include "support/tournament_builder.h"
 
 namespace {
 
+using tournament::CaptureHistoryOf;
 using tournament::HistoryScore;
 using tournament::IsQuiet;
+using tournament::LearnCapture;
 using tournament::LearnFromCut;
 using tournament::MoveOrder;
 using tournament::PieceSquare;
@@ -97,6 +100,27 @@ TEST_F(TournamentOrder, HasKillersThenTheCounterMoveThenQuietMovesByTheirHistory
     const Texts order = TextsOf(Order());
     EXPECT_EQ(Texts(order.begin() + 3, order.begin() + 7), (Texts{"g1f1", "h2h4", "f2f4", "c3a4"}));
     EXPECT_EQ(*(order.end() - 3), "g1h1");
+}
+
+TEST_F(TournamentOrder, MovesCapturesByTheirHistoryAndNotOutOfTheirGroup) {
+    const auto learn = [&](std::string_view text, int bonus) {
+        TournamentNode node = search_.NodeAt({});
+        LearnCapture(node, Named(text), bonus);
+    };
+    const auto first_three = [&] {
+        const Texts order = TextsOf(Order());
+        return Texts(order.begin(), order.begin() + 3);
+    };
+    learn("c3b5", HistoryScore::largest);
+    search_.rules().capture_history = piece_value[queen] - piece_value[rook] - 1;
+    EXPECT_EQ(first_three(), (Texts{"d1h5", "c3b5", "a1a7"}));
+    search_.rules().capture_history += 2;
+    EXPECT_EQ(first_three(), (Texts{"c3b5", "d1h5", "a1a7"}));
+    learn("a1a7", -HistoryScore::largest);
+    learn("c3d5", HistoryScore::largest);
+    EXPECT_EQ(first_three(), (Texts{"c3b5", "d1h5", "a1a7"}));
+    search_.rules().capture_history = 0;
+    EXPECT_EQ(first_three(), (Texts{"d1h5", "c3b5", "a1a7"}));
 }
 
 TEST_F(TournamentOrder, HasNoKillerThatIsACaptureTwice) {
@@ -279,6 +303,49 @@ TEST_F(Learning, TakesMoreFromDeeperNodesUpToALimit) {
     search_.state->Clear();
     Cut("e2e4", {}, -3 * ONE_PLY);
     EXPECT_EQ(HistoryOf("e2e4"), 3 * 10) << "below the horizon as at it";
+}
+
+/// White may take a pawn with the rook or the knight.
+class LearningOfCaptures : public testing::Test {
+  protected:
+    void Cut(std::string_view best, const Texts& tried) {
+        TournamentNode node = search_.NodeAt({.distance = 4 * ONE_PLY});
+        node.best_move = search_.MoveNamed(best);
+        Moves moves;
+        for (const std::string& text : tried) moves.push_back(search_.MoveNamed(text));
+        LearnFromCut(node, moves);
+    }
+    /// In the units of what is learnt.
+    [[nodiscard]] int HistoryOf(std::string_view text) {
+        return CaptureHistoryOf(search_.NodeAt({}), search_.MoveNamed(text));
+    }
+
+    TournamentBuilder search_{
+        "4k3/8/8/1p3p2/3N4/8/2P5/1R2K3 w - - 0 1",
+        {.capture_history = HistoryScore::largest / 8, .history_bonus_factor = 10, .history_bonus_limit = 400}};
+};
+
+TEST_F(LearningOfCaptures, RewardsTheBestMoveAndBlamesThoseBefore) {
+    Cut("b1b5", {"d4f5", "d4c6"});
+    EXPECT_EQ(HistoryOf("b1b5"), 250);
+    EXPECT_EQ(HistoryOf("d4f5"), -250);
+    EXPECT_EQ(HistoryOf("d4b5"), 0) << "another piece on the same square";
+    Cut("d4c6", {"b1b5"});
+    EXPECT_LE(HistoryOf("b1b5"), 0) << "a quiet move was better";
+}
+
+TEST_F(LearningOfCaptures, LeavesQuietMovesAndTheAnswerAlone) {
+    TournamentNode node = search_.NodeAt({});
+    Cut("b1b5", {"d4c6"});
+    EXPECT_EQ(QuietHistory(node).Of(search_.MoveNamed("d4c6")), 0);
+    EXPECT_EQ(search_.search().killers[0].first, INVALID);
+}
+
+TEST_F(LearningOfCaptures, MayBeOff) {
+    search_.rules().capture_history = 0;
+    Cut("b1b5", {});
+    search_.rules().capture_history = HistoryScore::largest / 8;
+    EXPECT_EQ(HistoryOf("b1b5"), 0);
 }
 
 TEST_F(Learning, KeepsTheAnswerToTheLastMove) {
