@@ -19,7 +19,7 @@ struct TournamentSettings {
     std::int32_t horizon = 32;             ///< a smaller distance counts as none
     std::int32_t quiescence_checks = 64;   ///< so far below the horizon quiet checks are searched
     std::int32_t quiescence_levels = 1;    ///< two distances only, with checks and without: the table answers more
-    std::int32_t delta_margin = 200;       ///< what a capture may lack to beta; 5000: all are searched
+    std::int32_t delta_margin = 320;       ///< what a capture may lack to beta; 5000: all are searched
     std::int32_t exchange_tolerance = 10;  ///< what a capture may lose; 5000: all are searched
 
     // --- Static score ---
@@ -58,11 +58,11 @@ struct TournamentSettings {
     std::int32_t futility = 1;
     std::int32_t futility_distance = 448;
     std::int32_t futility_base = 90;
-    std::int32_t futility_margin = 90;  ///< for each ply left
+    std::int32_t futility_margin = 70;  ///< for each ply left
     std::int32_t late_move_pruning = 1;
     std::int32_t late_move_pruning_distance = 512;
-    std::int32_t late_move_pruning_base = 3;     ///< moves; more with the square of the plies left
-    std::int32_t late_move_pruning_share = 100;  ///< percent of that square; twice both if the side stands better
+    std::int32_t late_move_pruning_base = 3;    ///< moves; more with the square of the plies left
+    std::int32_t late_move_pruning_share = 70;  ///< percent of that square; twice both if the side stands better
     std::int32_t loss_pruning = 1;
     std::int32_t loss_pruning_distance = 448;
     std::int32_t quiet_loss_margin = 50;     ///< for each ply left

@@ -184,6 +184,7 @@ void Late(TournamentBuilder& b, TournamentNode& n) {
     b.rules().late_move_pruning = 1;
     b.rules().late_move_pruning_distance = 2 * ONE_PLY;
     b.rules().late_move_pruning_base = 3;
+    b.rules().late_move_pruning_share = 100;
     n.moves_tried = 3 + 4 + 1;
 }
 void Futile(TournamentBuilder& b, TournamentNode& n) {
